@@ -1,0 +1,33 @@
+// The device's files, named by absolute device paths ("/var/mobile/..."). Any thread. Every
+// function tells by its result whether it did what it says; none throws.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/image.h"
+
+namespace platform {
+
+// The part after the last slash, trailing slashes aside; "" of "".
+std::string lastPathComponent(const std::string& path);
+// The path without its last component's extension: "/a/b.gif" gives "/a/b".
+std::string stringByDeletingPathExtension(const std::string& path);
+
+bool fileExistsAtPath(const std::string& path);
+// isDirectory is written only where something exists.
+bool fileExistsAtPath(const std::string& path, bool& isDirectory);
+// With all missing directories on the way to it.
+bool createDirectoryAtPath(const std::string& path);
+// A directory goes with everything in it.
+bool removeItemAtPath(const std::string& path);
+// Both fail where something stands at the target already.
+bool moveItemAtPath(const std::string& path, const std::string& target);
+bool copyItemAtPath(const std::string& path, const std::string& target);
+
+// The whole of a regular file.
+std::optional<Bytes> contentsOfFile(const std::string& path);
+// The new file replaces the old one in one rename: a reader sees either, whole.
+bool writeToFileAtomically(const Bytes& contents, const std::string& path);
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+// The folder under which the device's absolute paths live, a jail: whatever a device path says,
+// with ".." or through symbolic links, nothing outside the folder is reached. Links below the root
+// are never followed, ".." above it stays at it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+// Closes its descriptor when it goes.
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int value = -1) : value_(value) {}
+  ~FileDescriptor();
+  FileDescriptor(FileDescriptor&& other) noexcept;
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+  int get() const { return value_; }
+  explicit operator bool() const { return value_ >= 0; }
+
+ private:
+  int value_;
+};
+
+// The directory that holds an item, and the item's name in it; the item itself may be missing.
+struct ItemLocation {
+  FileDescriptor directory;
+  std::string name;
+};
+
+// To be called once, before any file is used. The folder must exist; "/" makes device paths the
+// machine's own.
+void setDeviceRoot(const std::string& folder);
+
+// Nothing if the path is the root itself, or if a directory on the way is missing or is a link.
+std::optional<ItemLocation> locateItem(const std::string& devicePath);
+// The same, with missing directories on the way made.
+std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath);
+
+}  // namespace platform

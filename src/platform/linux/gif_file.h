@@ -1,0 +1,48 @@
+// The structure of a GIF: its logical screen and where each image's data lie. Nothing is decoded
+// here, and nothing of the declared sizes is allocated.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace platform::gif {
+
+using Color = std::array<std::uint8_t, 3>;
+
+enum class Disposal { Keep, Clear, RestorePrevious };
+
+struct Image {
+  // Pixels on the logical screen; the rectangle may reach past it.
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  bool interlaced = false;
+  // As many as the table in force has; none if the file gives no table.
+  std::vector<Color> colors;
+  std::optional<std::uint8_t> transparentIndex;
+  Disposal disposal = Disposal::Keep;
+  // Hundredths of a second, as stored; nothing without a graphic control extension.
+  std::optional<int> delay;
+  int minimumCodeSize = 0;
+  // The data sub-blocks, from the first one's length byte on.
+  std::span<const std::uint8_t> data;
+};
+
+struct File {
+  int width = 0;
+  int height = 0;
+  std::vector<Image> images;
+};
+
+// The images up to the first damage in the structure. Nothing if this is no GIF, or if its screen
+// is empty or too large to hold. The result refers to the bytes.
+std::optional<File> parse(std::span<const std::uint8_t> bytes);
+
+// More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
+constexpr std::int64_t mostPixels = std::int64_t{1} << 25;
+
+}  // namespace platform::gif

@@ -1,0 +1,121 @@
+#include "platform/property_list.h"
+
+#include <plist/plist.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+#include "platform/file_manager.h"
+
+namespace platform {
+namespace {
+
+struct FreePlist {
+  void operator()(plist_t node) const { plist_free(node); }
+};
+using PlistPointer = std::unique_ptr<void, FreePlist>;
+
+// The library takes lists apart by recursion. A real list is small and flat; one that would need
+// more than this of stack is no list of ours.
+constexpr std::size_t largestList = std::size_t{1} << 20;
+constexpr int deepestNesting = 128;
+
+constexpr std::string_view binaryMagic = "bplist";
+
+bool isTooDeep(std::string_view xml) {
+  int depth = 0;
+  for (auto at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
+    const std::string_view tag = xml.substr(at + 1, 6);
+    if (tag.starts_with("array") || tag.starts_with("dict")) ++depth;
+    if (tag.starts_with("/array") || tag.starts_with("/dict")) --depth;
+    if (depth > deepestNesting) return true;
+  }
+  return false;
+}
+
+PlistPointer read(const std::string& path) {
+  auto contents = contentsOfFile(path);
+  if (!contents || contents->empty() || contents->size() > largestList) return nullptr;
+  const auto* data = reinterpret_cast<const char*>(contents->data());
+  const std::string_view text(data, contents->size());
+  if (!text.starts_with(binaryMagic) && isTooDeep(text)) return nullptr;
+  plist_t node = nullptr;
+  plist_from_memory(data, static_cast<std::uint32_t>(text.size()), &node);
+  return PlistPointer(node);
+}
+
+bool write(plist_t node, const std::string& path) {
+  char* xml = nullptr;
+  std::uint32_t length = 0;
+  plist_to_xml(node, &xml, &length);
+  if (xml == nullptr) return false;
+  const bool written = writeToFileAtomically(Bytes(xml, xml + length), path);
+  plist_to_xml_free(xml);
+  return written;
+}
+
+std::optional<std::string> text(plist_t node) {
+  if (node == nullptr || plist_get_node_type(node) != PLIST_STRING) return std::nullopt;
+  std::uint64_t length = 0;
+  const char* characters = plist_get_string_ptr(node, &length);
+  return std::string(characters, length);
+}
+
+// What cannot be written as XML (control characters) would make the whole file unreadable.
+std::string writable(std::string value) {
+  std::erase_if(value, [](unsigned char c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
+  return value;
+}
+
+}  // namespace
+
+struct NSMutableDictionary::Impl {
+  PlistPointer root;
+};
+
+NSMutableDictionary::NSMutableDictionary()
+    : NSMutableDictionary(std::make_unique<Impl>(Impl{PlistPointer(plist_new_dict())})) {}
+NSMutableDictionary::NSMutableDictionary(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+NSMutableDictionary::~NSMutableDictionary() = default;
+NSMutableDictionary::NSMutableDictionary(NSMutableDictionary&&) noexcept = default;
+NSMutableDictionary& NSMutableDictionary::operator=(NSMutableDictionary&&) noexcept = default;
+
+std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOfFile(
+    const std::string& path) {
+  PlistPointer root = read(path);
+  if (!root || plist_get_node_type(root.get()) != PLIST_DICT) return std::nullopt;
+  return NSMutableDictionary(std::make_unique<Impl>(Impl{std::move(root)}));
+}
+
+bool NSMutableDictionary::writeToFile(const std::string& path) const {
+  return write(impl_->root.get(), path);
+}
+
+std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& key) const {
+  return text(plist_dict_get_item(impl_->root.get(), key.c_str()));
+}
+
+void NSMutableDictionary::setString(const std::string& value, const std::string& key) {
+  plist_dict_set_item(impl_->root.get(), key.c_str(), plist_new_string(writable(value).c_str()));
+}
+
+std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
+  PlistPointer root = read(path);
+  if (!root || plist_get_node_type(root.get()) != PLIST_ARRAY) return std::nullopt;
+  std::vector<std::string> array(plist_array_get_size(root.get()));
+  for (std::uint32_t index = 0; index < array.size(); ++index) {
+    array[index] = text(plist_array_get_item(root.get(), index)).value_or("");
+  }
+  return array;
+}
+
+bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path) {
+  PlistPointer root(plist_new_array());
+  for (const std::string& element : array) {
+    plist_array_append_item(root.get(), plist_new_string(element.c_str()));
+  }
+  return write(root.get(), path);
+}
+
+}  // namespace platform

@@ -1,0 +1,148 @@
+#include "platform/linux/run_loop.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "platform/linux/display_clock.h"
+
+namespace platform {
+
+// Never destroyed: views and queues may still speak to it while the process ends.
+RunLoop& RunLoop::main() {
+  static auto* instance = new RunLoop;
+  return *instance;
+}
+
+RunLoop::RunLoop() : wakeDescriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+void RunLoop::perform(Block block) {
+  {
+    std::lock_guard lock(mutex_);
+    queue_.push_back(std::move(block));
+  }
+  wake();
+}
+
+std::vector<RunLoop::Block> RunLoop::takeQueue() {
+  std::lock_guard lock(mutex_);
+  return std::exchange(queue_, {});
+}
+
+bool RunLoop::runMainQueue() {
+  bool ran = false;
+  for (auto blocks = takeQueue(); !blocks.empty(); blocks = takeQueue()) {
+    ran = true;
+    for (Block& block : blocks) {
+      block();
+      block = nullptr;
+    }
+  }
+  return ran;
+}
+
+void RunLoop::addSource(int fileDescriptor, Block handler) {
+  sources_[fileDescriptor] = std::make_shared<Block>(std::move(handler));
+}
+
+void RunLoop::removeSource(int fileDescriptor) {
+  sources_.erase(fileDescriptor);
+}
+
+void RunLoop::callAt(Clock::time_point moment, Block block) {
+  timers_.emplace(moment, std::move(block));
+}
+
+void RunLoop::setDrawing(Block draw) {
+  draw_ = std::move(draw);
+}
+
+void RunLoop::setNeedsDisplay() {
+  {
+    std::lock_guard lock(mutex_);
+    if (std::exchange(needsDisplay_, true)) return;
+  }
+  wake();
+}
+
+void RunLoop::run() {
+  while (!std::exchange(stopped_, false)) turn(std::nullopt);
+}
+
+void RunLoop::stop() {
+  perform([this] { stopped_ = true; });
+}
+
+void RunLoop::turn(std::optional<Clock::time_point> limit) {
+  handleSources();
+  runMainQueue();
+  callTimers();
+  DisplayClock::main().refreshIfDue(Clock::now());
+  drawIfNeeded();
+  if (!stopped_) sleep(limit);
+}
+
+void RunLoop::handleSources() {
+  std::vector<std::shared_ptr<Block>> handlers;
+  for (const auto& [descriptor, handler] : sources_) handlers.push_back(handler);
+  for (const auto& handler : handlers) (*handler)();
+}
+
+void RunLoop::callTimers() {
+  const auto now = Clock::now();
+  while (!timers_.empty() && timers_.begin()->first <= now) {
+    Block block = std::move(timers_.begin()->second);
+    timers_.erase(timers_.begin());
+    block();
+  }
+}
+
+void RunLoop::drawIfNeeded() {
+  if (!draw_) return;
+  {
+    std::lock_guard lock(mutex_);
+    if (!std::exchange(needsDisplay_, false)) return;
+  }
+  draw_();
+}
+
+void RunLoop::sleep(std::optional<Clock::time_point> limit) {
+  std::optional<Clock::time_point> until = limit;
+  auto sooner = [&until](Clock::time_point moment) {
+    until = until ? std::min(*until, moment) : moment;
+  };
+  if (!timers_.empty()) sooner(timers_.begin()->first);
+  if (auto refresh = DisplayClock::main().nextRefresh()) sooner(*refresh);
+  if (hasWork()) sooner(Clock::now());
+
+  std::vector<pollfd> descriptors{{wakeDescriptor_, POLLIN, 0}};
+  for (const auto& [descriptor, handler] : sources_) descriptors.push_back({descriptor, POLLIN, 0});
+  timespec span{};
+  if (until) {
+    const auto rest = std::max(*until - Clock::now(), Clock::duration::zero());
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(rest);
+    span.tv_sec = seconds.count();
+    span.tv_nsec = std::chrono::nanoseconds(rest - seconds).count();
+  }
+  ppoll(descriptors.data(), descriptors.size(), until ? &span : nullptr, nullptr);
+  if (descriptors.front().revents != 0) {
+    std::uint64_t count = 0;
+    [[maybe_unused]] ssize_t size = read(wakeDescriptor_, &count, sizeof count);
+  }
+}
+
+bool RunLoop::hasWork() {
+  std::lock_guard lock(mutex_);
+  return !queue_.empty() || (needsDisplay_ && draw_);
+}
+
+void RunLoop::wake() const {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] ssize_t size = write(wakeDescriptor_, &one, sizeof one);
+}
+
+}  // namespace platform

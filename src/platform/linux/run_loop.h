@@ -1,0 +1,67 @@
+// The main thread's run loop: main queue, display refreshes, timers, file descriptors and drawing.
+// It sleeps while there is nothing to do. All of it belongs to the main thread, but for perform,
+// setNeedsDisplay, stop and wake, which any thread may call.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+class RunLoop {
+ public:
+  using Clock = std::chrono::steady_clock;
+  using Block = std::function<void()>;
+
+  static RunLoop& main();
+
+  // Queues a block for the main thread.
+  void perform(Block block);
+  // Runs queued blocks, also those that they queue, until none is left; whether there were any.
+  bool runMainQueue();
+
+  // A source of events on a file descriptor. Its handler is called before every sleep, because
+  // libraries read ahead, and handles what is there without waiting.
+  void addSource(int fileDescriptor, Block handler);
+  void removeSource(int fileDescriptor);
+
+  // Calls the block once, not before the moment given.
+  void callAt(Clock::time_point moment, Block block);
+
+  // What draws the screen; called at most once per turn, and only after setNeedsDisplay.
+  void setDrawing(Block draw);
+  void setNeedsDisplay();
+
+  // Turns until stop is called.
+  void run();
+  void stop();
+  // Ends the sleep of a turn.
+  void wake() const;
+  // One turn: handles what is due, then sleeps until something happens, at most until the limit.
+  void turn(std::optional<Clock::time_point> limit);
+
+ private:
+  RunLoop();
+  std::vector<Block> takeQueue();
+  void handleSources();
+  void callTimers();
+  void drawIfNeeded();
+  void sleep(std::optional<Clock::time_point> limit);
+  bool hasWork();
+
+  std::mutex mutex_;
+  std::vector<Block> queue_;
+  bool needsDisplay_ = false;
+  bool stopped_ = false;
+  int wakeDescriptor_;
+  std::map<int, std::shared_ptr<Block>> sources_;
+  std::multimap<Clock::time_point, Block> timers_;
+  Block draw_;
+};
+
+}  // namespace platform

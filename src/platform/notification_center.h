@@ -1,0 +1,13 @@
+// The default notification centre of the process, by which the host tells of device events. Main
+// thread.
+#pragma once
+
+#include "platform/objc_runtime.h"
+
+namespace platform {
+
+// Sends observer the message selector, with the notification as its argument, whenever name is
+// posted by anyone. observer is not retained.
+void NSNotificationCenter_addObserver(id observer, SEL selector, const char* name);
+
+}  // namespace platform

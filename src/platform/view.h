@@ -1,0 +1,83 @@
+// A view of the host's tree. Tree and geometry change on the main thread; the getters, setTag and
+// the observer registrations work on any thread. A superview retains its subviews, never the
+// reverse. Nothing here fails unless said.
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/geometry.h"
+#include "platform/key_value_observing.h"
+#include "platform/objc_runtime.h"
+#include "platform/view_description.h"
+
+namespace platform {
+
+struct UIColor {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 0;
+  static UIColor clearColor() { return {}; }
+};
+
+// The platform's integers for how a picture fills its view.
+enum class UIViewContentMode { ScaleToFill = 0, ScaleAspectFit = 1, ScaleAspectFill = 2 };
+
+constexpr unsigned UIViewAutoresizingFlexibleWidth = 2;
+constexpr unsigned UIViewAutoresizingFlexibleHeight = 16;
+
+class UIView : public std::enable_shared_from_this<UIView> {
+ public:
+  UIView();
+  virtual ~UIView();
+  UIView(const UIView&) = delete;
+  UIView& operator=(const UIView&) = delete;
+
+  // The view behind a host object, nullptr for nil; valid until the object's own dealloc has run.
+  static UIView* viewOfObject(id object);
+  id object() const;
+
+  void addSubview(const std::shared_ptr<UIView>& view);
+  void removeFromSuperview();
+  // Does nothing if view is not a subview of this one.
+  void bringSubviewToFront(const std::shared_ptr<UIView>& view);
+  std::shared_ptr<UIView> superview() const;
+  // Back to front.
+  std::vector<std::shared_ptr<UIView>> subviews() const;
+
+  void setFrame(CGRect frame);
+  CGRect frame() const;
+  void setTag(int tag);
+  int tag() const;
+  void setHidden(bool hidden);
+  bool hidden() const;
+  void setAlpha(CGFloat alpha);
+  CGFloat alpha() const;
+  void setOpaque(bool opaque);
+  void setClipsToBounds(bool clips);
+  bool clipsToBounds() const;
+  void setBackgroundColor(UIColor color);
+  UIColor backgroundColor() const;
+  void setAutoresizingMask(unsigned mask);
+  virtual void setContentMode(UIViewContentMode mode);
+  UIViewContentMode contentMode() const;
+
+  // keyPath is "hidden". Registering the same observer twice makes two registrations.
+  void addObserver(const std::shared_ptr<KeyValueObserver>& observer, std::string_view keyPath,
+                   const void* context);
+  // Removes the newest registration of observer; raises the platform's exception if there is none.
+  void removeObserver(const KeyValueObserver& observer, std::string_view keyPath);
+  // The registered observers, oldest first.
+  std::vector<std::shared_ptr<KeyValueObserver>> observances() const;
+
+  // Tells a debugger what this view is and shows. Main thread.
+  virtual void describe(ViewDescription& description) const;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace platform

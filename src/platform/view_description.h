@@ -1,0 +1,18 @@
+// What a view says of itself to someone who looks into the running process: names with values.
+// Filled on the main thread by the view, read by the host.
+#pragma once
+
+#include <string_view>
+
+namespace platform {
+
+class ViewDescription {
+ public:
+  virtual ~ViewDescription() = default;
+  virtual void addText(std::string_view name, std::string_view value) = 0;
+  virtual void addNumber(std::string_view name, double value) = 0;
+  virtual void addInteger(std::string_view name, long long value) = 0;
+  virtual void addFlag(std::string_view name, bool value) = 0;
+};
+
+}  // namespace platform
