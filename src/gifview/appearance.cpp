@@ -1,0 +1,71 @@
+#include "gifview/appearance.h"
+
+#include "gifview/blur.h"
+#include "gifview/gif_view.h"
+#include "gifview/mode_predicates.h"
+#include "gifview/notification_names.h"
+#include "platform/autorelease_pool.h"
+#include "platform/file_manager.h"
+#include "platform/notify_center.h"
+#include "platform/operation_queue.h"
+#include "settings/settings_store.h"
+
+namespace lumora {
+namespace {
+
+using platform::CGImageSource;
+using platform::DarwinNotifyCenter;
+using platform::NSOperationQueue;
+
+void rewriteFrame(const FrameCacheLayout& layout, CGImageSource& source, std::int32_t index,
+                  float blur) {
+  const platform::NSAutoreleasePool pool;
+  const auto image = source.createImageAtIndex(index);
+  if (!image) return;
+  DarwinNotifyCenter::post(frameFoundNotification);
+  writeFrame(layout, index, *blurImageWithRadius(image, blurRadius(blur)));
+}
+
+void rewriteFrames(const LWGIFView& view) {
+  const float blur = getGIFBlur(view.location());
+  const FrameCacheLayout layout = view.frameCache();
+  if (layout.fullGIFPath.empty()) return;
+  const auto gif = platform::contentsOfFile(layout.fullGIFPath);
+  const auto source = gif ? CGImageSource::createWithData(*gif) : nullptr;
+  const std::int32_t count = source ? source->count() : 0;
+  for (std::int32_t index = 0; index < count; ++index) rewriteFrame(layout, *source, index, blur);
+  DarwinNotifyCenter::post(blurDidFinishNotification);
+}
+
+bool isUnneeded(const LWGIFView& view) {
+  const bool isShared = view.location() == ScreenLocation::Shared;
+  if (!isSeparateMode() && !isShared) return true;
+  return isModeIndexZero() && isShared;
+}
+
+}  // namespace
+
+void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view) {
+  view->setSpeedModifier(getGIFSpeed(view->location()));
+}
+
+void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view) {
+  const float alpha = getGIFAlpha(view->location());
+  NSOperationQueue::mainQueue().addOperationWithBlock([view, alpha] {
+    if (const auto& imageView = view->imageView()) imageView->setAlpha(alpha);
+  });
+}
+
+void updateGIFBlur(const std::shared_ptr<LWGIFView>& view) {
+  NSOperationQueue().addOperationWithBlock([view] { rewriteFrames(*view); });
+}
+
+void removeUnneededViews(const std::shared_ptr<LWGIFView>& view) {
+  NSOperationQueue::mainQueue().addOperationWithBlock([view] {
+    if (!isUnneeded(*view)) return;
+    view->removeFromSuperview();
+    setPreferencesObjectKey("FALSE", view->identifier() + "_WALLPAPER_SET");
+  });
+}
+
+}  // namespace lumora

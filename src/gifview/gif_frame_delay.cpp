@@ -1,0 +1,26 @@
+#include "gifview/gif_frame_delay.h"
+
+namespace lumora {
+namespace {
+
+// Just under 0.02: a delay of exactly two hundredths is kept.
+constexpr double shortestDelay = 0x1.47ad947ae147bp-6;
+constexpr double delayOfTooShort = 0.1;
+
+double storedDelay(const platform::CGImageSource& source, int index) {
+  const auto properties = source.copyPropertiesAtIndex(index);
+  if (!properties || !properties->gif) return 0;
+  const platform::GIFProperties& gif = *properties->gif;
+  if (!gif.unclampedDelayTime) return 0;
+  if (*gif.unclampedDelayTime <= 0 && gif.delayTime) return *gif.delayTime;
+  return *gif.unclampedDelayTime;
+}
+
+}  // namespace
+
+double CGImageSourceGetGifFrameDelay(const platform::CGImageSource& source, int index) {
+  const double delay = storedDelay(source, index);
+  return delay < shortestDelay ? delayOfTooShort : delay;
+}
+
+}  // namespace lumora

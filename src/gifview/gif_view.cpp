@@ -1,0 +1,205 @@
+#include "gifview/gif_view.h"
+
+#include <utility>
+
+#include "dispatch/main_queue_hop.h"
+#include "gifview/appearance.h"
+#include "gifview/mode_predicates.h"
+#include "gifview/notification_names.h"
+#include "platform/autorelease_pool.h"
+#include "platform/file_manager.h"
+#include "platform/messaging_center.h"
+#include "platform/notify_center.h"
+#include "platform/operation_queue.h"
+#include "settings/settings_store.h"
+
+namespace lumora {
+namespace {
+
+using platform::CADisplayLink;
+using platform::CPDistributedMessagingCenter;
+using platform::DarwinNotifyCenter;
+using platform::NSOperationQueue;
+
+// The views' registrations, apart from those of the host side.
+DarwinNotifyCenter& viewNotifyCenter() {
+  static auto* center = new DarwinNotifyCenter;
+  return *center;
+}
+
+}  // namespace
+
+LWGIFView::LWGIFView(const std::string& identifier) : identifier_(identifier) {}
+
+std::shared_ptr<LWGIFView> LWGIFView::self() {
+  return std::static_pointer_cast<LWGIFView>(shared_from_this());
+}
+
+std::shared_ptr<LWGIFView> LWGIFView::initWithIdentifier(const std::string& identifier) {
+  std::shared_ptr<LWGIFView> view(new LWGIFView(identifier));
+  const float alpha = getGIFAlpha(view->location());
+  hopToMainQueue([view, alpha] { view->setUp(alpha); }, deadlineFromNow());
+  view->speedModifier_ = getGIFSpeed(view->location());
+  view->observeNotifications();
+  return view;
+}
+
+void LWGIFView::setUp(float alpha) {
+  setBackgroundColor(platform::UIColor::clearColor());
+  imageView_ = std::make_shared<platform::UIImageView>();
+  imageView_->setClipsToBounds(true);
+  imageView_->setAlpha(alpha);
+  imageView_->setOpaque(false);
+  imageView_->setAutoresizingMask(platform::UIViewAutoresizingFlexibleWidth |
+                                  platform::UIViewAutoresizingFlexibleHeight);
+  addSubview(imageView_);
+  serveMessages();
+}
+
+void LWGIFView::serveMessages() {
+  auto center = CPDistributedMessagingCenter::centerNamed(messagingCenterPrefix + identifier_);
+  if (!center->doesServerExist()) center->runServerOnCurrentThread();
+  auto call = [weak = std::weak_ptr(self())](void (LWGIFView::*method)()) {
+    return [weak, method] {
+      if (auto view = weak.lock()) (view.get()->*method)();
+    };
+  };
+  center->registerForMessageName(shouldResumeMessage, call(&LWGIFView::resumeAnimation));
+  center->registerForMessageName(shouldPauseMessage, call(&LWGIFView::pauseAnimation));
+}
+
+void LWGIFView::observeNotifications() {
+  using Handler = void (*)(const std::shared_ptr<LWGIFView>&);
+  constexpr std::pair<const char*, Handler> handlers[] = {
+      {speedNeedsUpdatingNotification, updateGIFSpeed},
+      {alphaNeedsUpdatingNotification, updateGIFAlpha},
+      {blurNeedsUpdatingNotification, updateGIFBlur},
+      {removeUnneededViewNotification, removeUnneededViews},
+  };
+  viewNotifyCenter().removeEveryObserver(nullptr);
+  for (const auto& [name, handler] : handlers) {
+    viewNotifyCenter().addObserver(
+        this, name, [weak = std::weak_ptr(self()), handler = handler](const std::string&) {
+          if (auto view = weak.lock()) handler(view);
+        });
+  }
+}
+
+void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
+  if (!platform::fileExistsAtPath(path) || !isEligible()) return;
+  auto semaphore = std::make_shared<Semaphore>();
+  NSOperationQueue().addOperationWithBlock([view = self(), path, semaphore] {
+    if (view->extract(path)) semaphore->signal();
+  });
+  semaphore->waitUntil(deadlineFromNow());
+}
+
+// In any mode but 0 and 1 no view is eligible.
+bool LWGIFView::isEligible() const {
+  const ScreenLocation place = location();
+  if (!isSeparateMode() && place == ScreenLocation::Shared) return true;
+  return isModeIndexZero() &&
+         (place == ScreenLocation::LockScreen || place == ScreenLocation::HomeScreen);
+}
+
+bool LWGIFView::extract(const std::string& path) {
+  const FrameCacheLayout layout(path);
+  frameCache_.store(layout);
+  const auto gif = platform::contentsOfFile(path);
+  // Deliberately left unsettled: nothing else changes for a GIF that cannot be read.
+  if (!gif) return false;
+  const bool wasValid = isFrameCacheValid(layout, *gif);
+  if (!wasValid) rebuildFrameCache(layout, *gif, *this);
+  if (!wasValid || isSelectedInSettings()) DarwinNotifyCenter::post(didStartAnimatingNotification);
+  const FrameDurations durations = loadFrameDurations(layout);
+  frameDurations_.store(durations);
+  animationNumFrames_ = durations ? static_cast<std::int32_t>(durations->size()) : 0;
+  return true;
+}
+
+// Whether this is the view that the settings program is looking at.
+bool LWGIFView::isSelectedInSettings() const {
+  const ScreenLocation place = location();
+  if (!isSeparateMode() && place == ScreenLocation::Shared) return true;
+  if (isModeIndexZero() && getLocationIndex() == 0 && place == ScreenLocation::LockScreen) {
+    return true;
+  }
+  return isModeIndexZero() && getLocationIndex() == 1 && place == ScreenLocation::HomeScreen;
+}
+
+void LWGIFView::pauseAnimation() {
+  stopDisplayLink();
+}
+
+// Two calls before the main queue runs leave two links: the second overwrites the field, and the
+// first goes on firing.
+void LWGIFView::resumeAnimation() {
+  stopDisplayLink();
+  NSOperationQueue::mainQueue().addOperationWithBlock([view = self()] { view->startDisplayLink(); });
+}
+
+void LWGIFView::stopDisplayLink() {
+  if (auto link = displayLink_.exchange(nullptr)) link->invalidate();
+}
+
+void LWGIFView::startDisplayLink() {
+  auto link = CADisplayLink::displayLinkWithTarget(
+      [weak = std::weak_ptr(self())](const CADisplayLink& fired) {
+        if (auto view = weak.lock()) view->update(fired);
+      });
+  displayLink_.store(link);
+  link->setFrameInterval(1);
+  link->addToMainRunLoop();
+}
+
+void LWGIFView::update(const CADisplayLink& link) {
+  const platform::NSAutoreleasePool pool;
+  const auto due = clock_.tick(link.duration(), frameDurations_.load(), speedModifier_);
+  if (!due) return;
+  showFrame(*due);
+  if (clock_.advance(animationNumFrames_)) resumeAnimation();
+}
+
+void LWGIFView::showFrame(std::int32_t index) {
+  imageView_->setImage(platform::imageWithContentsOfFile(frameCache_.load().framePath(index)));
+  shownFrame_ = index;
+  ++framesShown_;
+}
+
+void LWGIFView::setContentMode(platform::UIViewContentMode mode) {
+  NSOperationQueue::mainQueue().addOperationWithBlock([view = self(), mode] {
+    if (view->imageView_) view->imageView_->setContentMode(mode);
+  });
+}
+
+void LWGIFView::setFrameCount(std::int32_t count) {
+  animationNumFrames_ = count;
+}
+
+std::int32_t LWGIFView::frameCount() const {
+  return animationNumFrames_;
+}
+
+void LWGIFView::frameFound() {
+  DarwinNotifyCenter::post(frameFoundNotification);
+}
+
+float LWGIFView::blur() {
+  return getGIFBlur(location());
+}
+
+void LWGIFView::describe(platform::ViewDescription& description) const {
+  UIView::describe(description);
+  const FrameDurations durations = frameDurations_.load();
+  description.addText("identifier", identifier_);
+  description.addFlag("playing", displayLink_.load() != nullptr);
+  description.addInteger("frame_shown", shownFrame_);
+  description.addInteger("frames_in_cache", durations ? static_cast<long long>(durations->size()) : 0);
+  description.addInteger("frames_shown", framesShown_);
+  description.addNumber("speed", speedModifier_);
+  if (!imageView_) return;
+  description.addNumber("alpha", imageView_->alpha());
+  description.addInteger("content_mode", static_cast<int>(imageView_->contentMode()));
+}
+
+}  // namespace lumora

@@ -1,0 +1,33 @@
+#include "gifview/playback_clock.h"
+
+namespace lumora {
+
+std::optional<std::int32_t> PlaybackClock::tick(std::chrono::duration<double> refresh,
+                                                const FrameDurations& durations, float speed) {
+  timeSinceLastAnimationFrame_ += refresh;
+  if (!isInRange(durations)) {
+    currentFrame_ = 0;
+    return std::nullopt;
+  }
+  const auto index = static_cast<std::size_t>(currentFrame_);
+  const double delay = durations && index < durations->size() ? (*durations)[index] : 0;
+  // Written so that an undefined quotient, 0 by 0, is not due either.
+  const bool isDue = timeSinceLastAnimationFrame_.count() >= delay / static_cast<double>(speed);
+  if (!isDue) return std::nullopt;
+  timeSinceLastAnimationFrame_ = std::chrono::duration<double>::zero();
+  return currentFrame_;
+}
+
+bool PlaybackClock::advance(std::int32_t frameCount) {
+  ++currentFrame_;
+  return currentFrame_ >= frameCount;
+}
+
+// The bound is unsigned on purpose: without any durations it wraps to the largest number, every
+// frame is in range, and every tick shows one.
+bool PlaybackClock::isInRange(const FrameDurations& durations) const {
+  const std::size_t count = durations ? durations->size() : 0;
+  return currentFrame_ >= 0 && static_cast<std::size_t>(currentFrame_) <= count - 1;
+}
+
+}  // namespace lumora

@@ -1,0 +1,37 @@
+// Decides at each display refresh which frame is due. Only arithmetic; main thread.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace lumora {
+
+// Delays of a GIF's frames in seconds; nullptr where the list could not be read.
+using FrameDurations = std::shared_ptr<const std::vector<double>>;
+
+class PlaybackClock {
+ public:
+  // Counts one refresh of the given nominal length. The frame to show now, if one is due: frame i
+  // comes when its own delay, divided by the speed, has passed since the frame before. What the
+  // refresh overshoots is dropped.
+  std::optional<std::int32_t> tick(std::chrono::duration<double> refresh,
+                                   const FrameDurations& durations, float speed);
+
+  // To be called after a due frame was shown; true if it was the last of frameCount. The index stays
+  // past the end: the next tick finds it there and starts over, which costs that one tick.
+  bool advance(std::int32_t frameCount);
+
+  std::int32_t currentFrame() const { return currentFrame_; }
+
+ private:
+  bool isInRange(const FrameDurations& durations) const;
+
+  // Index of the next frame to show and of the delay to wait before it.
+  std::int32_t currentFrame_ = 0;
+  std::chrono::duration<double> timeSinceLastAnimationFrame_{0};
+};
+
+}  // namespace lumora

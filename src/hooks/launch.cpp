@@ -1,0 +1,46 @@
+#include "hooks/launch.h"
+
+#include "hooks/control_notifications.h"
+#include "hooks/rotation.h"
+#include "placement/gating.h"
+#include "placement/tweak_queue.h"
+#include "platform/file_manager.h"
+#include "platform/notification_center.h"
+#include "settings/device_paths.h"
+#include "settings/settings_store.h"
+
+namespace lumora {
+namespace {
+
+// A plain file in its place counts as present.
+void createLibraryDirectory() {
+  bool isDirectory = false;
+  if (!platform::fileExistsAtPath(libraryDirectory, isDirectory)) {
+    platform::createDirectoryAtPath(libraryDirectory);
+  }
+}
+
+void startFirstWallpaper() {
+  if (!getEnabled() || !getWallpaperSet()) return;
+  const bool isSeparate = getModeIndex() == 0;
+  setWallpaperAnimating(isSeparate ? ScreenLocation::LockScreen : ScreenLocation::Shared, true);
+}
+
+}  // namespace
+
+void (*previousApplicationDidFinishLaunching)(platform::id self, platform::SEL selector,
+                                              platform::id application) = nullptr;
+
+void applicationDidFinishLaunching(platform::id self, platform::SEL selector,
+                                   platform::id application) {
+  previousApplicationDidFinishLaunching(self, selector, application);
+  createTweakQueue();
+  createLibraryDirectory();
+  observeControlNotifications();
+  platform::NSNotificationCenter_addObserver(
+      self, platform::sel_registerName(deviceDidRotateSelector),
+      "UIDeviceOrientationDidChangeNotification");
+  startFirstWallpaper();
+}
+
+}  // namespace lumora

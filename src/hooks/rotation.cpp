@@ -1,0 +1,14 @@
+#include "hooks/rotation.h"
+
+#include "placement/installation.h"
+#include "settings/settings_store.h"
+
+namespace lumora {
+
+// The master switch is deliberately not asked: a disabled wallpaper still follows the screen.
+void LumoraDeviceDidRotate(platform::id /*self*/, platform::SEL /*selector*/,
+                           platform::id /*notification*/) {
+  if (getWallpaperSet()) updateWallpaperImages();
+}
+
+}  // namespace lumora

@@ -1,0 +1,24 @@
+#include "placement/host_wallpaper.h"
+
+namespace lumora {
+
+platform::id sharedWallpaperController() {
+  static const platform::Class controllerClass = platform::objc_getClass("SBWallpaperController");
+  return platform::objc_msgSend<platform::id>(platform::classObject(controllerClass),
+                                              "sharedInstance");
+}
+
+std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller,
+                                                    const LocationEntry& entry) {
+  const auto variable = platform::class_getInstanceVariable(platform::object_getClass(controller),
+                                                            entry.hostViewVariable);
+  return platform::viewAtOffset(controller, platform::ivar_getOffset(variable));
+}
+
+platform::CGFloat defaultDockHeight() {
+  static const platform::Class dockClass = platform::objc_getClass("SBDockView");
+  return platform::objc_msgSend<platform::CGFloat>(platform::classObject(dockClass),
+                                                   "defaultHeight");
+}
+
+}  // namespace lumora

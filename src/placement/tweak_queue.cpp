@@ -1,0 +1,26 @@
+#include "placement/tweak_queue.h"
+
+#include <memory>
+#include <utility>
+
+#include "dispatch/guarded.h"
+#include "platform/operation_queue.h"
+
+namespace lumora {
+namespace {
+
+Guarded<std::shared_ptr<platform::NSOperationQueue>> tweakQueue;
+
+}  // namespace
+
+void createTweakQueue() {
+  auto queue = std::make_shared<platform::NSOperationQueue>();
+  queue->setMaxConcurrentOperationCount(1);
+  tweakQueue.store(std::move(queue));
+}
+
+void addToTweakQueue(std::function<void()> block) {
+  if (auto queue = tweakQueue.load()) queue->addOperationWithBlock(std::move(block));
+}
+
+}  // namespace lumora

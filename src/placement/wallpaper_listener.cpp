@@ -1,0 +1,37 @@
+#include "placement/wallpaper_listener.h"
+
+#include "placement/gating.h"
+#include "placement/location_table.h"
+
+namespace lumora {
+namespace {
+
+void removeOldListener(const std::shared_ptr<platform::UIView>& object, ListenerGlobal& listener) {
+  const auto old = listener.load();
+  if (!old) return;
+  const bool removed = platform::swallowingNSException([&] {
+    if (object) object->removeObserver(*old, LWWallpaperListener::keyPath);
+  });
+  if (removed) listener.store(nullptr);
+}
+
+}  // namespace
+
+void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UIView>& object,
+                                              ScreenLocation location) {
+  const LocationEntry* entry = entryOf(location);
+  if (entry == nullptr) return;
+  removeOldListener(object, entry->listener);
+  auto listener = std::make_shared<LWWallpaperListener>();
+  entry->listener.store(listener);
+  // The table's row is the location's context token: an address of its own, which nobody reads.
+  if (object) object->addObserver(listener, keyPath, entry);
+}
+
+void LWWallpaperListener::observeValueForKeyPath(std::string_view /*changedKeyPath*/,
+                                                 platform::UIView& object,
+                                                 const void* /*context*/) {
+  setWallpaperAnimating(locationOfTag(object.tag()), !object.hidden());
+}
+
+}  // namespace lumora

@@ -1,0 +1,28 @@
+// Hears the host hide and show its wallpaper views and gates the animated views accordingly.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "platform/key_value_observing.h"
+#include "platform/view.h"
+#include "settings/screen_location.h"
+
+namespace lumora {
+
+class LWWallpaperListener final : public platform::KeyValueObserver {
+ public:
+  static constexpr auto keyPath = "hidden";
+
+  // Gives the location a new listener and registers it with the object, which may be nullptr. The
+  // old listener's registration is tried for on this object; on another it stays until that dies.
+  // On tweakQueue.
+  static void addListenerToObject(const std::shared_ptr<platform::UIView>& object,
+                                  ScreenLocation location);
+
+  // On the thread that changed the value.
+  void observeValueForKeyPath(std::string_view changedKeyPath, platform::UIView& object,
+                              const void* context) override;
+};
+
+}  // namespace lumora

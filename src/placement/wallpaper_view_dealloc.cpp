@@ -1,0 +1,26 @@
+#include "placement/wallpaper_view_dealloc.h"
+
+#include "placement/wallpaper_listener.h"
+
+namespace lumora {
+namespace {
+
+void removeFirstListener(platform::UIView& view) {
+  const auto observers = view.observances();
+  if (observers.empty()) return;
+  const auto listener = std::dynamic_pointer_cast<LWWallpaperListener>(observers.front());
+  if (listener) view.removeObserver(*listener, LWWallpaperListener::keyPath);
+}
+
+}  // namespace
+
+void (*previousWallpaperViewDealloc)(platform::id self, platform::SEL selector) = nullptr;
+
+void deallocWallpaperView(platform::id self, platform::SEL selector) {
+  platform::swallowingNSException([self] {
+    if (platform::UIView* view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
+  });
+  previousWallpaperViewDealloc(self, selector);
+}
+
+}  // namespace lumora

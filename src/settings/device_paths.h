@@ -1,0 +1,16 @@
+// The system's places on the device.
+#pragma once
+
+namespace lumora {
+
+constexpr auto settingsPath =
+    "/var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist";
+
+// Holds the wallpaper GIFs and, beside each, its frame cache.
+constexpr auto libraryDirectory = "/var/mobile/Library/Lumora/";
+
+constexpr auto sharedGIFPath = "/var/mobile/Library/Lumora/Wallpaper_both.gif";
+constexpr auto lockscreenGIFPath = "/var/mobile/Library/Lumora/Wallpaper_lockscreen.gif";
+constexpr auto homescreenGIFPath = "/var/mobile/Library/Lumora/Wallpaper_homescreen.gif";
+
+}  // namespace lumora
