@@ -1,0 +1,78 @@
+#include "artwork/home_icons.h"
+
+#include <algorithm>
+
+#include "artwork/icon.h"
+
+namespace artwork {
+namespace {
+
+struct GridStyle {
+  int uprightColumns;
+  int wideColumns;
+  double minPitch;  // From one row to the next.
+  double maxPitch;
+  double top;  // Above the first row.
+  double labelSize;
+};
+
+constexpr GridStyle kPhoneGrid{4, 6, 88, 108, 22, 11.5};
+constexpr GridStyle kPadGrid{5, 6, 120, 190, 48, 13};
+
+constexpr double kLabelDrop = 1.45;  // From the icon to the label's baseline, in label sizes.
+constexpr double kDotsStrip = 30;
+constexpr double kDotRadius = 3.2;
+constexpr double kDotPitch = 16;
+constexpr int kPages = 3;
+
+struct Grid {
+  int columns;
+  int rows;
+  double top;
+  double pitch;
+};
+
+Grid layOut(Size area, const GridStyle& style, double side, int count) {
+  const double height = area.height - kDotsStrip;
+  const bool wide = area.width > area.height;
+  const int columns = wide ? style.wideColumns : style.uprightColumns;
+  const int fitting = std::max(1, static_cast<int>(height / style.minPitch));
+  const int rows = std::min(fitting, (count + columns - 1) / columns);
+  const double block = side + kLabelDrop * style.labelSize;
+  const double pitch = std::min(style.maxPitch, height / rows);
+  return {columns, rows, std::min(style.top, (pitch - block) / 2), pitch};
+}
+
+void drawPageDots(cairo_t* context, Size area) {
+  const double y = area.height - kDotsStrip / 2;
+  for (int page = 0; page < kPages; ++page) {
+    const double x = area.width / 2 + (page - (kPages - 1) / 2.0) * kDotPitch;
+    setGlowSource(context, {x, y}, 2.4 * kDotRadius, kBlack.withAlpha(0.3));
+    addCircle(context, {x, y}, 2.4 * kDotRadius);
+    cairo_fill(context);
+    fillCircle(context, {x, y}, kDotRadius, kWhite.withAlpha(page == 0 ? 1 : 0.5));
+  }
+}
+
+}  // namespace
+
+void drawHomeIcons(cairo_t* context, Size area, bool pad) {
+  const SavedState saved(context);
+  const GridStyle& style = pad ? kPadGrid : kPhoneGrid;
+  const std::span<const App> apps = gridApps(pad);
+  const double side = iconSide(pad);
+  const Grid grid = layOut(area, style, side, static_cast<int>(apps.size()));
+  const TextStyle label{style.labelSize, Weight::Medium, kWhite, Align::Centre};
+  const int count = std::min(static_cast<int>(apps.size()), grid.columns * grid.rows);
+  for (int index = 0; index < count; ++index) {
+    const int row = index / grid.columns;
+    const double x = spreadOffset(index % grid.columns, grid.columns, side, area.width);
+    const double y = grid.top + row * grid.pitch;
+    drawIcon(context, apps[index], {x, y}, side);
+    drawShadowedText(context, apps[index].name,
+                     {x + side / 2, y + side + kLabelDrop * style.labelSize}, label);
+  }
+  drawPageDots(context, area);
+}
+
+}  // namespace artwork
