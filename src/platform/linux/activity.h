@@ -1,10 +1,18 @@
-// Counts the blocks that operation queues hold or run, so that someone who drives the clock by hand
-// knows when the process has come to rest. Any thread.
+// What the process is busy with, so that someone who drives it from outside knows when it has come
+// to rest. Any thread.
 #pragma once
+
+#include <cstdint>
 
 namespace platform {
 
-// Blocks on background queues that are not finished.
+// Counts a block on the background queues from when it is added until it has finished.
+void beginBackgroundOperation();
+void endBackgroundOperation();
 int pendingBackgroundOperations();
+
+// A number that grows with every block that is added to any queue.
+void noteActivity();
+std::uint64_t activityCount();
 
 }  // namespace platform

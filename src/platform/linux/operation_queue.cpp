@@ -1,6 +1,5 @@
 #include "platform/operation_queue.h"
 
-#include <atomic>
 #include <deque>
 #include <limits>
 #include <mutex>
@@ -11,15 +10,6 @@
 #include "platform/linux/run_loop.h"
 
 namespace platform {
-namespace {
-
-std::atomic<int> pendingOperations = 0;
-
-}  // namespace
-
-int pendingBackgroundOperations() {
-  return pendingOperations;
-}
 
 struct NSOperationQueue::Impl : std::enable_shared_from_this<NSOperationQueue::Impl> {
   explicit Impl(bool isMainQueue) : isMain(isMainQueue) {}
@@ -31,7 +21,7 @@ struct NSOperationQueue::Impl : std::enable_shared_from_this<NSOperationQueue::I
   int workers = 0;
 
   void add(std::function<void()> block) {
-    ++pendingOperations;
+    beginBackgroundOperation();
     std::lock_guard lock(mutex);
     blocks.push_back(std::move(block));
     if (workers >= maximum) return;
@@ -44,7 +34,7 @@ struct NSOperationQueue::Impl : std::enable_shared_from_this<NSOperationQueue::I
     while (auto block = next()) {
       block();
       block = nullptr;
-      --pendingOperations;
+      endBackgroundOperation();
       RunLoop::main().wake();
     }
   }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "platform/linux/activity.h"
 #include "platform/linux/display_clock.h"
 
 namespace platform {
@@ -21,6 +22,7 @@ RunLoop& RunLoop::main() {
 RunLoop::RunLoop() : wakeDescriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 void RunLoop::perform(Block block) {
+  noteActivity();
   {
     std::lock_guard lock(mutex_);
     queue_.push_back(std::move(block));
@@ -69,12 +71,9 @@ void RunLoop::setNeedsDisplay() {
   wake();
 }
 
-void RunLoop::run() {
-  while (!std::exchange(stopped_, false)) turn(std::nullopt);
-}
-
 void RunLoop::stop() {
-  perform([this] { stopped_ = true; });
+  stopped_ = true;
+  wake();
 }
 
 void RunLoop::turn(std::optional<Clock::time_point> limit) {

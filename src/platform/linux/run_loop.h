@@ -3,6 +3,7 @@
 // setNeedsDisplay, stop and wake, which any thread may call.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <map>
@@ -37,9 +38,9 @@ class RunLoop {
   void setDrawing(Block draw);
   void setNeedsDisplay();
 
-  // Turns until stop is called.
-  void run();
+  // Tells whoever turns the loop to leave it; a sleeping turn ends.
   void stop();
+  bool isStopped() const { return stopped_; }
   // Ends the sleep of a turn.
   void wake() const;
   // One turn: handles what is due, then sleeps until something happens, at most until the limit.
@@ -57,7 +58,7 @@ class RunLoop {
   std::mutex mutex_;
   std::vector<Block> queue_;
   bool needsDisplay_ = false;
-  bool stopped_ = false;
+  std::atomic<bool> stopped_ = false;
   int wakeDescriptor_;
   std::map<int, std::shared_ptr<Block>> sources_;
   std::multimap<Clock::time_point, Block> timers_;

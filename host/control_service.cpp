@@ -1,0 +1,126 @@
+#include "host/control_service.h"
+
+#include <utility>
+
+#include "host/control_names.h"
+#include "host/screenshot.h"
+#include "host/settling.h"
+#include "host/status_report.h"
+#include "platform/linux/bus.h"
+#include "platform/linux/display_clock.h"
+#include "platform/linux/run_loop.h"
+
+namespace host {
+namespace {
+
+using platform::DisplayClock;
+using platform::RunLoop;
+
+constexpr auto failure = "com.brightfen.lumora.Error.Failed";
+
+// A change of state is answered when its effects are there, but not kept waiting by long work.
+constexpr std::chrono::seconds stateLimit{2};
+// Longer than any caller waits.
+constexpr std::chrono::minutes advanceLimit{10};
+
+}  // namespace
+
+ControlService::ControlService(SpringBoard& springBoard)
+    : springBoard_(springBoard),
+      object_(sdbus::createObject(platform::Bus::current()->listener(), control::path)) {
+  if (platform::Bus::current()->nameHasOwner(control::busName)) {
+    throw sdbus::Error(failure, "a home screen is running on this bus already");
+  }
+  registerStates();
+  registerQuestions();
+  object_->finishRegistration();
+}
+
+void ControlService::announce() {
+  platform::Bus::current()->listener().requestName(control::busName);
+  platform::Bus::current()->handlePending();
+}
+
+void ControlService::registerStates() {
+  auto add = [this](const char* name, std::function<void()> change) {
+    object_->registerMethod(name).onInterface(control::interface).implementedAs(
+        [this, change = std::move(change)](sdbus::Result<>&& result) {
+          change();
+          whenSettled(std::move(result));
+        });
+  };
+  add("Lock", [this] { springBoard_.lock(); });
+  add("Home", [this] { springBoard_.goHome(); });
+  add("OpenApp", [this] { springBoard_.openApp(); });
+  add("CloseApp", [this] { springBoard_.closeApp(); });
+  add("DisplayOn", [this] { springBoard_.turnDisplay(true); });
+  add("DisplayOff", [this] { springBoard_.turnDisplay(false); });
+}
+
+void ControlService::registerQuestions() {
+  auto add = [this](const char* name, auto handler) {
+    object_->registerMethod(name).onInterface(control::interface).implementedAs(std::move(handler));
+  };
+  add("Rotate", [this](sdbus::Result<>&& result, const std::string& orientation) {
+    rotate(std::move(result), orientation);
+  });
+  add("Advance", [this](sdbus::Result<>&& result, std::int64_t nanoseconds) {
+    advance(std::move(result), nanoseconds);
+  });
+  add("Status", [this] { return statusReport(springBoard_); });
+  add("Screenshot", [this] {
+    springBoard_.screen().showTime();
+    return takeScreenshot(springBoard_.screen(), springBoard_.options().scale);
+  });
+  add("Stop", [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
+}
+
+void ControlService::addJob(std::function<void()> job) {
+  jobs_.push_back(std::move(job));
+  RunLoop::main().wake();
+}
+
+void ControlService::runJobs() {
+  while (!jobs_.empty() && !RunLoop::main().isStopped()) {
+    auto job = std::move(jobs_.front());
+    jobs_.pop_front();
+    job();
+  }
+}
+
+void ControlService::whenSettled(sdbus::Result<>&& result) {
+  auto done = std::make_shared<sdbus::Result<>>(std::move(result));
+  addJob([done] {
+    settle(RunLoop::Clock::now() + stateLimit);
+    done->returnResults();
+  });
+}
+
+void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
+  const auto orientation = orientationNamed(name);
+  if (!orientation) {
+    result.returnError(sdbus::Error(failure, "there is no orientation '" + name + "'"));
+    return;
+  }
+  springBoard_.rotate(*orientation);
+  whenSettled(std::move(result));
+}
+
+void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds) {
+  if (!DisplayClock::main().isManual()) {
+    result.returnError(
+        sdbus::Error(failure, "the clock follows real time; start with --clock manual"));
+    return;
+  }
+  auto done = std::make_shared<sdbus::Result<>>(std::move(result));
+  addJob([done, nanoseconds] {
+    const auto limit = RunLoop::Clock::now() + advanceLimit;
+    settle(limit);
+    DisplayClock::main().advance(std::chrono::nanoseconds(nanoseconds),
+                                 [] { RunLoop::main().runMainQueue(); });
+    settle(limit);
+    done->returnResults();
+  });
+}
+
+}  // namespace host

@@ -1,0 +1,45 @@
+#include "host/dock_view.h"
+
+#include "artwork/dock.h"
+#include "platform/device.h"
+
+namespace host {
+namespace {
+
+constexpr platform::CGFloat phoneDockHeight = 96;
+constexpr platform::CGFloat padDockHeight = 110;
+
+platform::CGFloat ownDefaultHeight(platform::id /*self*/, platform::SEL /*selector*/) {
+  const bool isPad = platform::userInterfaceIdiom() == platform::UIUserInterfaceIdiom::Pad;
+  return isPad ? padDockHeight : phoneDockHeight;
+}
+
+}  // namespace
+
+void DockView::registerClass() {
+  platform::Class cls = platform::registerClass("SBDockView", platform::viewClass());
+  platform::addClassMethod(cls, "defaultHeight", ownDefaultHeight);
+}
+
+std::shared_ptr<DockView> DockView::make(bool isPad) {
+  return platform::makeViewOfClass<DockView>(platform::objc_getClass("SBDockView"), isPad);
+}
+
+platform::CGFloat DockView::defaultHeight() {
+  return platform::objc_msgSend<platform::CGFloat>(
+      platform::classObject(platform::objc_getClass("SBDockView")), "defaultHeight");
+}
+
+void DockView::layOut(platform::CGSize screen, bool standsAtSide) {
+  const platform::CGFloat height = defaultHeight();
+  standsAtSide_ = standsAtSide;
+  forgetPainting();
+  setFrame(standsAtSide ? platform::CGRect{screen.width - height, 0, height, screen.height}
+                        : platform::CGRect{0, screen.height - height, screen.width, height});
+}
+
+void DockView::paint(cairo_t* context, artwork::Size size) {
+  artwork::drawDock(context, size, standsAtSide_, isPad_);
+}
+
+}  // namespace host

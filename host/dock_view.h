@@ -1,0 +1,35 @@
+// The dock, and the class "SBDockView" that knows its height.
+#pragma once
+
+#include <memory>
+
+#include "host/cached_view.h"
+#include "platform/linux/class_table.h"
+
+namespace host {
+
+class DockView : public CachedView {
+ public:
+  // Registers the class "SBDockView".
+  static void registerClass();
+  static std::shared_ptr<DockView> make(bool isPad);
+
+  // The dock's thickness in points, asked of the class by name, as everybody in the process does.
+  static platform::CGFloat defaultHeight();
+
+  // Along the given edge of a screen of this size: the bottom, or the right side.
+  void layOut(platform::CGSize screen, bool standsAtSide);
+
+ protected:
+  void paint(cairo_t* context, artwork::Size size) override;
+
+ private:
+  template <typename View, typename... Arguments>
+  friend std::shared_ptr<View> platform::makeViewOfClass(platform::Class, Arguments&&...);
+  explicit DockView(bool isPad) : isPad_(isPad) {}
+
+  const bool isPad_;
+  bool standsAtSide_ = false;
+};
+
+}  // namespace host

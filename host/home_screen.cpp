@@ -1,0 +1,74 @@
+#include "host/home_screen.h"
+
+#include "artwork/app.h"
+#include "artwork/home_icons.h"
+#include "artwork/lock_screen.h"
+#include "artwork/painting.h"
+#include "artwork/status_bar.h"
+
+namespace host {
+namespace {
+
+struct KeyHelp {
+  const char* key;
+  const char* effect;
+};
+
+constexpr KeyHelp keyHelp[] = {
+    {"L", "lock, unlock"},    {"H", "home screen"}, {"A", "open an app"}, {"\u2190 \u2192", "turn"},
+    {"\u2191 \u2193", "upright, upside down"}, {"S", "screenshot"}, {"P", "display off, on"},
+    {"Q", "quit"},            {"?", "these keys"},
+};
+
+}  // namespace
+
+void StatusBarView::setTime(const TimeOfDay& time) {
+  time_ = time;
+  forgetPainting();
+}
+
+void StatusBarView::paint(cairo_t* context, artwork::Size size) {
+  artwork::drawStatusBar(context, size, time_.time);
+}
+
+void HomeIconsView::paint(cairo_t* context, artwork::Size size) {
+  artwork::drawHomeIcons(context, size, isPad_);
+}
+
+void LockScreenView::setTime(const TimeOfDay& time) {
+  time_ = time;
+  forgetPainting();
+}
+
+void LockScreenView::paint(cairo_t* context, artwork::Size size) {
+  artwork::drawLockScreen(context, size, time_.time, time_.date);
+}
+
+void AppView::paint(cairo_t* context, artwork::Size size) {
+  artwork::drawApp(context, size);
+}
+
+void KeyHelpView::paint(cairo_t* context, artwork::Size size) {
+  using artwork::Align;
+  using artwork::Weight;
+  constexpr double plateWidth = 280;
+  constexpr double margin = 24;
+  constexpr double lineHeight = 28;
+  constexpr double radius = 22;
+  constexpr double fontSize = 15;
+  const double plateHeight = std::size(keyHelp) * lineHeight + 2 * margin;
+  const artwork::Rect plate{(size.width - plateWidth) / 2, (size.height - plateHeight) / 2,
+                            plateWidth, plateHeight};
+  artwork::fillRoundedRect(context, plate, radius, artwork::kBlack.withAlpha(0.72));
+  double baseline = plate.y + margin + fontSize;
+  for (const auto& [key, effect] : keyHelp) {
+    const double left = plate.x + margin;
+    artwork::drawText(context, key, {left, baseline},
+                      {fontSize, Weight::SemiBold, artwork::kWhite, Align::Left});
+    artwork::drawText(context, effect, {left + 64, baseline},
+                      {fontSize, Weight::Medium, artwork::kWhite, Align::Left});
+    baseline += lineHeight;
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,99 @@
+#include "host/host_options.h"
+
+#include <cstdlib>
+#include <sstream>
+
+namespace host {
+namespace {
+
+constexpr int smallestSide = 64;
+constexpr int largestSide = 4096;
+constexpr int largestScale = 4;
+constexpr int largestRefreshRate = 240;
+
+constexpr int phoneSize[] = {390, 844};
+constexpr int padSize[] = {820, 1180};
+
+bool parseSize(const std::string& text, HostOptions& options) {
+  std::istringstream stream(text);
+  char separator = 0;
+  stream >> options.width >> separator >> options.height;
+  auto fits = [](int side) { return side >= smallestSide && side <= largestSide; };
+  return stream && stream.eof() && separator == 'x' && fits(options.width) && fits(options.height);
+}
+
+std::string sizeProblem() {
+  return "must be WxH in points, from " + std::to_string(smallestSide) + " to " +
+         std::to_string(largestSide) + " each";
+}
+
+}  // namespace
+
+void addHostOptions(CLI::App& command, HostOptions& options) {
+  command
+      .add_option("--display", options.display,
+                  "window, headless, or auto: a window where there is a screen for it")
+      ->check(CLI::IsMember({"auto", "window", "desktop", "headless"}))
+      ->type_name("auto|window|desktop|headless");
+  command.add_option_function<std::string>(
+             "--screen",
+             [&options](const std::string& text) {
+               if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
+             },
+             "size of the upright device in points")
+      ->type_name("WxH");
+  command.add_option("--scale", options.scale, "pixels per point")
+      ->check(CLI::Range(1, largestScale))
+      ->type_name("N");
+  command.add_option("--refresh", options.refreshRate, "display refreshes per second")
+      ->check(CLI::Range(1, largestRefreshRate))
+      ->type_name("HZ");
+  command
+      .add_option_function<std::string>(
+          "--idiom", [&options](const std::string& idiom) { options.isPad = idiom == "pad"; },
+          "kind of device")
+      ->check(CLI::IsMember({"phone", "pad"}))
+      ->type_name("phone|pad");
+  command.add_flag("--locked", options.startsLocked, "start on the lock screen");
+  command
+      .add_option_function<std::string>(
+          "--clock",
+          [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
+          "manual: stands still until `lumora advance` moves it (headless only)")
+      ->check(CLI::IsMember({"real", "manual"}))
+      ->type_name("real|manual");
+  command.parse_complete_callback([&options] {
+    if (options.width == 0) {
+      const auto& size = options.isPad ? padSize : phoneSize;
+      options.width = size[0];
+      options.height = size[1];
+    }
+    if (options.display == "desktop") {
+      throw CLI::ValidationError("--display", "desktop is not available yet; use window");
+    }
+    if (options.hasManualClock && chosenDisplay(options) != "headless") {
+      throw CLI::ValidationError("--clock", "manual needs --display headless");
+    }
+  });
+}
+
+std::vector<std::string> hostArguments(const HostOptions& options) {
+  std::vector<std::string> arguments{
+      "--display", chosenDisplay(options),
+      "--screen",  std::to_string(options.width) + "x" + std::to_string(options.height),
+      "--scale",   std::to_string(options.scale),
+      "--refresh", std::to_string(options.refreshRate),
+      "--idiom",   options.isPad ? "pad" : "phone",
+      "--clock",   options.hasManualClock ? "manual" : "real",
+  };
+  if (options.startsLocked) arguments.emplace_back("--locked");
+  return arguments;
+}
+
+std::string chosenDisplay(const HostOptions& options) {
+  if (options.display != "auto") return options.display;
+  const char* screen = std::getenv("DISPLAY");
+  return screen != nullptr && *screen != '\0' ? "window" : "headless";
+}
+
+}  // namespace host

@@ -1,0 +1,33 @@
+// How the home screen is to start. Shared by the home-screen program and the command that starts it.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace host {
+
+struct HostOptions {
+  std::string display = "auto";
+  // In points, of the upright device; 0 takes the kind of device's usual size.
+  int width = 0;
+  int height = 0;
+  // Pixels per point.
+  int scale = 1;
+  int refreshRate = 60;
+  bool isPad = false;
+  bool startsLocked = false;
+  bool hasManualClock = false;
+};
+
+// Declares the options on a command line; they are filled in, and checked, when it is parsed.
+void addHostOptions(CLI::App& command, HostOptions& options);
+
+// The options as arguments that addHostOptions takes.
+std::vector<std::string> hostArguments(const HostOptions& options);
+
+// The display with "auto" decided: a window where there is a screen to show one on.
+std::string chosenDisplay(const HostOptions& options);
+
+}  // namespace host

@@ -1,0 +1,129 @@
+// springboard: a home screen for Linux. It draws a still wallpaper and what stands before it, loads
+// the libraries it is told to, as the hooking loader does on the device, and knows nothing of them.
+
+#include <dlfcn.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+#include <memory>
+#include <stdexcept>
+
+#include "host/control_service.h"
+#include "host/host_options.h"
+#include "host/spring_board.h"
+#include "host/window_display.h"
+#include "platform/linux/activity.h"
+#include "platform/linux/bus.h"
+#include "platform/linux/device_root.h"
+#include "platform/linux/run_loop.h"
+
+namespace {
+
+using platform::RunLoop;
+
+struct Arguments {
+  host::HostOptions host;
+  std::string root;
+  std::string bus;
+  std::vector<std::string> libraries;
+};
+
+constexpr int exitFailed = 1;
+constexpr int exitWrongUse = 2;
+
+bool busWasLost = false;
+
+void declareArguments(CLI::App& command, Arguments& arguments) {
+  command.add_option("--root", arguments.root, "folder that holds the device's files")
+      ->required()
+      ->check(CLI::ExistingDirectory);
+  command.add_option("--bus", arguments.bus, "address of the device's message bus")->required();
+  command.add_option("--library", arguments.libraries, "library to load into the home screen")
+      ->check(CLI::ExistingFile);
+  host::addHostOptions(command, arguments.host);
+}
+
+void loadLibraries(const std::vector<std::string>& libraries) {
+  for (const std::string& library : libraries) {
+    if (dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL) == nullptr) {
+      throw std::runtime_error(dlerror());
+    }
+  }
+}
+
+// Ends the run loop on the signals by which people and programs end processes.
+void stopOnSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+  RunLoop::main().addSource(descriptor, [descriptor] {
+    signalfd_siginfo info{};
+    if (read(descriptor, &info, sizeof info) > 0) RunLoop::main().stop();
+  });
+}
+
+void openBus(const std::string& address) {
+  platform::Bus::open(address, [] {
+    busWasLost = true;
+    RunLoop::main().stop();
+  });
+}
+
+void runHomeScreen(const Arguments& arguments) {
+  platform::setDeviceRoot(arguments.root);
+  stopOnSignals();
+  openBus(arguments.bus);
+  // They live until the process ends: blocks of the libraries may speak to them until then.
+  auto* springBoard = new host::SpringBoard(arguments.host);
+  auto* control = new host::ControlService(*springBoard);
+  loadLibraries(arguments.libraries);
+  std::unique_ptr<host::WindowDisplay> window;
+  if (host::chosenDisplay(arguments.host) == "window") {
+    window = std::make_unique<host::WindowDisplay>(*springBoard);
+  }
+  springBoard->launch();
+  RunLoop::main().perform([control] { control->announce(); });
+  while (!RunLoop::main().isStopped()) {
+    RunLoop::main().turn(std::nullopt);
+    control->runJobs();
+  }
+  if (busWasLost) throw std::runtime_error("the message bus has gone away");
+}
+
+int reportFailure(const char* reason) {
+  std::fprintf(stderr, "springboard: %s\n", reason);
+  return exitFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App command("A home screen for Linux. Usually started by `lumora run`.", "springboard");
+  Arguments arguments;
+  declareArguments(command, arguments);
+  try {
+    command.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return command.exit(error) == 0 ? EXIT_SUCCESS : exitWrongUse;
+  }
+  int code = EXIT_SUCCESS;
+  try {
+    runHomeScreen(arguments);
+  } catch (const sdbus::Error& error) {
+    code = reportFailure(("message bus: " + error.getMessage()).c_str());
+  } catch (const std::exception& error) {
+    code = reportFailure(error.what());
+  }
+  // Work that still runs in the background is not waited for; it must not meet a process half gone.
+  if (platform::pendingBackgroundOperations() > 0) std::_Exit(code);
+  return code;
+}

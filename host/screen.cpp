@@ -1,0 +1,99 @@
+#include "host/screen.h"
+
+#include <initializer_list>
+
+#include "host/wallpaper_controller.h"
+
+namespace host {
+namespace {
+
+using platform::CGFloat;
+using platform::CGRect;
+using platform::CGSize;
+using platform::UIInterfaceOrientation;
+
+constexpr CGFloat uprightPhoneStatusBarHeight = 44;
+constexpr CGFloat otherStatusBarHeight = 28;
+
+constexpr platform::UIColor black{0, 0, 0, 1};
+
+}  // namespace
+
+Screen::Screen(CGSize size, bool isPad)
+    : uprightSize_(size),
+      isPad_(isPad),
+      root_(std::make_shared<platform::UIView>()),
+      wallpapers_(std::make_shared<platform::UIView>()),
+      icons_(std::make_shared<HomeIconsView>(isPad)),
+      dock_(DockView::make(isPad)),
+      lockScreen_(std::make_shared<LockScreenView>()),
+      statusBar_(std::make_shared<StatusBarView>()),
+      app_(std::make_shared<AppView>()),
+      keyHelp_(std::make_shared<KeyHelpView>()) {
+  root_->setBackgroundColor(black);
+  keyHelp_->setHidden(true);
+  const std::initializer_list<std::shared_ptr<platform::UIView>> backToFront = {
+      wallpapers_, icons_, dock_, lockScreen_, statusBar_, app_, keyHelp_};
+  for (const auto& view : backToFront) root_->addSubview(view);
+}
+
+void Screen::start() {
+  WallpaperController::instance().start(wallpapers_);
+  showTime();
+  layOut();
+}
+
+CGSize Screen::size() const {
+  const bool isUpright = orientation_ == UIInterfaceOrientation::Portrait ||
+                         orientation_ == UIInterfaceOrientation::PortraitUpsideDown;
+  return isUpright ? uprightSize_ : CGSize{uprightSize_.height, uprightSize_.width};
+}
+
+void Screen::turn(UIInterfaceOrientation orientation) {
+  orientation_ = orientation;
+  layOut();
+}
+
+void Screen::layOut() {
+  const CGSize whole = size();
+  const CGRect everything{0, 0, whole.width, whole.height};
+  const bool isSideways = whole == CGSize{uprightSize_.height, uprightSize_.width} &&
+                          !(whole == uprightSize_);
+  const bool dockStandsAtSide = isSideways && !isPad_;
+  const CGFloat statusBarHeight =
+      isSideways || isPad_ ? otherStatusBarHeight : uprightPhoneStatusBarHeight;
+  for (const auto& view : std::initializer_list<std::shared_ptr<platform::UIView>>{
+           root_, wallpapers_, lockScreen_, app_, keyHelp_}) {
+    view->setFrame(everything);
+  }
+  WallpaperController::instance().layOut(whole);
+  statusBar_->setFrame({0, 0, whole.width, statusBarHeight});
+  dock_->layOut(whole, dockStandsAtSide);
+  const CGRect dock = dock_->frame();
+  const CGFloat right = dockStandsAtSide ? dock.x : whole.width;
+  const CGFloat bottom = dockStandsAtSide ? whole.height : dock.y;
+  icons_->setFrame({0, statusBarHeight, right, bottom - statusBarHeight});
+}
+
+void Screen::show(ScreenState state) {
+  const bool isHome = state == ScreenState::Home;
+  const bool isLocked = state == ScreenState::Locked;
+  icons_->setHidden(!isHome);
+  dock_->setHidden(!isHome);
+  lockScreen_->setHidden(!isLocked);
+  statusBar_->setHidden(!isHome && !isLocked);
+  app_->setHidden(state != ScreenState::App);
+  WallpaperController::instance().setVisibility({isLocked, isHome});
+}
+
+void Screen::showTime() {
+  const TimeOfDay time = timeOfDay();
+  statusBar_->setTime(time);
+  lockScreen_->setTime(time);
+}
+
+void Screen::toggleKeyHelp() {
+  keyHelp_->setHidden(!keyHelp_->hidden());
+}
+
+}  // namespace host

@@ -1,0 +1,48 @@
+// Everything on the screen: the tree of views, laid out for the device and its orientation. Main
+// thread.
+#pragma once
+
+#include <memory>
+
+#include "host/dock_view.h"
+#include "host/home_screen.h"
+#include "platform/device.h"
+#include "platform/view.h"
+
+namespace host {
+
+enum class ScreenState { Locked, Home, App, Off };
+
+class Screen {
+ public:
+  // size: of the upright device, in points.
+  Screen(platform::CGSize size, bool isPad);
+
+  // Makes the wallpapers and lays everything out.
+  void start();
+  void show(ScreenState state);
+  void turn(platform::UIInterfaceOrientation orientation);
+  void showTime();
+  void toggleKeyHelp();
+
+  // Of the screen as it lies now.
+  platform::CGSize size() const;
+  platform::UIView& root() const { return *root_; }
+
+ private:
+  void layOut();
+
+  const platform::CGSize uprightSize_;
+  const bool isPad_;
+  platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
+  std::shared_ptr<platform::UIView> root_;
+  std::shared_ptr<platform::UIView> wallpapers_;
+  std::shared_ptr<HomeIconsView> icons_;
+  std::shared_ptr<DockView> dock_;
+  std::shared_ptr<LockScreenView> lockScreen_;
+  std::shared_ptr<StatusBarView> statusBar_;
+  std::shared_ptr<AppView> app_;
+  std::shared_ptr<KeyHelpView> keyHelp_;
+};
+
+}  // namespace host

@@ -1,0 +1,39 @@
+#include "host/screenshot.h"
+
+#include <cmath>
+
+#include "platform/linux/view_renderer.h"
+
+namespace host {
+namespace {
+
+cairo_status_t append(void* closure, const unsigned char* data, unsigned int length) {
+  auto* bytes = static_cast<std::vector<std::uint8_t>*>(closure);
+  bytes->insert(bytes->end(), data, data + length);
+  return CAIRO_STATUS_SUCCESS;
+}
+
+}  // namespace
+
+void drawScreen(Screen& screen, cairo_surface_t* surface, int scale) {
+  cairo_t* context = cairo_create(surface);
+  cairo_scale(context, scale, scale);
+  platform::renderView(screen.root(), context);
+  cairo_destroy(context);
+  cairo_surface_flush(surface);
+}
+
+std::vector<std::uint8_t> takeScreenshot(Screen& screen, int scale) {
+  const platform::CGSize size = screen.size();
+  cairo_surface_t* surface =
+      cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(size.width)) * scale,
+                                 static_cast<int>(std::lround(size.height)) * scale);
+  drawScreen(screen, surface, scale);
+  std::vector<std::uint8_t> png;
+  const cairo_status_t status = cairo_surface_write_to_png_stream(surface, append, &png);
+  cairo_surface_destroy(surface);
+  if (status != CAIRO_STATUS_SUCCESS) png.clear();
+  return png;
+}
+
+}  // namespace host

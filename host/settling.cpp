@@ -1,0 +1,49 @@
+#include "host/settling.h"
+
+#include <functional>
+#include <memory>
+
+#include "platform/linux/activity.h"
+#include "platform/linux/bus.h"
+#include "platform/linux/run_loop.h"
+
+namespace host {
+namespace {
+
+using platform::RunLoop;
+using TimePoint = std::chrono::steady_clock::time_point;
+
+bool turnUntil(const std::function<bool()>& condition, TimePoint limit) {
+  while (!condition()) {
+    if (RunLoop::main().isStopped() || RunLoop::Clock::now() >= limit) return false;
+    RunLoop::main().turn(limit);
+  }
+  return true;
+}
+
+bool deliverMessages(TimePoint limit) {
+  platform::Bus* bus = platform::Bus::current();
+  if (bus == nullptr) return true;
+  auto delivered = std::make_shared<bool>(false);
+  bus->whenDelivered([delivered] { *delivered = true; });
+  return turnUntil([&delivered] { return *delivered; }, limit);
+}
+
+bool isIdle() {
+  return platform::pendingBackgroundOperations() == 0;
+}
+
+}  // namespace
+
+bool settle(TimePoint limit) {
+  std::uint64_t before = 0;
+  do {
+    before = platform::activityCount();
+    RunLoop::main().runMainQueue();
+    if (!turnUntil(isIdle, limit) || !deliverMessages(limit)) return false;
+    RunLoop::main().runMainQueue();
+  } while (platform::activityCount() != before || !isIdle());
+  return true;
+}
+
+}  // namespace host

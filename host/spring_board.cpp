@@ -1,0 +1,105 @@
+#include "host/spring_board.h"
+
+#include "host/wallpaper_controller.h"
+#include "platform/linux/device_events.h"
+#include "platform/linux/display_clock.h"
+#include "platform/linux/run_loop.h"
+
+namespace host {
+namespace {
+
+using platform::id;
+using platform::SEL;
+using platform::UIInterfaceOrientation;
+
+}  // namespace
+
+struct SpringBoard::Object : objc_object {
+  explicit Object(SpringBoard& owner) : springBoard(owner) {}
+  SpringBoard& springBoard;
+
+  static void applicationDidFinishLaunching(id self, SEL /*selector*/, id /*application*/) {
+    static_cast<Object*>(self)->springBoard.finishLaunching();
+  }
+};
+
+SpringBoard::SpringBoard(const HostOptions& options)
+    : options_(options), object_(std::make_unique<Object>(*this)) {
+  const auto width = static_cast<platform::CGFloat>(options.width);
+  const auto height = static_cast<platform::CGFloat>(options.height);
+  platform::setMainScreenBounds({0, 0, width, height});
+  platform::setUserInterfaceIdiom(options.isPad ? platform::UIUserInterfaceIdiom::Pad
+                                                : platform::UIUserInterfaceIdiom::Phone);
+  auto& clock = platform::DisplayClock::main();
+  clock.setRefreshRate(options.refreshRate);
+  if (options.hasManualClock) clock.setManual();
+
+  platform::Class cls = platform::registerClass("SpringBoard", nullptr);
+  platform::addMethod(cls, "applicationDidFinishLaunching:", Object::applicationDidFinishLaunching);
+  object_->isa = cls;
+  DockView::registerClass();
+  WallpaperController::registerClasses();
+  screen_ = std::make_unique<Screen>(platform::CGSize{width, height}, options.isPad);
+}
+
+SpringBoard::~SpringBoard() = default;
+
+void SpringBoard::launch() {
+  platform::objc_msgSend<void, id>(object_.get(), "applicationDidFinishLaunching:", object_.get());
+}
+
+void SpringBoard::finishLaunching() {
+  screen_->start();
+  show(options_.startsLocked ? ScreenState::Locked : ScreenState::Home);
+}
+
+void SpringBoard::show(ScreenState state) {
+  state_ = state;
+  screen_->showTime();
+  screen_->show(state);
+  keepTime();
+}
+
+// A display that draws by itself keeps its clock right while a clock is to be seen; otherwise nothing
+// wakes the process for it.
+void SpringBoard::keepTime() {
+  const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
+  if (keepsTime_ || !showsClock || chosenDisplay(options_) == "headless") return;
+  keepsTime_ = true;
+  platform::RunLoop::main().callAt(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
+    keepsTime_ = false;
+    screen_->showTime();
+    keepTime();
+  });
+}
+
+void SpringBoard::lock() {
+  if (state_ != ScreenState::Off) show(ScreenState::Locked);
+}
+
+void SpringBoard::goHome() {
+  show(ScreenState::Home);
+}
+
+void SpringBoard::openApp() {
+  show(ScreenState::App);
+}
+
+void SpringBoard::closeApp() {
+  if (state_ == ScreenState::App) show(ScreenState::Home);
+}
+
+void SpringBoard::turnDisplay(bool on) {
+  if (!on) show(ScreenState::Off);
+  if (on && state_ == ScreenState::Off) show(ScreenState::Locked);
+}
+
+void SpringBoard::rotate(UIInterfaceOrientation orientation) {
+  if (orientation == orientation_) return;
+  orientation_ = orientation;
+  platform::setStatusBarOrientation(orientation);
+  screen_->turn(orientation);
+  platform::postNotification("UIDeviceOrientationDidChangeNotification");
+}
+
+}  // namespace host

@@ -1,0 +1,95 @@
+#include "host/status_report.h"
+
+#include <nlohmann/json.hpp>
+
+#include <utility>
+
+namespace host {
+namespace {
+
+using nlohmann::json;
+using platform::UIInterfaceOrientation;
+
+class JsonDescription : public platform::ViewDescription {
+ public:
+  explicit JsonDescription(json& object) : object_(object) {}
+
+  void addText(std::string_view name, std::string_view value) override { add(name, value); }
+  void addNumber(std::string_view name, double value) override { add(name, value); }
+  void addInteger(std::string_view name, long long value) override { add(name, value); }
+  void addFlag(std::string_view name, bool value) override { add(name, value); }
+
+ private:
+  template <typename Value>
+  void add(std::string_view name, const Value& value) {
+    object_[std::string(name)] = value;
+  }
+
+  json& object_;
+};
+
+// A device turned to the left has its status bar at the side that was its right.
+constexpr std::pair<UIInterfaceOrientation, const char*> orientationNames[] = {
+    {UIInterfaceOrientation::Portrait, "portrait"},
+    {UIInterfaceOrientation::PortraitUpsideDown, "upside-down"},
+    {UIInterfaceOrientation::LandscapeRight, "left"},
+    {UIInterfaceOrientation::LandscapeLeft, "right"},
+};
+
+const char* stateName(ScreenState state) {
+  switch (state) {
+    case ScreenState::Locked:
+      return "locked";
+    case ScreenState::Home:
+      return "home";
+    case ScreenState::App:
+      return "app";
+    case ScreenState::Off:
+      break;
+  }
+  return "off";
+}
+
+void describeTree(const platform::UIView& view, bool isVisible, json& views) {
+  json description;
+  JsonDescription sink(description);
+  view.describe(sink);
+  const platform::CGRect frame = view.frame();
+  const bool isShown = isVisible && !view.hidden();
+  description["frame"] = {frame.x, frame.y, frame.width, frame.height};
+  description["visible"] = isShown;
+  views.push_back(std::move(description));
+  for (const auto& subview : view.subviews()) describeTree(*subview, isShown, views);
+}
+
+}  // namespace
+
+const char* orientationName(UIInterfaceOrientation orientation) {
+  for (const auto& [value, name] : orientationNames) {
+    if (value == orientation) return name;
+  }
+  return "";
+}
+
+std::optional<UIInterfaceOrientation> orientationNamed(const std::string& name) {
+  for (const auto& [value, known] : orientationNames) {
+    if (name == known) return value;
+  }
+  return std::nullopt;
+}
+
+std::string statusReport(SpringBoard& springBoard) {
+  const HostOptions& options = springBoard.options();
+  json report = {
+      {"screen", stateName(springBoard.state())},
+      {"orientation", orientationName(springBoard.orientation())},
+      {"idiom", options.isPad ? "pad" : "phone"},
+      {"size", {options.width, options.height}},
+      {"scale", options.scale},
+      {"views", json::array()},
+  };
+  describeTree(springBoard.screen().root(), true, report["views"]);
+  return report.dump();
+}
+
+}  // namespace host

@@ -1,0 +1,18 @@
+// What the home screen says of itself to someone who asks. Main thread.
+#pragma once
+
+#include <string>
+
+#include "host/spring_board.h"
+
+namespace host {
+
+// A JSON object: the screen's state, orientation, kind, size and scale, and under "views" every view
+// of the tree, back to front, with its frame, whether it is to be seen, and what it tells of itself.
+std::string statusReport(SpringBoard& springBoard);
+
+const char* orientationName(platform::UIInterfaceOrientation orientation);
+// Nothing for a name that is none.
+std::optional<platform::UIInterfaceOrientation> orientationNamed(const std::string& name);
+
+}  // namespace host

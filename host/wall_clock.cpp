@@ -1,0 +1,46 @@
+#include "host/wall_clock.h"
+
+#include <ctime>
+
+#include "platform/linux/display_clock.h"
+
+namespace host {
+namespace {
+
+using std::chrono::system_clock;
+
+// 9 January 2024, 9:41, counted as if local time were UTC.
+constexpr std::time_t manualStart = 1704793260;
+
+std::string formatted(const std::tm& moment, const char* format) {
+  char text[64];
+  return std::string(text, std::strftime(text, sizeof text, format, &moment));
+}
+
+std::tm brokenDown() {
+  const auto& clock = platform::DisplayClock::main();
+  std::tm moment{};
+  if (clock.isManual()) {
+    const auto advanced = std::chrono::duration_cast<std::chrono::seconds>(clock.manualTime());
+    const std::time_t seconds = manualStart + advanced.count();
+    gmtime_r(&seconds, &moment);
+  } else {
+    const std::time_t seconds = system_clock::to_time_t(system_clock::now());
+    localtime_r(&seconds, &moment);
+  }
+  return moment;
+}
+
+}  // namespace
+
+TimeOfDay timeOfDay() {
+  const std::tm moment = brokenDown();
+  return {formatted(moment, "%-H:%M"), formatted(moment, "%A, %-d %B")};
+}
+
+std::chrono::steady_clock::duration untilNextMinute() {
+  const auto now = system_clock::now();
+  return std::chrono::ceil<std::chrono::minutes>(now.time_since_epoch()) - now.time_since_epoch();
+}
+
+}  // namespace host

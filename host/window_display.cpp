@@ -1,0 +1,170 @@
+#include "host/window_display.h"
+
+#include <SDL2/SDL.h>
+#include <SDL2/SDL_syswm.h>
+#include <X11/Xlib.h>
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include "host/screenshot.h"
+#include "platform/linux/run_loop.h"
+
+namespace host {
+namespace {
+
+using platform::RunLoop;
+using platform::UIInterfaceOrientation;
+
+[[noreturn]] void fail() {
+  throw std::runtime_error(std::string("cannot open a window: ") + SDL_GetError());
+}
+
+void saveScreenshot(SpringBoard& springBoard) {
+  static int count = 0;
+  const std::string name = "springboard-" + std::to_string(++count) + ".png";
+  const auto png = takeScreenshot(springBoard.screen(), springBoard.options().scale);
+  std::ofstream file(name, std::ios::binary);
+  file.write(reinterpret_cast<const char*>(png.data()), static_cast<std::streamsize>(png.size()));
+  file.close();
+  if (file) {
+    std::printf("%s\n", name.c_str());
+    std::fflush(stdout);
+  } else {
+    std::fprintf(stderr, "springboard: cannot write %s here\n", name.c_str());
+  }
+}
+
+void toggleLock(SpringBoard& springBoard) {
+  if (springBoard.state() == ScreenState::Locked) {
+    springBoard.goHome();
+  } else {
+    springBoard.lock();
+  }
+}
+
+}  // namespace
+
+struct WindowDisplay::Impl {
+  explicit Impl(SpringBoard& board) : springBoard(board) {}
+  ~Impl();
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+
+  void open();
+  int connection() const;
+  void handleEvents();
+  void handleKey(const SDL_KeyboardEvent& key);
+  void draw();
+  void fitToScreen();
+
+  SpringBoard& springBoard;
+  SDL_Window* window = nullptr;
+  int width = 0;
+  int height = 0;
+};
+
+WindowDisplay::WindowDisplay(SpringBoard& springBoard)
+    : impl_(std::make_unique<Impl>(springBoard)) {
+  impl_->open();
+}
+
+WindowDisplay::~WindowDisplay() = default;
+
+WindowDisplay::Impl::~Impl() {
+  RunLoop::main().setDrawing(nullptr);
+  if (window != nullptr) SDL_DestroyWindow(window);
+  SDL_Quit();
+}
+
+void WindowDisplay::Impl::open() {
+  // Only of an X11 connection can the run loop wait for events and other things at once.
+  SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11");
+  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  if (SDL_Init(SDL_INIT_VIDEO) != 0) fail();
+  window = SDL_CreateWindow("Lumora", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                            springBoard.options().width * springBoard.options().scale,
+                            springBoard.options().height * springBoard.options().scale, 0);
+  if (window == nullptr) fail();
+  RunLoop::main().addSource(connection(), [this] { handleEvents(); });
+  RunLoop::main().setDrawing([this] { draw(); });
+}
+
+int WindowDisplay::Impl::connection() const {
+  SDL_SysWMinfo info;
+  SDL_VERSION(&info.version);
+  if (SDL_GetWindowWMInfo(window, &info) != SDL_TRUE) fail();
+  return XConnectionNumber(info.info.x11.display);
+}
+
+void WindowDisplay::Impl::handleEvents() {
+  SDL_Event event;
+  while (SDL_PollEvent(&event) != 0) {
+    if (event.type == SDL_QUIT) RunLoop::main().stop();
+    if (event.type == SDL_KEYDOWN && event.key.repeat == 0) handleKey(event.key);
+    if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
+      RunLoop::main().setNeedsDisplay();
+    }
+  }
+}
+
+void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {
+  switch (key.keysym.sym) {
+    case SDLK_l:
+      return toggleLock(springBoard);
+    case SDLK_h:
+      return springBoard.goHome();
+    case SDLK_a:
+      return springBoard.openApp();
+    case SDLK_LEFT:
+      return springBoard.rotate(UIInterfaceOrientation::LandscapeRight);
+    case SDLK_RIGHT:
+      return springBoard.rotate(UIInterfaceOrientation::LandscapeLeft);
+    case SDLK_UP:
+      return springBoard.rotate(UIInterfaceOrientation::Portrait);
+    case SDLK_DOWN:
+      return springBoard.rotate(UIInterfaceOrientation::PortraitUpsideDown);
+    case SDLK_s:
+      return saveScreenshot(springBoard);
+    case SDLK_p:
+      return springBoard.turnDisplay(springBoard.state() == ScreenState::Off);
+    case SDLK_q:
+      return RunLoop::main().stop();
+    case SDLK_QUESTION:
+    case SDLK_SLASH:
+      return springBoard.screen().toggleKeyHelp();
+    default:
+      return;
+  }
+}
+
+// The window turns with the device.
+void WindowDisplay::Impl::fitToScreen() {
+  const platform::CGSize size = springBoard.screen().size();
+  const int scale = springBoard.options().scale;
+  const int newWidth = static_cast<int>(std::lround(size.width)) * scale;
+  const int newHeight = static_cast<int>(std::lround(size.height)) * scale;
+  if (newWidth == width && newHeight == height) return;
+  width = newWidth;
+  height = newHeight;
+  SDL_SetWindowSize(window, width, height);
+}
+
+void WindowDisplay::Impl::draw() {
+  fitToScreen();
+  SDL_Surface* pixels = SDL_GetWindowSurface(window);
+  if (pixels == nullptr || pixels->format->BytesPerPixel != sizeof(Uint32)) return;
+  cairo_surface_t* surface = cairo_image_surface_create_for_data(
+      static_cast<unsigned char*>(pixels->pixels), CAIRO_FORMAT_RGB24, pixels->w, pixels->h,
+      pixels->pitch);
+  drawScreen(springBoard.screen(), surface, springBoard.options().scale);
+  cairo_surface_destroy(surface);
+  SDL_UpdateWindowSurface(window);
+}
+
+}  // namespace host
