@@ -54,6 +54,7 @@ void ControlService::registerStates() {
   add("OpenApp", [this] { springBoard_.openApp(); });
   add("CloseApp", [this] { springBoard_.closeApp(); });
   add("DisplayOn", [this] { springBoard_.turnDisplay(true); });
+  add("Settle", [] {});
   add("DisplayOff", [this] { springBoard_.turnDisplay(false); });
 }
 

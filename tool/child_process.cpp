@@ -1,0 +1,60 @@
+#include "tool/child_process.h"
+
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <thread>
+
+#include "tool/failure.h"
+
+namespace tool {
+namespace {
+
+[[noreturn]] void becomeProgram(char* const* arguments, pid_t parent, int closed) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  // The parent may have died before the line above.
+  if (getppid() != parent) _exit(EXIT_FAILURE);
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+  setpgid(0, 0);
+  if (closed >= 0) close(closed);
+  execvp(arguments[0], arguments);
+  _exit(exitCodeOfMissingProgram);
+}
+
+bool hasEnded(pid_t process) {
+  return waitpid(process, nullptr, WNOHANG) != 0;
+}
+
+}  // namespace
+
+pid_t startProgram(const std::vector<std::string>& arguments, int closed) {
+  std::vector<char*> pointers;
+  for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  pointers.push_back(nullptr);
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) throw Failure("cannot start " + arguments.front() + ": " + std::strerror(errno));
+  if (child == 0) becomeProgram(pointers.data(), parent, closed);
+  return child;
+}
+
+void endProgram(pid_t process) {
+  constexpr std::chrono::milliseconds pause{10};
+  constexpr int patience = 500;
+  kill(process, SIGTERM);
+  for (int count = 0; count < patience; ++count) {
+    if (hasEnded(process)) return;
+    std::this_thread::sleep_for(pause);
+  }
+  kill(process, SIGKILL);
+  waitpid(process, nullptr, 0);
+}
+
+}  // namespace tool

@@ -1,0 +1,22 @@
+// Programs started by this one.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+// Starts a program, found on the PATH unless its name has a slash, apart from the terminal's
+// signals; it is ended with SIGTERM when this process dies. Descriptors at or above 3 that are not
+// close-on-exec go with it, but for the one given. Throws Failure if it cannot be started at all; a
+// program that is not there ends with exit code 127.
+pid_t startProgram(const std::vector<std::string>& arguments, int closed = -1);
+
+// Ends a program that startProgram has started, gently first, and waits for its end.
+void endProgram(pid_t process);
+
+constexpr int exitCodeOfMissingProgram = 127;
+
+}  // namespace tool

@@ -1,0 +1,64 @@
+// What every command needs: the device, and a way to say what the command does once the line is
+// known to be right.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <cctype>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "settings/screen_location.h"
+#include "tool/device_folder.h"
+#include "tool/host_connection.h"
+
+namespace tool {
+
+// Lives as long as the command line is worked on.
+struct Context {
+  std::string root;
+  // Runs after the whole line has been parsed; gives the exit code.
+  std::function<int()> action;
+
+  DeviceFolder device() const { return DeviceFolder(root); }
+};
+
+// Declares a command with its description; perform is what it does.
+inline CLI::App* addCommand(CLI::App& parent, Context& context, const std::string& name,
+                            const std::string& description, std::function<void()> perform) {
+  CLI::App* command = parent.add_subcommand(name, description);
+  command->callback([&context, perform = std::move(perform)] {
+    context.action = [perform] {
+      perform();
+      return 0;
+    };
+  });
+  return command;
+}
+
+// A required positional argument that must be one of the words given.
+inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::string& value,
+                              const std::vector<std::string>& words) {
+  return command->add_option(name, value, CLI::detail::join(words, ", "))
+      ->required()
+      ->check(CLI::IsMember(words));
+}
+
+inline void addTimeout(CLI::App* command, double& seconds) {
+  command->add_option("--timeout", seconds, "how long to wait at most")
+      ->check(CLI::Range(0.0, 1e6))
+      ->type_name("SECONDS")
+      ->capture_default_str();
+}
+
+inline const std::vector<std::string> locationNames = {"shared", "lockscreen", "homescreen"};
+
+// Of one of locationNames.
+inline lumora::ScreenLocation locationNamed(std::string name) {
+  for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
+  return lumora::locationOfIdentifier(name);
+}
+
+}  // namespace tool

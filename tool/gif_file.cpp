@@ -1,0 +1,20 @@
+#include "tool/gif_file.h"
+
+#include "platform/image_source.h"
+#include "tool/failure.h"
+#include "tool/user_file.h"
+
+namespace tool {
+
+ChosenGif readGif(const std::string& path) {
+  ChosenGif gif;
+  gif.bytes = readUserFile(path);
+  auto source = platform::CGImageSource::createWithData(gif.bytes);
+  if (!source || source->createImageAtIndex(0) == nullptr) {
+    throw Failure(path + " gives no picture: it is no GIF, is damaged, or is too large");
+  }
+  gif.frameCount = source->count();
+  return gif;
+}
+
+}  // namespace tool

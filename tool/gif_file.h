@@ -1,0 +1,19 @@
+// A GIF that the user chose.
+#pragma once
+
+#include <string>
+
+#include "platform/image.h"
+
+namespace tool {
+
+struct ChosenGif {
+  platform::Bytes bytes;
+  // As many as the file announces; damaged ones among them.
+  int frameCount = 0;
+};
+
+// Throws Failure if the file cannot be read or gives no frame.
+ChosenGif readGif(const std::string& path);
+
+}  // namespace tool

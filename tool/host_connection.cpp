@@ -1,0 +1,139 @@
+#include "tool/host_connection.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "host/control_names.h"
+#include "platform/linux/darwin_bus_names.h"
+#include "tool/failure.h"
+
+namespace tool {
+namespace {
+
+namespace darwin = platform::darwin;
+namespace control = host::control;
+
+std::uint64_t microseconds(Seconds timeout) {
+  return static_cast<std::uint64_t>(
+      std::chrono::duration_cast<std::chrono::microseconds>(timeout).count());
+}
+
+}  // namespace
+
+HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
+    : connection_(std::move(connection)),
+      proxy_(sdbus::createProxy(*connection_, control::busName, control::path)),
+      notifier_(sdbus::createObject(*connection_, darwin::path)) {}
+
+std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device) {
+  const auto address = device.busAddress();
+  if (!address) return nullptr;
+  try {
+    std::unique_ptr<HostConnection> host(
+        new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
+    return host->isAnnounced() ? std::move(host) : nullptr;
+  } catch (const sdbus::Error&) {
+    return nullptr;
+  }
+}
+
+std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& device) {
+  if (auto host = find(device)) return host;
+  throw Failure("no home screen is running for " + device.path().string() +
+                    "; start one with: lumora run",
+                ExitCode::NoHost);
+}
+
+bool HostConnection::isAnnounced() {
+  auto daemon = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+  bool owned = false;
+  daemon->callMethod("NameHasOwner")
+      .onInterface("org.freedesktop.DBus")
+      .withArguments(std::string(control::busName))
+      .storeResultsTo(owned);
+  return owned;
+}
+
+template <typename Use>
+void HostConnection::ask(Seconds timeout, const std::string& method, Use use) {
+  try {
+    auto invoker = proxy_->callMethod(method);
+    invoker.onInterface(control::interface).withTimeout(microseconds(timeout));
+    use(invoker);
+  } catch (const sdbus::Error& error) {
+    throw Failure("the home screen did not do it: " + error.getMessage());
+  }
+}
+
+void HostConnection::call(const std::string& method, Seconds timeout) {
+  ask(timeout, method, [](auto&) {});
+}
+
+void HostConnection::rotate(const std::string& orientation) {
+  ask(usualTimeout, "Rotate", [&](auto& invoker) { invoker.withArguments(orientation); });
+}
+
+void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
+  ask(timeout, "Advance", [&](auto& invoker) {
+    invoker.withArguments(static_cast<std::int64_t>(span.count()));
+  });
+}
+
+std::string HostConnection::status() {
+  std::string report;
+  ask(usualTimeout, "Status", [&](auto& invoker) { invoker.storeResultsTo(report); });
+  return report;
+}
+
+std::vector<std::uint8_t> HostConnection::screenshot() {
+  std::vector<std::uint8_t> png;
+  ask(usualTimeout, "Screenshot", [&](auto& invoker) { invoker.storeResultsTo(png); });
+  return png;
+}
+
+void HostConnection::post(const std::string& name) {
+  try {
+    auto signal = notifier_->createSignal(darwin::interface, darwin::signal);
+    signal << name;
+    notifier_->emitSignal(signal);
+    // The answer comes after the bus has taken the signal.
+    isAnnounced();
+  } catch (const sdbus::Error& error) {
+    throw Failure("cannot post " + name + ": " + error.getMessage());
+  }
+}
+
+void HostConnection::watch(std::function<void(const std::string&)> handler) {
+  watching_ = std::make_unique<sdbus::Slot>(connection_->addMatch(
+      darwin::matchRule(), [handler = std::move(handler)](sdbus::Message& message) {
+        std::string name;
+        message >> name;
+        handler(name);
+      }));
+}
+
+bool HostConnection::pump(std::chrono::steady_clock::time_point limit, int descriptor) {
+  try {
+    if (connection_->processPendingRequest()) {
+      while (connection_->processPendingRequest()) {
+      }
+      return true;
+    }
+    pollfd descriptors[] = {{connection_->getEventLoopPollData().fd, POLLIN, 0},
+                            {descriptor, POLLIN, 0}};
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(
+        limit - std::chrono::steady_clock::now());
+    constexpr std::int64_t longestPoll = 3600 * 1000;
+    poll(descriptors, std::size(descriptors),
+         static_cast<int>(std::clamp<std::int64_t>(rest.count(), 0, longestPoll)));
+    while (connection_->processPendingRequest()) {
+    }
+    return true;
+  } catch (const sdbus::Error&) {
+    return false;
+  }
+}
+
+}  // namespace tool

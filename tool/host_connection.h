@@ -1,0 +1,59 @@
+// A connection to the running home screen of a device, over the device's bus.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include "tool/device_folder.h"
+
+namespace tool {
+
+using Seconds = std::chrono::duration<double>;
+
+// How long a command waits unless told otherwise.
+constexpr Seconds usualTimeout{60};
+
+class HostConnection {
+ public:
+  // nullptr if no home screen of this device is running and has finished launching.
+  static std::unique_ptr<HostConnection> find(const DeviceFolder& device);
+  // The same, but throws Failure with exit code 3.
+  static std::unique_ptr<HostConnection> require(const DeviceFolder& device);
+
+  // These throw Failure if the home screen does not answer within the timeout or says no.
+  void call(const std::string& method, Seconds timeout = usualTimeout);
+  void rotate(const std::string& orientation);
+  void advance(std::chrono::nanoseconds span, Seconds timeout);
+  std::string status();
+  std::vector<std::uint8_t> screenshot();
+
+  // Posts a Darwin notification.
+  void post(const std::string& name);
+  // Gives the home screen time to do what notifications have asked for.
+  void settle() { call("Settle"); }
+
+  // From now on pump hands over the name of every Darwin notification.
+  void watch(std::function<void(const std::string&)> handler);
+  // Handles what arrives until the moment given at the latest, or until something did; also returns
+  // when the descriptor (unless negative) can be read. False once the bus has gone.
+  bool pump(std::chrono::steady_clock::time_point limit, int descriptor = -1);
+
+ private:
+  explicit HostConnection(std::unique_ptr<sdbus::IConnection> connection);
+  bool isAnnounced();
+  template <typename Use>
+  void ask(Seconds timeout, const std::string& method, Use use);
+
+  std::unique_ptr<sdbus::IConnection> connection_;
+  std::unique_ptr<sdbus::IProxy> proxy_;
+  std::unique_ptr<sdbus::IObject> notifier_;
+  std::unique_ptr<sdbus::Slot> watching_;
+};
+
+}  // namespace tool

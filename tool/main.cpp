@@ -1,0 +1,66 @@
+// lumora: the settings of a device on the command line, and the hand on its home screen.
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+
+#include "tool/command.h"
+#include "tool/failure.h"
+#include "tool/frames_command.h"
+#include "tool/run_command.h"
+#include "tool/screen_commands.h"
+#include "tool/settings_commands.h"
+#include "tool/status_command.h"
+
+namespace {
+
+void declareCommands(CLI::App& lumora, tool::Context& context) {
+  lumora.set_version_flag("--version", "lumora " LUMORA_VERSION);
+  lumora.add_option("--root", context.root,
+                    "folder of the device (else $LUMORA_ROOT, else ~/.local/share/lumora)")
+      ->type_name("DIR");
+  lumora.fallthrough();
+  lumora.require_subcommand(1);
+  tool::addRunCommand(lumora, context);
+  tool::addScreenCommands(lumora, context);
+  tool::addSettingsCommands(lumora, context);
+  tool::addStatusCommand(lumora, context);
+  tool::addNotificationCommands(lumora, context);
+  tool::addFramesCommand(lumora, context);
+}
+
+int reportWrongUse(const CLI::App& lumora, const CLI::ParseError& error) {
+  const auto commands = lumora.get_subcommands();
+  const CLI::App& used = commands.empty() ? lumora : *commands.front();
+  std::fprintf(stderr, "lumora: %s\n\n%s", error.what(), used.help(lumora.get_name()).c_str());
+  return tool::ExitCode::WrongUse;
+}
+
+int perform(const tool::Context& context) {
+  try {
+    return context.action();
+  } catch (const tool::Failure& failure) {
+    std::fprintf(stderr, "lumora: %s\n", failure.what());
+    return failure.code();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "lumora: %s\n", error.what());
+    return tool::ExitCode::Failed;
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App lumora("An animated GIF behind the icons of a phone's home screen.", "lumora");
+  tool::Context context;
+  declareCommands(lumora, context);
+  try {
+    lumora.parse(argc, argv);
+  } catch (const CLI::Success& asked) {
+    return lumora.exit(asked);
+  } catch (const CLI::ParseError& error) {
+    return reportWrongUse(lumora, error);
+  }
+  return perform(context);
+}

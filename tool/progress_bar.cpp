@@ -1,0 +1,32 @@
+#include "tool/progress_bar.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace tool {
+
+ProgressBar::ProgressBar(std::string label, int total)
+    : label_(std::move(label)), total_(std::max(total, 1)), isOnTerminal_(isatty(STDOUT_FILENO)) {
+  show(0);
+}
+
+ProgressBar::~ProgressBar() {
+  if (!isOnTerminal_) return;
+  std::printf("\r\033[K");
+  std::fflush(stdout);
+}
+
+void ProgressBar::show(int done) const {
+  if (!isOnTerminal_) return;
+  constexpr int width = 32;
+  const int filled = width * std::min(done, total_) / total_;
+  const std::string bar = std::string(static_cast<std::size_t>(filled), '#') +
+                          std::string(static_cast<std::size_t>(width - filled), '.');
+  std::printf("\r%s [%s] %d/%d", label_.c_str(), bar.c_str(), done, total_);
+  std::fflush(stdout);
+}
+
+}  // namespace tool

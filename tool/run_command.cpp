@@ -1,0 +1,176 @@
+#include "tool/run_command.h"
+
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "host/host_options.h"
+#include "tool/bus_daemon.h"
+#include "tool/child_process.h"
+#include "tool/failure.h"
+#include "tool/host_lock.h"
+#include "tool/set_command.h"
+
+namespace tool {
+namespace {
+
+using std::chrono::steady_clock;
+
+struct RunWords {
+  std::string gif;
+  double seconds = 0;
+  host::HostOptions options;
+};
+
+std::string besideThisProgram(const char* name) {
+  return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
+}
+
+platform::FileDescriptor blockedSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaddset(&signals, signal);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+// The home screen with its bus, from start to end.
+class HostRun {
+ public:
+  HostRun(const DeviceFolder& device, const RunWords& words, const std::optional<ChosenGif>& gif)
+      : device_(device), words_(words), gif_(gif), signals_(blockedSignals()), lock_(device) {
+    if (auto address = device.busAddress()) BusDaemon::removeRemains(*address);
+    bus_ = std::make_unique<BusDaemon>();
+    device.setBusAddress(bus_->address());
+    start();
+  }
+
+  ~HostRun() {
+    if (process_ > 0) endProgram(process_);
+    device_.forgetBusAddress();
+  }
+  HostRun(const HostRun&) = delete;
+  HostRun& operator=(const HostRun&) = delete;
+
+  int run() {
+    while (!hasEnded()) {
+      if (!isLaunched_) tryToGreet();
+      if (isTimeUp() || waitForSignal()) break;
+    }
+    return process_ > 0 ? 0 : exitCode();
+  }
+
+ private:
+  void start() {
+    std::vector<std::string> arguments{
+        besideThisProgram("springboard"), "--root",    device_.path(),
+        "--bus",                          bus_->address(), "--library",
+        besideThisProgram("Lumora8.so")};
+    for (const std::string& argument : host::hostArguments(words_.options)) {
+      arguments.push_back(argument);
+    }
+    process_ = startProgram(arguments);
+  }
+
+  bool hasEnded() {
+    if (waitpid(process_, &status_, WNOHANG) != process_) return false;
+    process_ = -1;
+    return true;
+  }
+
+  int exitCode() const {
+    if (WIFSIGNALED(status_)) {
+      throw Failure("the home screen was ended by signal " + std::to_string(WTERMSIG(status_)));
+    }
+    if (WEXITSTATUS(status_) == exitCodeOfMissingProgram) {
+      throw Failure("cannot start springboard, which belongs beside lumora");
+    }
+    // It has said why itself.
+    return WEXITSTATUS(status_) == 0 ? ExitCode::Done : ExitCode::Failed;
+  }
+
+  void tryToGreet() {
+    auto host = HostConnection::find(device_);
+    if (!host) return;
+    isLaunched_ = true;
+    if (words_.seconds > 0) {
+      end_ = steady_clock::now() +
+             std::chrono::duration_cast<steady_clock::duration>(Seconds(words_.seconds));
+    }
+    if (gif_) {
+      handOver(*host, lumora::ScreenLocation::Shared, *gif_);
+      host->post("com.brightfen.lumora.updateAnimating");
+    }
+    std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
+                host::chosenDisplay(words_.options).c_str(), device_.path().c_str());
+    std::fflush(stdout);
+  }
+
+  bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
+
+  // Sleeps until a signal, or until there is something to look at; whether it is a signal to end.
+  bool waitForSignal() {
+    constexpr int launchPause = 20;
+    constexpr int longestPause = 3600 * 1000;
+    int pause = isLaunched_ ? longestPause : launchPause;
+    if (end_) {
+      const auto rest =
+          std::chrono::ceil<std::chrono::milliseconds>(*end_ - steady_clock::now()).count();
+      pause = static_cast<int>(std::clamp<std::int64_t>(rest, 0, pause));
+    }
+    pollfd waiting{signals_.get(), POLLIN, 0};
+    poll(&waiting, 1, pause);
+    signalfd_siginfo info{};
+    bool isToEnd = false;
+    while (read(signals_.get(), &info, sizeof info) > 0) {
+      isToEnd = isToEnd || info.ssi_signo != SIGCHLD;
+    }
+    return isToEnd;
+  }
+
+  const DeviceFolder& device_;
+  const RunWords& words_;
+  const std::optional<ChosenGif>& gif_;
+  const platform::FileDescriptor signals_;
+  const HostLock lock_;
+  std::unique_ptr<BusDaemon> bus_;
+  pid_t process_ = -1;
+  int status_ = 0;
+  bool isLaunched_ = false;
+  std::optional<steady_clock::time_point> end_;
+};
+
+int runHost(const DeviceFolder& device, const RunWords& words,
+            const std::optional<ChosenGif>& gif) {
+  return HostRun(device, words, gif).run();
+}
+
+}  // namespace
+
+void addRunCommand(CLI::App& lumora, Context& context) {
+  auto words = std::make_shared<RunWords>();
+  CLI::App* command = lumora.add_subcommand("run", "start the home screen and stay with it");
+  command->add_option("GIF", words->gif, "the wallpaper for both screens");
+  host::addHostOptions(*command, words->options);
+  command->add_option("--for", words->seconds, "end by itself after this time")
+      ->check(CLI::Range(0.0, 1e9))
+      ->type_name("SECONDS");
+  command->callback([&context, words] {
+    context.action = [&context, words] {
+      std::optional<ChosenGif> gif;
+      if (!words->gif.empty()) gif = readGif(words->gif);
+      return runHost(context.device(), *words, gif);
+    };
+  });
+}
+
+}  // namespace tool

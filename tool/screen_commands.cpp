@@ -1,0 +1,188 @@
+#include "tool/screen_commands.h"
+
+#include <sys/file.h>
+#include <sys/signalfd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <thread>
+
+#include "platform/linux/device_root.h"
+#include "tool/failure.h"
+#include "tool/host_lock.h"
+#include "tool/set_command.h"
+#include "tool/user_file.h"
+
+namespace tool {
+namespace {
+
+using std::chrono::steady_clock;
+
+struct Words {
+  std::string word;
+  std::string path;
+  double seconds = 0;
+  double timeout = usualTimeout.count();
+  bool noWait = false;
+};
+
+steady_clock::time_point limitAfter(double seconds) {
+  return steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(Seconds(seconds));
+}
+
+// Asks again and again until the condition holds; false if the limit passes first.
+template <typename Condition>
+bool pollUntil(Condition condition, double seconds) {
+  constexpr std::chrono::milliseconds pause{20};
+  const auto limit = limitAfter(seconds);
+  while (!condition()) {
+    if (steady_clock::now() >= limit) return false;
+    std::this_thread::sleep_for(pause);
+  }
+  return true;
+}
+
+void awaitHost(const DeviceFolder& device, double seconds) {
+  if (!pollUntil([&device] { return HostConnection::find(device) != nullptr; }, seconds)) {
+    HostConnection::require(device);
+  }
+}
+
+void stopHost(const DeviceFolder& device, double seconds) {
+  HostConnection::require(device)->call("Stop");
+  if (!pollUntil([&device] { return HostLock::isFree(device); }, seconds)) {
+    throw Failure("the home screen is still running after the time allowed (--timeout)");
+  }
+}
+
+void takeScreenshot(const DeviceFolder& device, const std::string& path) {
+  const auto png = HostConnection::require(device)->screenshot();
+  if (png.empty()) throw Failure("the home screen has no memory for a screenshot");
+  writeUserFile(path, png);
+}
+
+void advance(const DeviceFolder& device, double seconds, double timeout) {
+  HostConnection::require(device)->advance(std::chrono::round<std::chrono::nanoseconds>(
+                                               Seconds(seconds)),
+                                           Seconds(timeout));
+}
+
+void removeWallpaper(const DeviceFolder& device, const std::string& location) {
+  auto host = HostConnection::require(device);
+  const char* name = location == "shared"       ? "com.brightfen.lumora.removeSharedGIFView"
+                     : location == "lockscreen" ? "com.brightfen.lumora.removeLockscreenGIFView"
+                     : location == "homescreen" ? "com.brightfen.lumora.removeHomescreenGIFView"
+                                                : "com.brightfen.lumora.removeGIFFromAllWallpapers";
+  host->post(name);
+  host->settle();
+}
+
+// Readable as soon as someone wants this process to end.
+platform::FileDescriptor endSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+void watchNotifications(const DeviceFolder& device) {
+  auto host = HostConnection::require(device);
+  host->watch([](const std::string& name) {
+    std::printf("%s\n", name.c_str());
+    std::fflush(stdout);
+  });
+  const platform::FileDescriptor ends = endSignals();
+  signalfd_siginfo info{};
+  while (host->pump(steady_clock::time_point::max(), ends.get())) {
+    if (read(ends.get(), &info, sizeof info) > 0) return;
+  }
+}
+
+void addStateCommands(CLI::App& lumora, Context& context) {
+  auto call = [&context](const char* method) {
+    return [&context, method] { HostConnection::require(context.device())->call(method); };
+  };
+  addCommand(lumora, context, "lock", "go to the lock screen", call("Lock"));
+  addCommand(lumora, context, "unlock", "leave the lock screen", call("Home"));
+  addCommand(lumora, context, "home", "go to the home screen", call("Home"));
+
+  auto words = std::make_shared<Words>();
+  auto* app = addCommand(lumora, context, "app", "open or close an app", [&context, words] {
+    HostConnection::require(context.device())
+        ->call(words->word == "open" ? "OpenApp" : "CloseApp");
+  });
+  addChoice(app, "ACTION", words->word, {"open", "close"});
+  auto* screen = addCommand(lumora, context, "screen", "switch the display on or off",
+                            [&context, words] {
+                              HostConnection::require(context.device())
+                                  ->call(words->word == "on" ? "DisplayOn" : "DisplayOff");
+                            });
+  addChoice(screen, "STATE", words->word, {"on", "off"});
+  auto* rotate = addCommand(lumora, context, "rotate", "turn the device", [&context, words] {
+    HostConnection::require(context.device())->rotate(words->word);
+  });
+  addChoice(rotate, "ORIENTATION", words->word, {"portrait", "left", "right", "upside-down"});
+}
+
+void addWaitingCommands(CLI::App& lumora, Context& context) {
+  auto words = std::make_shared<Words>();
+  auto* wait = addCommand(lumora, context, "wait", "return once the home screen has launched",
+                          [&context, words] { awaitHost(context.device(), words->timeout); });
+  addTimeout(wait, words->timeout);
+  auto* stop = addCommand(lumora, context, "stop", "end the home screen",
+                          [&context, words] { stopHost(context.device(), words->timeout); });
+  addTimeout(stop, words->timeout);
+  auto* move = addCommand(lumora, context, "advance", "move a clock that is driven by hand",
+                          [&context, words] {
+                            advance(context.device(), words->seconds, words->timeout);
+                          });
+  constexpr double longestAdvance = 1e6;
+  move->add_option("SECONDS", words->seconds)->required()->check(CLI::Range(0.0, longestAdvance));
+  addTimeout(move, words->timeout);
+}
+
+void addWallpaperCommands(CLI::App& lumora, Context& context) {
+  auto words = std::make_shared<Words>();
+  auto* set = addCommand(lumora, context, "set", "choose a GIF", [&context, words] {
+    setWallpaper(context.device(), locationNamed(words->word), words->path, !words->noWait,
+                 Seconds(words->timeout));
+  });
+  addChoice(set, "LOCATION", words->word, locationNames);
+  set->add_option("GIF", words->path)->required();
+  set->add_flag("--no-wait", words->noWait, "do not wait until the view is ready");
+  addTimeout(set, words->timeout);
+  auto* remove = addCommand(lumora, context, "remove", "take a wallpaper down", [&context, words] {
+    removeWallpaper(context.device(), words->word);
+  });
+  addChoice(remove, "LOCATION", words->word, {"shared", "lockscreen", "homescreen", "all"});
+  auto* shot = addCommand(lumora, context, "screenshot", "save what the screen shows now",
+                          [&context, words] { takeScreenshot(context.device(), words->path); });
+  shot->add_option("FILE.png", words->path)->required();
+}
+
+}  // namespace
+
+void addScreenCommands(CLI::App& lumora, Context& context) {
+  addWallpaperCommands(lumora, context);
+  addStateCommands(lumora, context);
+  addWaitingCommands(lumora, context);
+}
+
+void addNotificationCommands(CLI::App& lumora, Context& context) {
+  auto name = std::make_shared<std::string>();
+  auto* post = addCommand(lumora, context, "post", "post one notification", [&context, name] {
+    HostConnection::require(context.device())->post(*name);
+  });
+  post->add_option("NAME", *name)->required();
+  addCommand(lumora, context, "watch", "print each notification as it passes",
+             [&context] { watchNotifications(context.device()); });
+  addCommand(lumora, context, "bus", "print the address of the device's bus", [&context] {
+    const DeviceFolder device = context.device();
+    HostConnection::require(device);
+    std::printf("%s\n", device.busAddress().value_or("").c_str());
+  });
+}
+
+}  // namespace tool

@@ -1,0 +1,134 @@
+#include "tool/set_command.h"
+
+#include <cstdio>
+
+#include "gifview/frame_cache.h"
+#include "gifview/notification_names.h"
+#include "platform/file_manager.h"
+#include "settings/device_paths.h"
+#include "tool/failure.h"
+#include "tool/progress_bar.h"
+#include "tool/stored_settings.h"
+
+namespace tool {
+namespace {
+
+using lumora::ScreenLocation;
+
+constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
+constexpr auto wallpaperNeedsUpdating = "com.brightfen.lumora.wallpaperNeedsUpdating";
+constexpr auto updateAnimating = "com.brightfen.lumora.updateAnimating";
+
+std::string incomingPath(ScreenLocation location) {
+  return std::string(incomingDirectory) + "/" + locationKey(location, "LUMORA_WALLPAPER.gif");
+}
+
+std::string libraryPath(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::LockScreen:
+      return lumora::lockscreenGIFPath;
+    case ScreenLocation::HomeScreen:
+      return lumora::homescreenGIFPath;
+    default:
+      return lumora::sharedGIFPath;
+  }
+}
+
+void storeIncomingFile(ScreenLocation location, const ChosenGif& gif) {
+  const std::string path = incomingPath(location);
+  platform::createDirectoryAtPath(incomingDirectory);
+  if (!platform::writeToFileAtomically(gif.bytes, path)) {
+    throw Failure("cannot copy the GIF to " + path +
+                  " below the device's folder: is it writable, and is there space?");
+  }
+}
+
+void storeChoice(ScreenLocation location) {
+  try {
+    if (location == ScreenLocation::LockScreen) storeSetting("LOCATION_INDEX", "0");
+    if (location == ScreenLocation::HomeScreen) storeSetting("LOCATION_INDEX", "1");
+    storeSetting("SAFARI_DIRECTORY", incomingPath(location));
+  } catch (const Failure&) {
+    platform::removeItemAtPath(incomingPath(location));
+    throw;
+  }
+}
+
+// The frames that are announced while the view makes its cache.
+struct Extraction {
+  int framesFound = 0;
+  bool isDone = false;
+};
+
+void watchExtraction(HostConnection& host, Extraction& extraction) {
+  host.watch([&extraction](const std::string& name) {
+    if (name == lumora::frameFoundNotification) ++extraction.framesFound;
+    if (name == lumora::didStartAnimatingNotification) extraction.isDone = true;
+  });
+}
+
+void awaitExtraction(HostConnection& host, const Extraction& extraction, int frameCount,
+                     Seconds timeout) {
+  const auto limit = std::chrono::steady_clock::now() +
+                     std::chrono::duration_cast<std::chrono::steady_clock::duration>(timeout);
+  const ProgressBar bar("making frames", frameCount);
+  while (!extraction.isDone) {
+    if (std::chrono::steady_clock::now() >= limit) {
+      throw Failure("the home screen is not ready yet after the time allowed (--timeout); it goes "
+                    "on making frames");
+    }
+    if (!host.pump(limit)) throw Failure("the home screen has ended");
+    bar.show(extraction.framesFound);
+  }
+}
+
+// What the home screen keeps silent about.
+void checkFrames(ScreenLocation location, const Extraction& extraction) {
+  const lumora::FrameCacheLayout layout(libraryPath(location));
+  const auto durations = lumora::loadFrameDurations(layout);
+  bool isWhole = durations && static_cast<int>(durations->size()) >= extraction.framesFound;
+  for (int index = 0; isWhole && index < extraction.framesFound; ++index) {
+    isWhole = platform::fileExistsAtPath(layout.framePath(index));
+  }
+  if (isWhole) return;
+  throw Failure("the frames could not all be written to " + layout.GIFDirectory +
+                " below the device's folder: is it writable, and is there space?");
+}
+
+}  // namespace
+
+void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gif) {
+  storeIncomingFile(location, gif);
+  storeChoice(location);
+  host.post(wallpaperNeedsUpdating);
+  // Answered after the notification has been handled, and with it the intake of the file.
+  host.status();
+  if (platform::contentsOfFile(libraryPath(location)) != gif.bytes) {
+    throw Failure("the home screen could not take the GIF in: is " +
+                  std::string(lumora::libraryDirectory) +
+                  " below the device's folder writable, and is there space?");
+  }
+}
+
+void setWallpaper(const DeviceFolder& device, ScreenLocation location, const std::string& path,
+                  bool waits, Seconds timeout) {
+  const ChosenGif gif = readGif(path);
+  auto host = HostConnection::require(device);
+  Extraction extraction;
+  if (waits) watchExtraction(*host, extraction);
+  handOver(*host, location, gif);
+  if (waits) {
+    awaitExtraction(*host, extraction, gif.frameCount, timeout);
+    checkFrames(location, extraction);
+  }
+  host->post(updateAnimating);
+  if (!waits) return;
+  host->settle();
+  std::printf("%s wallpaper set: %d frames\n",
+              location == ScreenLocation::Shared       ? "shared"
+              : location == ScreenLocation::LockScreen ? "lock screen"
+                                                       : "home screen",
+              extraction.framesFound);
+}
+
+}  // namespace tool

@@ -1,0 +1,164 @@
+#include "tool/settings_commands.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <memory>
+
+#include "settings/settings_store.h"
+#include "tool/failure.h"
+#include "tool/stored_settings.h"
+
+namespace tool {
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr auto removeUnneededView = "kLWGIFViewNeedsToRemoveUnneededViewNotification";
+constexpr auto updateAnimating = "com.brightfen.lumora.updateAnimating";
+constexpr auto updateWallpaper = "com.brightfen.lumora.updateWallpaper";
+
+// Every key with the value that its getter gives.
+ordered_json allSettings() {
+  using namespace lumora;
+  return {
+      {"ENABLED", getEnabled()},
+      {"WALLPAPER_SET", getWallpaperSet()},
+      {"SHARED_WALLPAPER_SET", getSharedWallpaperSet()},
+      {"LOCKSCREEN_WALLPAPER_SET", getLockscreenWallpaperSet()},
+      {"HOMESCREEN_WALLPAPER_SET", getHomescreenWallpaperSet()},
+      {"MODE_INDEX", getModeIndex()},
+      {"LOCATION_INDEX", getLocationIndex()},
+      {"SHARED_GIF_SPEED", getSharedGIFSpeed()},
+      {"LOCKSCREEN_GIF_SPEED", getLockscreenGIFSpeed()},
+      {"HOMESCREEN_GIF_SPEED", getHomescreenGIFSpeed()},
+      {"SHARED_GIF_ALPHA", getSharedGIFAlpha()},
+      {"LOCKSCREEN_GIF_ALPHA", getLockscreenGIFAlpha()},
+      {"HOMESCREEN_GIF_ALPHA", getHomescreenGIFAlpha()},
+      {"SHARED_GIF_BLUR", getSharedGIFBlur()},
+      {"LOCKSCREEN_GIF_BLUR", getLockscreenGIFBlur()},
+      {"HOMESCREEN_GIF_BLUR", getHomescreenGIFBlur()},
+      {"SHARED_SCALING_MODE", getSharedScalingMode()},
+      {"LOCKSCREEN_SCALING_MODE", getLockscreenScalingMode()},
+      {"HOMESCREEN_SCALING_MODE", getHomescreenScalingMode()},
+      {"DOCK_ENABLED", getDockEnabled()},
+      {"DOCK_HEIGHT", getDockHeight()},
+      {"SAFARI_DIRECTORY", getSafariSavePath()},
+      {"SAFARI_OBJECT_URL", getSafariObjectURL()},
+      {"SHARED_TEXT_FIELD_TEXT", getSharedTextFieldText()},
+      {"LOCKSCREEN_TEXT_FIELD_TEXT", getLockscreenTextFieldText()},
+      {"HOMESCREEN_TEXT_FIELD_TEXT", getHomescreenTextFieldText()},
+  };
+}
+
+std::string printable(const ordered_json& json, int indent = -1) {
+  return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+void printSettings(bool asJson) {
+  const ordered_json settings = allSettings();
+  if (asJson) {
+    std::printf("%s\n", printable(settings, 2).c_str());
+    return;
+  }
+  for (const auto& [key, value] : settings.items()) {
+    const std::string text = value.is_string() ? value.get<std::string>() : printable(value);
+    std::printf("%-28s %s\n", key.c_str(), text.c_str());
+  }
+}
+
+void printSetting(const std::string& key) {
+  const auto value = storedSetting(key);
+  if (!value) throw Failure(key + " is not set; `lumora settings` shows what applies instead");
+  std::printf("%s\n", value->c_str());
+}
+
+// Tells a running home screen, if there is one.
+void notify(const DeviceFolder& device, std::initializer_list<const char*> names) {
+  auto host = HostConnection::find(device);
+  if (!host) return;
+  for (const char* name : names) host->post(name);
+  host->settle();
+}
+
+void addRawCommands(CLI::App& lumora, Context& context) {
+  struct Words {
+    std::string key;
+    std::string value;
+    bool asJson = false;
+  };
+  auto words = std::make_shared<Words>();
+  auto* get = addCommand(lumora, context, "get", "print a setting as it is stored", [&context, words] {
+    context.device();
+    printSetting(words->key);
+  });
+  get->add_option("KEY", words->key)->required();
+  auto* put = addCommand(lumora, context, "put", "store a setting as it is given", [&context, words] {
+    context.device();
+    storeSetting(words->key, words->value);
+  });
+  put->add_option("KEY", words->key)->required();
+  put->add_option("VALUE", words->value)->required();
+  auto* all = addCommand(lumora, context, "settings", "print every setting that applies",
+                         [&context, words] {
+                           context.device();
+                           printSettings(words->asJson);
+                         });
+  all->add_flag("--json", words->asJson, "as one JSON object");
+}
+
+void addSwitches(CLI::App& lumora, Context& context) {
+  auto store = [&context](const char* key, const char* value) {
+    return [&context, key, value] {
+      context.device();
+      storeSetting(key, value);
+    };
+  };
+  addCommand(lumora, context, "enable", "switch the extension on", store("ENABLED", "TRUE"));
+  addCommand(lumora, context, "disable", "switch the extension off", store("ENABLED", "FALSE"));
+  auto state = std::make_shared<std::string>();
+  auto* dock = addCommand(lumora, context, "dock", "keep the wallpaper clear of the dock, or not",
+                          [&context, state] {
+                            context.device();
+                            storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
+                          });
+  addChoice(dock, "STATE", *state, {"on", "off"});
+}
+
+void addModeCommand(CLI::App& lumora, Context& context) {
+  auto mode = std::make_shared<std::string>();
+  auto* command = addCommand(lumora, context, "mode", "one wallpaper for both screens, or one each",
+                             [&context, mode] {
+                               const DeviceFolder device = context.device();
+                               storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
+                               notify(device, {removeUnneededView, updateAnimating});
+                             });
+  addChoice(command, "MODE", *mode, {"shared", "separate"});
+}
+
+void addScalingCommand(CLI::App& lumora, Context& context) {
+  struct Words {
+    std::string location;
+    std::string mode;
+  };
+  auto words = std::make_shared<Words>();
+  auto* command = addCommand(
+      lumora, context, "scaling", "how a GIF fills its screen", [&context, words] {
+        const DeviceFolder device = context.device();
+        storeSetting(locationKey(locationNamed(words->location), "SCALING_MODE"), words->mode);
+        notify(device, {updateWallpaper});
+      });
+  addChoice(command, "LOCATION", words->location, locationNames);
+  addChoice(command, "MODE", words->mode, {"FIT", "FILL", "FULLSCREEN"});
+}
+
+}  // namespace
+
+void addSettingsCommands(CLI::App& lumora, Context& context) {
+  addRawCommands(lumora, context);
+  addSwitches(lumora, context);
+  addModeCommand(lumora, context);
+  addScalingCommand(lumora, context);
+}
+
+}  // namespace tool

@@ -1,0 +1,148 @@
+#include "tool/status_command.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <memory>
+
+#include "settings/settings_store.h"
+#include "tool/failure.h"
+
+namespace tool {
+namespace {
+
+using lumora::ScreenLocation;
+using nlohmann::ordered_json;
+
+constexpr const char* scalingNames[] = {"FULLSCREEN", "FIT", "FILL"};
+
+bool isSet(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::Shared:
+      return lumora::getSharedWallpaperSet();
+    case ScreenLocation::LockScreen:
+      return lumora::getLockscreenWallpaperSet();
+    default:
+      return lumora::getHomescreenWallpaperSet();
+  }
+}
+
+// The description of the view with this identifier; null if it is on no wallpaper.
+ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
+  for (const auto& view : report.value("views", ordered_json::array())) {
+    if (view.value("identifier", "") == identifier) return view;
+  }
+  return nullptr;
+}
+
+std::string whyNotPlaying(const ordered_json& view, const std::string& screen) {
+  if (!lumora::getEnabled()) return "disabled";
+  if (screen == "app") return "app open";
+  if (screen == "off") return "display off";
+  if (!view.value("visible", false)) return "hidden";
+  return "not started";
+}
+
+std::string why(const ordered_json& view, const std::string& screen) {
+  if (!view.value("playing", false)) return whyNotPlaying(view, screen);
+  return view.value("visible", false) ? "shown" : "started";
+}
+
+ordered_json shownFrame(const ordered_json& view) {
+  const int frame = view.value("frame_shown", -1);
+  return frame < 0 ? ordered_json() : ordered_json(frame);
+}
+
+ordered_json scalingName(const ordered_json& view) {
+  const auto mode = view.value("content_mode", std::size_t{0});
+  return mode < std::size(scalingNames) ? ordered_json(scalingNames[mode]) : ordered_json();
+}
+
+ordered_json locationStatus(const ordered_json& report, ScreenLocation location) {
+  const ordered_json view = viewOf(report, lumora::identifierOf(location));
+  ordered_json status = {{"set", isSet(location)}, {"attached", !view.is_null()}};
+  if (view.is_null()) {
+    status["playing"] = false;
+    for (const char* key : {"frame", "why", "frame_shown", "frames_in_cache", "frames_shown",
+                            "speed", "alpha", "blur", "scaling"}) {
+      status[key] = nullptr;
+    }
+    return status;
+  }
+  status["frame"] = view.value("frame", ordered_json());
+  status["playing"] = view.value("playing", false);
+  status["why"] = why(view, report.value("screen", ""));
+  status["frame_shown"] = shownFrame(view);
+  for (const char* key : {"frames_in_cache", "frames_shown", "speed", "alpha"}) {
+    status[key] = view.value(key, ordered_json());
+  }
+  status["blur"] = lumora::getGIFBlur(location);
+  status["scaling"] = scalingName(view);
+  return status;
+}
+
+ordered_json wholeStatus(const ordered_json& report) {
+  ordered_json status = {{"running", !report.empty()}};
+  for (const char* key : {"screen", "orientation", "idiom", "size", "scale"}) {
+    status[key] = report.value(key, ordered_json());
+  }
+  status["mode"] = lumora::getModeIndex();
+  status["enabled"] = lumora::getEnabled();
+  status["locations"] = {
+      {"shared", locationStatus(report, ScreenLocation::Shared)},
+      {"lockscreen", locationStatus(report, ScreenLocation::LockScreen)},
+      {"homescreen", locationStatus(report, ScreenLocation::HomeScreen)},
+  };
+  return status;
+}
+
+void printLocation(const std::string& name, const ordered_json& location) {
+  std::printf("%-11s %s", name.c_str(), location.value("set", false) ? "set" : "not set");
+  if (location.value("attached", false)) {
+    const bool plays = location.value("playing", false);
+    std::printf(", %s (%s), frame %s of %s, %s shown so far", plays ? "playing" : "paused",
+                location.value("why", "").c_str(), location["frame_shown"].dump().c_str(),
+                location["frames_in_cache"].dump().c_str(), location["frames_shown"].dump().c_str());
+    std::printf(", at %s, speed %s, opacity %s, blur %s, %s", location["frame"].dump().c_str(),
+                location["speed"].dump().c_str(), location["alpha"].dump().c_str(),
+                location["blur"].dump().c_str(), location.value("scaling", "").c_str());
+  }
+  std::printf("\n");
+}
+
+void printStatus(const ordered_json& status) {
+  if (status.value("running", false)) {
+    std::printf("screen      %s, %s, %s\n", status.value("screen", "").c_str(),
+                status.value("orientation", "").c_str(), status.value("idiom", "").c_str());
+  }
+  std::printf("mode        %s%s\n",
+              status.value("mode", 1) == 1   ? "shared"
+              : status.value("mode", 1) == 0 ? "separate"
+                                             : "none",
+              status.value("enabled", true) ? "" : ", disabled");
+  for (const auto& [name, location] : status["locations"].items()) printLocation(name, location);
+}
+
+void reportStatus(const DeviceFolder& device, bool asJson) {
+  auto host = HostConnection::find(device);
+  const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
+  const ordered_json status = wholeStatus(report);
+  if (asJson) {
+    std::printf("%s\n", status.dump(2).c_str());
+  } else if (host) {
+    printStatus(status);
+  }
+  std::fflush(stdout);
+  if (!host) HostConnection::require(device);
+}
+
+}  // namespace
+
+void addStatusCommand(CLI::App& lumora, Context& context) {
+  auto asJson = std::make_shared<bool>(false);
+  auto* command = addCommand(lumora, context, "status", "what the home screen is doing",
+                             [&context, asJson] { reportStatus(context.device(), *asJson); });
+  command->add_flag("--json", *asJson, "as one JSON object");
+}
+
+}  // namespace tool

@@ -1,0 +1,16 @@
+// Files that the user names on the command line, anywhere on the machine.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+// Throws Failure with the reason.
+std::vector<std::uint8_t> readUserFile(const std::string& path);
+
+// Replaces the file whole or leaves it as it was; throws Failure with the reason.
+void writeUserFile(const std::string& path, const std::vector<std::uint8_t>& contents);
+
+}  // namespace tool
