@@ -67,7 +67,9 @@ void stopOnSignals() {
   const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
   RunLoop::main().addSource(descriptor, [descriptor] {
     signalfd_siginfo info{};
-    if (read(descriptor, &info, sizeof info) > 0) RunLoop::main().stop();
+    if (read(descriptor, &info, sizeof info) <= 0) return false;
+    RunLoop::main().stop();
+    return true;
   });
 }
 

@@ -56,7 +56,7 @@ struct WindowDisplay::Impl {
 
   void open();
   int connection() const;
-  void handleEvents();
+  bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw();
   void fitToScreen();
@@ -91,7 +91,7 @@ void WindowDisplay::Impl::open() {
                             springBoard.options().width * springBoard.options().scale,
                             springBoard.options().height * springBoard.options().scale, 0);
   if (window == nullptr) fail();
-  RunLoop::main().addSource(connection(), [this] { handleEvents(); });
+  RunLoop::main().addSource(connection(), [this] { return handleEvents(); });
   RunLoop::main().setDrawing([this] { draw(); });
 }
 
@@ -102,15 +102,18 @@ int WindowDisplay::Impl::connection() const {
   return XConnectionNumber(info.info.x11.display);
 }
 
-void WindowDisplay::Impl::handleEvents() {
+bool WindowDisplay::Impl::handleEvents() {
   SDL_Event event;
+  bool handled = false;
   while (SDL_PollEvent(&event) != 0) {
+    handled = true;
     if (event.type == SDL_QUIT) RunLoop::main().stop();
     if (event.type == SDL_KEYDOWN && event.key.repeat == 0) handleKey(event.key);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
       RunLoop::main().setNeedsDisplay();
     }
   }
+  return handled;
 }
 
 void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {

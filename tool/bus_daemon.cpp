@@ -21,11 +21,13 @@ namespace fs = std::filesystem;
 constexpr auto directoryPrefix = "lumora-";
 
 // The bus of one user's one device: no services to activate, and room for large screenshots.
-constexpr auto configuration = R"(<!DOCTYPE busconfig PUBLIC
+std::string configuration(const std::string& socket) {
+  return R"(<!DOCTYPE busconfig PUBLIC
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
+  <listen>unix:path=)" + socket + R"(</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -35,6 +37,7 @@ constexpr auto configuration = R"(<!DOCTYPE busconfig PUBLIC
   <limit name="max_message_size">134217728</limit>
 </busconfig>
 )";
+}
 
 // A socket's path must be short, which the device's folder may not be.
 std::string makeShortDirectory() {
@@ -63,9 +66,9 @@ std::string readAddress(int descriptor) {
 
 }  // namespace
 
-BusDaemon::BusDaemon() : directory_(makeShortDirectory()) {
+BusDaemon::BusDaemon(const std::string& errorFile) : directory_(makeShortDirectory()) {
   try {
-    start();
+    start(errorFile);
   } catch (const Failure&) {
     std::error_code error;
     fs::remove_all(directory_, error);
@@ -73,23 +76,25 @@ BusDaemon::BusDaemon() : directory_(makeShortDirectory()) {
   }
 }
 
-void BusDaemon::start() {
+void BusDaemon::start(const std::string& errorFile) {
   const std::string file = directory_ + "/bus.conf";
-  const std::string text = configuration;
+  const std::string text = configuration(directory_ + "/bus");
   writeUserFile(file, {text.begin(), text.end()});
   int ends[2];
-  if (pipe(ends) != 0) throw Failure("cannot start dbus-daemon: too many open files");
+  if (pipe2(ends, O_CLOEXEC) != 0) throw Failure("cannot start dbus-daemon: too many open files");
   platform::FileDescriptor reader(ends[0]);
   platform::FileDescriptor writer(ends[1]);
+  fcntl(writer.get(), F_SETFD, 0);
   process_ = startProgram({"dbus-daemon", "--nofork", "--nopidfile", "--nosyslog",
-                           "--config-file=" + file, "--address=unix:path=" + directory_ + "/bus",
+                           "--config-file=" + file,
                            "--print-address=" + std::to_string(writer.get())},
-                          reader.get());
+                          errorFile);
   writer = platform::FileDescriptor();
   address_ = readAddress(reader.get());
   if (!address_.empty()) return;
   endProgram(process_);
-  throw Failure("cannot start dbus-daemon; is the package dbus installed?");
+  throw Failure("cannot start dbus-daemon (see " + errorFile +
+                "); is the package dbus installed?");
 }
 
 BusDaemon::~BusDaemon() {

@@ -10,8 +10,8 @@ namespace tool {
 
 class BusDaemon {
  public:
-  // Throws Failure if the daemon cannot be started.
-  BusDaemon();
+  // The daemon's complaints go to the file named. Throws Failure if it cannot be started.
+  explicit BusDaemon(const std::string& errorFile);
   ~BusDaemon();
   BusDaemon(const BusDaemon&) = delete;
   BusDaemon& operator=(const BusDaemon&) = delete;
@@ -23,7 +23,7 @@ class BusDaemon {
   static void removeRemains(const std::string& address);
 
  private:
-  void start();
+  void start(const std::string& errorFile);
 
   std::string directory_;
   std::string address_;

@@ -1,5 +1,6 @@
 #include "tool/child_process.h"
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,7 +16,7 @@
 namespace tool {
 namespace {
 
-[[noreturn]] void becomeProgram(char* const* arguments, pid_t parent, int closed) {
+[[noreturn]] void becomeProgram(char* const* arguments, pid_t parent, const char* errorFile) {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   // The parent may have died before the line above.
   if (getppid() != parent) _exit(EXIT_FAILURE);
@@ -23,7 +24,10 @@ namespace {
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
   setpgid(0, 0);
-  if (closed >= 0) close(closed);
+  if (*errorFile != '\0') {
+    const int file = open(errorFile, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (file >= 0) dup2(file, STDERR_FILENO);
+  }
   execvp(arguments[0], arguments);
   _exit(exitCodeOfMissingProgram);
 }
@@ -34,14 +38,14 @@ bool hasEnded(pid_t process) {
 
 }  // namespace
 
-pid_t startProgram(const std::vector<std::string>& arguments, int closed) {
+pid_t startProgram(const std::vector<std::string>& arguments, const std::string& errorFile) {
   std::vector<char*> pointers;
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) throw Failure("cannot start " + arguments.front() + ": " + std::strerror(errno));
-  if (child == 0) becomeProgram(pointers.data(), parent, closed);
+  if (child == 0) becomeProgram(pointers.data(), parent, errorFile.c_str());
   return child;
 }
 

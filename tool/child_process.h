@@ -10,9 +10,9 @@ namespace tool {
 
 // Starts a program, found on the PATH unless its name has a slash, apart from the terminal's
 // signals; it is ended with SIGTERM when this process dies. Descriptors at or above 3 that are not
-// close-on-exec go with it, but for the one given. Throws Failure if it cannot be started at all; a
-// program that is not there ends with exit code 127.
-pid_t startProgram(const std::vector<std::string>& arguments, int closed = -1);
+// close-on-exec go with it. What it says on stderr goes to the file named, if one is. Throws
+// Failure if it cannot be started at all; a program that is not there ends with exit code 127.
+pid_t startProgram(const std::vector<std::string>& arguments, const std::string& errorFile = "");
 
 // Ends a program that startProgram has started, gently first, and waits for its end.
 void endProgram(pid_t process);

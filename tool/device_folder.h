@@ -17,6 +17,8 @@ class DeviceFolder {
 
   // Locked by whoever runs the device's home screen.
   std::filesystem::path lockFile() const { return hostFolder() / "lock"; }
+  // What the bus daemon has complained of.
+  std::filesystem::path busLog() const { return hostFolder() / "bus.log"; }
   // Of the bus of the device's home screen; nothing if none was ever started, or the last one has
   // ended in order.
   std::optional<std::string> busAddress() const;

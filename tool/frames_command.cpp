@@ -103,7 +103,7 @@ void addFramesCommand(CLI::App& lumora, Context& context) {
   auto* raw = command->add_flag("--raw", words->isRaw,
                                 "print them instead: a line `F WIDTH HEIGHT DELAY`, then RGBA");
   raw->excludes(folder);
-  command->final_callback([words] {
+  command->parse_complete_callback([words] {
     if (!words->isRaw && words->folder.empty()) throw CLI::RequiredError("DIR or --raw");
   });
 }

@@ -49,7 +49,7 @@ class HostRun {
   HostRun(const DeviceFolder& device, const RunWords& words, const std::optional<ChosenGif>& gif)
       : device_(device), words_(words), gif_(gif), signals_(blockedSignals()), lock_(device) {
     if (auto address = device.busAddress()) BusDaemon::removeRemains(*address);
-    bus_ = std::make_unique<BusDaemon>();
+    bus_ = std::make_unique<BusDaemon>(device.busLog());
     device.setBusAddress(bus_->address());
     start();
   }

@@ -41,17 +41,18 @@ Bus::Bus(const std::string& address, std::function<void()> lost)
     if (delivered_) std::exchange(delivered_, nullptr)();
   });
   barrierObject_->finishRegistration();
-  RunLoop::main().addSource(listener_->getEventLoopPollData().fd, [this] { handlePending(); });
+  RunLoop::main().addSource(listener_->getEventLoopPollData().fd, [this] { return handlePending(); });
 }
 
-void Bus::handlePending() {
+bool Bus::handlePending() {
+  bool handled = false;
   try {
-    while (listener_->processPendingRequest()) {
-    }
+    while (listener_->processPendingRequest()) handled = true;
   } catch (const sdbus::Error&) {
     RunLoop::main().removeSource(listener_->getEventLoopPollData().fd);
     lost_();
   }
+  return handled;
 }
 
 void Bus::send(const std::function<void(sdbus::IConnection&)>& use) {

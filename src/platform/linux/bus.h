@@ -20,8 +20,8 @@ class Bus {
 
   // Main thread only. After using it directly call handlePending.
   sdbus::IConnection& listener() { return *listener_; }
-  // Handles all that has arrived.
-  void handlePending();
+  // Handles all that has arrived; whether there was anything.
+  bool handlePending();
 
   // These work on any thread and are silent if the bus is gone.
   void emitSignal(const std::string& path, const std::string& interface, const std::string& signal,

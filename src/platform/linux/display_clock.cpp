@@ -56,12 +56,13 @@ std::optional<DisplayClock::TimePoint> DisplayClock::nextRefresh() const {
   return start_ + timeOfRefresh(refreshes_ + 1);
 }
 
-void DisplayClock::refreshIfDue(TimePoint now) {
-  if (manual_) return;
+bool DisplayClock::refreshIfDue(TimePoint now) {
+  if (manual_ || !hasLinks()) return false;
   const std::int64_t passed = refreshesUntil(now);
-  if (passed <= refreshes_) return;
+  if (passed <= refreshes_) return false;
   refreshes_ = passed;
   refreshLinks();
+  return true;
 }
 
 void DisplayClock::advance(std::chrono::nanoseconds span, const std::function<void()>& afterEach) {

@@ -36,8 +36,8 @@ class DisplayClock {
 
   // When the next refresh must be handled; nothing while nobody waits for one.
   std::optional<TimePoint> nextRefresh() const;
-  // Handles one refresh if its moment has come; refreshes slept through are left out.
-  void refreshIfDue(TimePoint now);
+  // Handles one refresh if its moment has come, and tells so; refreshes slept through are left out.
+  bool refreshIfDue(TimePoint now);
 
   // The time since the clock was made manual.
   std::chrono::nanoseconds manualTime() const { return manualTime_; }

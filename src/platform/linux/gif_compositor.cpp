@@ -39,7 +39,7 @@ std::vector<int> rowOrder(const Image& image) {
 
 bool isSound(const Image& image) {
   const std::int64_t pixels = std::int64_t{image.width} * image.height;
-  return pixels > 0 && pixels <= mostPixels && !image.colors.empty();
+  return pixels > 0 && pixels <= mostPixels;
 }
 
 }  // namespace

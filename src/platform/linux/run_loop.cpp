@@ -47,8 +47,8 @@ bool RunLoop::runMainQueue() {
   return ran;
 }
 
-void RunLoop::addSource(int fileDescriptor, Block handler) {
-  sources_[fileDescriptor] = std::make_shared<Block>(std::move(handler));
+void RunLoop::addSource(int fileDescriptor, Source handler) {
+  sources_[fileDescriptor] = std::make_shared<Source>(std::move(handler));
 }
 
 void RunLoop::removeSource(int fileDescriptor) {
@@ -77,36 +77,41 @@ void RunLoop::stop() {
 }
 
 void RunLoop::turn(std::optional<Clock::time_point> limit) {
-  handleSources();
-  runMainQueue();
-  callTimers();
-  DisplayClock::main().refreshIfDue(Clock::now());
-  drawIfNeeded();
-  if (!stopped_) sleep(limit);
+  bool worked = handleSources();
+  worked = runMainQueue() || worked;
+  worked = callTimers() || worked;
+  worked = DisplayClock::main().refreshIfDue(Clock::now()) || worked;
+  worked = drawIfNeeded() || worked;
+  if (!worked && !stopped_) sleep(limit);
 }
 
-void RunLoop::handleSources() {
-  std::vector<std::shared_ptr<Block>> handlers;
+bool RunLoop::handleSources() {
+  std::vector<std::shared_ptr<Source>> handlers;
   for (const auto& [descriptor, handler] : sources_) handlers.push_back(handler);
-  for (const auto& handler : handlers) (*handler)();
+  bool worked = false;
+  for (const auto& handler : handlers) worked = (*handler)() || worked;
+  return worked;
 }
 
-void RunLoop::callTimers() {
+bool RunLoop::callTimers() {
   const auto now = Clock::now();
+  const bool isDue = !timers_.empty() && timers_.begin()->first <= now;
   while (!timers_.empty() && timers_.begin()->first <= now) {
     Block block = std::move(timers_.begin()->second);
     timers_.erase(timers_.begin());
     block();
   }
+  return isDue;
 }
 
-void RunLoop::drawIfNeeded() {
-  if (!draw_) return;
+bool RunLoop::drawIfNeeded() {
+  if (!draw_) return false;
   {
     std::lock_guard lock(mutex_);
-    if (!std::exchange(needsDisplay_, false)) return;
+    if (!std::exchange(needsDisplay_, false)) return false;
   }
   draw_();
+  return true;
 }
 
 void RunLoop::sleep(std::optional<Clock::time_point> limit) {
@@ -116,7 +121,6 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
   };
   if (!timers_.empty()) sooner(timers_.begin()->first);
   if (auto refresh = DisplayClock::main().nextRefresh()) sooner(*refresh);
-  if (hasWork()) sooner(Clock::now());
 
   std::vector<pollfd> descriptors{{wakeDescriptor_, POLLIN, 0}};
   for (const auto& [descriptor, handler] : sources_) descriptors.push_back({descriptor, POLLIN, 0});
@@ -132,11 +136,6 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
     std::uint64_t count = 0;
     [[maybe_unused]] ssize_t size = read(wakeDescriptor_, &count, sizeof count);
   }
-}
-
-bool RunLoop::hasWork() {
-  std::lock_guard lock(mutex_);
-  return !queue_.empty() || (needsDisplay_ && draw_);
 }
 
 void RunLoop::wake() const {

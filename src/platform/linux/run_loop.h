@@ -26,9 +26,10 @@ class RunLoop {
   // Runs queued blocks, also those that they queue, until none is left; whether there were any.
   bool runMainQueue();
 
-  // A source of events on a file descriptor. Its handler is called before every sleep, because
-  // libraries read ahead, and handles what is there without waiting.
-  void addSource(int fileDescriptor, Block handler);
+  // A source of events on a file descriptor. Its handler is called at every turn, because libraries
+  // read ahead; it handles what is there without waiting and tells whether there was anything.
+  using Source = std::function<bool()>;
+  void addSource(int fileDescriptor, Source handler);
   void removeSource(int fileDescriptor);
 
   // Calls the block once, not before the moment given.
@@ -43,24 +44,24 @@ class RunLoop {
   bool isStopped() const { return stopped_; }
   // Ends the sleep of a turn.
   void wake() const;
-  // One turn: handles what is due, then sleeps until something happens, at most until the limit.
+  // One turn: handles what is due or, if nothing is, sleeps until something happens, at most until
+  // the limit.
   void turn(std::optional<Clock::time_point> limit);
 
  private:
   RunLoop();
   std::vector<Block> takeQueue();
-  void handleSources();
-  void callTimers();
-  void drawIfNeeded();
+  bool handleSources();
+  bool callTimers();
+  bool drawIfNeeded();
   void sleep(std::optional<Clock::time_point> limit);
-  bool hasWork();
 
   std::mutex mutex_;
   std::vector<Block> queue_;
   bool needsDisplay_ = false;
   std::atomic<bool> stopped_ = false;
   int wakeDescriptor_;
-  std::map<int, std::shared_ptr<Block>> sources_;
+  std::map<int, std::shared_ptr<Source>> sources_;
   std::multimap<Clock::time_point, Block> timers_;
   Block draw_;
 };
