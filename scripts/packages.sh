@@ -1,0 +1,32 @@
+# The Debian packages that the project needs, and how they come. Sourced by the other scripts.
+
+build_packages=(
+  cmake g++ ninja-build pkg-config
+  libcairo2-dev libcli11-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libx11-dev
+  nlohmann-json3-dev libgtest-dev
+)
+run_packages=(dbus fontconfig fonts-inter)
+test_packages=(python3)
+lint_packages=(clang-format clang-tidy)
+
+# Installs those of the packages named that are missing.
+install_missing() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  echo "Installing ${missing[*]}"
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "${0##*/}: run this as root once, or install sudo: apt-get must install packages" >&2
+      exit 1
+    }
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}

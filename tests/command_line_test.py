@@ -1,0 +1,311 @@
+"""Drives the real programs, as a person or a script would.
+
+usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
+"""
+import json
+import os
+import plistlib
+import shutil
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+PROGRAMS = sys.argv.pop()
+LUMORA = os.path.join(PROGRAMS, 'lumora')
+PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
+LIBRARY = 'var/mobile/Library/Lumora'
+
+
+def gif(*colors, delay=10, size=(8, 8)):
+    """A GIF of plain frames, written without compression."""
+    data = b'GIF89a' + struct.pack('<HHBBB', *size, 0, 0, 0)
+    for color in colors:
+        codes = bytearray()
+        for pixel in range(size[0] * size[1]):
+            if pixel % 100 == 0:
+                codes.append(128)
+            codes.append(0)
+        codes.append(129)
+        data += b'\x21\xf9\x04\0' + struct.pack('<H', delay) + b'\0\0\x2c'
+        data += struct.pack('<HHHHB', 0, 0, *size, 0x80) + bytes(color) * 2 + b'\x07'
+        for at in range(0, len(codes), 255):
+            block = codes[at:at + 255]
+            data += bytes([len(block)]) + block
+        data += b'\0'
+    return data + b'\x3b'
+
+
+RED_GREEN = gif((255, 0, 0), (0, 255, 0))
+
+
+class Device(unittest.TestCase):
+    """One device in a folder of its own; its home screen runs once start was called."""
+
+    def setUp(self):
+        self.folder = tempfile.mkdtemp(prefix='lumora-test-')
+        self.root = os.path.join(self.folder, 'device')
+        self.host = None
+        self.gif = self.file('picture.gif', RED_GREEN)
+
+    def tearDown(self):
+        if self.host:
+            self.host.terminate()
+            self.host.communicate(timeout=20)
+        for place, folders, _ in os.walk(self.folder):
+            for folder in folders:
+                os.chmod(os.path.join(place, folder), 0o755)
+        shutil.rmtree(self.folder)
+
+    def file(self, name, contents):
+        path = os.path.join(self.folder, name)
+        with open(path, 'wb') as file:
+            file.write(contents)
+        return path
+
+    def on_device(self, path):
+        return os.path.join(self.root, path)
+
+    def lumora(self, *words):
+        return subprocess.run([LUMORA, '--root', self.root, *words], capture_output=True,
+                              text=True, timeout=60, stdin=subprocess.DEVNULL)
+
+    def ok(self, *words):
+        done = self.lumora(*words)
+        self.assertEqual((done.returncode, done.stderr), (0, ''), words)
+        return done.stdout
+
+    def fails(self, code, *words):
+        """The command ends with this code and one clear line (or, on wrong use, the usage)."""
+        done = self.lumora(*words)
+        self.assertEqual(done.returncode, code, (words, done.stderr))
+        self.assertTrue(done.stderr.startswith('lumora: '), words)
+        if code == 2:
+            self.assertIn('Usage:', done.stderr)
+        else:
+            self.assertEqual(done.stderr.count('\n'), 1, done.stderr)
+        return done.stderr
+
+    def start(self, *words, clock='manual'):
+        self.host = subprocess.Popen(
+            [LUMORA, 'run', '--root', self.root, '--display', 'headless', '--clock', clock, *words],
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, stdin=subprocess.DEVNULL)
+        self.ok('wait', '--timeout', '30')
+
+    def status(self):
+        return json.loads(self.ok('status', '--json'))
+
+    def shared(self):
+        return self.status()['locations']['shared']
+
+
+class WithoutHost(Device):
+    def test_wrong_use_shows_the_usage(self):
+        for words in ([], ['dance'], ['set', 'shared'], ['set', 'moon', self.gif], ['mode', '3'],
+                      ['dock'], ['rotate', 'north'], ['run', '--screen', '3x'], ['advance', '-1'],
+                      ['run', '--display', 'desktop'], ['frames', self.gif], ['get'],
+                      ['run', '--display', 'window', '--clock', 'manual'],
+                      ['scaling', 'shared', 'fit'], ['app', 'open', 'now']):
+            self.fails(2, *words)
+
+    def test_commands_for_a_home_screen_say_that_there_is_none(self):
+        for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
+                      ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
+                      ['screenshot', 'x.png'], ['status'], ['post', 'x'], ['watch'], ['bus'],
+                      ['advance', '1'], ['wait', '--timeout', '0.1']):
+            self.assertIn('no home screen is running', self.fails(3, *words))
+
+    def test_files_are_looked_at_before_the_home_screen(self):
+        for path in (self.file('text.gif', b'no picture'), self.file('empty.gif', b''),
+                     self.file('huge.gif', RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]),
+                     self.folder, os.path.join(self.folder, 'nothing.gif')):
+            self.fails(1, 'set', 'shared', path)
+            self.fails(1, 'run', path)
+            self.fails(1, 'frames', '--raw', path)
+        self.assertFalse(os.path.exists(self.on_device(PREFERENCES)))
+
+    def test_settings_need_no_home_screen(self):
+        self.ok('put', 'SHARED_GIF_SPEED', '2.5')
+        self.assertEqual(self.ok('get', 'SHARED_GIF_SPEED'), '2.5\n')
+        self.ok('disable')
+        self.ok('dock', 'off')
+        self.ok('mode', 'separate')
+        self.ok('scaling', 'homescreen', 'FILL')
+        with open(self.on_device(PREFERENCES), 'rb') as file:
+            self.assertEqual(plistlib.load(file), {
+                'SHARED_GIF_SPEED': '2.5', 'ENABLED': 'FALSE', 'DOCK_ENABLED': 'FALSE',
+                'MODE_INDEX': '0', 'HOMESCREEN_SCALING_MODE': 'FILL'})
+        settings = json.loads(self.ok('settings', '--json'))
+        self.assertEqual(len(settings), 26)
+        self.assertEqual((settings['SHARED_GIF_SPEED'], settings['ENABLED'],
+                          settings['MODE_INDEX'], settings['LOCKSCREEN_SCALING_MODE']),
+                         (2.5, False, 0, 'FIT'))
+        self.ok('enable')
+        self.assertIn('ENABLED                      true', self.ok('settings'))
+        self.fails(1, 'get', 'NOTHING')
+
+    def test_status_without_a_home_screen_is_still_whole(self):
+        done = self.lumora('status', '--json')
+        self.assertEqual(done.returncode, 3)
+        status = json.loads(done.stdout)
+        self.assertFalse(status['running'])
+        self.assertEqual(status['locations']['shared']['playing'], False)
+
+    def test_frames_are_written_into_a_new_folder_only(self):
+        frames = os.path.join(self.folder, 'frames')
+        self.ok('frames', self.gif, frames)
+        self.assertEqual(sorted(os.listdir(frames)),
+                         ['frames', 'frames_0.png', 'frames_1.png', 'frames_durations.plist'])
+        with open(os.path.join(frames, 'frames_durations.plist'), 'rb') as file:
+            self.assertEqual(plistlib.load(file), ['0.100000', '0.100000'])
+        with open(os.path.join(frames, 'frames'), 'rb') as file:
+            self.assertEqual(file.read(), RED_GREEN)
+        self.assertIn('not empty', self.fails(1, 'frames', self.gif, frames))
+        raw = subprocess.run([LUMORA, 'frames', '--raw', self.gif], capture_output=True)
+        self.assertEqual(raw.stdout, b'F 8 8 10\n' + b'\xff\0\0\xff' * 64 +
+                         b'F 8 8 10\n' + b'\0\xff\0\xff' * 64)
+
+
+class WithHost(Device):
+    def test_a_chosen_gif_plays_pauses_and_goes(self):
+        self.start('--refresh', '64')
+        self.assertIn('2 frames', self.ok('set', 'shared', self.gif))
+        status = self.status()
+        self.assertEqual((status['running'], status['screen'], status['orientation'],
+                          status['idiom'], status['size'], status['scale'], status['mode'],
+                          status['enabled']),
+                         (True, 'home', 'portrait', 'phone', [390, 844], 1, 1, True))
+        shared = status['locations']['shared']
+        self.assertEqual((shared['set'], shared['attached'], shared['frame'], shared['playing'],
+                          shared['why'], shared['frame_shown'], shared['frames_in_cache'],
+                          shared['speed'], shared['alpha'], shared['blur'], shared['scaling']),
+                         (True, True, [0, 0, 390, 748], True, 'shown', None, 2, 1, 1, 0, 'FIT'))
+        # A tenth of a second is due at the seventh of 64 refreshes a second.
+        self.ok('advance', '0.109')
+        self.assertIsNone(self.shared()['frame_shown'])
+        self.ok('advance', '0.001')
+        self.assertEqual(self.shared()['frame_shown'], 0)
+        self.ok('app', 'open')
+        self.assertEqual((self.shared()['playing'], self.shared()['why']), (False, 'app open'))
+        self.ok('advance', '100')
+        self.assertEqual(self.shared()['frames_shown'], 1)
+        self.ok('app', 'close')
+        self.ok('advance', '0.11')
+        self.assertEqual(self.shared()['frame_shown'], 1)
+        self.ok('scaling', 'shared', 'FULLSCREEN')
+        self.assertEqual(self.shared()['scaling'], 'FULLSCREEN')
+        self.ok('remove', 'shared')
+        self.assertEqual((self.shared()['set'], self.shared()['attached']), (False, False))
+        self.assertFalse(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
+
+    def test_separate_screens_have_their_own(self):
+        self.start('--idiom', 'pad', '--scale', '2')
+        self.ok('set', 'lockscreen', self.gif)
+        self.ok('set', 'homescreen', self.gif)
+        self.ok('rotate', 'left')
+        locations = self.status()['locations']
+        self.assertEqual(locations['lockscreen']['frame'], [0, 0, 1180, 820])
+        self.assertEqual(locations['homescreen']['frame'], [0, 0, 1180, 820 - 110])
+        picture = os.path.join(self.folder, 'picture.png')
+        self.ok('screenshot', picture)
+        with open(picture, 'rb') as file:
+            header = file.read(24)
+        self.assertEqual(struct.unpack('>II', header[16:]), (2360, 1640))
+        self.ok('mode', 'shared')
+        locations = self.status()['locations']
+        self.assertEqual([locations[name]['attached'] for name in ('lockscreen', 'homescreen')],
+                         [False, False])
+        self.fails(1, 'screenshot', os.path.join(self.folder, 'nowhere', 'picture.png'))
+
+    def test_notifications_can_be_watched_and_posted(self):
+        self.start()
+        with subprocess.Popen([LUMORA, '--root', self.root, 'watch'], stdout=subprocess.PIPE,
+                              text=True) as watch:
+            first = 'still deaf'
+            while first != 'ready':
+                self.ok('post', 'ready')
+                first = watch.stdout.readline().strip()
+            self.ok('set', 'shared', self.gif)
+            seen = []
+            while not seen or not seen[-1].endswith('updateAnimating'):
+                seen.append(watch.stdout.readline().strip())
+            watch.send_signal(signal.SIGINT)
+            self.assertEqual(watch.wait(10), 0)
+        self.assertEqual([name for name in seen if name != 'ready'], [
+            'com.brightfen.lumora.wallpaperNeedsUpdating', 'kLWGIFViewFrameFoundNotification',
+            'kLWGIFViewFrameFoundNotification', 'kLWGIFViewDidStartAnimatingNotification',
+            'com.brightfen.lumora.updateAnimating'])
+        self.assertTrue(self.ok('bus').startswith('unix:path='))
+
+    def test_run_shows_its_gif_and_ends_by_itself(self):
+        self.start(self.gif, '--for', '3', '--locked')
+        self.host.stdout.readline()
+        self.ok('advance', '1')
+        self.assertEqual(self.shared()['frames_in_cache'], 2)
+        self.assertEqual(self.status()['screen'], 'locked')
+        self.assertEqual(self.host.wait(20), 0)
+        self.fails(3, 'status')
+
+    def test_one_home_screen_per_device(self):
+        self.start()
+        self.assertIn('already', self.fails(1, 'run', '--display', 'headless'))
+        self.ok('stop')
+        self.assertEqual(self.host.wait(10), 0)
+
+    def test_the_next_start_works_after_a_violent_end(self):
+        for victim in ('springboard', 'dbus-daemon', 'lumora'):
+            self.start()
+            with open(f'/proc/{self.host.pid}/task/{self.host.pid}/children') as file:
+                children = file.read().split()
+            names = {}
+            for child in children:
+                with open(f'/proc/{child}/comm') as file:
+                    names[file.read().strip()] = int(child)
+            names['lumora'] = self.host.pid
+            os.kill(names[victim], signal.SIGKILL)
+            _, errors = self.host.communicate(timeout=20)
+            if victim != 'lumora':
+                self.assertEqual(self.host.returncode, 1)
+                self.assertEqual(len([line for line in errors.splitlines() if line]), 1, errors)
+            self.host = None
+            self.fails(3, 'status')
+            # What was started with it is gone, too.
+            deadline = time.monotonic() + 10
+            while any(os.path.exists(f'/proc/{pid}') for pid in names.values()):
+                self.assertLess(time.monotonic(), deadline, names)
+                time.sleep(0.05)
+        self.start()
+        self.ok('set', 'shared', self.gif)
+
+    def test_a_device_that_cannot_be_written_is_named(self):
+        if os.geteuid() == 0:
+            self.skipTest('root may write everywhere')
+        self.start()
+        os.chmod(self.on_device(LIBRARY), 0o555)
+        self.assertIn('could not take', self.fails(1, 'set', 'shared', self.gif))
+        os.chmod(self.on_device('var/mobile/Library/Preferences'), 0o555)
+        self.assertIn('cannot store', self.fails(1, 'put', 'A', 'B'))
+
+    def test_a_place_that_cannot_be_cleared_is_named(self):
+        # What even root cannot replace: a folder that is a mount point would do, a pipe does too.
+        self.start()
+        shutil.rmtree(self.on_device(LIBRARY))
+        self.file('device/' + LIBRARY, b'a file in the folder\'s place')
+        self.assertIn('could not take', self.fails(1, 'set', 'shared', self.gif))
+        self.assertEqual(self.status()['running'], True)
+
+    def test_damaged_settings_do_no_harm(self):
+        os.makedirs(os.path.dirname(self.on_device(PREFERENCES)))
+        for damage in (os.urandom(5000), b'bplist00' + os.urandom(500), b'<plist><array>' * 20000,
+                       plistlib.dumps(['no', 'dictionary']), b'\0' * 100):
+            self.file('device/' + PREFERENCES, damage)
+            self.assertEqual(json.loads(self.ok('settings', '--json'))['MODE_INDEX'], 1)
+        self.start()
+        self.ok('set', 'shared', self.gif)
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)

@@ -1,0 +1,180 @@
+#include "placement/gating.h"
+
+#include <gtest/gtest.h>
+
+#include "host/wallpaper_controller.h"
+#include "placement/location_table.h"
+#include "tests/stage.h"
+
+namespace {
+
+using namespace testing_stage;
+using namespace std::chrono_literals;
+using lumora::LWWallpaperListener;
+using lumora::ScreenLocation;
+
+const Bytes gif = makeGif({{red}, {green}});
+
+struct Playing : Stage {
+  explicit Playing(StageOptions options = {}) : Stage(options) {
+    launch();
+    choose("SHARED", gif);
+  }
+};
+
+TEST(Gating, AHiddenWallpaperPausesItsViewAndAShownOneResumesIt) {
+  Playing stage;
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  stage.hideWallpaper();
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+  stage.showWallpaper();
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  stage.springBoard().turnDisplay(false);
+  stage.settle();
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+}
+
+TEST(Gating, InSeparateModeOnlyTheScreenShownPlays) {
+  Stage stage;
+  stage.launch();
+  stage.choose("LOCKSCREEN", gif);
+  stage.choose("HOMESCREEN", gif);
+  stage.springBoard().lock();
+  stage.settle();
+  EXPECT_TRUE(Stage::isPlaying("LOCKSCREEN"));
+  EXPECT_FALSE(Stage::isPlaying("HOMESCREEN"));
+  stage.showWallpaper();
+  EXPECT_FALSE(Stage::isPlaying("LOCKSCREEN"));
+  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
+}
+
+TEST(Gating, BringsTheHostViewToTheFrontBothWays) {
+  Playing stage;
+  const auto host = Stage::hostView(lumora::sharedEntry);
+  const auto cover = std::make_shared<platform::UIView>();
+  for (const bool hides : {true, false}) {
+    host->superview()->addSubview(cover);
+    hides ? stage.hideWallpaper() : stage.showWallpaper();
+    EXPECT_EQ(host->superview()->subviews().back(), host);
+  }
+}
+
+TEST(Gating, WhileDisabledHidingAndShowingHaveNoEffect) {
+  Playing stage;
+  Stage::put("ENABLED", "FALSE");
+  stage.hideWallpaper();
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  Stage::put("ENABLED", "");
+  stage.showWallpaper();
+  stage.hideWallpaper();
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+}
+
+TEST(Gating, ADetachedViewIsInstalledAgainBeforeItResumes) {
+  Playing stage;
+  stage.hideWallpaper();
+  stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
+  ASSERT_EQ(Stage::view("SHARED")->superview(), nullptr);
+  stage.showWallpaper();
+  EXPECT_NE(Stage::view("SHARED")->superview(), nullptr);
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+}
+
+TEST(Gating, AViewWithAForeignTagSendsNothingAndInstallsNothing) {
+  Playing stage;
+  Stage::hostView(lumora::sharedEntry)->setTag(5);
+  stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
+  stage.hideWallpaper();
+  stage.showWallpaper();
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  EXPECT_EQ(Stage::view("SHARED")->superview(), nullptr);
+}
+
+TEST(Gating, TheSweepResumesWhatIsShownAndPausesNothing) {
+  Stage stage;
+  stage.launch();
+  stage.choose("LOCKSCREEN", gif);
+  stage.choose("HOMESCREEN", gif);
+  for (const char* identifier : {"LOCKSCREEN", "HOMESCREEN"}) {
+    Stage::view(identifier)->pauseAnimation();
+  }
+  stage.post("com.brightfen.lumora.updateAnimating");
+  EXPECT_FALSE(Stage::isPlaying("LOCKSCREEN"));
+  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
+  stage.hideWallpaper();
+  Stage::view("LOCKSCREEN")->resumeAnimation();
+  stage.post("com.brightfen.lumora.updateAnimating");
+  EXPECT_TRUE(Stage::isPlaying("LOCKSCREEN"));
+  EXPECT_FALSE(Stage::isPlaying("HOMESCREEN"));
+}
+
+class StrangeObserver : public platform::KeyValueObserver {
+ public:
+  void observeValueForKeyPath(std::string_view /*keyPath*/, platform::UIView& /*object*/,
+                              const void* /*context*/) override {
+    ++calls;
+  }
+  int calls = 0;
+};
+
+TEST(Gating, AHostViewDiesWithTheListenerOnIt) {
+  Playing stage;
+  const std::weak_ptr<LWWallpaperListener> listener = lumora::sharedListener.load();
+  const std::weak_ptr<platform::UIView> host = Stage::hostView(lumora::sharedEntry);
+  ASSERT_EQ(host.lock()->observances().size(), 1U);
+  stage.choose("HOMESCREEN", gif);
+  EXPECT_TRUE(host.expired());
+  // The global still names it: it could not be removed from a view that it is not registered with.
+  EXPECT_EQ(lumora::sharedListener.load(), listener.lock());
+}
+
+TEST(Gating, AtDeallocOnlyTheFirstObserverIsLookedAt) {
+  Stage stage;
+  stage.launch();
+  const auto cls = platform::objc_getClass("SBFWallpaperView");
+  const auto foreign = std::make_shared<StrangeObserver>();
+  for (const bool foreignIsFirst : {true, false}) {
+    auto view = platform::makeViewOfClass<platform::UIView>(cls);
+    if (foreignIsFirst) view->addObserver(foreign, "hidden", nullptr);
+    LWWallpaperListener::addListenerToObject(view, ScreenLocation::LockScreen);
+    if (!foreignIsFirst) view->addObserver(foreign, "hidden", nullptr);
+    view.reset();
+  }
+  EXPECT_EQ(foreign->calls, 0);
+  platform::makeViewOfClass<platform::UIView>(cls).reset();
+}
+
+TEST(Gating, ANewListenerReplacesTheOldOneOnTheSameObjectOnly) {
+  Stage stage;
+  stage.launch();
+  const auto first = std::make_shared<platform::UIView>();
+  const auto second = std::make_shared<platform::UIView>();
+  auto listen = [](const std::shared_ptr<platform::UIView>& view) {
+    LWWallpaperListener::addListenerToObject(view, ScreenLocation::HomeScreen);
+    return lumora::homescreenListener.load();
+  };
+  listen(first);
+  const auto onFirst = listen(first);
+  EXPECT_EQ(first->observances().size(), 1U);
+  // Removal is tried on the object now given: the one on the first object stays.
+  const auto onSecond = listen(second);
+  EXPECT_NE(onSecond, onFirst);
+  EXPECT_EQ(first->observances().front(), onFirst);
+  // Without an object the listener is replaced all the same.
+  EXPECT_NE(listen(nullptr), onSecond);
+  EXPECT_EQ(second->observances().size(), 1U);
+  LWWallpaperListener::addListenerToObject(second, ScreenLocation::Unknown);
+  EXPECT_EQ(second->observances().size(), 1U);
+}
+
+TEST(Gating, OnlyThePlatformsExceptionsAreSwallowed) {
+  const auto view = std::make_shared<platform::UIView>();
+  const StrangeObserver unknown;
+  EXPECT_FALSE(platform::swallowingNSException([&] { view->removeObserver(unknown, "hidden"); }));
+  EXPECT_TRUE(platform::swallowingNSException([] {}));
+  EXPECT_THROW(platform::swallowingNSException([] { throw std::runtime_error("other"); }),
+               std::runtime_error);
+}
+
+}  // namespace

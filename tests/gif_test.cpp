@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+#include "gifview/gif_frame_delay.h"
+#include "platform/image_source.h"
+#include "platform/linux/gif_file.h"
+#include "platform/linux/gif_lzw.h"
+#include "platform/linux/png.h"
+#include "tests/gif_maker.h"
+
+namespace {
+
+using namespace testing_stage;
+using platform::Bytes;
+using platform::CGImageSource;
+
+constexpr std::size_t widthAt = 6;
+constexpr std::size_t firstImageAt = 13 + 8;
+
+Bytes withScreen(Bytes gif, int width, int height) {
+  gif[widthAt] = static_cast<std::uint8_t>(width);
+  gif[widthAt + 1] = static_cast<std::uint8_t>(width >> 8);
+  gif[widthAt + 2] = static_cast<std::uint8_t>(height);
+  gif[widthAt + 3] = static_cast<std::uint8_t>(height >> 8);
+  return gif;
+}
+
+// Everything that can be decoded is; nothing more is asked of damaged bytes than to survive.
+int framesOf(const Bytes& gif) {
+  auto source = CGImageSource::createWithData(gif);
+  int frames = 0;
+  for (int index = 0; source && index < source->count(); ++index) {
+    if (source->createImageAtIndex(index)) ++frames;
+    source->copyPropertiesAtIndex(index);
+  }
+  return frames;
+}
+
+TEST(Gif, FramesMayBeAskedForInAnyOrder) {
+  auto source = CGImageSource::createWithData(makeGif({{red}, {green}, {blue}}));
+  ASSERT_EQ(source->count(), 3);
+  auto colorOf = [&source](int index) {
+    const auto image = source->createImageAtIndex(index);
+    return Color{image->pixels[0], image->pixels[1], image->pixels[2]};
+  };
+  EXPECT_EQ(colorOf(2), blue);
+  EXPECT_EQ(colorOf(0), red);
+  EXPECT_EQ(colorOf(1), green);
+  EXPECT_EQ(source->createImageAtIndex(3), nullptr);
+  EXPECT_EQ(source->createImageAtIndex(-1), nullptr);
+}
+
+TEST(Gif, TooLargeAScreenIsRefusedWhateverFollows) {
+  const Bytes gif = makeGif({{red}});
+  EXPECT_EQ(CGImageSource::createWithData(withScreen(gif, 65535, 65535)), nullptr);
+  EXPECT_EQ(CGImageSource::createWithData(withScreen(gif, 0, 10)), nullptr);
+  EXPECT_NE(CGImageSource::createWithData(withScreen(gif, 2000, 2000)), nullptr);
+}
+
+TEST(Gif, AnImageLargerThanItsScreenIsClippedAndAGiantOneIsDamage) {
+  Bytes gif = withScreen(makeGif({{red}}, 20, 20), 5, 5);
+  const auto image = CGImageSource::createWithData(gif)->createImageAtIndex(0);
+  EXPECT_EQ(image->width, 5);
+  EXPECT_EQ(image->pixels.size(), 100U);
+  for (std::size_t at = firstImageAt + 5; at < firstImageAt + 9; ++at) gif[at] = 0xFF;
+  EXPECT_EQ(CGImageSource::createWithData(gif)->createImageAtIndex(0), nullptr);
+}
+
+TEST(Gif, CutShortAnywhereItGivesAtMostItsSoundLeadingFrames) {
+  const Bytes whole = makeGif({{red}, {green}, {blue}}, 16, 16);
+  int most = 0;
+  for (std::size_t size = 0; size <= whole.size(); ++size) {
+    const int frames = framesOf(Bytes(whole.begin(), whole.begin() + static_cast<long>(size)));
+    EXPECT_GE(frames, most);
+    most = frames;
+  }
+  EXPECT_EQ(most, 3);
+}
+
+TEST(Gif, SurvivesAnyDamage) {
+  std::mt19937 random(20);
+  const Bytes whole = makeGif({{red}, {green}, {blue}}, 12, 12);
+  for (int round = 0; round < 5000; ++round) {
+    Bytes gif = whole;
+    for (int change = 0; change < 1 + round % 4; ++change) {
+      // The screen's own size is left alone: it decides how much work a round is.
+      const auto at = 10 + random() % (gif.size() - 10);
+      gif[at] = static_cast<std::uint8_t>(random());
+    }
+    EXPECT_LE(framesOf(gif), 200);
+  }
+}
+
+TEST(Lzw, StopsAtAWrongCodeAndAtTheEndOfTheData) {
+  Bytes pixels(16);
+  EXPECT_FALSE(platform::gif::decodeLzw({}, 2, pixels));
+  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{1, 0x07, 0}, 2, pixels));
+  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{5, 1, 2}, 2, pixels));
+  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{1, 0, 0}, 9, pixels));
+  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{1, 0, 0}, 0, pixels));
+}
+
+TEST(Lzw, NeedsNeitherALeadingClearCodeNorAnEndCode) {
+  // Codes of 3 bits: 1, 6 (the string just begun), 2.
+  const Bytes data{2, 0b10110001, 0b0, 0};
+  Bytes pixels(4);
+  ASSERT_TRUE(platform::gif::decodeLzw(data, 2, pixels));
+  EXPECT_EQ(pixels, (Bytes{1, 1, 1, 2}));
+}
+
+TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
+  struct Case {
+    std::optional<int> stored;
+    double delay;
+  };
+  for (const Case& each : {Case{0, 0.1}, Case{1, 0.1}, Case{2, 0.02}, Case{3, 0.03},
+                           Case{65535, 655.35}, Case{std::nullopt, 0.1}}) {
+    auto source = CGImageSource::createWithData(makeGif({{red, each.stored}}));
+    EXPECT_EQ(lumora::CGImageSourceGetGifFrameDelay(*source, 0), each.delay);
+  }
+  auto source = CGImageSource::createWithData(makeGif({{red, 50}}));
+  EXPECT_EQ(lumora::CGImageSourceGetGifFrameDelay(*source, 7), 0.1);
+}
+
+}  // namespace

@@ -1,0 +1,261 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+#include "placement/host_wallpaper.h"
+#include "placement/installation.h"
+#include "placement/location_table.h"
+#include "platform/linux/device_events.h"
+#include "platform/operation_queue.h"
+#include "settings/device_paths.h"
+#include "tests/stage.h"
+
+namespace {
+
+using namespace testing_stage;
+using platform::CGRect;
+using platform::UIInterfaceOrientation;
+using platform::UIViewContentMode;
+
+const Bytes gif = makeGif({{red}, {green}});
+
+constexpr auto updateWallpaper = "com.brightfen.lumora.updateWallpaper";
+
+void install(Stage& stage) {
+  stage.post(updateWallpaper);
+}
+
+void fillLibrary(const Stage& stage) {
+  for (const char* path :
+       {lumora::sharedGIFPath, lumora::lockscreenGIFPath, lumora::homescreenGIFPath}) {
+    stage.root.write(path, gif);
+  }
+}
+
+// A launched device with a GIF for every location, in a mode.
+struct Furnished : Stage {
+  explicit Furnished(const char* mode, StageOptions options = {}) : Stage(options) {
+    launch();
+    fillLibrary(*this);
+    put("MODE_INDEX", mode);
+  }
+};
+
+TEST(Placement, InSharedModePutsOneViewIntoTheSharedWallpaper) {
+  Furnished stage("1");
+  install(stage);
+  const auto view = Stage::view("SHARED");
+  const auto host = Stage::hostView(lumora::sharedEntry);
+  EXPECT_EQ(view->superview(), host);
+  EXPECT_EQ(view->tag(), 1337);
+  EXPECT_EQ(host->tag(), 0);
+  EXPECT_EQ(view->frame(), (CGRect{0, 0, 390, 844 - 96}));
+  EXPECT_EQ(view->imageView()->frame(), (CGRect{0, 0, 390, 844 - 96}));
+  EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
+  EXPECT_EQ(Stage::view("HOMESCREEN"), nullptr);
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), std::nullopt);
+}
+
+TEST(Placement, InSeparateModePutsAViewIntoEachWallpaper) {
+  Furnished stage("0");
+  install(stage);
+  EXPECT_EQ(Stage::hostView(lumora::sharedEntry), nullptr);
+  EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), Stage::hostView(lumora::lockscreenEntry));
+  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), Stage::hostView(lumora::homescreenEntry));
+  EXPECT_EQ(Stage::hostView(lumora::lockscreenEntry)->tag(), 1);
+  EXPECT_EQ(Stage::hostView(lumora::homescreenEntry)->tag(), 2);
+  // The lock screen has no dock.
+  EXPECT_EQ(Stage::view("LOCKSCREEN")->frame(), (CGRect{0, 0, 390, 844}));
+  EXPECT_EQ(Stage::view("HOMESCREEN")->frame(), (CGRect{0, 0, 390, 748}));
+  EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), std::nullopt);
+}
+
+TEST(Placement, EndsWithoutATraceIfThePictureInQuestionIsMissingOrDamaged) {
+  struct Case {
+    const char* mode;
+    const char* location;
+    const char* path;
+  };
+  const Case cases[] = {
+      {"1", "0", lumora::sharedGIFPath},
+      {"0", "0", lumora::lockscreenGIFPath},
+      {"0", "1", lumora::homescreenGIFPath},
+  };
+  Stage stage;
+  stage.launch();
+  for (const Case& each : cases) {
+    for (const bool isDamaged : {false, true}) {
+      SCOPED_TRACE(std::string(each.path) + (isDamaged ? " damaged" : " missing"));
+      fillLibrary(stage);
+      std::filesystem::remove(stage.root(each.path));
+      if (isDamaged) stage.root.write(each.path, std::string("GIF89a, or so it says"));
+      Stage::put("MODE_INDEX", each.mode);
+      Stage::put("LOCATION_INDEX", each.location);
+      SettingsWatch watch(stage.root);
+      install(stage);
+      EXPECT_EQ(watch.take().writes, 0);
+      EXPECT_EQ(Stage::view("SHARED"), nullptr);
+      EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
+      EXPECT_TRUE(Stage::hostView(lumora::sharedEntry)->observances().empty());
+    }
+  }
+}
+
+TEST(Placement, InSeparateModeOnlyTheScreenInQuestionNeedsAPicture) {
+  Furnished stage("0");
+  std::filesystem::remove(stage.root(lumora::homescreenGIFPath));
+  install(stage);
+  EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
+  EXPECT_EQ(Stage::described("LOCKSCREEN", "frames_in_cache"), 2);
+  EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), std::nullopt);
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+}
+
+TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
+  Furnished stage("1");
+  install(stage);
+  Stage::put("MODE_INDEX", "2");
+  Stage::put("WALLPAPER_SET", "FALSE");
+  Stage::put("DOCK_ENABLED", "FALSE");
+  Stage::put("SHARED_SCALING_MODE", "FILL");
+  const auto host = Stage::hostView(lumora::sharedEntry);
+  const auto listener = host->observances();
+  stage.takePosted();
+  install(stage);
+  EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 390, 844}));
+  EXPECT_EQ(Stage::view("SHARED")->imageView()->contentMode(), UIViewContentMode::ScaleAspectFill);
+  EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
+  EXPECT_EQ(host->observances(), listener);
+  EXPECT_TRUE(stage.takePosted().empty());
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+}
+
+TEST(Placement, ASecondInstallationReusesEverything) {
+  Furnished stage("1");
+  install(stage);
+  const auto view = Stage::view("SHARED");
+  const auto host = Stage::hostView(lumora::sharedEntry);
+  install(stage);
+  EXPECT_EQ(Stage::view("SHARED"), view);
+  EXPECT_EQ(host->subviews().size(), 1U);
+  EXPECT_EQ(host->observances().size(), 1U);
+}
+
+TEST(Placement, TakesOverTheLastAnimatedViewFoundByItsTag) {
+  Furnished stage("1");
+  install(stage);
+  std::shared_ptr<lumora::LWGIFView> other;
+  platform::NSOperationQueue().addOperationWithBlock([&other] {
+    other = lumora::LWGIFView::initWithIdentifier("SHARED");
+    other->setTag(1337);
+  });
+  stage.settle();
+  Stage::hostView(lumora::sharedEntry)->addSubview(other);
+  install(stage);
+  EXPECT_EQ(Stage::view("SHARED"), other);
+}
+
+TEST(Placement, AModeChangeMovesOnToNewHostViewsAndKeepsTheOldAnimatedView) {
+  Furnished stage("1");
+  install(stage);
+  const auto shared = Stage::view("SHARED");
+  const std::weak_ptr<platform::UIView> oldHost = Stage::hostView(lumora::sharedEntry);
+  Stage::put("MODE_INDEX", "0");
+  install(stage);
+  EXPECT_TRUE(oldHost.expired());
+  EXPECT_EQ(Stage::view("SHARED"), shared);
+  EXPECT_EQ(shared->superview(), nullptr);
+  Stage::put("MODE_INDEX", "1");
+  install(stage);
+  EXPECT_EQ(Stage::view("SHARED"), shared);
+  EXPECT_EQ(shared->superview(), Stage::hostView(lumora::sharedEntry));
+}
+
+TEST(Placement, OnAPhoneHeldSidewaysTheDockStandsAtTheSide) {
+  Furnished stage("0");
+  install(stage);
+  for (const auto orientation :
+       {UIInterfaceOrientation::LandscapeLeft, UIInterfaceOrientation::LandscapeRight}) {
+    stage.rotate(orientation);
+    EXPECT_EQ(Stage::view("HOMESCREEN")->frame(), (CGRect{0, 0, 844 - 96, 390}));
+    EXPECT_EQ(Stage::view("LOCKSCREEN")->frame(), (CGRect{0, 0, 844, 390}));
+  }
+  stage.rotate(UIInterfaceOrientation::PortraitUpsideDown);
+  EXPECT_EQ(Stage::view("HOMESCREEN")->frame(), (CGRect{0, 0, 390, 748}));
+}
+
+TEST(Placement, OnAPadTheDockStaysAtTheBottom) {
+  Furnished stage("1", {.isPad = true});
+  install(stage);
+  EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 820, 1180 - 110}));
+  stage.rotate(UIInterfaceOrientation::LandscapeLeft);
+  EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 1180, 820 - 110}));
+}
+
+platform::CGFloat fakeHeight = 0;
+platform::CGFloat fakeDefaultHeight(platform::id /*self*/, platform::SEL /*selector*/) {
+  return fakeHeight;
+}
+
+TEST(Placement, AnUnusableDockHeightGivesWayToTheStoredOne) {
+  Furnished stage("1");
+  // Under the library's recorder, so that nothing is recorded.
+  const auto metaclass =
+      platform::object_getClass(platform::classObject(platform::objc_getClass("SBDockView")));
+  platform::IMP recorder = nullptr;
+  platform::MSHookMessageEx(metaclass, platform::sel_registerName("defaultHeight"),
+                            reinterpret_cast<platform::IMP>(fakeDefaultHeight), &recorder);
+  struct Case {
+    platform::CGFloat live;
+    const char* stored;
+    platform::CGFloat used;
+  };
+  for (const Case& each : {Case{0, "83.5", 83.5}, Case{844, "83.5", 83.5}, Case{843, "83.5", 843},
+                           Case{-1, "", 0}, Case{0, "83.1", 83.099998}}) {
+    fakeHeight = each.live;
+    Stage::put("DOCK_HEIGHT", each.stored);
+    install(stage);
+    EXPECT_EQ(Stage::view("SHARED")->frame().height, 844 - each.used) << each.live;
+  }
+  Stage::put("DOCK_ENABLED", "FALSE");
+  install(stage);
+  EXPECT_EQ(Stage::view("SHARED")->frame().height, 844);
+}
+
+TEST(Placement, ScalesEveryViewByItsOwnSettingWhateverTheMode) {
+  Furnished stage("0");
+  install(stage);
+  Stage::put("MODE_INDEX", "1");
+  install(stage);
+  Stage::put("SHARED_SCALING_MODE", "FULLSCREEN");
+  Stage::put("LOCKSCREEN_SCALING_MODE", "FILL");
+  Stage::put("HOMESCREEN_SCALING_MODE", "fill");
+  install(stage);
+  auto mode = [](const char* identifier) {
+    return Stage::view(identifier)->imageView()->contentMode();
+  };
+  EXPECT_EQ(mode("SHARED"), UIViewContentMode::ScaleToFill);
+  EXPECT_EQ(mode("LOCKSCREEN"), UIViewContentMode::ScaleAspectFill);
+  EXPECT_EQ(mode("HOMESCREEN"), UIViewContentMode::ScaleAspectFit);
+  EXPECT_EQ(Stage::view("SHARED")->UIView::contentMode(), UIViewContentMode::ScaleToFill);
+}
+
+TEST(Placement, AMainThreadThatDoesNotAnswerDelaysTheWholeInstallationByFiveSecondsOnce) {
+  Furnished stage("1");
+  const auto start = std::chrono::steady_clock::now();
+  lumora::updateWallpaperImages();
+  std::this_thread::sleep_for(std::chrono::milliseconds(5600));
+  // One shared wait, and the view's own wait for its set-up, have given up by now or soon will.
+  stage.settle();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(12));
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 390, 748}));
+}
+
+}  // namespace

@@ -1,0 +1,74 @@
+#include "gifview/playback_clock.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using lumora::FrameDurations;
+using lumora::PlaybackClock;
+
+// Exact in binary, so that sums of refreshes are exact too.
+constexpr std::chrono::duration<double> refresh{1.0 / 64};
+
+FrameDurations durations(std::vector<double> seconds) {
+  return std::make_shared<const std::vector<double>>(std::move(seconds));
+}
+
+// Which frame each of so many refreshes shows; -1 for none. Frame count as the list says.
+std::vector<int> timeline(PlaybackClock& clock, const FrameDurations& list, float speed,
+                          int refreshes) {
+  std::vector<int> shown;
+  const int count = list ? static_cast<int>(list->size()) : 0;
+  for (int each = 0; each < refreshes; ++each) {
+    const auto due = clock.tick(refresh, list, speed);
+    shown.push_back(due.value_or(-1));
+    if (due) clock.advance(count);
+  }
+  return shown;
+}
+
+TEST(PlaybackClock, ShowsEachFrameAfterItsOwnDelayAndSpendsOneTickAtTheWrap) {
+  PlaybackClock clock;
+  const auto list = durations({2.0 / 64, 1.0 / 64, 3.0 / 64});
+  // The wrap's tick shows nothing, but its length counts towards frame 0's delay.
+  EXPECT_EQ(timeline(clock, list, 1, 12),
+            (std::vector<int>{-1, 0, 1, -1, -1, 2, -1, 0, 1, -1, -1, 2}));
+}
+
+TEST(PlaybackClock, DropsTheOvershootOfALateTick) {
+  PlaybackClock clock;
+  const auto list = durations({1.5 / 64, 1.5 / 64, 1.5 / 64, 1.5 / 64});
+  EXPECT_EQ(timeline(clock, list, 1, 8), (std::vector<int>{-1, 0, -1, 1, -1, 2, -1, 3}));
+}
+
+TEST(PlaybackClock, DividesTheDelayByTheSpeed) {
+  const auto list = durations({2.0 / 64, 2.0 / 64});
+  PlaybackClock fast;
+  EXPECT_EQ(timeline(fast, list, 2, 2), (std::vector<int>{0, 1}));
+  PlaybackClock slow;
+  EXPECT_EQ(timeline(slow, list, 0.5, 4), (std::vector<int>{-1, -1, -1, 0}));
+}
+
+TEST(PlaybackClock, FreezesAtSpeedZeroAndRunsAwayBelow) {
+  const auto list = durations({1.0 / 64, 0, 1.0 / 64});
+  PlaybackClock frozen;
+  EXPECT_EQ(timeline(frozen, list, 0, 3), (std::vector<int>{-1, -1, -1}));
+  // Frame 1 has no delay at all: 0 divided by 0 is not due either.
+  PlaybackClock undefined;
+  timeline(undefined, list, 1, 1);
+  EXPECT_EQ(timeline(undefined, list, 0, 2), (std::vector<int>{-1, -1}));
+  PlaybackClock backwards;
+  EXPECT_EQ(timeline(backwards, list, -1, 3), (std::vector<int>{0, 1, 2}));
+}
+
+TEST(PlaybackClock, ShowsAFrameAtEveryTickWithoutAList) {
+  PlaybackClock clock;
+  EXPECT_EQ(timeline(clock, nullptr, 1, 4), (std::vector<int>{0, 1, 2, 3}));
+  EXPECT_TRUE(clock.advance(0));
+  PlaybackClock empty;
+  EXPECT_EQ(timeline(empty, durations({}), 1, 2), (std::vector<int>{0, 1}));
+}
+
+}  // namespace

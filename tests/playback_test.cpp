@@ -1,0 +1,200 @@
+// A view that plays: from the chosen GIF to the pixels on the screen.
+
+#include <gtest/gtest.h>
+
+#include "platform/operation_queue.h"
+#include "platform/messaging_center.h"
+#include "settings/settings_store.h"
+#include "tests/stage.h"
+
+namespace {
+
+using namespace testing_stage;
+using namespace std::chrono_literals;
+
+// At 64 refreshes a second these delays are whole numbers of refreshes: 16, 32 and 16.
+const Bytes threeFrames = makeGif({{red, 25}, {green, 50}, {blue, 25}}, 39, 75);
+constexpr StageOptions exactRefresh{.refreshRate = 64};
+
+// Inside the animated picture and beside all icons.
+constexpr int pictureX = 10;
+constexpr int pictureY = 400;
+
+void send(Stage& stage, const char* message) {
+  platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.SHARED")
+      ->sendMessageName(message);
+  stage.settle();
+}
+
+TEST(Playback, ShowsTheRightPictureAtTheTimesWorkedOutFromTheDelays) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  const Color still = stage.colorAt(pictureX, pictureY);
+  stage.choose("SHARED", threeFrames);
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  stage.refresh(15);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), still);
+  stage.refresh();
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
+  stage.refresh(31);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
+  stage.refresh();
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), green);
+  stage.refresh(16);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), blue);
+  // The wrap's own refresh belongs to the sixteen of frame 0.
+  stage.refresh(15);
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 2);
+  stage.refresh();
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
+}
+
+TEST(Playback, KeepsItsPlaceAndItsTimeThroughAPause) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  stage.choose("SHARED", threeFrames);
+  stage.refresh(16 + 30);
+  send(stage, "kLWGIFViewShouldPauseNotification");
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+  stage.advance(10s);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
+  send(stage, "kLWGIFViewShouldResumeNotification");
+  stage.refresh();
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
+  stage.refresh();
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
+}
+
+TEST(Playback, TwoQuickResumesLeaveTwoLinksOfWhichAPauseStopsOne) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  stage.choose("SHARED", threeFrames);
+  send(stage, "kLWGIFViewShouldPauseNotification");
+  Stage::view("SHARED")->resumeAnimation();
+  Stage::view("SHARED")->resumeAnimation();
+  stage.settle();
+  // Twice the pace: both links count each refresh.
+  stage.refresh(8);
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
+  send(stage, "kLWGIFViewShouldPauseNotification");
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+  stage.refresh(32);
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
+}
+
+TEST(Playback, FollowsTheSpeedFromTheNextRefreshOn) {
+  Stage stage(exactRefresh);
+  Stage::put("SHARED_GIF_SPEED", "2");
+  stage.launch();
+  stage.choose("SHARED", threeFrames);
+  stage.refresh(8);
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
+  Stage::put("SHARED_GIF_SPEED", "0");
+  stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
+  stage.advance(5s);
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  Stage::put("SHARED_GIF_SPEED", "1");
+  stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
+  stage.refresh();
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
+}
+
+TEST(Playback, FollowsTheOpacityOfTheImageViewOnly) {
+  Stage stage(exactRefresh);
+  Stage::put("SHARED_GIF_ALPHA", "0.5");
+  stage.launch();
+  const Color still = stage.colorAt(pictureX, pictureY);
+  stage.choose("SHARED", threeFrames);
+  stage.refresh(16);
+  const Color mixed = stage.colorAt(pictureX, pictureY);
+  EXPECT_NEAR(mixed[0], (still[0] + 255) / 2, 2);
+  EXPECT_NEAR(mixed[1], still[1] / 2, 2);
+  Stage::put("SHARED_GIF_ALPHA", "0");
+  stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), still);
+  EXPECT_EQ(Stage::view("SHARED")->alpha(), 1);
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+}
+
+TEST(Playback, ABlurThatChangesRewritesEveryFrameAndSaysSo) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  stage.choose("SHARED", threeFrames);
+  stage.takePosted();
+  Stage::put("SHARED_GIF_BLUR", "5");
+  stage.post("kLWGIFViewGIFBlurNeedsUpdating");
+  EXPECT_EQ(stage.takePosted(),
+            (std::vector<std::string>{"kLWGIFViewFrameFoundNotification",
+                                      "kLWGIFViewFrameFoundNotification",
+                                      "kLWGIFViewFrameFoundNotification",
+                                      "kLWGIFViewGIFBlurDidFinish"}));
+  stage.refresh(16);
+  // The picture's edge now lets the still wallpaper through.
+  EXPECT_NE(stage.colorAt(1, pictureY), red);
+}
+
+TEST(Playback, AMissingFrameFileShowsNothingAndTheCycleGoesOn) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  const Color still = stage.colorAt(pictureX, pictureY);
+  stage.choose("SHARED", threeFrames);
+  std::filesystem::remove(
+      stage.root("/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_1.png"));
+  stage.refresh(16 + 32);
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), still);
+  stage.refresh(16);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), blue);
+}
+
+TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACentreOfItsOwn) {
+  Stage stage(exactRefresh);
+  Stage::put("SHARED_GIF_SPEED", "3");
+  Stage::put("SHARED_GIF_ALPHA", "0.1");
+  stage.launch();
+  std::shared_ptr<lumora::LWGIFView> view;
+  platform::NSOperationQueue().addOperationWithBlock(
+      [&view] { view = lumora::LWGIFView::initWithIdentifier("ELSEWHERE"); });
+  stage.settle();
+  EXPECT_EQ(view->imageView()->alpha(), 1);
+  auto center = platform::CPDistributedMessagingCenter::centerNamed(
+      "com.brightfen.lumora.gifview.ELSEWHERE");
+  EXPECT_TRUE(center->doesServerExist());
+  center->sendMessageName("kLWGIFViewShouldResumeNotification");
+  stage.settle();
+  stage.refresh();
+  // Without a list of delays every refresh shows a frame and ends a cycle.
+  struct Count : platform::ViewDescription {
+    void addText(std::string_view, std::string_view) override {}
+    void addNumber(std::string_view name, double value) override {
+      if (name == "speed") speed = value;
+    }
+    void addInteger(std::string_view name, long long value) override {
+      if (name == "frames_shown") shown = value;
+    }
+    void addFlag(std::string_view, bool) override {}
+    double speed = 0;
+    long long shown = 0;
+  } count;
+  stage.refresh(3);
+  view->describe(count);
+  EXPECT_EQ(count.speed, 1);
+  EXPECT_EQ(count.shown, 4);
+  view->pauseAnimation();
+}
+
+TEST(Playback, GoesOnWhileHundredsOfNotificationsArrive) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  stage.choose("SHARED", threeFrames);
+  for (int each = 0; each < 200; ++each) {
+    platform::DarwinNotifyCenter::post(each % 2 ? "com.brightfen.lumora.updateAnimating"
+                                                : "com.brightfen.lumora.updateWallpaper");
+  }
+  stage.settle();
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+}
+
+}  // namespace

@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include "settings/device_paths.h"
+#include "tests/stage.h"
+
+namespace {
+
+using namespace testing_stage;
+
+const Bytes gif = makeGif({{red}, {green}});
+
+constexpr auto removeAll = "com.brightfen.lumora.removeGIFFromAllWallpapers";
+
+struct Separate : Stage {
+  Separate() {
+    launch();
+    choose("LOCKSCREEN", gif);
+    choose("HOMESCREEN", gif);
+  }
+};
+
+TEST(Removal, OfOneLocationTakesItsViewItsFilesAndItsMarkOnly) {
+  Separate stage;
+  stage.post("com.brightfen.lumora.removeLockscreenGIFView");
+  EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
+  EXPECT_FALSE(stage.root.has(lumora::lockscreenGIFPath));
+  EXPECT_FALSE(stage.root.has("/var/mobile/Library/Lumora/Wallpaper_lockscreen"));
+  EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "FALSE");
+  EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
+  EXPECT_TRUE(stage.root.has(lumora::homescreenGIFPath));
+  EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "TRUE");
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+}
+
+TEST(Removal, OfAViewThatNeverWasStillClearsFilesAndMark) {
+  Stage stage;
+  stage.launch();
+  stage.root.write(lumora::sharedGIFPath, gif);
+  stage.root.write("/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_0.png", gif);
+  SettingsWatch watch(stage.root);
+  stage.post("com.brightfen.lumora.removeSharedGIFView");
+  EXPECT_EQ(watch.take().writes, 1);
+  EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "FALSE");
+  EXPECT_FALSE(stage.root.has(lumora::sharedGIFPath));
+  EXPECT_FALSE(stage.root.has("/var/mobile/Library/Lumora/Wallpaper_both"));
+  EXPECT_EQ(Stage::view("SHARED"), nullptr);
+}
+
+TEST(Removal, OfAllKeepsTheFilesAndWritesFourTimes) {
+  Separate stage;
+  SettingsWatch watch(stage.root);
+  stage.post(removeAll);
+  EXPECT_EQ(watch.take(), (SettingsWatch::Counts{4, 4}));
+  for (const char* key : {"WALLPAPER_SET", "SHARED_WALLPAPER_SET", "LOCKSCREEN_WALLPAPER_SET",
+                          "HOMESCREEN_WALLPAPER_SET"}) {
+    EXPECT_EQ(Stage::stored(key), "FALSE");
+  }
+  EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
+  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
+  EXPECT_TRUE(stage.root.has("/var/mobile/Library/Lumora/Wallpaper_lockscreen"));
+  EXPECT_TRUE(stage.root.has(lumora::homescreenGIFPath));
+}
+
+TEST(Removal, IsUndoneByAnInstallationWithTheVerySameViews) {
+  Separate stage;
+  const auto lockScreen = Stage::view("LOCKSCREEN");
+  const auto homeScreen = Stage::view("HOMESCREEN");
+  stage.post(removeAll);
+  stage.takePosted();
+  stage.post("com.brightfen.lumora.updateWallpaper");
+  EXPECT_EQ(Stage::view("LOCKSCREEN"), lockScreen);
+  EXPECT_EQ(Stage::view("HOMESCREEN"), homeScreen);
+  EXPECT_NE(lockScreen->superview(), nullptr);
+  EXPECT_NE(homeScreen->superview(), nullptr);
+  // From the cache: nothing is decoded anew, and only the location in question is announced.
+  EXPECT_EQ(stage.takePosted(),
+            (std::vector<std::string>{"kLWGIFViewDidStartAnimatingNotification"}));
+}
+
+TEST(Removal, LeavesADetachedViewsPlaybackAlone) {
+  Separate stage;
+  ASSERT_TRUE(Stage::isPlaying("HOMESCREEN"));
+  stage.post("com.brightfen.lumora.removeHomescreenGIFView");
+  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
+}
+
+TEST(Removal, AChangeOfModeTakesOnlyTheUnneededViewsDown) {
+  Separate stage;
+  Stage::put("MODE_INDEX", "2");
+  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
+  Stage::put("MODE_INDEX", "1");
+  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
+  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
+  EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "FALSE");
+  EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "FALSE");
+
+  stage.choose("SHARED", gif);
+  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  EXPECT_NE(Stage::view("SHARED")->superview(), nullptr);
+  Stage::put("MODE_INDEX", "0");
+  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  EXPECT_EQ(Stage::view("SHARED")->superview(), nullptr);
+  EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "FALSE");
+}
+
+}  // namespace

@@ -1,0 +1,143 @@
+#include "platform/linux/run_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "dispatch/main_queue_hop.h"
+#include "platform/display_link.h"
+#include "platform/linux/activity.h"
+#include "platform/linux/class_table.h"
+#include "platform/linux/display_clock.h"
+#include "platform/operation_queue.h"
+
+namespace {
+
+using namespace platform;
+using namespace std::chrono_literals;
+
+bool turnUntil(const std::function<bool()>& condition) {
+  const auto limit = RunLoop::Clock::now() + 10s;
+  while (!condition() && RunLoop::Clock::now() < limit) RunLoop::main().turn(limit);
+  return condition();
+}
+
+TEST(OperationQueue, OfOneRunsInOrderAndOutlivesItsOwner) {
+  std::vector<int> order;
+  {
+    NSOperationQueue queue;
+    queue.setMaxConcurrentOperationCount(1);
+    for (int each = 0; each < 100; ++each) {
+      queue.addOperationWithBlock([&order, each] { order.push_back(each); });
+    }
+  }
+  ASSERT_TRUE(turnUntil([] { return pendingBackgroundOperations() == 0; }));
+  for (int each = 0; each < 100; ++each) EXPECT_EQ(order[static_cast<std::size_t>(each)], each);
+}
+
+TEST(MainQueue, RunsBlocksThatBlocksQueueAndKeepsTheirOrder) {
+  std::vector<int> order;
+  auto& queue = NSOperationQueue::mainQueue();
+  queue.addOperationWithBlock([&] {
+    order.push_back(1);
+    queue.addOperationWithBlock([&] { order.push_back(3); });
+  });
+  queue.addOperationWithBlock([&] { order.push_back(2); });
+  EXPECT_TRUE(RunLoop::main().runMainQueue());
+  EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+  EXPECT_FALSE(RunLoop::main().runMainQueue());
+}
+
+TEST(Hop, WaitsForTheMainQueueOrUntilItsDeadline) {
+  auto ran = std::make_shared<std::atomic<int>>(0);
+  std::atomic<bool> isBack = false;
+  std::thread worker([&] {
+    lumora::hopToMainQueue([ran] { ++*ran; }, lumora::deadlineFromNow());
+    isBack = true;
+  });
+  EXPECT_TRUE(turnUntil([&] { return isBack.load(); }));
+  worker.join();
+  EXPECT_EQ(*ran, 1);
+  // Nobody runs the main queue: the wait ends, and the block still runs later.
+  lumora::hopToMainQueue([ran] { ++*ran; }, std::chrono::steady_clock::now() + 10ms);
+  EXPECT_EQ(*ran, 1);
+  RunLoop::main().runMainQueue();
+  EXPECT_EQ(*ran, 2);
+}
+
+TEST(RunLoop, SleepsWhileEveryLinkIsPausedAndWakesForARefresh) {
+  DisplayClock::main().setRefreshRate(100);
+  int refreshes = 0;
+  auto link = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink& fired) {
+    ++refreshes;
+    EXPECT_EQ(fired.duration().count(), 1.0 / 100);
+  });
+  EXPECT_EQ(DisplayClock::main().nextRefresh(), std::nullopt);
+  link->addToMainRunLoop();
+  link.reset();
+  // The loop retains it.
+  EXPECT_TRUE(turnUntil([&] { return refreshes == 3; }));
+}
+
+TEST(DisplayLink, StopsAtOnceWhenInvalidatedByAnotherInTheSameRefresh) {
+  DisplayClock::main().setManual();
+  int calls = 0;
+  std::shared_ptr<CADisplayLink> second;
+  auto first = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) {
+    second->invalidate();
+  });
+  second = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) { ++calls; });
+  auto third = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) { calls += 100; });
+  third->setFrameInterval(2);
+  for (const auto& link : {first, second, third}) link->addToMainRunLoop();
+  int refreshes = 0;
+  DisplayClock::main().advance(50ms, [&] { ++refreshes; });
+  EXPECT_EQ(refreshes, 3);
+  EXPECT_EQ(calls, 100);
+}
+
+TEST(DisplayClock, RefreshesAtExactMultiplesOfThePeriod) {
+  DisplayClock::main().setManual();
+  int refreshes = 0;
+  auto count = [&] { ++refreshes; };
+  for (int each = 0; each < 1000; ++each) DisplayClock::main().advance(100ms, count);
+  EXPECT_EQ(refreshes, 6000);
+  DisplayClock::main().advance(0ns, count);
+  DisplayClock::main().advance(16666666ns, count);
+  EXPECT_EQ(refreshes, 6000);
+  DisplayClock::main().advance(1ns, count);
+  EXPECT_EQ(refreshes, 6001);
+}
+
+int answer(id /*self*/, SEL /*selector*/, int value) {
+  return value + 1;
+}
+
+int (*previousAnswer)(id, SEL, int) = nullptr;
+int changedAnswer(id self, SEL selector, int value) {
+  return 10 * previousAnswer(self, selector, value);
+}
+
+TEST(ObjectRuntime, ReplacesInheritedMethodsForTheSubclassOnly) {
+  Class base = registerClass("Base", nullptr);
+  Class derived = registerClass("Derived", base);
+  addMethod(base, "answer:", answer);
+  addClassMethod(base, "answer:", answer);
+  MSHookMessageEx(derived, sel_registerName("answer:"), reinterpret_cast<IMP>(changedAnswer),
+                  reinterpret_cast<IMP*>(&previousAnswer));
+  objc_object one{base};
+  objc_object other{derived};
+  EXPECT_EQ((objc_msgSend<int, int>(&one, "answer:", 1)), 2);
+  EXPECT_EQ((objc_msgSend<int, int>(&other, "answer:", 1)), 20);
+  EXPECT_EQ((objc_msgSend<int, int>(classObject(derived), "answer:", 1)), 2);
+  EXPECT_EQ((objc_msgSend<int, int>(&one, "unknown:", 1)), 0);
+  EXPECT_EQ((objc_msgSend<int, int>(nullptr, "answer:", 1)), 0);
+  EXPECT_EQ(objc_getClass("Unknown"), nullptr);
+  // Adding does not replace.
+  class_addMethod(base, sel_registerName("answer:"), nullptr, "v@:@");
+  EXPECT_EQ((objc_msgSend<int, int>(&one, "answer:", 1)), 2);
+}
+
+}  // namespace

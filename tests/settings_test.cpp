@@ -1,0 +1,247 @@
+#include "settings/settings_store.h"
+
+#include <gtest/gtest.h>
+#include <plist/plist.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/property_list.h"
+#include "settings/device_paths.h"
+#include "tests/stage.h"
+
+namespace {
+
+using testing_stage::Bytes;
+using testing_stage::DeviceRoot;
+using testing_stage::SettingsWatch;
+using testing_stage::Stage;
+
+constexpr auto preferences = lumora::settingsPath;
+
+template <typename Value>
+struct Row {
+  const char* key;
+  Value (*getter)();
+  Value otherwise;
+};
+
+const Row<bool> booleans[] = {
+    {"ENABLED", lumora::getEnabled, true},
+    {"DOCK_ENABLED", lumora::getDockEnabled, true},
+    {"WALLPAPER_SET", lumora::getWallpaperSet, false},
+    {"SHARED_WALLPAPER_SET", lumora::getSharedWallpaperSet, false},
+    {"LOCKSCREEN_WALLPAPER_SET", lumora::getLockscreenWallpaperSet, false},
+    {"HOMESCREEN_WALLPAPER_SET", lumora::getHomescreenWallpaperSet, false},
+};
+
+const Row<std::int32_t> integers[] = {
+    {"MODE_INDEX", lumora::getModeIndex, 1},
+    {"LOCATION_INDEX", lumora::getLocationIndex, 0},
+};
+
+const Row<float> numbers[] = {
+    {"SHARED_GIF_SPEED", lumora::getSharedGIFSpeed, 1},
+    {"LOCKSCREEN_GIF_SPEED", lumora::getLockscreenGIFSpeed, 1},
+    {"HOMESCREEN_GIF_SPEED", lumora::getHomescreenGIFSpeed, 1},
+    {"SHARED_GIF_ALPHA", lumora::getSharedGIFAlpha, 1},
+    {"LOCKSCREEN_GIF_ALPHA", lumora::getLockscreenGIFAlpha, 1},
+    {"HOMESCREEN_GIF_ALPHA", lumora::getHomescreenGIFAlpha, 1},
+    {"SHARED_GIF_BLUR", lumora::getSharedGIFBlur, 0},
+    {"LOCKSCREEN_GIF_BLUR", lumora::getLockscreenGIFBlur, 0},
+    {"HOMESCREEN_GIF_BLUR", lumora::getHomescreenGIFBlur, 0},
+};
+
+const Row<std::string> modes[] = {
+    {"SHARED_SCALING_MODE", lumora::getSharedScalingMode, "FIT"},
+    {"LOCKSCREEN_SCALING_MODE", lumora::getLockscreenScalingMode, "FIT"},
+    {"HOMESCREEN_SCALING_MODE", lumora::getHomescreenScalingMode, "FIT"},
+};
+
+const Row<std::string> texts[] = {
+    {"SAFARI_DIRECTORY", lumora::getSafariSavePath, ""},
+    {"SAFARI_OBJECT_URL", lumora::getSafariObjectURL, ""},
+    {"SHARED_TEXT_FIELD_TEXT", lumora::getSharedTextFieldText, ""},
+    {"LOCKSCREEN_TEXT_FIELD_TEXT", lumora::getLockscreenTextFieldText, ""},
+    {"HOMESCREEN_TEXT_FIELD_TEXT", lumora::getHomescreenTextFieldText, ""},
+};
+
+// What a getter gives for a stored text.
+template <typename Value>
+Value reading(const Row<Value>& row, const std::string& text) {
+  Stage::put(row.key, text);
+  return row.getter();
+}
+
+void expectDefaults() {
+  for (const auto& row : booleans) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
+  for (const auto& row : integers) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
+  for (const auto& row : numbers) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
+  for (const auto& row : modes) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
+  for (const auto& row : texts) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
+  EXPECT_EQ(lumora::getDockHeight(), 0);
+}
+
+// A list of the kind of the settings with values of other types under every known key.
+std::string listOfOtherTypes() {
+  std::string list = "<plist version=\"1.0\"><dict>";
+  auto add = [&list](const char* key, const char* value) {
+    list += std::string("<key>") + key + "</key>" + value;
+  };
+  for (const auto& row : booleans) add(row.key, row.otherwise ? "<false/>" : "<true/>");
+  for (const auto& row : integers) add(row.key, "<integer>7</integer>");
+  for (const auto& row : numbers) add(row.key, "<real>7.5</real>");
+  for (const auto& row : modes) add(row.key, "<array><string>FILL</string></array>");
+  for (const auto& row : texts) add(row.key, "<dict/>");
+  add("DOCK_HEIGHT", "<data>AAAA</data>");
+  return list + "</dict></plist>";
+}
+
+TEST(Settings, HaveTheirDefaultsWhereTheFileGivesNothing) {
+  const DeviceRoot root;
+  expectDefaults();
+  const std::string useless[] = {
+      "",
+      "not a property list",
+      "bplist00 but not really",
+      "<plist version=\"1.0\"><array><string>ENABLED</string></array></plist>",
+      "<plist version=\"1.0\"><dict><key>ENABLED</key>",
+      "<plist version=\"1.0\"><dict/></plist>",
+      listOfOtherTypes(),
+  };
+  for (const std::string& contents : useless) {
+    SCOPED_TRACE(contents);
+    root.write(preferences, contents);
+    expectDefaults();
+  }
+}
+
+TEST(Settings, AnEmptyTextGivesTheDefault) {
+  const DeviceRoot root;
+  for (const auto& row : booleans) EXPECT_EQ(reading(row, ""), row.otherwise) << row.key;
+  for (const auto& row : integers) EXPECT_EQ(reading(row, ""), row.otherwise) << row.key;
+  for (const auto& row : numbers) EXPECT_EQ(reading(row, ""), row.otherwise) << row.key;
+  for (const auto& row : modes) EXPECT_EQ(reading(row, ""), "FIT") << row.key;
+  for (const auto& row : texts) EXPECT_EQ(reading(row, ""), "") << row.key;
+}
+
+TEST(Settings, BooleansFollowTheFirstTellingLetter) {
+  const DeviceRoot root;
+  for (const auto& row : booleans) {
+    for (const char* text : {"TRUE", "1", "YES", "7", " \t+007", "t", "-y", "0001"}) {
+      EXPECT_TRUE(reading(row, text)) << row.key << " " << text;
+    }
+    for (const char* text : {"FALSE", "0", "NO", "000", "x1", "+ 1", "on", "-"}) {
+      EXPECT_FALSE(reading(row, text)) << row.key << " " << text;
+    }
+  }
+}
+
+TEST(Settings, NumbersAreTheLeadingNumberOfTheText) {
+  const DeviceRoot root;
+  for (const auto& row : integers) {
+    EXPECT_EQ(reading(row, "abc"), 0) << row.key;
+    EXPECT_EQ(reading(row, " -12x"), -12) << row.key;
+    EXPECT_EQ(reading(row, "+2.9"), 2) << row.key;
+    EXPECT_EQ(reading(row, "99999999999"), 2147483647) << row.key;
+    EXPECT_EQ(reading(row, "-99999999999"), -2147483647 - 1) << row.key;
+  }
+  for (const auto& row : numbers) {
+    EXPECT_EQ(reading(row, "2.5"), 2.5F) << row.key;
+    EXPECT_EQ(reading(row, "0"), 0.0F) << row.key;
+    EXPECT_EQ(reading(row, " -1.5e1 fast"), -15.0F) << row.key;
+    EXPECT_EQ(reading(row, ".25"), 0.25F) << row.key;
+    EXPECT_EQ(reading(row, "fast"), 0.0F) << row.key;
+    EXPECT_EQ(reading(row, "inf"), 0.0F) << row.key;
+    EXPECT_EQ(reading(row, "1e999"), std::numeric_limits<float>::infinity()) << row.key;
+    EXPECT_EQ(reading(row, "1e-999"), 0.0F) << row.key;
+  }
+  // Parsed as 32 bits and widened: never the nearest double.
+  Stage::put("DOCK_HEIGHT", "83.1");
+  EXPECT_EQ(lumora::getDockHeight(), static_cast<double>(83.1F));
+}
+
+TEST(Settings, ScalingModesAreTakenOnlyAsTheyAreWritten) {
+  const DeviceRoot root;
+  for (const auto& row : modes) {
+    EXPECT_EQ(reading(row, "FILL"), "FILL") << row.key;
+    EXPECT_EQ(reading(row, "FULLSCREEN"), "FULLSCREEN") << row.key;
+    EXPECT_EQ(reading(row, "fill"), "FIT") << row.key;
+    EXPECT_EQ(reading(row, "STRETCH"), "FIT") << row.key;
+  }
+  for (const auto& row : texts) EXPECT_EQ(reading(row, " a <b> & ü "), " a <b> & ü ") << row.key;
+}
+
+TEST(Settings, AWriteKeepsAllOtherKeysWhateverTheirType) {
+  const DeviceRoot root;
+  root.write(preferences,
+             "<plist version=\"1.0\"><dict><key>OTHER</key><array><integer>4</integer></array>"
+             "<key>ENABLED</key><string>FALSE</string></dict></plist>");
+  Stage::put("WALLPAPER_SET", "TRUE");
+  std::string text;
+  std::getline(std::ifstream(root(preferences)), text, '\0');
+  EXPECT_NE(text.find("<integer>4</integer>"), std::string::npos);
+  EXPECT_EQ(Stage::stored("ENABLED"), "FALSE");
+  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+}
+
+TEST(Settings, AWriteIntoADamagedFileLeavesThatOneKey) {
+  const DeviceRoot root;
+  root.write(preferences, "<plist><dict><key>ENABLED</key><string>FALSE</str");
+  Stage::put("MODE_INDEX", "0");
+  EXPECT_EQ(Stage::stored("ENABLED"), std::nullopt);
+  EXPECT_EQ(lumora::getModeIndex(), 0);
+}
+
+TEST(Settings, AFailedWriteLeavesTheFileAsItWas) {
+  const DeviceRoot root;
+  Stage::put("MODE_INDEX", "0");
+  const auto folder = root(preferences).parent_path();
+  std::filesystem::rename(folder, folder.string() + " away");
+  Stage::put("MODE_INDEX", "1");
+  EXPECT_FALSE(root.has(preferences));
+  std::filesystem::rename(folder.string() + " away", folder);
+  EXPECT_EQ(lumora::getModeIndex(), 0);
+}
+
+TEST(Settings, BinaryListsAreReadAndWrittenBackAsXml) {
+  const DeviceRoot root;
+  plist_t list = plist_new_dict();
+  plist_dict_set_item(list, "SHARED_GIF_SPEED", plist_new_string("2.5"));
+  char* bytes = nullptr;
+  std::uint32_t size = 0;
+  plist_to_bin(list, &bytes, &size);
+  root.write(preferences, Bytes(bytes, bytes + size));
+  plist_to_bin_free(bytes);
+  plist_free(list);
+  EXPECT_EQ(lumora::getSharedGIFSpeed(), 2.5F);
+  Stage::put("ENABLED", "FALSE");
+  std::string start(5, ' ');
+  std::ifstream(root(preferences)).read(start.data(), 5);
+  EXPECT_EQ(start, "<?xml");
+  EXPECT_EQ(lumora::getSharedGIFSpeed(), 2.5F);
+}
+
+TEST(Settings, EveryGetterReadsTheFileAfreshAndEveryWriteReplacesIt) {
+  const DeviceRoot root;
+  Stage::put("ENABLED", "TRUE");
+  SettingsWatch watch(root);
+  lumora::getEnabled();
+  lumora::getEnabled();
+  EXPECT_EQ(watch.take(), (SettingsWatch::Counts{2, 0}));
+  Stage::put("ENABLED", "FALSE");
+  EXPECT_EQ(watch.take(), (SettingsWatch::Counts{1, 1}));
+}
+
+TEST(Settings, AListNestedWithoutEndIsNoList) {
+  const DeviceRoot root;
+  std::string deep = "<plist version=\"1.0\"><dict><key>ENABLED</key><string>FALSE</string>";
+  constexpr int levels = 30000;
+  for (int level = 0; level < levels; ++level) deep += "<key>k</key><dict>";
+  for (int level = 0; level < levels; ++level) deep += "</dict>";
+  root.write(preferences, deep + "</dict></plist>");
+  EXPECT_TRUE(lumora::getEnabled());
+}
+
+}  // namespace

@@ -1,0 +1,240 @@
+#include "tests/stage.h"
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <stdexcept>
+#include <utility>
+
+#include "gifview/notification_names.h"
+#include "hooks/hook_table.h"
+#include "host/screenshot.h"
+#include "host/settling.h"
+#include "placement/host_wallpaper.h"
+#include "platform/file_manager.h"
+#include "platform/linux/bus.h"
+#include "platform/linux/device_root.h"
+#include "platform/linux/display_clock.h"
+#include "platform/linux/png.h"
+#include "platform/linux/run_loop.h"
+#include "settings/device_paths.h"
+#include "settings/settings_store.h"
+#include "tool/stored_settings.h"
+
+namespace testing_stage {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::DisplayClock;
+using platform::RunLoop;
+
+constexpr auto incomingDirectory = "/var/mobile/Media/Downloads/";
+constexpr std::chrono::seconds settleLimit{60};
+
+constexpr const char* viewPosts[] = {lumora::frameFoundNotification,
+                                     lumora::didStartAnimatingNotification,
+                                     lumora::blurDidFinishNotification};
+
+host::HostOptions hostOptions(const StageOptions& options) {
+  host::HostOptions result;
+  result.display = "headless";
+  result.width = options.isPad ? 820 : 390;
+  result.height = options.isPad ? 1180 : 844;
+  result.refreshRate = options.refreshRate;
+  result.isPad = options.isPad;
+  result.startsLocked = options.startsLocked;
+  result.hasManualClock = true;
+  return result;
+}
+
+class Description : public platform::ViewDescription {
+ public:
+  void addText(std::string_view, std::string_view) override {}
+  void addNumber(std::string_view, double) override {}
+  void addInteger(std::string_view name, long long value) override {
+    values[std::string(name)] = value;
+  }
+  void addFlag(std::string_view name, bool value) override { values[std::string(name)] = value; }
+
+  std::map<std::string, long long> values;
+};
+
+}  // namespace
+
+DeviceRoot::DeviceRoot() {
+  std::string name = (fs::temp_directory_path() / "lumora-test-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no folder for the test");
+  folder_ = name;
+  fs::create_directories((*this)(lumora::settingsPath).parent_path());
+  platform::setDeviceRoot(folder_);
+}
+
+DeviceRoot::~DeviceRoot() {
+  std::error_code error;
+  fs::remove_all(folder_, error);
+}
+
+fs::path DeviceRoot::operator()(const std::string& devicePath) const {
+  return folder_.string() + devicePath;
+}
+
+void DeviceRoot::write(const std::string& devicePath, const Bytes& contents) const {
+  fs::create_directories((*this)(devicePath).parent_path());
+  std::ofstream file((*this)(devicePath), std::ios::binary);
+  file.write(reinterpret_cast<const char*>(contents.data()),
+             static_cast<std::streamsize>(contents.size()));
+}
+
+void DeviceRoot::write(const std::string& devicePath, const std::string& text) const {
+  write(devicePath, Bytes(text.begin(), text.end()));
+}
+
+bool DeviceRoot::has(const std::string& devicePath) const {
+  return fs::exists((*this)(devicePath));
+}
+
+SettingsWatch::SettingsWatch(const DeviceRoot& root) : descriptor_(inotify_init1(IN_NONBLOCK)) {
+  inotify_add_watch(descriptor_, root(lumora::settingsPath).parent_path().c_str(),
+                    IN_OPEN | IN_MOVED_TO);
+}
+
+SettingsWatch::~SettingsWatch() {
+  close(descriptor_);
+}
+
+SettingsWatch::Counts SettingsWatch::take() {
+  Counts counts;
+  alignas(inotify_event) char buffer[65536];
+  for (ssize_t size = 0; (size = read(descriptor_, buffer, sizeof buffer)) > 0;) {
+    for (ssize_t at = 0; at < size;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+      const bool isSettings =
+          event->len > 0 && platform::lastPathComponent(lumora::settingsPath) == event->name;
+      if (isSettings && event->mask & IN_OPEN) ++counts.reads;
+      if (isSettings && event->mask & IN_MOVED_TO) ++counts.writes;
+      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+    }
+  }
+  return counts;
+}
+
+Stage::Stage(StageOptions options) {
+  static bool isUsed = false;
+  if (std::exchange(isUsed, true)) {
+    throw std::runtime_error("one stage per process: run the tests through ctest");
+  }
+  bus_ = std::make_unique<tool::BusDaemon>(root("/bus.log"));
+  platform::Bus::open(bus_->address(), [] {});
+  springBoard_ = std::make_unique<host::SpringBoard>(hostOptions(options));
+  lumora::installHooks();
+  for (const char* name : viewPosts) {
+    notifications_.addObserver(this, name,
+                               [this](const std::string& posted) { posted_.push_back(posted); });
+  }
+}
+
+Stage::~Stage() {
+  settle();
+}
+
+void Stage::launch() {
+  springBoard_->launch();
+  settle();
+}
+
+void Stage::settle() {
+  if (!host::settle(RunLoop::Clock::now() + settleLimit)) {
+    throw std::runtime_error("the device does not come to rest");
+  }
+}
+
+void Stage::advance(std::chrono::duration<double> span) {
+  DisplayClock::main().advance(std::chrono::round<std::chrono::nanoseconds>(span),
+                               [] { RunLoop::main().runMainQueue(); });
+  settle();
+}
+
+void Stage::refresh(int count) {
+  const std::chrono::nanoseconds second = std::chrono::seconds(1);
+  const int rate = DisplayClock::main().refreshRate();
+  for (int each = 0; each < count; ++each) advance((second + std::chrono::nanoseconds(rate - 1)) / rate);
+}
+
+void Stage::put(const std::string& key, const std::string& value) {
+  lumora::setPreferencesObjectKey(value, key);
+}
+
+std::optional<std::string> Stage::stored(const std::string& key) {
+  return tool::storedSetting(key);
+}
+
+void Stage::post(const std::string& name) {
+  platform::DarwinNotifyCenter::post(name);
+  settle();
+}
+
+void Stage::leaveIncomingFile(const std::string& identifier, const Bytes& gif) {
+  const std::string path = incomingDirectory + identifier + "_LUMORA_WALLPAPER.gif";
+  root.write(path, gif);
+  if (identifier == "LOCKSCREEN") put("LOCATION_INDEX", "0");
+  if (identifier == "HOMESCREEN") put("LOCATION_INDEX", "1");
+  put("SAFARI_DIRECTORY", path);
+}
+
+void Stage::choose(const std::string& identifier, const Bytes& gif) {
+  leaveIncomingFile(identifier, gif);
+  post("com.brightfen.lumora.wallpaperNeedsUpdating");
+  post("com.brightfen.lumora.updateAnimating");
+}
+
+void Stage::hideWallpaper() {
+  springBoard_->openApp();
+  settle();
+}
+
+void Stage::showWallpaper() {
+  springBoard_->goHome();
+  settle();
+}
+
+void Stage::rotate(platform::UIInterfaceOrientation orientation) {
+  springBoard_->rotate(orientation);
+  settle();
+}
+
+std::vector<std::string> Stage::takePosted() {
+  return std::exchange(posted_, {});
+}
+
+std::shared_ptr<lumora::LWGIFView> Stage::view(const std::string& identifier) {
+  return lumora::entryOf(lumora::locationOfIdentifier(identifier))->view.load();
+}
+
+long long Stage::described(const std::string& identifier, const std::string& name) {
+  Description description;
+  view(identifier)->describe(description);
+  return description.values.at(name);
+}
+
+bool Stage::isPlaying(const std::string& identifier) {
+  return described(identifier, "playing") != 0;
+}
+
+int Stage::shownFrame(const std::string& identifier) {
+  return static_cast<int>(described(identifier, "frame_shown"));
+}
+
+std::shared_ptr<platform::UIView> Stage::hostView(const lumora::LocationEntry& entry) {
+  return lumora::hostWallpaperView(lumora::sharedWallpaperController(), entry);
+}
+
+Color Stage::colorAt(int x, int y) {
+  const auto picture = platform::decodePng(host::takeScreenshot(springBoard_->screen(), 1));
+  const auto* pixel = &picture->pixels[static_cast<std::size_t>(y * picture->width + x) * 4];
+  return {pixel[0], pixel[1], pixel[2]};
+}
+
+}  // namespace testing_stage
