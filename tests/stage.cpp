@@ -97,8 +97,9 @@ bool DeviceRoot::has(const std::string& devicePath) const {
 }
 
 SettingsWatch::SettingsWatch(const DeviceRoot& root) : descriptor_(inotify_init1(IN_NONBLOCK)) {
+  // The end of a read is watched, too, since equal events in a row are reported as one.
   inotify_add_watch(descriptor_, root(lumora::settingsPath).parent_path().c_str(),
-                    IN_OPEN | IN_MOVED_TO);
+                    IN_OPEN | IN_CLOSE_NOWRITE | IN_MOVED_TO);
 }
 
 SettingsWatch::~SettingsWatch() {
