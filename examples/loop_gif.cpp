@@ -18,14 +18,14 @@ namespace {
 
 using Indices = std::vector<GifByteType>;  // A picture in colors of the palette.
 
-int Channel(std::uint32_t color, int shift) {
+int channel(std::uint32_t color, int shift) {
   return static_cast<int>(color >> shift & 255);
 }
 
-int Distance(std::uint32_t a, std::uint32_t b) {
+int distance(std::uint32_t a, std::uint32_t b) {
   int sum = 0;
   for (const int shift : {0, 8, 16}) {
-    const int gap = Channel(a, shift) - Channel(b, shift);
+    const int gap = channel(a, shift) - channel(b, shift);
     sum += gap * gap;
   }
   return sum;
@@ -36,7 +36,7 @@ constexpr GifByteType kTransparent = kPaletteSize - 1;  // The one index that st
 
 // Colors of the frames, each in turn the one farthest from all before it, so that they reach the
 // extremes, as dithering needs; common colors count as farther, so that gradients get more of them.
-Picture ChoosePalette(const std::vector<Picture>& frames) {
+Picture choosePalette(const std::vector<Picture>& frames) {
   constexpr std::size_t kSampleEvery = 6;
   constexpr double kFavorCommon = 0.4;
   std::map<std::uint32_t, double> counts;
@@ -56,7 +56,7 @@ Picture ChoosePalette(const std::vector<Picture>& frames) {
   while (palette.size() < kTransparent) {
     for (Candidate& candidate : candidates) {
       candidate.gap =
-          std::min(candidate.gap, candidate.weight * Distance(candidate.color, palette.back()));
+          std::min(candidate.gap, candidate.weight * distance(candidate.color, palette.back()));
     }
     palette.push_back(
         std::max_element(candidates.begin(), candidates.end(),
@@ -66,7 +66,7 @@ Picture ChoosePalette(const std::vector<Picture>& frames) {
   // Dark to bright, so that a blend sorted by index is sorted by brightness too.
   std::stable_sort(palette.begin(), palette.end(), [](std::uint32_t a, std::uint32_t b) {
     const auto brightness = [](std::uint32_t color) {
-      return 30 * Channel(color, 16) + 59 * Channel(color, 8) + 11 * Channel(color, 0);
+      return 30 * channel(color, 16) + 59 * channel(color, 8) + 11 * channel(color, 0);
     };
     return brightness(a) < brightness(b);
   });
@@ -79,12 +79,12 @@ class Ditherer {
  public:
   Ditherer(Picture palette, int width) : palette_(std::move(palette)), width_(width) {}
 
-  Indices Dither(const Picture& picture) {
+  Indices dither(const Picture& picture) {
     constexpr std::array<int, kLevels> kBayer{0, 8, 2, 10, 12, 4, 14, 6, 3, 11, 1, 9, 15, 7, 13, 5};
     Indices indices(picture.size());
     for (std::size_t i = 0; i < picture.size(); ++i) {
       const auto [known, is_new] = blends_.try_emplace(picture[i]);
-      if (is_new) known->second = BlendFor(picture[i]);
+      if (is_new) known->second = blendFor(picture[i]);
       indices[i] = known->second[kBayer[i / width_ % 4 * 4 + i % width_ % 4]];
     }
     return indices;
@@ -94,21 +94,21 @@ class Ditherer {
   static constexpr int kLevels = 16;
   using Blend = std::array<GifByteType, kLevels>;  // Indices that average to a color, dark first.
 
-  Blend BlendFor(std::uint32_t color) const {
+  Blend blendFor(std::uint32_t color) const {
     constexpr int kMostCarried = 10;  // Keeps out colors that lie far from the one wanted.
     Blend blend;
     std::array<int, 3> error{};
     for (GifByteType& index : blend) {
       std::uint32_t wanted = 0;
       for (int i = 0; i < 3; ++i) {
-        wanted |= std::clamp(Channel(color, 8 * i) + error[i], 0, 255) << 8 * i;
+        wanted |= std::clamp(channel(color, 8 * i) + error[i], 0, 255) << 8 * i;
       }
       const auto nearest = std::min_element(palette_.begin(), palette_.end(), [&](auto a, auto b) {
-        return Distance(a, wanted) < Distance(b, wanted);
+        return distance(a, wanted) < distance(b, wanted);
       });
       index = static_cast<GifByteType>(nearest - palette_.begin());
       for (int i = 0; i < 3; ++i) {
-        const int missed = Channel(wanted, 8 * i) - Channel(*nearest, 8 * i);
+        const int missed = channel(wanted, 8 * i) - channel(*nearest, 8 * i);
         error[i] = std::clamp(missed, -kMostCarried, kMostCarried);
       }
     }
@@ -126,7 +126,7 @@ struct Rectangle {
 };
 
 // A GIF frame cannot be empty: where nothing changed, the part is one pixel.
-Rectangle ChangedPart(const LoopFormat& format, const Indices& before, const Indices& after) {
+Rectangle changedPart(const LoopFormat& format, const Indices& before, const Indices& after) {
   Rectangle part{format.width, format.height, 0, 0};
   for (int y = 0; y < format.height; ++y) {
     for (int x = 0; x < format.width; ++x) {
@@ -139,7 +139,7 @@ Rectangle ChangedPart(const LoopFormat& format, const Indices& before, const Ind
 }
 
 // The frame with every unchanged pixel transparent: such long runs compress to next to nothing.
-Indices HideUnchanged(const Indices& before, Indices after) {
+Indices hideUnchanged(const Indices& before, Indices after) {
   for (std::size_t i = 0; i < after.size(); ++i) {
     if (after[i] == before[i]) after[i] = kTransparent;
   }
@@ -151,39 +151,39 @@ class GifWriter {
  public:
   GifWriter(const char* path, const LoopFormat& format, const Picture& palette)
       : format_(format), gif_(EGifOpenFileName(path, false, nullptr)) {
-    Check(gif_ != nullptr);
+    check(gif_ != nullptr);
     EGifSetGifVersion(gif_.get(), true);
     std::array<GifColorType, kPaletteSize> colors{};
     std::transform(palette.begin(), palette.end(), colors.begin(), [](std::uint32_t color) {
-      const auto byte = [&](int shift) { return static_cast<GifByteType>(Channel(color, shift)); };
+      const auto byte = [&](int shift) { return static_cast<GifByteType>(channel(color, shift)); };
       return GifColorType{byte(16), byte(8), byte(0)};
     });
     ColorMapObject map{kPaletteSize, kColorBits, false, colors.data()};
     constexpr std::array<GifByteType, 3> kLoopForEver{1, 0, 0};
-    Check(EGifPutScreenDesc(gif_.get(), format.width, format.height, kColorBits, 0, &map) &&
+    check(EGifPutScreenDesc(gif_.get(), format.width, format.height, kColorBits, 0, &map) &&
           EGifPutExtensionLeader(gif_.get(), APPLICATION_EXT_FUNC_CODE) &&
           EGifPutExtensionBlock(gif_.get(), 11, "NETSCAPE2.0") &&
           EGifPutExtensionBlock(gif_.get(), kLoopForEver.size(), kLoopForEver.data()) &&
           EGifPutExtensionTrailer(gif_.get()));
   }
 
-  void AddFrame(const Indices& indices, const Rectangle& part) {
+  void addFrame(const Indices& indices, const Rectangle& part) {
     const GraphicsControlBlock control{DISPOSE_DO_NOT, false, format_.delay_centiseconds,
                                        kTransparent};
     std::array<GifByteType, 4> extension{};
     EGifGCBToExtension(&control, extension.data());
     const int width = part.right - part.left, height = part.bottom - part.top;
-    Check(
+    check(
         EGifPutExtension(gif_.get(), GRAPHICS_EXT_FUNC_CODE, extension.size(), extension.data()) &&
         EGifPutImageDesc(gif_.get(), part.left, part.top, width, height, false, nullptr));
     for (int y = part.top; y < part.bottom; ++y) {
       const auto start = indices.begin() + y * format_.width + part.left;
       Indices row(start, start + width);
-      Check(EGifPutLine(gif_.get(), row.data(), width));
+      check(EGifPutLine(gif_.get(), row.data(), width));
     }
   }
 
-  void Finish() { Check(EGifCloseFile(gif_.release(), nullptr)); }
+  void finish() { check(EGifCloseFile(gif_.release(), nullptr)); }
 
  private:
   static constexpr int kColorBits = 8;
@@ -192,7 +192,7 @@ class GifWriter {
     void operator()(GifFileType* gif) const { EGifCloseFile(gif, nullptr); }
   };
 
-  static void Check(bool worked) {
+  static void check(bool worked) {
     if (!worked) throw std::runtime_error("cannot write the GIF");
   }
 
@@ -202,15 +202,15 @@ class GifWriter {
 
 }  // namespace
 
-void WriteLoopGif(const char* path, const LoopFormat& format, const std::vector<Picture>& frames) {
-  const Picture palette = ChoosePalette(frames);
+void writeLoopGif(const char* path, const LoopFormat& format, const std::vector<Picture>& frames) {
+  const Picture palette = choosePalette(frames);
   Ditherer ditherer(palette, format.width);
   GifWriter gif(path, format, palette);
   Indices before(frames.front().size(), kTransparent);
   for (const Picture& frame : frames) {
-    Indices after = ditherer.Dither(frame);
-    gif.AddFrame(HideUnchanged(before, after), ChangedPart(format, before, after));
+    Indices after = ditherer.dither(frame);
+    gif.addFrame(hideUnchanged(before, after), changedPart(format, before, after));
     before = std::move(after);
   }
-  gif.Finish();
+  gif.finish();
 }

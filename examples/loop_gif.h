@@ -14,4 +14,4 @@ struct LoopFormat {
 
 // Writes frames of one size as a GIF that loops for ever, in one palette made for all of them.
 // Each frame after the first holds only what changed. Throws std::runtime_error on failure.
-void WriteLoopGif(const char* path, const LoopFormat& format, const std::vector<Picture>& frames);
+void writeLoopGif(const char* path, const LoopFormat& format, const std::vector<Picture>& frames);
