@@ -59,7 +59,7 @@ void KeyHelpView::paint(cairo_t* context, artwork::Size size) {
   const double plateHeight = std::size(keyHelp) * lineHeight + 2 * margin;
   const artwork::Rect plate{(size.width - plateWidth) / 2, (size.height - plateHeight) / 2,
                             plateWidth, plateHeight};
-  artwork::fillRoundedRect(context, plate, radius, artwork::kBlack.withAlpha(0.72));
+  artwork::fillRoundedRect(context, plate, radius, artwork::kBlack.withAlpha(0.86));
   double baseline = plate.y + margin + fontSize;
   for (const auto& [key, effect] : keyHelp) {
     const double left = plate.x + margin;

@@ -35,13 +35,14 @@ Bus* Bus::current() {
 Bus::Bus(const std::string& address, std::function<void()> lost)
     : listener_(sdbus::createSessionBusConnectionWithAddress(address)),
       sender_(sdbus::createSessionBusConnectionWithAddress(address)),
+      listenerDescriptor_(listener_->getEventLoopPollData().fd),
       barrierObject_(sdbus::createObject(*listener_, barrierPath)),
       lost_(std::move(lost)) {
   barrierObject_->registerMethod(barrierMethod).onInterface(barrierInterface).implementedAs([this] {
     if (delivered_) std::exchange(delivered_, nullptr)();
   });
   barrierObject_->finishRegistration();
-  RunLoop::main().addSource(listener_->getEventLoopPollData().fd, [this] { return handlePending(); });
+  RunLoop::main().addSource(listenerDescriptor_, [this] { return handlePending(); });
 }
 
 bool Bus::handlePending() {
@@ -49,7 +50,7 @@ bool Bus::handlePending() {
   try {
     while (listener_->processPendingRequest()) handled = true;
   } catch (const sdbus::Error&) {
-    RunLoop::main().removeSource(listener_->getEventLoopPollData().fd);
+    RunLoop::main().removeSource(listenerDescriptor_);
     lost_();
   }
   return handled;

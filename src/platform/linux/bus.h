@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -43,6 +44,7 @@ class Bus {
   std::unique_ptr<sdbus::IConnection> listener_;
   std::unique_ptr<sdbus::IConnection> sender_;
   std::mutex senderMutex_;
+  const int listenerDescriptor_;
   std::unique_ptr<sdbus::IObject> barrierObject_;
   std::function<void()> lost_;
   std::function<void()> delivered_;
