@@ -42,20 +42,28 @@ void ControlService::announce() {
 }
 
 void ControlService::registerStates() {
-  auto add = [this](const char* name, std::function<void()> change) {
-    object_->registerMethod(name).onInterface(control::interface).implementedAs(
-        [this, change = std::move(change)](sdbus::Result<>&& result) {
-          change();
+  struct StateChange {
+    const char* method;
+    void (*change)(SpringBoard&);
+  };
+  constexpr StateChange changes[] = {
+      {"Lock", [](SpringBoard& device) { device.lock(); }},
+      {"Home", [](SpringBoard& device) { device.goHome(); }},
+      {"OpenApp", [](SpringBoard& device) { device.openApp(); }},
+      {"CloseApp", [](SpringBoard& device) { device.closeApp(); }},
+      {"DisplayOn", [](SpringBoard& device) { device.turnDisplay(true); }},
+      {"DisplayOff", [](SpringBoard& device) { device.turnDisplay(false); }},
+      // Only waits.
+      {"Settle", [](SpringBoard&) {}},
+  };
+  for (const auto& [method, change] : changes) {
+    object_->registerMethod(method)
+        .onInterface(control::interface)
+        .implementedAs([this, change = change](sdbus::Result<>&& result) {
+          change(springBoard_);
           whenSettled(std::move(result));
         });
-  };
-  add("Lock", [this] { springBoard_.lock(); });
-  add("Home", [this] { springBoard_.goHome(); });
-  add("OpenApp", [this] { springBoard_.openApp(); });
-  add("CloseApp", [this] { springBoard_.closeApp(); });
-  add("DisplayOn", [this] { springBoard_.turnDisplay(true); });
-  add("Settle", [] {});
-  add("DisplayOff", [this] { springBoard_.turnDisplay(false); });
+  }
 }
 
 void ControlService::registerQuestions() {

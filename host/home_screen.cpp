@@ -15,9 +15,15 @@ struct KeyHelp {
 };
 
 constexpr KeyHelp keyHelp[] = {
-    {"L", "lock, unlock"},    {"H", "home screen"}, {"A", "open an app"}, {"\u2190 \u2192", "turn"},
-    {"\u2191 \u2193", "upright, upside down"}, {"S", "screenshot"}, {"P", "display off, on"},
-    {"Q", "quit"},            {"?", "these keys"},
+    {"L", "lock, unlock"},
+    {"H", "home screen"},
+    {"A", "open an app"},
+    {"\u2190 \u2192", "turn"},
+    {"\u2191 \u2193", "upright, upside down"},
+    {"S", "screenshot"},
+    {"P", "display off, on"},
+    {"Q", "quit"},
+    {"?", "these keys"},
 };
 
 }  // namespace

@@ -35,12 +35,13 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
                   "window, headless, or auto: a window where there is a screen for it")
       ->check(CLI::IsMember({"auto", "window", "desktop", "headless"}))
       ->type_name("auto|window|desktop|headless");
-  command.add_option_function<std::string>(
-             "--screen",
-             [&options](const std::string& text) {
-               if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
-             },
-             "size of the upright device in points")
+  command
+      .add_option_function<std::string>(
+          "--screen",
+          [&options](const std::string& text) {
+            if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
+          },
+          "size of the upright device in points")
       ->type_name("WxH");
   command.add_option("--scale", options.scale, "pixels per point")
       ->check(CLI::Range(1, largestScale))

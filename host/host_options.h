@@ -1,10 +1,11 @@
-// How the home screen is to start. Shared by the home-screen program and the command that starts it.
+// How the home screen is to start. Shared by the home-screen program and the command that starts
+// it.
 #pragma once
-
-#include <CLI/CLI.hpp>
 
 #include <string>
 #include <vector>
+
+#include <CLI/CLI.hpp>
 
 namespace host {
 

@@ -1,19 +1,18 @@
 // springboard: a home screen for Linux. It draws a still wallpaper and what stands before it, loads
 // the libraries it is told to, as the hooking loader does on the device, and knows nothing of them.
 
-#include <dlfcn.h>
-#include <sys/signalfd.h>
-#include <unistd.h>
-
-#include <CLI/CLI.hpp>
-
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
-#include <vector>
 #include <memory>
 #include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <dlfcn.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
 
 #include "host/control_service.h"
 #include "host/host_options.h"
@@ -101,14 +100,7 @@ void runHomeScreen(const Arguments& arguments) {
   if (busWasLost) throw std::runtime_error("the message bus has gone away");
 }
 
-int reportFailure(const char* reason) {
-  std::fprintf(stderr, "springboard: %s\n", reason);
-  return exitFailed;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
+int parseAndRun(int argc, char** argv) {
   CLI::App command("A home screen for Linux. Usually started by `lumora run`.", "springboard");
   Arguments arguments;
   declareArguments(command, arguments);
@@ -117,13 +109,18 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return command.exit(error) == 0 ? EXIT_SUCCESS : exitWrongUse;
   }
-  int code = EXIT_SUCCESS;
+  runHomeScreen(arguments);
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  int code = exitFailed;
   try {
-    runHomeScreen(arguments);
-  } catch (const sdbus::Error& error) {
-    code = reportFailure(("message bus: " + error.getMessage()).c_str());
+    code = parseAndRun(argc, argv);
   } catch (const std::exception& error) {
-    code = reportFailure(error.what());
+    std::fprintf(stderr, "springboard: %s\n", error.what());
   }
   // Work that still runs in the background is not waited for; it must not meet a process half gone.
   if (platform::pendingBackgroundOperations() > 0) std::_Exit(code);

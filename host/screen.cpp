@@ -57,8 +57,8 @@ void Screen::turn(UIInterfaceOrientation orientation) {
 void Screen::layOut() {
   const CGSize whole = size();
   const CGRect everything{0, 0, whole.width, whole.height};
-  const bool isSideways = whole == CGSize{uprightSize_.height, uprightSize_.width} &&
-                          !(whole == uprightSize_);
+  const bool isSideways =
+      whole == CGSize{uprightSize_.height, uprightSize_.width} && !(whole == uprightSize_);
   const bool dockStandsAtSide = isSideways && !isPad_;
   const CGFloat statusBarHeight =
       isSideways || isPad_ ? otherStatusBarHeight : uprightPhoneStatusBarHeight;

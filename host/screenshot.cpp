@@ -25,9 +25,9 @@ void drawScreen(Screen& screen, cairo_surface_t* surface, int scale) {
 
 std::vector<std::uint8_t> takeScreenshot(Screen& screen, int scale) {
   const platform::CGSize size = screen.size();
-  cairo_surface_t* surface =
-      cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(size.width)) * scale,
-                                 static_cast<int>(std::lround(size.height)) * scale);
+  cairo_surface_t* surface = cairo_image_surface_create(
+      CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(size.width)) * scale,
+      static_cast<int>(std::lround(size.height)) * scale);
   drawScreen(screen, surface, scale);
   std::vector<std::uint8_t> png;
   const cairo_status_t status = cairo_surface_write_to_png_stream(surface, append, &png);

@@ -1,10 +1,10 @@
 // Pictures of the screen. Main thread.
 #pragma once
 
-#include <cairo.h>
-
 #include <cstdint>
 #include <vector>
+
+#include <cairo.h>
 
 #include "host/screen.h"
 

@@ -60,8 +60,8 @@ void SpringBoard::show(ScreenState state) {
   keepTime();
 }
 
-// A display that draws by itself keeps its clock right while a clock is to be seen; otherwise nothing
-// wakes the process for it.
+// A display that draws by itself keeps its clock right while a clock is to be seen; otherwise
+// nothing wakes the process for it.
 void SpringBoard::keepTime() {
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
   if (keepsTime_ || !showsClock || chosenDisplay(options_) == "headless") return;

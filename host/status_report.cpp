@@ -1,8 +1,8 @@
 #include "host/status_report.h"
 
-#include <nlohmann/json.hpp>
-
 #include <utility>
+
+#include <nlohmann/json.hpp>
 
 namespace host {
 namespace {

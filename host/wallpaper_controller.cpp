@@ -110,10 +110,8 @@ void WallpaperController::updateShared() {
 
 void WallpaperController::updateSeparate() {
   if (object_->lockscreenView.load()) return;
-  replace(object_->lockscreenView,
-          makeView(artwork::Still::LockScreen, visibility_.onLockScreen));
-  replace(object_->homescreenView,
-          makeView(artwork::Still::HomeScreen, visibility_.onHomeScreen));
+  replace(object_->lockscreenView, makeView(artwork::Still::LockScreen, visibility_.onLockScreen));
+  replace(object_->homescreenView, makeView(artwork::Still::HomeScreen, visibility_.onHomeScreen));
   replace(object_->sharedView, nullptr);
 }
 

@@ -1,14 +1,14 @@
 #include "host/window_display.h"
 
-#include <SDL2/SDL.h>
-#include <SDL2/SDL_syswm.h>
-#include <X11/Xlib.h>
-
 #include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
 #include <string>
+
+#include <SDL2/SDL.h>
+#include <SDL2/SDL_syswm.h>
+#include <X11/Xlib.h>
 
 #include "host/screenshot.h"
 #include "platform/linux/run_loop.h"
@@ -162,9 +162,9 @@ void WindowDisplay::Impl::draw() {
   fitToScreen();
   SDL_Surface* pixels = SDL_GetWindowSurface(window);
   if (pixels == nullptr || pixels->format->BytesPerPixel != sizeof(Uint32)) return;
-  cairo_surface_t* surface = cairo_image_surface_create_for_data(
-      static_cast<unsigned char*>(pixels->pixels), CAIRO_FORMAT_RGB24, pixels->w, pixels->h,
-      pixels->pitch);
+  cairo_surface_t* surface =
+      cairo_image_surface_create_for_data(static_cast<unsigned char*>(pixels->pixels),
+                                          CAIRO_FORMAT_RGB24, pixels->w, pixels->h, pixels->pitch);
   drawScreen(springBoard.screen(), surface, springBoard.options().scale);
   cairo_surface_destroy(surface);
   SDL_UpdateWindowSurface(window);

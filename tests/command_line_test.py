@@ -5,6 +5,7 @@ usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
 import json
 import os
 import plistlib
+import select
 import shutil
 import signal
 import struct
@@ -224,10 +225,11 @@ class WithHost(Device):
         self.start()
         with subprocess.Popen([LUMORA, '--root', self.root, 'watch'], stdout=subprocess.PIPE,
                               text=True) as watch:
-            first = 'still deaf'
-            while first != 'ready':
+            # It says nothing until it hears something.
+            heard = False
+            while not heard:
                 self.ok('post', 'ready')
-                first = watch.stdout.readline().strip()
+                heard, _, _ = select.select([watch.stdout], [], [], 0.2)
             self.ok('set', 'shared', self.gif)
             seen = []
             while not seen or not seen[-1].endswith('updateAnimating'):

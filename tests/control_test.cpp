@@ -79,10 +79,10 @@ TEST(Control, ActionsRunOneAfterTheOtherInTheOrderOfTheirNotifications) {
   Stage stage;
   stage.launch();
   stage.root.write(lumora::sharedGIFPath, gif);
-  for (const char* name : {"com.brightfen.lumora.updateWallpaper",
-                           "com.brightfen.lumora.removeGIFFromAllWallpapers",
-                           "com.brightfen.lumora.updateWallpaper",
-                           "com.brightfen.lumora.removeGIFFromAllWallpapers"}) {
+  for (const char* name :
+       {"com.brightfen.lumora.updateWallpaper", "com.brightfen.lumora.removeGIFFromAllWallpapers",
+        "com.brightfen.lumora.updateWallpaper",
+        "com.brightfen.lumora.removeGIFFromAllWallpapers"}) {
     platform::DarwinNotifyCenter::post(name);
   }
   stage.settle();

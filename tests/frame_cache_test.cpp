@@ -1,12 +1,12 @@
 #include "gifview/frame_cache.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <map>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "gifview/gif_frame_delay.h"
 #include "gifview/notification_names.h"
@@ -65,11 +65,11 @@ TEST(FrameCache, HoldsTheGifItsFramesAndTheirDelays) {
   stage.root.write(cache + "/left over", std::string("from an older GIF"));
   stage.launch();
   startInBackground(stage, "SHARED", gifPath);
-  EXPECT_EQ(filesIn(stage.root(cache)),
-            (std::vector<std::string>{"Wallpaper_both", "Wallpaper_both_0.png",
-                                      "Wallpaper_both_1.png", "Wallpaper_both_2.png",
-                                      "Wallpaper_both_3.png", "Wallpaper_both_4.png",
-                                      "Wallpaper_both_durations.plist"}));
+  EXPECT_EQ(
+      filesIn(stage.root(cache)),
+      (std::vector<std::string>{"Wallpaper_both", "Wallpaper_both_0.png", "Wallpaper_both_1.png",
+                                "Wallpaper_both_2.png", "Wallpaper_both_3.png",
+                                "Wallpaper_both_4.png", "Wallpaper_both_durations.plist"}));
   EXPECT_EQ(platform::contentsOfFile(cache + "/Wallpaper_both"), gif);
   EXPECT_EQ(storedDurations(),
             (std::vector<std::string>{"0.250000", "0.020000", "0.100000", "0.100000", "0.100000"}));

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <random>
+
+#include <gtest/gtest.h>
 
 #include "gifview/gif_frame_delay.h"
 #include "platform/image_source.h"

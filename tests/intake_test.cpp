@@ -1,10 +1,9 @@
-#include "settings/wallpaper_intake.h"
+#include <string>
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "platform/file_manager.h"
+#include "settings/wallpaper_intake.h"
 #include "tests/stage.h"
 
 namespace {
@@ -87,7 +86,8 @@ TEST(Intake, AnUnknownNameIsDeletedAndNothingElseChanges) {
     device.takeIn(downloads + name);
     EXPECT_FALSE(device.root.has(downloads + name));
     EXPECT_EQ(Stage::stored("MODE_INDEX"), std::nullopt);
-    for (const Incoming& file : incoming) EXPECT_EQ(device.contents(file.destination + ".gif"), "old");
+    for (const Incoming& file : incoming)
+      EXPECT_EQ(device.contents(file.destination + ".gif"), "old");
   }
 }
 

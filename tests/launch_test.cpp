@@ -60,20 +60,19 @@ TEST_P(LaunchDecision, FollowsTheSettings) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LaunchDecision,
-                         testing::Values(Case{"", "TRUE", "", "SHARED"},
-                                         Case{"TRUE", "TRUE", "1", "SHARED"},
-                                         Case{"", "TRUE", "0", "LOCKSCREEN"},
-                                         Case{"FALSE", "TRUE", "1", nullptr},
-                                         Case{"TRUE", "FALSE", "1", nullptr},
-                                         Case{"TRUE", "", "0", nullptr}));
+INSTANTIATE_TEST_SUITE_P(
+    All, LaunchDecision,
+    testing::Values(Case{"", "TRUE", "", "SHARED"}, Case{"TRUE", "TRUE", "1", "SHARED"},
+                    Case{"", "TRUE", "0", "LOCKSCREEN"}, Case{"FALSE", "TRUE", "1", nullptr},
+                    Case{"TRUE", "FALSE", "1", nullptr}, Case{"TRUE", "", "0", nullptr}));
 
 TEST(Launch, ReadsTheSettingsOncePerQuestion) {
   Stage stage;
   Stage::put("DOCK_HEIGHT", "96.000000");
   SettingsWatch watch(stage.root);
   stage.launch();
-  // The dock was asked once, as the home screen laid itself out; then "ENABLED" and "WALLPAPER_SET".
+  // The dock was asked once, as the home screen laid itself out; then "ENABLED" and
+  // "WALLPAPER_SET".
   EXPECT_EQ(watch.take(), (SettingsWatch::Counts{3, 1}));
 }
 

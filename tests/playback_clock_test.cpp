@@ -1,8 +1,8 @@
 #include "gifview/playback_clock.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/operation_queue.h"
 #include "platform/messaging_center.h"
+#include "platform/operation_queue.h"
 #include "settings/settings_store.h"
 #include "tests/stage.h"
 
@@ -126,10 +126,9 @@ TEST(Playback, ABlurThatChangesRewritesEveryFrameAndSaysSo) {
   Stage::put("SHARED_GIF_BLUR", "5");
   stage.post("kLWGIFViewGIFBlurNeedsUpdating");
   EXPECT_EQ(stage.takePosted(),
-            (std::vector<std::string>{"kLWGIFViewFrameFoundNotification",
-                                      "kLWGIFViewFrameFoundNotification",
-                                      "kLWGIFViewFrameFoundNotification",
-                                      "kLWGIFViewGIFBlurDidFinish"}));
+            (std::vector<std::string>{
+                "kLWGIFViewFrameFoundNotification", "kLWGIFViewFrameFoundNotification",
+                "kLWGIFViewFrameFoundNotification", "kLWGIFViewGIFBlurDidFinish"}));
   stage.refresh(16);
   // The picture's edge now lets the still wallpaper through.
   EXPECT_NE(stage.colorAt(1, pictureY), red);
@@ -159,8 +158,8 @@ TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACentreOfItsOwn) {
       [&view] { view = lumora::LWGIFView::initWithIdentifier("ELSEWHERE"); });
   stage.settle();
   EXPECT_EQ(view->imageView()->alpha(), 1);
-  auto center = platform::CPDistributedMessagingCenter::centerNamed(
-      "com.brightfen.lumora.gifview.ELSEWHERE");
+  auto center =
+      platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.ELSEWHERE");
   EXPECT_TRUE(center->doesServerExist());
   center->sendMessageName("kLWGIFViewShouldResumeNotification");
   stage.settle();

@@ -1,10 +1,10 @@
 #include "platform/linux/run_loop.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "dispatch/main_queue_hop.h"
 #include "platform/display_link.h"
@@ -56,6 +56,7 @@ TEST(Hop, WaitsForTheMainQueueOrUntilItsDeadline) {
   std::thread worker([&] {
     lumora::hopToMainQueue([ran] { ++*ran; }, lumora::deadlineFromNow());
     isBack = true;
+    RunLoop::main().wake();
   });
   EXPECT_TRUE(turnUntil([&] { return isBack.load(); }));
   worker.join();
@@ -85,9 +86,8 @@ TEST(DisplayLink, StopsAtOnceWhenInvalidatedByAnotherInTheSameRefresh) {
   DisplayClock::main().setManual();
   int calls = 0;
   std::shared_ptr<CADisplayLink> second;
-  auto first = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) {
-    second->invalidate();
-  });
+  auto first =
+      CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) { second->invalidate(); });
   second = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) { ++calls; });
   auto third = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink&) { calls += 100; });
   third->setFrameInterval(2);

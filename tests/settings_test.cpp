@@ -1,14 +1,13 @@
-#include "settings/settings_store.h"
-
-#include <gtest/gtest.h>
-#include <plist/plist.h>
-
 #include <functional>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+#include <plist/plist.h>
+
 #include "platform/property_list.h"
 #include "settings/device_paths.h"
+#include "settings/settings_store.h"
 #include "tests/stage.h"
 
 namespace {

@@ -1,13 +1,13 @@
 #include "tests/stage.h"
 
-#include <sys/inotify.h>
-#include <unistd.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <map>
 #include <stdexcept>
 #include <utility>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 #include "gifview/notification_names.h"
 #include "hooks/hook_table.h"
@@ -161,7 +161,8 @@ void Stage::advance(std::chrono::duration<double> span) {
 void Stage::refresh(int count) {
   const std::chrono::nanoseconds second = std::chrono::seconds(1);
   const int rate = DisplayClock::main().refreshRate();
-  for (int each = 0; each < count; ++each) advance((second + std::chrono::nanoseconds(rate - 1)) / rate);
+  for (int each = 0; each < count; ++each)
+    advance((second + std::chrono::nanoseconds(rate - 1)) / rate);
 }
 
 void Stage::put(const std::string& key, const std::string& value) {

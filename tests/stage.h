@@ -1,8 +1,7 @@
 // A whole device for a test: files in a folder of their own, a real bus, and the real home screen,
-// headless, with the library's hooks in place and a clock that only the test moves. One per process.
+// headless, with the library's hooks in place and a clock that only the test moves. One per
+// process.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <filesystem>
@@ -10,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "gifview/gif_view.h"
 #include "host/spring_board.h"

@@ -1,12 +1,12 @@
 #include "tool/bus_daemon.h"
 
+#include <cstdlib>
+#include <filesystem>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
 
 #include "platform/linux/device_root.h"
 #include "tool/child_process.h"
@@ -27,7 +27,8 @@ std::string configuration(const std::string& socket) {
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
-  <listen>unix:path=)" + socket + R"(</listen>
+  <listen>unix:path=)" +
+         socket + R"(</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -85,16 +86,15 @@ void BusDaemon::start(const std::string& errorFile) {
   platform::FileDescriptor reader(ends[0]);
   platform::FileDescriptor writer(ends[1]);
   fcntl(writer.get(), F_SETFD, 0);
-  process_ = startProgram({"dbus-daemon", "--nofork", "--nopidfile", "--nosyslog",
-                           "--config-file=" + file,
-                           "--print-address=" + std::to_string(writer.get())},
-                          errorFile);
+  process_ =
+      startProgram({"dbus-daemon", "--nofork", "--nopidfile", "--nosyslog", "--config-file=" + file,
+                    "--print-address=" + std::to_string(writer.get())},
+                   errorFile);
   writer = platform::FileDescriptor();
   address_ = readAddress(reader.get());
   if (!address_.empty()) return;
   endProgram(process_);
-  throw Failure("cannot start dbus-daemon (see " + errorFile +
-                "); is the package dbus installed?");
+  throw Failure("cannot start dbus-daemon (see " + errorFile + "); is the package dbus installed?");
 }
 
 BusDaemon::~BusDaemon() {

@@ -2,9 +2,9 @@
 // process should it die.
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
+
+#include <sys/types.h>
 
 namespace tool {
 

@@ -1,15 +1,15 @@
 #include "tool/child_process.h"
 
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstring>
 #include <thread>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "tool/failure.h"
 
@@ -40,7 +40,8 @@ bool hasEnded(pid_t process) {
 
 pid_t startProgram(const std::vector<std::string>& arguments, const std::string& errorFile) {
   std::vector<char*> pointers;
-  for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  for (const std::string& argument : arguments)
+    pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
   const pid_t parent = getpid();
   const pid_t child = fork();

@@ -1,10 +1,10 @@
 // Programs started by this one.
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
 #include <vector>
+
+#include <sys/types.h>
 
 namespace tool {
 

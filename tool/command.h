@@ -2,13 +2,13 @@
 // known to be right.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <cctype>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <CLI/CLI.hpp>
 
 #include "settings/screen_location.h"
 #include "tool/device_folder.h"

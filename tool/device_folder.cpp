@@ -39,8 +39,8 @@ DeviceFolder::DeviceFolder(const std::string& given) {
   fs::create_directories(folder, error);
   path_ = fs::canonical(folder, error);
   if (error || !fs::is_directory(path_, error)) {
-    throw Failure("cannot use " + folder.string() + " as the device's folder: " +
-                  (error ? error.message() : "not a folder"));
+    throw Failure("cannot use " + folder.string() +
+                  " as the device's folder: " + (error ? error.message() : "not a folder"));
   }
   platform::setDeviceRoot(path_);
   // Where this fails, the first write says so.

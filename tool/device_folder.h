@@ -9,8 +9,8 @@ namespace tool {
 
 class DeviceFolder {
  public:
-  // The folder given, else $LUMORA_ROOT, else lumora in the user's data folder. It is made, with the
-  // places that every device has, and becomes the root of all device paths. Throws Failure.
+  // The folder given, else $LUMORA_ROOT, else lumora in the user's data folder. It is made, with
+  // the places that every device has, and becomes the root of all device paths. Throws Failure.
   explicit DeviceFolder(const std::string& given);
 
   const std::filesystem::path& path() const { return path_; }

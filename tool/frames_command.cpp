@@ -90,8 +90,8 @@ void addFramesCommand(CLI::App& lumora, Context& context) {
     bool isRaw = false;
   };
   auto words = std::make_shared<Words>();
-  auto* command = addCommand(lumora, context, "frames", "write the frames of a GIF, as a view makes them",
-                             [words] {
+  auto* command = addCommand(lumora, context, "frames",
+                             "write the frames of a GIF, as a view makes them", [words] {
                                if (words->isRaw) {
                                  printRawFrames(words->gif);
                                } else {

@@ -1,9 +1,9 @@
 #include "tool/host_connection.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <utility>
+
+#include <poll.h>
 
 #include "host/control_names.h"
 #include "platform/linux/darwin_bus_names.h"
@@ -41,9 +41,9 @@ std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device)
 
 std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& device) {
   if (auto host = find(device)) return host;
-  throw Failure("no home screen is running for " + device.path().string() +
-                    "; start one with: lumora run",
-                ExitCode::NoHost);
+  throw Failure(
+      "no home screen is running for " + device.path().string() + "; start one with: lumora run",
+      ExitCode::NoHost);
 }
 
 bool HostConnection::isAnnounced() {
@@ -76,9 +76,8 @@ void HostConnection::rotate(const std::string& orientation) {
 }
 
 void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
-  ask(timeout, "Advance", [&](auto& invoker) {
-    invoker.withArguments(static_cast<std::int64_t>(span.count()));
-  });
+  ask(timeout, "Advance",
+      [&](auto& invoker) { invoker.withArguments(static_cast<std::int64_t>(span.count())); });
 }
 
 std::string HostConnection::status() {
@@ -123,8 +122,8 @@ bool HostConnection::pump(std::chrono::steady_clock::time_point limit, int descr
     }
     pollfd descriptors[] = {{connection_->getEventLoopPollData().fd, POLLIN, 0},
                             {descriptor, POLLIN, 0}};
-    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(
-        limit - std::chrono::steady_clock::now());
+    const auto rest =
+        std::chrono::ceil<std::chrono::milliseconds>(limit - std::chrono::steady_clock::now());
     constexpr std::int64_t longestPoll = 3600 * 1000;
     poll(descriptors, std::size(descriptors),
          static_cast<int>(std::clamp<std::int64_t>(rest.count(), 0, longestPoll)));

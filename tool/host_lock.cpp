@@ -1,10 +1,10 @@
 #include "tool/host_lock.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-
 #include <chrono>
 #include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
 
 #include "tool/failure.h"
 #include "tool/host_connection.h"
@@ -31,7 +31,8 @@ bool HostLock::isFree(const DeviceFolder& device) {
 
 HostLock::HostLock(const DeviceFolder& device) : file_(openLockFile(device, 0)) {
   if (!file_) {
-    throw Failure("cannot write in " + device.path().string() + ": is it yours, and is there space?");
+    throw Failure("cannot write in " + device.path().string() +
+                  ": is it yours, and is there space?");
   }
   constexpr std::chrono::milliseconds pause{50};
   constexpr int tries = 40;

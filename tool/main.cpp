@@ -1,9 +1,9 @@
 // lumora: the settings of a device on the command line, and the hand on its home screen.
 
-#include <CLI/CLI.hpp>
-
 #include <cstdio>
 #include <exception>
+
+#include <CLI/CLI.hpp>
 
 #include "tool/command.h"
 #include "tool/failure.h"
@@ -17,8 +17,9 @@ namespace {
 
 void declareCommands(CLI::App& lumora, tool::Context& context) {
   lumora.set_version_flag("--version", "lumora " LUMORA_VERSION);
-  lumora.add_option("--root", context.root,
-                    "folder of the device (else $LUMORA_ROOT, else ~/.local/share/lumora)")
+  lumora
+      .add_option("--root", context.root,
+                  "folder of the device (else $LUMORA_ROOT, else ~/.local/share/lumora)")
       ->type_name("DIR");
   lumora.fallthrough();
   lumora.require_subcommand(1);

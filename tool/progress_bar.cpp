@@ -1,10 +1,10 @@
 #include "tool/progress_bar.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <utility>
+
+#include <unistd.h>
 
 namespace tool {
 

@@ -1,10 +1,5 @@
 #include "tool/run_command.h"
 
-#include <poll.h>
-#include <sys/signalfd.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -12,6 +7,11 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "host/host_options.h"
 #include "tool/bus_daemon.h"
@@ -71,10 +71,13 @@ class HostRun {
 
  private:
   void start() {
-    std::vector<std::string> arguments{
-        besideThisProgram("springboard"), "--root",    device_.path(),
-        "--bus",                          bus_->address(), "--library",
-        besideThisProgram("Lumora8.so")};
+    std::vector<std::string> arguments{besideThisProgram("springboard"),
+                                       "--root",
+                                       device_.path(),
+                                       "--bus",
+                                       bus_->address(),
+                                       "--library",
+                                       besideThisProgram("Lumora8.so")};
     for (const std::string& argument : host::hostArguments(words_.options)) {
       arguments.push_back(argument);
     }

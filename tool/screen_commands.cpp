@@ -1,12 +1,12 @@
 #include "tool/screen_commands.h"
 
-#include <sys/file.h>
-#include <sys/signalfd.h>
-
 #include <csignal>
 #include <cstdio>
 #include <memory>
 #include <thread>
+
+#include <sys/file.h>
+#include <sys/signalfd.h>
 
 #include "platform/linux/device_root.h"
 #include "tool/failure.h"
@@ -63,9 +63,8 @@ void takeScreenshot(const DeviceFolder& device, const std::string& path) {
 }
 
 void advance(const DeviceFolder& device, double seconds, double timeout) {
-  HostConnection::require(device)->advance(std::chrono::round<std::chrono::nanoseconds>(
-                                               Seconds(seconds)),
-                                           Seconds(timeout));
+  HostConnection::require(device)->advance(
+      std::chrono::round<std::chrono::nanoseconds>(Seconds(seconds)), Seconds(timeout));
 }
 
 void removeWallpaper(const DeviceFolder& device, const std::string& location) {
@@ -110,15 +109,14 @@ void addStateCommands(CLI::App& lumora, Context& context) {
 
   auto words = std::make_shared<Words>();
   auto* app = addCommand(lumora, context, "app", "open or close an app", [&context, words] {
-    HostConnection::require(context.device())
-        ->call(words->word == "open" ? "OpenApp" : "CloseApp");
+    HostConnection::require(context.device())->call(words->word == "open" ? "OpenApp" : "CloseApp");
   });
   addChoice(app, "ACTION", words->word, {"open", "close"});
-  auto* screen = addCommand(lumora, context, "screen", "switch the display on or off",
-                            [&context, words] {
-                              HostConnection::require(context.device())
-                                  ->call(words->word == "on" ? "DisplayOn" : "DisplayOff");
-                            });
+  auto* screen =
+      addCommand(lumora, context, "screen", "switch the display on or off", [&context, words] {
+        HostConnection::require(context.device())
+            ->call(words->word == "on" ? "DisplayOn" : "DisplayOff");
+      });
   addChoice(screen, "STATE", words->word, {"on", "off"});
   auto* rotate = addCommand(lumora, context, "rotate", "turn the device", [&context, words] {
     HostConnection::require(context.device())->rotate(words->word);
@@ -134,10 +132,9 @@ void addWaitingCommands(CLI::App& lumora, Context& context) {
   auto* stop = addCommand(lumora, context, "stop", "end the home screen",
                           [&context, words] { stopHost(context.device(), words->timeout); });
   addTimeout(stop, words->timeout);
-  auto* move = addCommand(lumora, context, "advance", "move a clock that is driven by hand",
-                          [&context, words] {
-                            advance(context.device(), words->seconds, words->timeout);
-                          });
+  auto* move =
+      addCommand(lumora, context, "advance", "move a clock that is driven by hand",
+                 [&context, words] { advance(context.device(), words->seconds, words->timeout); });
   constexpr double longestAdvance = 1e6;
   move->add_option("SECONDS", words->seconds)->required()->check(CLI::Range(0.0, longestAdvance));
   addTimeout(move, words->timeout);
@@ -153,9 +150,8 @@ void addWallpaperCommands(CLI::App& lumora, Context& context) {
   set->add_option("GIF", words->path)->required();
   set->add_flag("--no-wait", words->noWait, "do not wait until the view is ready");
   addTimeout(set, words->timeout);
-  auto* remove = addCommand(lumora, context, "remove", "take a wallpaper down", [&context, words] {
-    removeWallpaper(context.device(), words->word);
-  });
+  auto* remove = addCommand(lumora, context, "remove", "take a wallpaper down",
+                            [&context, words] { removeWallpaper(context.device(), words->word); });
   addChoice(remove, "LOCATION", words->word, {"shared", "lockscreen", "homescreen", "all"});
   auto* shot = addCommand(lumora, context, "screenshot", "save what the screen shows now",
                           [&context, words] { takeScreenshot(context.device(), words->path); });

@@ -74,8 +74,9 @@ void awaitExtraction(HostConnection& host, const Extraction& extraction, int fra
   const ProgressBar bar("making frames", frameCount);
   while (!extraction.isDone) {
     if (std::chrono::steady_clock::now() >= limit) {
-      throw Failure("the home screen is not ready yet after the time allowed (--timeout); it goes "
-                    "on making frames");
+      throw Failure(
+          "the home screen is not ready yet after the time allowed (--timeout); it goes "
+          "on making frames");
     }
     if (!host.pump(limit)) throw Failure("the home screen has ended");
     bar.show(extraction.framesFound);

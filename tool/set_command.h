@@ -13,8 +13,8 @@ namespace tool {
 // so, and notifies. Throws Failure if it cannot be stored or is not taken in.
 void handOver(HostConnection& host, lumora::ScreenLocation location, const ChosenGif& gif);
 
-// The whole of `lumora set`: hands over, waits, unless told not to, until the view is ready, and has
-// it play if its screen is shown.
+// The whole of `lumora set`: hands over, waits, unless told not to, until the view is ready, and
+// has it play if its screen is shown.
 void setWallpaper(const DeviceFolder& device, lumora::ScreenLocation location,
                   const std::string& path, bool waits, Seconds timeout);
 

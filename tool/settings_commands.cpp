@@ -1,9 +1,9 @@
 #include "tool/settings_commands.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cstdio>
 #include <memory>
+
+#include <nlohmann/json.hpp>
 
 #include "settings/settings_store.h"
 #include "tool/failure.h"
@@ -88,15 +88,17 @@ void addRawCommands(CLI::App& lumora, Context& context) {
     bool asJson = false;
   };
   auto words = std::make_shared<Words>();
-  auto* get = addCommand(lumora, context, "get", "print a setting as it is stored", [&context, words] {
-    context.device();
-    printSetting(words->key);
-  });
+  auto* get =
+      addCommand(lumora, context, "get", "print a setting as it is stored", [&context, words] {
+        context.device();
+        printSetting(words->key);
+      });
   get->add_option("KEY", words->key)->required();
-  auto* put = addCommand(lumora, context, "put", "store a setting as it is given", [&context, words] {
-    context.device();
-    storeSetting(words->key, words->value);
-  });
+  auto* put =
+      addCommand(lumora, context, "put", "store a setting as it is given", [&context, words] {
+        context.device();
+        storeSetting(words->key, words->value);
+      });
   put->add_option("KEY", words->key)->required();
   put->add_option("VALUE", words->value)->required();
   auto* all = addCommand(lumora, context, "settings", "print every setting that applies",
@@ -142,8 +144,8 @@ void addScalingCommand(CLI::App& lumora, Context& context) {
     std::string mode;
   };
   auto words = std::make_shared<Words>();
-  auto* command = addCommand(
-      lumora, context, "scaling", "how a GIF fills its screen", [&context, words] {
+  auto* command =
+      addCommand(lumora, context, "scaling", "how a GIF fills its screen", [&context, words] {
         const DeviceFolder device = context.device();
         storeSetting(locationKey(locationNamed(words->location), "SCALING_MODE"), words->mode);
         notify(device, {updateWallpaper});

@@ -1,9 +1,9 @@
 #include "tool/status_command.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cstdio>
 #include <memory>
+
+#include <nlohmann/json.hpp>
 
 #include "settings/settings_store.h"
 #include "tool/failure.h"
@@ -102,7 +102,8 @@ void printLocation(const std::string& name, const ordered_json& location) {
     const bool plays = location.value("playing", false);
     std::printf(", %s (%s), frame %s of %s, %s shown so far", plays ? "playing" : "paused",
                 location.value("why", "").c_str(), location["frame_shown"].dump().c_str(),
-                location["frames_in_cache"].dump().c_str(), location["frames_shown"].dump().c_str());
+                location["frames_in_cache"].dump().c_str(),
+                location["frames_shown"].dump().c_str());
     std::printf(", at %s, speed %s, opacity %s, blur %s, %s", location["frame"].dump().c_str(),
                 location["speed"].dump().c_str(), location["alpha"].dump().c_str(),
                 location["blur"].dump().c_str(), location.value("scaling", "").c_str());

@@ -1,12 +1,12 @@
 #include "tool/user_file.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+
+#include <unistd.h>
 
 #include "tool/failure.h"
 

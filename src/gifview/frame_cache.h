@@ -1,5 +1,5 @@
-// The frame cache of a GIF: a directory with a saved copy of the GIF, one PNG per frame and the list
-// of delays. Background threads; all failures are silent.
+// The frame cache of a GIF: a directory with a saved copy of the GIF, one PNG per frame and the
+// list of delays. Background threads; all failures are silent.
 #pragma once
 
 #include <cstdint>

@@ -135,7 +135,8 @@ void LWGIFView::pauseAnimation() {
 // first goes on firing.
 void LWGIFView::resumeAnimation() {
   stopDisplayLink();
-  NSOperationQueue::mainQueue().addOperationWithBlock([view = self()] { view->startDisplayLink(); });
+  NSOperationQueue::mainQueue().addOperationWithBlock(
+      [view = self()] { view->startDisplayLink(); });
 }
 
 void LWGIFView::stopDisplayLink() {
@@ -194,7 +195,8 @@ void LWGIFView::describe(platform::ViewDescription& description) const {
   description.addText("identifier", identifier_);
   description.addFlag("playing", displayLink_.load() != nullptr);
   description.addInteger("frame_shown", shownFrame_);
-  description.addInteger("frames_in_cache", durations ? static_cast<long long>(durations->size()) : 0);
+  description.addInteger("frames_in_cache",
+                         durations ? static_cast<long long>(durations->size()) : 0);
   description.addInteger("frames_shown", framesShown_);
   description.addNumber("speed", speedModifier_);
   if (!imageView_) return;

@@ -20,8 +20,8 @@ class PlaybackClock {
   std::optional<std::int32_t> tick(std::chrono::duration<double> refresh,
                                    const FrameDurations& durations, float speed);
 
-  // To be called after a due frame was shown; true if it was the last of frameCount. The index stays
-  // past the end: the next tick finds it there and starts over, which costs that one tick.
+  // To be called after a due frame was shown; true if it was the last of frameCount. The index
+  // stays past the end: the next tick finds it there and starts over, which costs that one tick.
   bool advance(std::int32_t frameCount);
 
   std::int32_t currentFrame() const { return currentFrame_; }

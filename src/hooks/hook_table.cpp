@@ -31,8 +31,9 @@ void installHooks() {
                 &previousWallpaperViewDealloc);
   platform::class_addMethod(objc_getClass("SpringBoard"), sel_registerName(deviceDidRotateSelector),
                             reinterpret_cast<IMP>(LumoraDeviceDidRotate), "v@:@");
-  replaceMethod(objc_getClass("SpringBoard"), "applicationDidFinishLaunching:",
-                applicationDidFinishLaunching, &previousApplicationDidFinishLaunching);
+  replaceMethod(objc_getClass("SpringBoard"),
+                "applicationDidFinishLaunching:", applicationDidFinishLaunching,
+                &previousApplicationDidFinishLaunching);
   replaceMethod(metaclassOf("SBDockView"), "defaultHeight", recordDefaultDockHeight,
                 &previousDefaultDockHeight);
 }

@@ -37,9 +37,9 @@ void applicationDidFinishLaunching(platform::id self, platform::SEL selector,
   createTweakQueue();
   createLibraryDirectory();
   observeControlNotifications();
-  platform::NSNotificationCenter_addObserver(
-      self, platform::sel_registerName(deviceDidRotateSelector),
-      "UIDeviceOrientationDidChangeNotification");
+  platform::NSNotificationCenter_addObserver(self,
+                                             platform::sel_registerName(deviceDidRotateSelector),
+                                             "UIDeviceOrientationDidChangeNotification");
   startFirstWallpaper();
 }
 

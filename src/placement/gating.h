@@ -1,5 +1,5 @@
-// Decides when animated views play: only while the host shows the wallpaper behind them. Any thread;
-// nothing here waits.
+// Decides when animated views play: only while the host shows the wallpaper behind them. Any
+// thread; nothing here waits.
 #pragma once
 
 #include "settings/screen_location.h"

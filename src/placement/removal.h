@@ -1,6 +1,6 @@
 // Takes animated wallpapers down again. A removal detaches a view and never destroys it: the next
-// installation attaches the very same one. Each call queues one operation on tweakQueue and returns;
-// any thread.
+// installation attaches the very same one. Each call queues one operation on tweakQueue and
+// returns; any thread.
 #pragma once
 
 namespace lumora {

@@ -10,9 +10,6 @@ class NSAutoreleasePool {
   ~NSAutoreleasePool();
   NSAutoreleasePool(const NSAutoreleasePool&) = delete;
   NSAutoreleasePool& operator=(const NSAutoreleasePool&) = delete;
-
- private:
-  void* pool_ = nullptr;
 };
 
 }  // namespace platform

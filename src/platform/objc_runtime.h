@@ -50,7 +50,8 @@ Result objc_msgSend(id receiver, const char* name, Arguments... arguments) {
   SEL selector = sel_registerName(name);
   IMP code = class_getMethodImplementation(object_getClass(receiver), selector);
   if (code == nullptr) return Result();
-  return reinterpret_cast<Result (*)(id, SEL, Arguments...)>(code)(receiver, selector, arguments...);
+  return reinterpret_cast<Result (*)(id, SEL, Arguments...)>(code)(receiver, selector,
+                                                                   arguments...);
 }
 
 }  // namespace platform

@@ -3,7 +3,7 @@
 namespace platform {
 
 // Nothing is handed out temporarily here: ownership follows scopes.
-NSAutoreleasePool::NSAutoreleasePool() = default;
-NSAutoreleasePool::~NSAutoreleasePool() = default;
+NSAutoreleasePool::NSAutoreleasePool() {}
+NSAutoreleasePool::~NSAutoreleasePool() {}
 
 }  // namespace platform

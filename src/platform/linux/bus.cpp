@@ -1,8 +1,8 @@
 #include "platform/linux/bus.h"
 
-#include <poll.h>
-
 #include <utility>
+
+#include <poll.h>
 
 #include "platform/linux/run_loop.h"
 
@@ -101,7 +101,9 @@ bool Bus::nameHasOwner(const std::string& name) {
   bool owned = false;
   send([&](sdbus::IConnection& connection) {
     auto daemon = sdbus::createProxy(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus");
-    daemon->callMethod("NameHasOwner").onInterface("org.freedesktop.DBus").withArguments(name)
+    daemon->callMethod("NameHasOwner")
+        .onInterface("org.freedesktop.DBus")
+        .withArguments(name)
         .storeResultsTo(owned);
   });
   return owned;

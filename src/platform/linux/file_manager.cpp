@@ -1,16 +1,16 @@
 #include "platform/file_manager.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <limits>
 #include <utility>
 #include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/linux/device_root.h"
 
@@ -54,8 +54,7 @@ bool removeTree(int parent, const std::string& name) {
   FileDescriptor directory(
       openat(parent, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!directory) return false;
-  return removeContents(std::move(directory)) &&
-         unlinkat(parent, name.c_str(), AT_REMOVEDIR) == 0;
+  return removeContents(std::move(directory)) && unlinkat(parent, name.c_str(), AT_REMOVEDIR) == 0;
 }
 
 bool writeAll(int descriptor, const Bytes& contents) {
@@ -99,7 +98,7 @@ std::string lastPathComponent(const std::string& path) {
 std::string stringByDeletingPathExtension(const std::string& path) {
   const auto end = path.find_last_not_of('/');
   if (end == std::string::npos) return path.substr(0, 1);
-  const std::string trimmed = path.substr(0, end + 1);
+  std::string trimmed = path.substr(0, end + 1);
   const std::string name = lastPathComponent(trimmed);
   const auto dot = name.find_last_of('.');
   // A leading dot belongs to the name.

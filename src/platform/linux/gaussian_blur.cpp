@@ -19,14 +19,15 @@ constexpr int largestRadius = 4096;
 // Weights of the offsets from -reach to reach; their sum is 1.
 std::vector<float> kernel(int radius) {
   const int reach = deviationsReached * radius;
-  std::vector<double> weights;
-  for (int offset = -reach; offset <= reach; ++offset) {
-    const double deviations = static_cast<double>(offset) / radius;
-    weights.push_back(std::exp(-deviations * deviations / 2));
+  std::vector<double> weights(static_cast<std::size_t>(reach) * 2 + 1);
+  for (std::size_t at = 0; at < weights.size(); ++at) {
+    const double deviations = (static_cast<double>(at) - reach) / radius;
+    weights[at] = std::exp(-deviations * deviations / 2);
   }
   const double sum = std::accumulate(weights.begin(), weights.end(), 0.0);
-  std::vector<float> normalised;
-  for (const double weight : weights) normalised.push_back(static_cast<float>(weight / sum));
+  std::vector<float> normalised(weights.size());
+  std::transform(weights.begin(), weights.end(), normalised.begin(),
+                 [sum](double weight) { return static_cast<float>(weight / sum); });
   return normalised;
 }
 
@@ -38,7 +39,8 @@ struct Plane {
 
   const float* pixel(int x, int y) const {
     return &values[(static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                    static_cast<std::size_t>(x)) * 4];
+                    static_cast<std::size_t>(x)) *
+                   4];
   }
 };
 
@@ -56,10 +58,11 @@ Plane premultiplied(const UIImage& image) {
 
 // One direction of the blur, turned over: pixel (x, y) of the result is the weighted sum around
 // (start + y, x) of the input, so that two passes restore the orientation. Outside is transparent.
-Plane blurredAndTurned(const Plane& input, const std::vector<float>& weights, int start, int length) {
+Plane blurredAndTurned(const Plane& input, const std::vector<float>& weights, int start,
+                       int length) {
   Plane output{input.height, length, {}};
-  output.values.resize(static_cast<std::size_t>(output.width) *
-                       static_cast<std::size_t>(length) * 4);
+  output.values.resize(static_cast<std::size_t>(output.width) * static_cast<std::size_t>(length) *
+                       4);
   const int reach = static_cast<int>(weights.size() / 2);
   float* target = output.values.data();
   for (int y = 0; y < length; ++y) {
@@ -67,7 +70,8 @@ Plane blurredAndTurned(const Plane& input, const std::vector<float>& weights, in
     const int last = std::min(start + y + reach, input.width - 1);
     for (int x = 0; x < input.height; ++x, target += 4) {
       for (int at = first; at <= last; ++at) {
-        const float weight = weights[static_cast<std::size_t>(at - start - y + reach)];
+        const int offset = at - start - y + reach;
+        const float weight = weights[static_cast<std::size_t>(offset)];
         const float* source = input.pixel(at, x);
         for (int channel = 0; channel < 4; ++channel) target[channel] += weight * source[channel];
       }

@@ -12,8 +12,8 @@ class Compositor {
   // The file's bytes must outlive this object.
   explicit Compositor(const File& file) : file_(file) {}
 
-  // The canvas just after image index was drawn. nullptr if that image is damaged, or an earlier one
-  // was: what builds on a damaged picture is none.
+  // The canvas just after image index was drawn. nullptr if that image is damaged, or an earlier
+  // one was: what builds on a damaged picture is none.
   ImageRef picture(int index);
 
  private:

@@ -66,9 +66,8 @@ class Registry {
   }
 
   sdbus::Slot match(sdbus::IConnection& connection, const std::string& name) {
-    return connection.addMatch(darwin::matchRule(name), [this, name](sdbus::Message&) {
-      deliver(name);
-    });
+    return connection.addMatch(darwin::matchRule(name),
+                               [this, name](sdbus::Message&) { deliver(name); });
   }
 
   void deliver(const std::string& name) {

@@ -32,7 +32,8 @@ Bytes UIImagePNGRepresentation(const UIImage& image) {
   // Room for the worst case, so that the picture is compressed once.
   png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(header);
   Bytes bytes(size);
-  if (!png_image_write_to_memory(&header, bytes.data(), &size, 0, image.pixels.data(), 0, nullptr)) {
+  if (!png_image_write_to_memory(&header, bytes.data(), &size, 0, image.pixels.data(), 0,
+                                 nullptr)) {
     return {};
   }
   bytes.resize(size);

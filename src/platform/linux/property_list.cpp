@@ -1,10 +1,10 @@
 #include "platform/property_list.h"
 
-#include <plist/plist.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
+
+#include <plist/plist.h>
 
 #include "platform/file_manager.h"
 
@@ -64,7 +64,8 @@ std::optional<std::string> text(plist_t node) {
 
 // What cannot be written as XML (control characters) would make the whole file unreadable.
 std::string writable(std::string value) {
-  std::erase_if(value, [](unsigned char c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
+  std::erase_if(value,
+                [](unsigned char c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
   return value;
 }
 

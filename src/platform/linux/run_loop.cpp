@@ -1,12 +1,12 @@
 #include "platform/linux/run_loop.h"
 
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <utility>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 #include "platform/linux/activity.h"
 #include "platform/linux/display_clock.h"

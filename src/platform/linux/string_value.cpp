@@ -10,7 +10,8 @@ namespace platform {
 namespace {
 
 const char* skipSpace(const char* at, const char* end) {
-  return std::find_if_not(at, end, [](unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); });
+  return std::find_if_not(at, end,
+                          [](unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); });
 }
 
 // Beyond the range of Number the nearest infinity, or 0 for what is too small.

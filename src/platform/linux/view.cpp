@@ -262,8 +262,9 @@ void UIView::removeObserver(const KeyValueObserver& observer, std::string_view /
   std::shared_ptr<KeyValueObserver> removed;
   std::lock_guard lock(treeMutex());
   auto& observances = impl_->observances;
-  auto at = std::find_if(observances.rbegin(), observances.rend(),
-                         [&observer](const auto& entry) { return entry.observer.get() == &observer; });
+  auto at = std::find_if(observances.rbegin(), observances.rend(), [&observer](const auto& entry) {
+    return entry.observer.get() == &observer;
+  });
   if (at == observances.rend()) throw NSException();
   removed = std::move(at->observer);
   observances.erase(std::next(at).base());
