@@ -20,8 +20,6 @@ constexpr auto failure = "com.brightfen.lumora.Error.Failed";
 
 // A change of state is answered when its effects are there, but not kept waiting by long work.
 constexpr std::chrono::seconds stateLimit{2};
-// Longer than any caller waits.
-constexpr std::chrono::minutes advanceLimit{10};
 
 }  // namespace
 
@@ -73,8 +71,8 @@ void ControlService::registerQuestions() {
   add("Rotate", [this](sdbus::Result<>&& result, const std::string& orientation) {
     rotate(std::move(result), orientation);
   });
-  add("Advance", [this](sdbus::Result<>&& result, std::int64_t nanoseconds) {
-    advance(std::move(result), nanoseconds);
+  add("Advance", [this](sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout) {
+    advance(std::move(result), nanoseconds, timeout);
   });
   add("Status", [this] { return statusReport(springBoard_); });
   add("Screenshot", [this] {
@@ -115,20 +113,30 @@ void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
   whenSettled(std::move(result));
 }
 
-void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds) {
+void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds,
+                             std::int64_t timeout) {
   if (!DisplayClock::main().isManual()) {
     result.returnError(
         sdbus::Error(failure, "the clock follows real time; start with --clock manual"));
     return;
   }
+  const auto limit = RunLoop::Clock::now() + std::chrono::nanoseconds(timeout);
   auto done = std::make_shared<sdbus::Result<>>(std::move(result));
-  addJob([done, nanoseconds] {
-    const auto limit = RunLoop::Clock::now() + advanceLimit;
-    settle(limit);
-    DisplayClock::main().advance(std::chrono::nanoseconds(nanoseconds),
-                                 [] { RunLoop::main().runMainQueue(); });
-    settle(limit);
-    done->returnResults();
+  addJob([done, nanoseconds, limit] {
+    auto handleDue = [limit] {
+      RunLoop::main().handleDue();
+      RunLoop::main().runMainQueue();
+      return !RunLoop::main().isStopped() && RunLoop::Clock::now() < limit;
+    };
+    const bool arrived =
+        settle(limit) &&
+        DisplayClock::main().advance(std::chrono::nanoseconds(nanoseconds), handleDue) &&
+        settle(limit);
+    if (arrived) {
+      done->returnResults();
+    } else {
+      done->returnError(sdbus::Error(failure, "the clock has not got there in the time allowed"));
+    }
   });
 }
 

@@ -29,7 +29,8 @@ class ControlService {
   void addJob(std::function<void()> job);
   void whenSettled(sdbus::Result<>&& result);
   void rotate(sdbus::Result<>&& result, const std::string& name);
-  void advance(sdbus::Result<>&& result, std::int64_t nanoseconds);
+  // Both in nanoseconds; gives up once the timeout has passed.
+  void advance(sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout);
 
   SpringBoard& springBoard_;
   std::unique_ptr<sdbus::IObject> object_;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
@@ -24,8 +25,10 @@ using platform::UIInterfaceOrientation;
 }
 
 void saveScreenshot(SpringBoard& springBoard) {
-  static int count = 0;
-  const std::string name = "springboard-" + std::to_string(++count) + ".png";
+  std::string name;
+  for (int count = 1; name.empty() || std::filesystem::exists(name); ++count) {
+    name = "springboard-" + std::to_string(count) + ".png";
+  }
   const auto png = takeScreenshot(springBoard.screen(), springBoard.options().scale);
   std::ofstream file(name, std::ios::binary);
   file.write(reinterpret_cast<const char*>(png.data()), static_cast<std::streamsize>(png.size()));

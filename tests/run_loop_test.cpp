@@ -93,7 +93,7 @@ TEST(DisplayLink, StopsAtOnceWhenInvalidatedByAnotherInTheSameRefresh) {
   third->setFrameInterval(2);
   for (const auto& link : {first, second, third}) link->addToMainRunLoop();
   int refreshes = 0;
-  DisplayClock::main().advance(50ms, [&] { ++refreshes; });
+  DisplayClock::main().advance(50ms, [&] { return ++refreshes > 0; });
   EXPECT_EQ(refreshes, 3);
   EXPECT_EQ(calls, 100);
 }
@@ -101,7 +101,7 @@ TEST(DisplayLink, StopsAtOnceWhenInvalidatedByAnotherInTheSameRefresh) {
 TEST(DisplayClock, RefreshesAtExactMultiplesOfThePeriod) {
   DisplayClock::main().setManual();
   int refreshes = 0;
-  auto count = [&] { ++refreshes; };
+  auto count = [&] { return ++refreshes > 0; };
   for (int each = 0; each < 1000; ++each) DisplayClock::main().advance(100ms, count);
   EXPECT_EQ(refreshes, 6000);
   DisplayClock::main().advance(0ns, count);
@@ -109,6 +109,9 @@ TEST(DisplayClock, RefreshesAtExactMultiplesOfThePeriod) {
   EXPECT_EQ(refreshes, 6000);
   DisplayClock::main().advance(1ns, count);
   EXPECT_EQ(refreshes, 6001);
+  // Ended on the way, it stands at the refresh where it was ended.
+  EXPECT_FALSE(DisplayClock::main().advance(10s, [] { return false; }));
+  EXPECT_EQ(DisplayClock::main().manualTime().count(), (6002 * 1000000000LL + 59) / 60);
 }
 
 int answer(id /*self*/, SEL /*selector*/, int value) {

@@ -154,7 +154,10 @@ void Stage::settle() {
 
 void Stage::advance(std::chrono::duration<double> span) {
   DisplayClock::main().advance(std::chrono::round<std::chrono::nanoseconds>(span),
-                               [] { RunLoop::main().runMainQueue(); });
+                               [] {
+    RunLoop::main().runMainQueue();
+    return true;
+  });
   settle();
 }
 

@@ -46,9 +46,22 @@ inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::s
       ->check(CLI::IsMember(words));
 }
 
+// Accepts numbers from 0 to the largest given.
+inline CLI::Validator numberUpTo(double largest) {
+  return CLI::Validator(
+      [largest](const std::string& text) {
+        double value = -1;
+        // Written so that what is no number at all fails, too.
+        const bool fits = CLI::detail::lexical_cast(text, value) && value >= 0 && value <= largest;
+        return fits ? std::string() : "must be a number from 0 up, not " + text;
+      },
+      "");
+}
+
 inline void addTimeout(CLI::App* command, double& seconds) {
+  constexpr double longestTimeout = 1e6;
   command->add_option("--timeout", seconds, "how long to wait at most")
-      ->check(CLI::Range(0.0, 1e6))
+      ->check(numberUpTo(longestTimeout))
       ->type_name("SECONDS")
       ->capture_default_str();
 }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/linux/device_root.h"
+
 namespace tool {
 
 class DeviceFolder {
@@ -16,9 +18,11 @@ class DeviceFolder {
   const std::filesystem::path& path() const { return path_; }
 
   // Locked by whoever runs the device's home screen.
-  std::filesystem::path lockFile() const { return hostFolder() / "lock"; }
+  std::filesystem::path hostLockFile() const { return hostFolder() / "lock"; }
   // What the bus daemon has complained of.
   std::filesystem::path busLog() const { return hostFolder() / "bus.log"; }
+  // Locked by whoever hands a GIF to the home screen.
+  std::filesystem::path handOverLockFile() const { return hostFolder() / "hand-over.lock"; }
   // Of the bus of the device's home screen; nothing if none was ever started, or the last one has
   // ended in order.
   std::optional<std::string> busAddress() const;
@@ -26,7 +30,7 @@ class DeviceFolder {
   void forgetBusAddress() const;
 
  private:
-  std::filesystem::path hostFolder() const { return path_ / ".host"; }
+  std::filesystem::path hostFolder() const { return path_ / platform::hostFolderName; }
   std::filesystem::path addressFile() const { return hostFolder() / "bus"; }
 
   std::filesystem::path path_;

@@ -78,7 +78,6 @@ void printRawFrames(const std::string& gifPath) {
     std::printf("F %d %d %d\n", image->width, image->height, delayInCentiseconds(*source, index));
     std::fwrite(image->pixels.data(), 1, image->pixels.size(), stdout);
   }
-  if (std::fflush(stdout) != 0) throw Failure("cannot write the frames");
 }
 
 }  // namespace

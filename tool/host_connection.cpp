@@ -16,6 +16,9 @@ namespace darwin = platform::darwin;
 namespace control = host::control;
 
 std::uint64_t microseconds(Seconds timeout) {
+  // 0 would mean the bus's own time.
+  constexpr Seconds shortest{0.001};
+  timeout = std::max(timeout, shortest);
   return static_cast<std::uint64_t>(
       std::chrono::duration_cast<std::chrono::microseconds>(timeout).count());
 }
@@ -27,30 +30,32 @@ HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
       proxy_(sdbus::createProxy(*connection_, control::busName, control::path)),
       notifier_(sdbus::createObject(*connection_, darwin::path)) {}
 
-std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device) {
+std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
   const auto address = device.busAddress();
   if (!address) return nullptr;
   try {
     std::unique_ptr<HostConnection> host(
         new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
-    return host->isAnnounced() ? std::move(host) : nullptr;
+    return host->isAnnounced(timeout) ? std::move(host) : nullptr;
   } catch (const sdbus::Error&) {
     return nullptr;
   }
 }
 
-std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& device) {
-  if (auto host = find(device)) return host;
+std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& device,
+                                                        Seconds timeout) {
+  if (auto host = find(device, timeout)) return host;
   throw Failure(
       "no home screen is running for " + device.path().string() + "; start one with: lumora run",
       ExitCode::NoHost);
 }
 
-bool HostConnection::isAnnounced() {
+bool HostConnection::isAnnounced(Seconds timeout) {
   auto daemon = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
   bool owned = false;
   daemon->callMethod("NameHasOwner")
       .onInterface("org.freedesktop.DBus")
+      .withTimeout(microseconds(timeout))
       .withArguments(std::string(control::busName))
       .storeResultsTo(owned);
   return owned;
@@ -76,13 +81,17 @@ void HostConnection::rotate(const std::string& orientation) {
 }
 
 void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
-  ask(timeout, "Advance",
-      [&](auto& invoker) { invoker.withArguments(static_cast<std::int64_t>(span.count())); });
+  const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
+  // The home screen gives up first, and says so.
+  constexpr Seconds margin{2};
+  ask(timeout + margin, "Advance", [&](auto& invoker) {
+    invoker.withArguments(std::int64_t{span.count()}, std::int64_t{limit.count()});
+  });
 }
 
-std::string HostConnection::status() {
+std::string HostConnection::status(Seconds timeout) {
   std::string report;
-  ask(usualTimeout, "Status", [&](auto& invoker) { invoker.storeResultsTo(report); });
+  ask(timeout, "Status", [&](auto& invoker) { invoker.storeResultsTo(report); });
   return report;
 }
 
@@ -98,7 +107,7 @@ void HostConnection::post(const std::string& name) {
     signal << name;
     notifier_->emitSignal(signal);
     // The answer comes after the bus has taken the signal.
-    isAnnounced();
+    isAnnounced(usualTimeout);
   } catch (const sdbus::Error& error) {
     throw Failure("cannot post " + name + ": " + error.getMessage());
   }

@@ -11,32 +11,30 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "tool/device_folder.h"
+#include "tool/time_limit.h"
 
 namespace tool {
-
-using Seconds = std::chrono::duration<double>;
-
-// How long a command waits unless told otherwise.
-constexpr Seconds usualTimeout{60};
 
 class HostConnection {
  public:
   // nullptr if no home screen of this device is running and has finished launching.
-  static std::unique_ptr<HostConnection> find(const DeviceFolder& device);
+  static std::unique_ptr<HostConnection> find(const DeviceFolder& device,
+                                              Seconds timeout = usualTimeout);
   // The same, but throws Failure with exit code 3.
-  static std::unique_ptr<HostConnection> require(const DeviceFolder& device);
+  static std::unique_ptr<HostConnection> require(const DeviceFolder& device,
+                                                 Seconds timeout = usualTimeout);
 
   // These throw Failure if the home screen does not answer within the timeout or says no.
   void call(const std::string& method, Seconds timeout = usualTimeout);
   void rotate(const std::string& orientation);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
-  std::string status();
+  std::string status(Seconds timeout = usualTimeout);
   std::vector<std::uint8_t> screenshot();
 
   // Posts a Darwin notification.
   void post(const std::string& name);
   // Gives the home screen time to do what notifications have asked for.
-  void settle() { call("Settle"); }
+  void settle(Seconds timeout = usualTimeout) { call("Settle", timeout); }
 
   // From now on pump hands over the name of every Darwin notification.
   void watch(std::function<void(const std::string&)> handler);
@@ -46,7 +44,7 @@ class HostConnection {
 
  private:
   explicit HostConnection(std::unique_ptr<sdbus::IConnection> connection);
-  bool isAnnounced();
+  bool isAnnounced(Seconds timeout);
   template <typename Use>
   void ask(Seconds timeout, const std::string& method, Use use);
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
@@ -31,16 +32,28 @@ void declareCommands(CLI::App& lumora, tool::Context& context) {
   tool::addFramesCommand(lumora, context);
 }
 
+std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
+  if (!lumora.get_subcommands().empty()) return error.what();
+  const auto unknown = lumora.remaining();
+  return unknown.empty() ? error.what() : "there is no command '" + unknown.front() + "'";
+}
+
 int reportWrongUse(const CLI::App& lumora, const CLI::ParseError& error) {
   const auto commands = lumora.get_subcommands();
   const CLI::App& used = commands.empty() ? lumora : *commands.front();
-  std::fprintf(stderr, "lumora: %s\n\n%s", error.what(), used.help(lumora.get_name()).c_str());
+  std::fprintf(stderr, "lumora: %s\n\n%s", problem(lumora, error).c_str(),
+               used.help(lumora.get_name()).c_str());
   return tool::ExitCode::WrongUse;
 }
 
 int perform(const tool::Context& context) {
   try {
-    return context.action();
+    const int code = context.action();
+    // A cut output must not pass for a whole one.
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+      throw tool::Failure("cannot write the output: is there space?");
+    }
+    return code;
   } catch (const tool::Failure& failure) {
     std::fprintf(stderr, "lumora: %s\n", failure.what());
     return failure.code();

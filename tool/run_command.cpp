@@ -17,7 +17,7 @@
 #include "tool/bus_daemon.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"
-#include "tool/host_lock.h"
+#include "tool/file_lock.h"
 #include "tool/set_command.h"
 
 namespace tool {
@@ -47,7 +47,12 @@ platform::FileDescriptor blockedSignals() {
 class HostRun {
  public:
   HostRun(const DeviceFolder& device, const RunWords& words, const std::optional<ChosenGif>& gif)
-      : device_(device), words_(words), gif_(gif), signals_(blockedSignals()), lock_(device) {
+      : device_(device),
+        words_(words),
+        gif_(gif),
+        signals_(blockedSignals()),
+        lock_(device.hostLockFile(), true) {
+    takeLock();
     if (auto address = device.busAddress()) BusDaemon::removeRemains(*address);
     bus_ = std::make_unique<BusDaemon>(device.busLog());
     device.setBusAddress(bus_->address());
@@ -70,6 +75,14 @@ class HostRun {
   }
 
  private:
+  // A home screen that is just ending is waited for.
+  void takeLock() {
+    constexpr Seconds patience{2};
+    if (!HostConnection::find(device_) && lock_.take(patience)) return;
+    throw Failure("a home screen is running for " + device_.path().string() +
+                  " already; end it with: lumora stop");
+  }
+
   void start() {
     std::vector<std::string> arguments{besideThisProgram("springboard"),
                                        "--root",
@@ -110,7 +123,9 @@ class HostRun {
              std::chrono::duration_cast<steady_clock::duration>(Seconds(words_.seconds));
     }
     if (gif_) {
-      handOver(*host, lumora::ScreenLocation::Shared, *gif_);
+      FileLock handOverLock(device_.handOverLockFile());
+      handOverLock.take(usualTimeout);
+      handOver(*host, lumora::ScreenLocation::Shared, *gif_, TimeLimit(usualTimeout));
       host->post("com.brightfen.lumora.updateAnimating");
     }
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
@@ -144,7 +159,7 @@ class HostRun {
   const RunWords& words_;
   const std::optional<ChosenGif>& gif_;
   const platform::FileDescriptor signals_;
-  const HostLock lock_;
+  FileLock lock_;
   std::unique_ptr<BusDaemon> bus_;
   pid_t process_ = -1;
   int status_ = 0;
@@ -164,8 +179,9 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   CLI::App* command = lumora.add_subcommand("run", "start the home screen and stay with it");
   command->add_option("GIF", words->gif, "the wallpaper for both screens");
   host::addHostOptions(*command, words->options);
+  constexpr double longestRun = 1e8;
   command->add_option("--for", words->seconds, "end by itself after this time")
-      ->check(CLI::Range(0.0, 1e9))
+      ->check(numberUpTo(longestRun))
       ->type_name("SECONDS");
   command->callback([&context, words] {
     context.action = [&context, words] {

@@ -10,7 +10,7 @@
 
 #include "platform/linux/device_root.h"
 #include "tool/failure.h"
-#include "tool/host_lock.h"
+#include "tool/file_lock.h"
 #include "tool/set_command.h"
 #include "tool/user_file.h"
 
@@ -27,44 +27,34 @@ struct Words {
   bool noWait = false;
 };
 
-steady_clock::time_point limitAfter(double seconds) {
-  return steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(Seconds(seconds));
-}
-
-// Asks again and again until the condition holds; false if the limit passes first.
-template <typename Condition>
-bool pollUntil(Condition condition, double seconds) {
+void awaitHost(const DeviceFolder& device, Seconds timeout) {
   constexpr std::chrono::milliseconds pause{20};
-  const auto limit = limitAfter(seconds);
-  while (!condition()) {
-    if (steady_clock::now() >= limit) return false;
+  const TimeLimit limit(timeout);
+  while (!HostConnection::find(device, limit.left())) {
+    if (limit.isOver()) HostConnection::require(device, limit.left());
     std::this_thread::sleep_for(pause);
   }
-  return true;
 }
 
-void awaitHost(const DeviceFolder& device, double seconds) {
-  if (!pollUntil([&device] { return HostConnection::find(device) != nullptr; }, seconds)) {
-    HostConnection::require(device);
-  }
-}
-
-void stopHost(const DeviceFolder& device, double seconds) {
-  HostConnection::require(device)->call("Stop");
-  if (!pollUntil([&device] { return HostLock::isFree(device); }, seconds)) {
+void stopHost(const DeviceFolder& device, Seconds timeout) {
+  const TimeLimit limit(timeout);
+  HostConnection::require(device, limit.left())->call("Stop", limit.left());
+  FileLock lock(device.hostLockFile());
+  if (!lock.take(limit.left())) {
     throw Failure("the home screen is still running after the time allowed (--timeout)");
   }
 }
 
 void takeScreenshot(const DeviceFolder& device, const std::string& path) {
+  checkUserFileIsWritable(path);
   const auto png = HostConnection::require(device)->screenshot();
   if (png.empty()) throw Failure("the home screen has no memory for a screenshot");
   writeUserFile(path, png);
 }
 
-void advance(const DeviceFolder& device, double seconds, double timeout) {
-  HostConnection::require(device)->advance(
-      std::chrono::round<std::chrono::nanoseconds>(Seconds(seconds)), Seconds(timeout));
+void advance(const DeviceFolder& device, Seconds span, Seconds timeout) {
+  HostConnection::require(device)->advance(std::chrono::round<std::chrono::nanoseconds>(span),
+                                           timeout);
 }
 
 void removeWallpaper(const DeviceFolder& device, const std::string& location) {
@@ -126,17 +116,20 @@ void addStateCommands(CLI::App& lumora, Context& context) {
 
 void addWaitingCommands(CLI::App& lumora, Context& context) {
   auto words = std::make_shared<Words>();
-  auto* wait = addCommand(lumora, context, "wait", "return once the home screen has launched",
-                          [&context, words] { awaitHost(context.device(), words->timeout); });
+  auto* wait =
+      addCommand(lumora, context, "wait", "return once the home screen has launched",
+                 [&context, words] { awaitHost(context.device(), Seconds(words->timeout)); });
   addTimeout(wait, words->timeout);
-  auto* stop = addCommand(lumora, context, "stop", "end the home screen",
-                          [&context, words] { stopHost(context.device(), words->timeout); });
+  auto* stop = addCommand(lumora, context, "stop", "end the home screen", [&context, words] {
+    stopHost(context.device(), Seconds(words->timeout));
+  });
   addTimeout(stop, words->timeout);
-  auto* move =
-      addCommand(lumora, context, "advance", "move a clock that is driven by hand",
-                 [&context, words] { advance(context.device(), words->seconds, words->timeout); });
+  auto* move = addCommand(
+      lumora, context, "advance", "move a clock that is driven by hand", [&context, words] {
+        advance(context.device(), Seconds(words->seconds), Seconds(words->timeout));
+      });
   constexpr double longestAdvance = 1e6;
-  move->add_option("SECONDS", words->seconds)->required()->check(CLI::Range(0.0, longestAdvance));
+  move->add_option("SECONDS", words->seconds)->required()->check(numberUpTo(longestAdvance));
   addTimeout(move, words->timeout);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/file_manager.h"
 #include "settings/device_paths.h"
 #include "tool/failure.h"
+#include "tool/file_lock.h"
 #include "tool/progress_bar.h"
 #include "tool/stored_settings.h"
 
@@ -68,17 +69,13 @@ void watchExtraction(HostConnection& host, Extraction& extraction) {
 }
 
 void awaitExtraction(HostConnection& host, const Extraction& extraction, int frameCount,
-                     Seconds timeout) {
-  const auto limit = std::chrono::steady_clock::now() +
-                     std::chrono::duration_cast<std::chrono::steady_clock::duration>(timeout);
+                     const TimeLimit& limit) {
   const ProgressBar bar("making frames", frameCount);
   while (!extraction.isDone) {
-    if (std::chrono::steady_clock::now() >= limit) {
-      throw Failure(
-          "the home screen is not ready yet after the time allowed (--timeout); it goes "
-          "on making frames");
+    if (limit.isOver()) {
+      throw Failure("the home screen is still making frames after the time allowed (--timeout)");
     }
-    if (!host.pump(limit)) throw Failure("the home screen has ended");
+    if (!host.pump(limit.end())) throw Failure("the home screen has ended");
     bar.show(extraction.framesFound);
   }
 }
@@ -96,14 +93,26 @@ void checkFrames(ScreenLocation location, const Extraction& extraction) {
                 " below the device's folder: is it writable, and is there space?");
 }
 
+const char* placeName(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::LockScreen:
+      return "lock screen";
+    case ScreenLocation::HomeScreen:
+      return "home screen";
+    default:
+      return "shared";
+  }
+}
+
 }  // namespace
 
-void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gif) {
+void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gif,
+              const TimeLimit& limit) {
   storeIncomingFile(location, gif);
   storeChoice(location);
   host.post(wallpaperNeedsUpdating);
   // Answered after the notification has been handled, and with it the intake of the file.
-  host.status();
+  host.status(limit.left());
   if (platform::contentsOfFile(libraryPath(location)) != gif.bytes) {
     throw Failure("the home screen could not take the GIF in: is " +
                   std::string(lumora::libraryDirectory) +
@@ -114,22 +123,24 @@ void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gi
 void setWallpaper(const DeviceFolder& device, ScreenLocation location, const std::string& path,
                   bool waits, Seconds timeout) {
   const ChosenGif gif = readGif(path);
-  auto host = HostConnection::require(device);
+  const TimeLimit limit(timeout);
+  auto host = HostConnection::require(device, limit.left());
+  // An incoming file has one place: two that are handed over at once would take it from each other.
+  FileLock lock(device.handOverLockFile());
+  if (!lock.take(limit.left())) {
+    throw Failure("another `lumora set` is not done after the time allowed (--timeout)");
+  }
   Extraction extraction;
   if (waits) watchExtraction(*host, extraction);
-  handOver(*host, location, gif);
+  handOver(*host, location, gif, limit);
   if (waits) {
-    awaitExtraction(*host, extraction, gif.frameCount, timeout);
+    awaitExtraction(*host, extraction, gif.frameCount, limit);
     checkFrames(location, extraction);
   }
   host->post(updateAnimating);
   if (!waits) return;
-  host->settle();
-  std::printf("%s wallpaper set: %d frames\n",
-              location == ScreenLocation::Shared       ? "shared"
-              : location == ScreenLocation::LockScreen ? "lock screen"
-                                                       : "home screen",
-              extraction.framesFound);
+  host->settle(limit.left());
+  std::printf("%s wallpaper set: %d frames\n", placeName(location), extraction.framesFound);
 }
 
 }  // namespace tool

@@ -1,6 +1,8 @@
 #include "tool/settings_commands.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <memory>
 
 #include <nlohmann/json.hpp>
@@ -18,6 +20,13 @@ constexpr auto removeUnneededView = "kLWGIFViewNeedsToRemoveUnneededViewNotifica
 constexpr auto updateAnimating = "com.brightfen.lumora.updateAnimating";
 constexpr auto updateWallpaper = "com.brightfen.lumora.updateWallpaper";
 
+// JSON has no infinite numbers: the largest finite one stands for them.
+template <typename Number>
+Number finite(Number value) {
+  return std::clamp(value, std::numeric_limits<Number>::lowest(),
+                    std::numeric_limits<Number>::max());
+}
+
 // Every key with the value that its getter gives.
 ordered_json allSettings() {
   using namespace lumora;
@@ -29,20 +38,20 @@ ordered_json allSettings() {
       {"HOMESCREEN_WALLPAPER_SET", getHomescreenWallpaperSet()},
       {"MODE_INDEX", getModeIndex()},
       {"LOCATION_INDEX", getLocationIndex()},
-      {"SHARED_GIF_SPEED", getSharedGIFSpeed()},
-      {"LOCKSCREEN_GIF_SPEED", getLockscreenGIFSpeed()},
-      {"HOMESCREEN_GIF_SPEED", getHomescreenGIFSpeed()},
-      {"SHARED_GIF_ALPHA", getSharedGIFAlpha()},
-      {"LOCKSCREEN_GIF_ALPHA", getLockscreenGIFAlpha()},
-      {"HOMESCREEN_GIF_ALPHA", getHomescreenGIFAlpha()},
-      {"SHARED_GIF_BLUR", getSharedGIFBlur()},
-      {"LOCKSCREEN_GIF_BLUR", getLockscreenGIFBlur()},
-      {"HOMESCREEN_GIF_BLUR", getHomescreenGIFBlur()},
+      {"SHARED_GIF_SPEED", finite(getSharedGIFSpeed())},
+      {"LOCKSCREEN_GIF_SPEED", finite(getLockscreenGIFSpeed())},
+      {"HOMESCREEN_GIF_SPEED", finite(getHomescreenGIFSpeed())},
+      {"SHARED_GIF_ALPHA", finite(getSharedGIFAlpha())},
+      {"LOCKSCREEN_GIF_ALPHA", finite(getLockscreenGIFAlpha())},
+      {"HOMESCREEN_GIF_ALPHA", finite(getHomescreenGIFAlpha())},
+      {"SHARED_GIF_BLUR", finite(getSharedGIFBlur())},
+      {"LOCKSCREEN_GIF_BLUR", finite(getLockscreenGIFBlur())},
+      {"HOMESCREEN_GIF_BLUR", finite(getHomescreenGIFBlur())},
       {"SHARED_SCALING_MODE", getSharedScalingMode()},
       {"LOCKSCREEN_SCALING_MODE", getLockscreenScalingMode()},
       {"HOMESCREEN_SCALING_MODE", getHomescreenScalingMode()},
       {"DOCK_ENABLED", getDockEnabled()},
-      {"DOCK_HEIGHT", getDockHeight()},
+      {"DOCK_HEIGHT", finite(getDockHeight())},
       {"SAFARI_DIRECTORY", getSafariSavePath()},
       {"SAFARI_OBJECT_URL", getSafariObjectURL()},
       {"SHARED_TEXT_FIELD_TEXT", getSharedTextFieldText()},

@@ -4,16 +4,14 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 
 #include <unistd.h>
 
+#include "platform/file_manager.h"
 #include "tool/failure.h"
 
 namespace tool {
 namespace {
-
-constexpr std::uintmax_t largestFile = std::numeric_limits<std::int32_t>::max();
 
 [[noreturn]] void fail(const char* verb, const std::string& path) {
   throw Failure(std::string("cannot ") + verb + " " + path + ": " + std::strerror(errno));
@@ -29,11 +27,21 @@ std::vector<std::uint8_t> readUserFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) fail("read", path);
   const auto size = std::filesystem::file_size(path, error);
-  if (error || size > largestFile) throw Failure("cannot read " + path + ": too large");
+  if (error || size > platform::largestFile) throw Failure("cannot read " + path + ": too large");
   std::vector<std::uint8_t> contents(size);
   file.read(reinterpret_cast<char*>(contents.data()), static_cast<std::streamsize>(size));
   if (!file) fail("read", path);
   return contents;
+}
+
+void checkUserFileIsWritable(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path file(path);
+  if (path.empty()) throw Failure("cannot write a file without a name");
+  if (std::filesystem::is_directory(file, error))
+    throw Failure("cannot write " + path + ": a folder");
+  const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+  if (access(folder.c_str(), W_OK | X_OK) != 0) fail("write", path);
 }
 
 void writeUserFile(const std::string& path, const std::vector<std::uint8_t>& contents) {

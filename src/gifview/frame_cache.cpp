@@ -1,5 +1,6 @@
 #include "gifview/frame_cache.h"
 
+#include <utility>
 #include <vector>
 
 #include "gifview/blur.h"
@@ -54,10 +55,10 @@ bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::Bytes& gi
   return saved && *saved == gif;
 }
 
-void rebuildFrameCache(const FrameCacheLayout& layout, const platform::Bytes& gif,
+void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
                        FrameExtractionClient& client) {
   prepareDirectory(layout);
-  auto source = CGImageSource::createWithData(gif);
+  auto source = CGImageSource::createWithData(std::move(gif));
   if (!source) return;
   client.setFrameCount(source->count());
   std::vector<std::string> durations;

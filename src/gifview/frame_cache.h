@@ -44,7 +44,7 @@ bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::Bytes& gi
 
 // Replaces the cache directory whole. The saved copy comes first; frames that cannot be decoded are
 // left out, with their numbers, while the list of delays closes up.
-void rebuildFrameCache(const FrameCacheLayout& layout, const platform::Bytes& gif,
+void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
                        FrameExtractionClient& client);
 
 // Writes one frame's file, replacing the old one atomically.

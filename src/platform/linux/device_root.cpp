@@ -41,6 +41,7 @@ FileDescriptor openDirectory(int parent, const std::string& name, bool make) {
 std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
   std::vector<std::string> names = components(devicePath);
   if (names.empty() || rootFolder().empty()) return std::nullopt;
+  if (names.front() == hostFolderName) return std::nullopt;
   std::string last = std::move(names.back());
   names.pop_back();
   FileDescriptor directory(open(rootFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));

@@ -8,6 +8,9 @@
 
 namespace platform {
 
+// The folder below the root where the host keeps what is its own; no device path leads there.
+constexpr auto hostFolderName = ".host";
+
 // Closes its descriptor when it goes.
 class FileDescriptor {
  public:
@@ -35,7 +38,8 @@ struct ItemLocation {
 // machine's own.
 void setDeviceRoot(const std::string& folder);
 
-// Nothing if the path is the root itself, or if a directory on the way is missing or is a link.
+// Nothing if the path is the root itself or in the host's folder, or if a directory on the way is
+// missing or is a link.
 std::optional<ItemLocation> locateItem(const std::string& devicePath);
 // The same, with missing directories on the way made.
 std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath);

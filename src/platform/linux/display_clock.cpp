@@ -65,13 +65,15 @@ bool DisplayClock::refreshIfDue(TimePoint now) {
   return true;
 }
 
-void DisplayClock::advance(std::chrono::nanoseconds span, const std::function<void()>& afterEach) {
-  manualTime_ += span;
-  while (timeOfRefresh(refreshes_ + 1) <= manualTime_) {
-    ++refreshes_;
+bool DisplayClock::advance(std::chrono::nanoseconds span, const std::function<bool()>& afterEach) {
+  const std::chrono::nanoseconds end = manualTime_ + span;
+  while (timeOfRefresh(refreshes_ + 1) <= end) {
+    manualTime_ = timeOfRefresh(++refreshes_);
     refreshLinks();
-    afterEach();
+    if (!afterEach()) return false;
   }
+  manualTime_ = end;
+  return true;
 }
 
 void DisplayClock::refreshLinks() {

@@ -41,8 +41,9 @@ class DisplayClock {
 
   // The time since the clock was made manual.
   std::chrono::nanoseconds manualTime() const { return manualTime_; }
-  // Moves the manual clock; calls afterEach behind every refresh on the way.
-  void advance(std::chrono::nanoseconds span, const std::function<void()>& afterEach);
+  // Moves the manual clock; calls afterEach behind every refresh on the way, which may end it
+  // there: false if it did.
+  bool advance(std::chrono::nanoseconds span, const std::function<bool()>& afterEach);
 
  private:
   DisplayClock() = default;

@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -18,9 +17,6 @@ namespace platform {
 namespace {
 
 constexpr mode_t fileMode = 0644;
-
-// No file that the system reads comes near; a sparse giant must not take the memory.
-constexpr off_t largestFile = std::numeric_limits<std::int32_t>::max();
 
 bool statusOf(const ItemLocation& item, struct stat& status) {
   return fstatat(item.directory.get(), item.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
@@ -80,6 +76,8 @@ std::string temporaryName(const std::string& name) {
 
 // Whether a new file of this name now holds the contents whole.
 bool writeNewFile(int directory, const std::string& name, const Bytes& contents) {
+  // A process of the same number may have died over the same name.
+  unlinkat(directory, name.c_str(), 0);
   FileDescriptor file(
       openat(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, fileMode));
   return file && writeAll(file.get(), contents);
@@ -145,7 +143,7 @@ bool copyItemAtPath(const std::string& path, const std::string& target) {
   return contents && !fileExistsAtPath(target) && writeToFileAtomically(*contents, target);
 }
 
-std::optional<Bytes> contentsOfFile(const std::string& path) {
+std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit) {
   auto item = locateItem(path);
   if (!item) return std::nullopt;
   // Not blocking: opening a pipe must not wait for a writer.
@@ -153,8 +151,9 @@ std::optional<Bytes> contentsOfFile(const std::string& path) {
                              O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
   if (!file || fstat(file.get(), &status) != 0) return std::nullopt;
-  if (!S_ISREG(status.st_mode) || status.st_size > largestFile) return std::nullopt;
-  Bytes contents(static_cast<std::size_t>(status.st_size));
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (!S_ISREG(status.st_mode) || size > limit) return std::nullopt;
+  Bytes contents(size);
   std::size_t done = 0;
   while (done < contents.size()) {
     const ssize_t count = read(file.get(), contents.data() + done, contents.size() - done);

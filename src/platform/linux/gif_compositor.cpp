@@ -91,16 +91,17 @@ void Compositor::dispose(const Image& image) {
 
 void Compositor::draw(const Image& image, const Bytes& indices) {
   const Visible visible = visiblePart(file_, image);
+  const ColorTable& colors = *image.colors;
   const std::uint8_t* source = indices.data();
   for (const int row : rowOrder(image)) {
     const int y = image.top + row;
     for (int x = image.left; y < visible.bottom && x < visible.right; ++x) {
       const std::uint8_t index = source[x - image.left];
       // An index beyond the table shows nothing, like a transparent one.
-      if (index == image.transparentIndex || index >= image.colors.size()) continue;
+      if (index == image.transparentIndex || index >= colors.size()) continue;
       std::uint8_t* pixel =
           &canvas_[static_cast<std::size_t>(std::int64_t{y} * file_.width + x) * bytesPerPixel];
-      std::copy_n(image.colors[index].begin(), 3, pixel);
+      std::copy_n(colors[index].begin(), 3, pixel);
       pixel[3] = 255;
     }
     source += image.width;

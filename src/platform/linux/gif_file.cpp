@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace platform::gif {
 namespace {
@@ -66,15 +67,18 @@ struct GraphicControl {
   std::optional<int> delay;
 };
 
-std::vector<Color> readColorTable(Reader& reader, int flags) {
-  std::vector<Color> colors;
-  if (!(flags & colorTableFlag)) return colors;
+using SharedTable = std::shared_ptr<const ColorTable>;
+
+// nullptr where the flags say that there is none.
+SharedTable readColorTable(Reader& reader, int flags) {
+  if (!(flags & colorTableFlag)) return nullptr;
+  ColorTable colors;
   const std::size_t count = std::size_t{2} << (flags & colorTableSizeMask);
   const auto bytes = reader.take(count * 3);
   for (std::size_t at = 0; at + 3 <= bytes.size(); at += 3) {
     colors.push_back({bytes[at], bytes[at + 1], bytes[at + 2]});
   }
-  return colors;
+  return std::make_shared<const ColorTable>(std::move(colors));
 }
 
 Disposal disposalOf(int flags) {
@@ -101,7 +105,7 @@ GraphicControl readGraphicControl(std::span<const std::uint8_t> subBlocks) {
   return reader.ended() ? GraphicControl() : control;
 }
 
-Image readImage(Reader& reader, const GraphicControl& control, const std::vector<Color>& global) {
+Image readImage(Reader& reader, const GraphicControl& control, const SharedTable& global) {
   Image image;
   image.left = reader.word();
   image.top = reader.word();
@@ -110,7 +114,7 @@ Image readImage(Reader& reader, const GraphicControl& control, const std::vector
   const int flags = reader.byte();
   image.interlaced = flags & interlaceFlag;
   image.colors = readColorTable(reader, flags);
-  if (image.colors.empty()) image.colors = global;
+  if (!image.colors) image.colors = global;
   image.transparentIndex = control.transparentIndex;
   image.disposal = control.disposal;
   image.delay = control.delay;
@@ -118,7 +122,7 @@ Image readImage(Reader& reader, const GraphicControl& control, const std::vector
   return image;
 }
 
-std::vector<Image> readImages(Reader& reader, const std::vector<Color>& global) {
+std::vector<Image> readImages(Reader& reader, const SharedTable& global) {
   std::vector<Image> images;
   GraphicControl control;
   for (int introducer = reader.byte(); !reader.ended(); introducer = reader.byte()) {
@@ -153,7 +157,8 @@ std::optional<File> parse(std::span<const std::uint8_t> bytes) {
   file.height = reader.word();
   const int flags = reader.byte();
   reader.take(2);  // background colour and pixel aspect, which viewers do not use
-  const std::vector<Color> global = readColorTable(reader, flags);
+  SharedTable global = readColorTable(reader, flags);
+  if (!global) global = std::make_shared<const ColorTable>();
   const std::int64_t pixels = std::int64_t{file.width} * file.height;
   if (reader.ended() || pixels == 0 || pixels > mostPixels) return std::nullopt;
   file.images = readImages(reader, global);

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -11,6 +12,7 @@
 namespace platform::gif {
 
 using Color = std::array<std::uint8_t, 3>;
+using ColorTable = std::vector<Color>;
 
 enum class Disposal { Keep, Clear, RestorePrevious };
 
@@ -21,8 +23,8 @@ struct Image {
   int width = 0;
   int height = 0;
   bool interlaced = false;
-  // As many as the table in force has; none if the file gives no table.
-  std::vector<Color> colors;
+  // The table in force; empty if the file gives none.
+  std::shared_ptr<const ColorTable> colors;
   std::optional<std::uint8_t> transparentIndex;
   Disposal disposal = Disposal::Keep;
   // Hundredths of a second, as stored; nothing without a graphic control extension.

@@ -1,5 +1,7 @@
 #include "platform/image.h"
 
+#include <utility>
+
 #include "platform/file_manager.h"
 #include "platform/image_source.h"
 
@@ -8,7 +10,7 @@ namespace platform {
 ImageRef imageWithContentsOfFile(const std::string& path) {
   auto contents = contentsOfFile(path);
   if (!contents) return nullptr;
-  auto source = CGImageSource::createWithData(*contents);
+  auto source = CGImageSource::createWithData(std::move(*contents));
   return source ? source->createImageAtIndex(0) : nullptr;
 }
 

@@ -19,13 +19,13 @@ struct CGImageSource::Impl {
 CGImageSource::CGImageSource(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 CGImageSource::~CGImageSource() = default;
 
-std::unique_ptr<CGImageSource> CGImageSource::createWithData(const Bytes& data) {
+std::unique_ptr<CGImageSource> CGImageSource::createWithData(Bytes data) {
   auto impl = std::make_unique<Impl>();
-  impl->data = data;
+  impl->data = std::move(data);
   if (auto file = gif::parse(impl->data)) {
     impl->file = std::move(*file);
   } else {
-    impl->single = decodePng(data);
+    impl->single = decodePng(impl->data);
     if (!impl->single) return nullptr;
   }
   return std::unique_ptr<CGImageSource>(new CGImageSource(std::move(impl)));

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string_view>
 
 #include <plist/plist.h>
 
 #include "platform/file_manager.h"
+#include "platform/linux/property_list_guard.h"
 
 namespace platform {
 namespace {
@@ -16,32 +16,12 @@ struct FreePlist {
 };
 using PlistPointer = std::unique_ptr<void, FreePlist>;
 
-// The library takes lists apart by recursion. A real list is small and flat; one that would need
-// more than this of stack is no list of ours.
-constexpr std::size_t largestList = std::size_t{1} << 20;
-constexpr int deepestNesting = 128;
-
-constexpr std::string_view binaryMagic = "bplist";
-
-bool isTooDeep(std::string_view xml) {
-  int depth = 0;
-  for (auto at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
-    const std::string_view tag = xml.substr(at + 1, 6);
-    if (tag.starts_with("array") || tag.starts_with("dict")) ++depth;
-    if (tag.starts_with("/array") || tag.starts_with("/dict")) --depth;
-    if (depth > deepestNesting) return true;
-  }
-  return false;
-}
-
 PlistPointer read(const std::string& path) {
-  auto contents = contentsOfFile(path);
-  if (!contents || contents->empty() || contents->size() > largestList) return nullptr;
-  const auto* data = reinterpret_cast<const char*>(contents->data());
-  const std::string_view text(data, contents->size());
-  if (!text.starts_with(binaryMagic) && isTooDeep(text)) return nullptr;
+  const auto contents = contentsOfFile(path, largestPropertyList);
+  if (!contents || !isHarmlessPropertyList(*contents)) return nullptr;
   plist_t node = nullptr;
-  plist_from_memory(data, static_cast<std::uint32_t>(text.size()), &node);
+  plist_from_memory(reinterpret_cast<const char*>(contents->data()),
+                    static_cast<std::uint32_t>(contents->size()), &node);
   return PlistPointer(node);
 }
 
@@ -50,7 +30,9 @@ bool write(plist_t node, const std::string& path) {
   std::uint32_t length = 0;
   plist_to_xml(node, &xml, &length);
   if (xml == nullptr) return false;
-  const bool written = writeToFileAtomically(Bytes(xml, xml + length), path);
+  // What could not be read again would lose everything that is in the file now.
+  const bool written =
+      length <= largestPropertyList && writeToFileAtomically(Bytes(xml, xml + length), path);
   plist_to_xml_free(xml);
   return written;
 }

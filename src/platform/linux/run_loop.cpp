@@ -76,13 +76,17 @@ void RunLoop::stop() {
   wake();
 }
 
-void RunLoop::turn(std::optional<Clock::time_point> limit) {
+bool RunLoop::handleDue() {
   bool worked = handleSources();
   worked = runMainQueue() || worked;
   worked = callTimers() || worked;
   worked = DisplayClock::main().refreshIfDue(Clock::now()) || worked;
   worked = drawIfNeeded() || worked;
-  if (!worked && !stopped_) sleep(limit);
+  return worked;
+}
+
+void RunLoop::turn(std::optional<Clock::time_point> limit) {
+  if (!handleDue() && !stopped_) sleep(limit);
 }
 
 bool RunLoop::handleSources() {

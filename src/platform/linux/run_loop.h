@@ -44,6 +44,8 @@ class RunLoop {
   bool isStopped() const { return stopped_; }
   // Ends the sleep of a turn.
   void wake() const;
+  // Handles what is due without ever sleeping; whether there was anything.
+  bool handleDue();
   // One turn: handles what is due or, if nothing is, sleeps until something happens, at most until
   // the limit.
   void turn(std::optional<Clock::time_point> limit);
