@@ -109,8 +109,9 @@ class WithoutHost(Device):
                       ['dock'], ['rotate', 'north'], ['run', '--screen', '3x'], ['advance', '-1'],
                       ['run', '--display', 'desktop'], ['frames', self.gif], ['get'],
                       ['run', '--display', 'window', '--clock', 'manual'],
-                      ['scaling', 'shared', 'fit'], ['app', 'open', 'now']):
+                      ['scaling', 'shared', 'fit'], ['app', 'open', 'now'], ['advance', 'nan']):
             self.fails(2, *words)
+        self.assertIn("no command 'dance'", self.fails(2, 'dance'))
 
     def test_commands_for_a_home_screen_say_that_there_is_none(self):
         for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
@@ -147,6 +148,13 @@ class WithoutHost(Device):
         self.ok('enable')
         self.assertIn('ENABLED                      true', self.ok('settings'))
         self.fails(1, 'get', 'NOTHING')
+        self.assertEqual(self.lumora('put', 'KEY', 'a\x01b').returncode, 2)
+
+    def test_output_that_is_cut_is_a_failure(self):
+        with open('/dev/full', 'w', encoding='utf-8') as full:
+            for words in (['settings'], ['frames', '--raw', self.gif]):
+                done = subprocess.run([LUMORA, '--root', self.root, *words], stdout=full)
+                self.assertEqual(done.returncode, 1, words)
 
     def test_status_without_a_home_screen_is_still_whole(self):
         done = self.lumora('status', '--json')
@@ -220,6 +228,25 @@ class WithHost(Device):
         self.assertEqual([locations[name]['attached'] for name in ('lockscreen', 'homescreen')],
                          [False, False])
         self.fails(1, 'screenshot', os.path.join(self.folder, 'nowhere', 'picture.png'))
+
+    def test_two_that_set_at_once_take_turns(self):
+        self.start(clock='real')
+        both = [subprocess.Popen([LUMORA, '--root', self.root, 'set', 'shared', self.gif],
+                                 stdout=subprocess.DEVNULL) for _ in range(2)]
+        self.assertEqual([each.wait(60) for each in both], [0, 0])
+        self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
+
+    def test_a_long_way_of_the_clock_can_be_left(self):
+        self.start()
+        self.ok('set', 'shared', self.gif)
+        self.assertIn('time allowed', self.fails(1, 'advance', '1000000', '--timeout', '0.5'))
+        self.ok('stop', '--timeout', '10')
+
+    def test_the_host_keeps_its_own_folder(self):
+        self.start()
+        self.ok('put', 'SAFARI_DIRECTORY', '/.host')
+        self.ok('post', 'com.brightfen.lumora.wallpaperNeedsUpdating')
+        self.assertTrue(self.status()['running'])
 
     def test_notifications_can_be_watched_and_posted(self):
         self.start()

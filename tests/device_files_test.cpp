@@ -60,6 +60,11 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   EXPECT_FALSE(writeToFileAtomically(bytes("x"), "/link/new"));
   EXPECT_FALSE(createDirectoryAtPath("/link/new"));
   EXPECT_FALSE(removeItemAtPath("/link/secret"));
+  // Nor into what the host keeps for itself.
+  root.write("/.host/lock", std::string("held"));
+  EXPECT_FALSE(removeItemAtPath("/.host"));
+  EXPECT_FALSE(removeItemAtPath("/a/../.host/lock"));
+  EXPECT_TRUE(root.has("/.host/lock"));
   // A link itself may go, what it points at stays.
   EXPECT_TRUE(removeItemAtPath("/link"));
   EXPECT_TRUE(writeToFileAtomically(bytes("x"), "/file"));

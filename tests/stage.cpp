@@ -153,8 +153,7 @@ void Stage::settle() {
 }
 
 void Stage::advance(std::chrono::duration<double> span) {
-  DisplayClock::main().advance(std::chrono::round<std::chrono::nanoseconds>(span),
-                               [] {
+  DisplayClock::main().advance(std::chrono::round<std::chrono::nanoseconds>(span), [] {
     RunLoop::main().runMainQueue();
     return true;
   });

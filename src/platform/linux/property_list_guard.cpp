@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -11,13 +12,23 @@ constexpr int deepestNesting = 64;
 
 constexpr std::string_view binaryMagic = "bplist";
 
+// Where the text goes on behind markup that holds no elements, such as a comment; 0 for an element.
+std::size_t endOfNonElement(std::string_view markup) {
+  constexpr std::pair<std::string_view, std::string_view> kinds[] = {
+      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+  for (const auto& [start, end] : kinds) {
+    if (markup.starts_with(start)) return std::min(markup.find(end), markup.size());
+  }
+  return 0;
+}
+
 bool isFlatXml(std::string_view xml) {
   int depth = 0;
-  for (auto at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
-    const std::string_view rest = xml.substr(at + 1);
-    // What stands in comments and the like is no element.
-    if (rest.starts_with("!")) continue;
-    const std::string_view tag = rest.substr(0, rest.find('>'));
+  for (auto at = xml.find('<'); at < xml.size(); at = xml.find('<', at + 1)) {
+    const std::size_t skipped = endOfNonElement(xml.substr(at));
+    at += skipped;
+    if (skipped > 0) continue;
+    const std::string_view tag = xml.substr(at + 1, xml.find('>', at) - at - 1);
     if (tag.starts_with("/array") || tag.starts_with("/dict")) --depth;
     const bool opens = tag.starts_with("array") || tag.starts_with("dict");
     if (opens && !tag.ends_with("/")) ++depth;
@@ -44,7 +55,7 @@ class BinaryList {
 
  private:
   // Every visit is an object that the library would make.
-  static constexpr int mostVisits = 1 << 20;
+  static constexpr int mostVisits = 1 << 17;
 
   std::uint64_t number(std::uint64_t at, std::uint64_t size) const {
     std::uint64_t value = 0;
