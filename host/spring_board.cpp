@@ -63,11 +63,11 @@ void SpringBoard::show(ScreenState state) {
 // A display that draws by itself keeps its clock right while a clock is to be seen; otherwise
 // nothing wakes the process for it.
 void SpringBoard::keepTime() {
+  auto& runLoop = platform::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
-  if (keepsTime_ || !showsClock || chosenDisplay(options_) == "headless") return;
-  keepsTime_ = true;
-  platform::RunLoop::main().callAt(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
-    keepsTime_ = false;
+  runLoop.clearAlarm();
+  if (!showsClock || chosenDisplay(options_) == "headless") return;
+  runLoop.setAlarm(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();
   });

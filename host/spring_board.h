@@ -50,7 +50,6 @@ class SpringBoard {
   std::unique_ptr<Screen> screen_;
   ScreenState state_ = ScreenState::Home;
   platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
-  bool keepsTime_ = false;
 };
 
 }  // namespace host

@@ -55,8 +55,14 @@ void RunLoop::removeSource(int fileDescriptor) {
   sources_.erase(fileDescriptor);
 }
 
-void RunLoop::callAt(Clock::time_point moment, Block block) {
-  timers_.emplace(moment, std::move(block));
+void RunLoop::setAlarm(Clock::time_point moment, Block block) {
+  alarmTime_ = moment;
+  alarm_ = std::move(block);
+}
+
+void RunLoop::clearAlarm() {
+  alarmTime_.reset();
+  alarm_ = nullptr;
 }
 
 void RunLoop::setDrawing(Block draw) {
@@ -79,7 +85,7 @@ void RunLoop::stop() {
 bool RunLoop::handleDue() {
   bool worked = handleSources();
   worked = runMainQueue() || worked;
-  worked = callTimers() || worked;
+  worked = callAlarm() || worked;
   worked = DisplayClock::main().refreshIfDue(Clock::now()) || worked;
   worked = drawIfNeeded() || worked;
   return worked;
@@ -97,15 +103,11 @@ bool RunLoop::handleSources() {
   return worked;
 }
 
-bool RunLoop::callTimers() {
-  const auto now = Clock::now();
-  const bool isDue = !timers_.empty() && timers_.begin()->first <= now;
-  while (!timers_.empty() && timers_.begin()->first <= now) {
-    Block block = std::move(timers_.begin()->second);
-    timers_.erase(timers_.begin());
-    block();
-  }
-  return isDue;
+bool RunLoop::callAlarm() {
+  if (!alarmTime_ || *alarmTime_ > Clock::now()) return false;
+  alarmTime_.reset();
+  std::exchange(alarm_, nullptr)();
+  return true;
 }
 
 bool RunLoop::drawIfNeeded() {
@@ -123,7 +125,7 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
   auto sooner = [&until](Clock::time_point moment) {
     until = until ? std::min(*until, moment) : moment;
   };
-  if (!timers_.empty()) sooner(timers_.begin()->first);
+  if (alarmTime_) sooner(*alarmTime_);
   if (auto refresh = DisplayClock::main().nextRefresh()) sooner(*refresh);
 
   std::vector<pollfd> descriptors{{wakeDescriptor_, POLLIN, 0}};

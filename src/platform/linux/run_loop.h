@@ -1,4 +1,4 @@
-// The main thread's run loop: main queue, display refreshes, timers, file descriptors and drawing.
+// The main thread's run loop: main queue, display refreshes, an alarm, file descriptors and drawing.
 // It sleeps while there is nothing to do. All of it belongs to the main thread, but for perform,
 // setNeedsDisplay, stop and wake, which any thread may call.
 #pragma once
@@ -32,8 +32,9 @@ class RunLoop {
   void addSource(int fileDescriptor, Source handler);
   void removeSource(int fileDescriptor);
 
-  // Calls the block once, not before the moment given.
-  void callAt(Clock::time_point moment, Block block);
+  // Calls the block once, not before the moment given. There is one alarm: a new one replaces it.
+  void setAlarm(Clock::time_point moment, Block block);
+  void clearAlarm();
 
   // What draws the screen; called at most once per turn, and only after setNeedsDisplay.
   void setDrawing(Block draw);
@@ -54,7 +55,7 @@ class RunLoop {
   RunLoop();
   std::vector<Block> takeQueue();
   bool handleSources();
-  bool callTimers();
+  bool callAlarm();
   bool drawIfNeeded();
   void sleep(std::optional<Clock::time_point> limit);
 
@@ -64,7 +65,8 @@ class RunLoop {
   std::atomic<bool> stopped_ = false;
   int wakeDescriptor_;
   std::map<int, std::shared_ptr<Source>> sources_;
-  std::multimap<Clock::time_point, Block> timers_;
+  std::optional<Clock::time_point> alarmTime_;
+  Block alarm_;
   Block draw_;
 };
 
