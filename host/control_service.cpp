@@ -51,8 +51,6 @@ void ControlService::registerStates() {
       {"CloseApp", [](SpringBoard& device) { device.closeApp(); }},
       {"DisplayOn", [](SpringBoard& device) { device.turnDisplay(true); }},
       {"DisplayOff", [](SpringBoard& device) { device.turnDisplay(false); }},
-      // Only waits.
-      {"Settle", [](SpringBoard&) {}},
   };
   for (const auto& [method, change] : changes) {
     object_->registerMethod(method)
@@ -73,6 +71,10 @@ void ControlService::registerQuestions() {
   });
   add("Advance", [this](sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout) {
     advance(std::move(result), nanoseconds, timeout);
+  });
+  add("Settle", [this](sdbus::Result<bool>&& result) {
+    auto done = std::make_shared<sdbus::Result<bool>>(std::move(result));
+    addJob([done] { done->returnResults(settle(RunLoop::Clock::now() + stateLimit)); });
   });
   add("Status", [this] { return statusReport(springBoard_); });
   add("Screenshot", [this] {

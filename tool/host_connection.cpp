@@ -95,6 +95,12 @@ std::string HostConnection::status(Seconds timeout) {
   return report;
 }
 
+bool HostConnection::settle(Seconds timeout) {
+  bool isAtRest = false;
+  ask(timeout, "Settle", [&](auto& invoker) { invoker.storeResultsTo(isAtRest); });
+  return isAtRest;
+}
+
 std::vector<std::uint8_t> HostConnection::screenshot() {
   std::vector<std::uint8_t> png;
   ask(usualTimeout, "Screenshot", [&](auto& invoker) { invoker.storeResultsTo(png); });

@@ -33,8 +33,9 @@ class HostConnection {
 
   // Posts a Darwin notification.
   void post(const std::string& name);
-  // Gives the home screen time to do what notifications have asked for.
-  void settle(Seconds timeout = usualTimeout) { call("Settle", timeout); }
+  // Gives the home screen some time to do what notifications have asked for; whether it has come to
+  // rest.
+  bool settle(Seconds timeout = usualTimeout);
 
   // From now on pump hands over the name of every Darwin notification.
   void watch(std::function<void(const std::string&)> handler);

@@ -1,6 +1,8 @@
 #include "tool/set_command.h"
 
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 #include "gifview/frame_cache.h"
 #include "gifview/notification_names.h"
@@ -55,42 +57,48 @@ void storeChoice(ScreenLocation location) {
   }
 }
 
-// The frames that are announced while the view makes its cache.
+// What the views announce while one makes its cache.
 struct Extraction {
   int framesFound = 0;
-  bool isDone = false;
+  bool isAnnounced = false;
 };
 
 void watchExtraction(HostConnection& host, Extraction& extraction) {
   host.watch([&extraction](const std::string& name) {
     if (name == lumora::frameFoundNotification) ++extraction.framesFound;
-    if (name == lumora::didStartAnimatingNotification) extraction.isDone = true;
+    if (name == lumora::didStartAnimatingNotification) extraction.isAnnounced = true;
   });
 }
 
-void awaitExtraction(HostConnection& host, const Extraction& extraction, int frameCount,
-                     const TimeLimit& limit) {
-  const ProgressBar bar("making frames", frameCount);
-  while (!extraction.isDone) {
-    if (limit.isOver()) {
-      throw Failure("the home screen is still making frames after the time allowed (--timeout)");
-    }
-    if (!host.pump(limit.end())) throw Failure("the home screen has ended");
-    bar.show(extraction.framesFound);
-  }
-}
-
-// What the home screen keeps silent about.
-void checkFrames(ScreenLocation location, const Extraction& extraction) {
+// The number of frames in the cache of exactly this GIF; nothing while it is not whole.
+std::optional<int> framesInCache(ScreenLocation location, const ChosenGif& gif) {
   const lumora::FrameCacheLayout layout(libraryPath(location));
   const auto durations = lumora::loadFrameDurations(layout);
-  bool isWhole = durations && static_cast<int>(durations->size()) >= extraction.framesFound;
-  for (int index = 0; isWhole && index < extraction.framesFound; ++index) {
-    isWhole = platform::fileExistsAtPath(layout.framePath(index));
+  if (!durations || !lumora::isFrameCacheValid(layout, gif.bytes)) return std::nullopt;
+  const int count = static_cast<int>(durations->size());
+  for (int index = 0; index < count; ++index) {
+    if (!platform::fileExistsAtPath(layout.framePath(index))) return std::nullopt;
   }
-  if (isWhole) return;
-  throw Failure("the frames could not all be written to " + layout.GIFDirectory +
-                " below the device's folder: is it writable, and is there space?");
+  return count;
+}
+
+// A view says only that it is ready, not which one, nor for which GIF; and the home screen keeps
+// silent about what it could not write. So the cache itself is looked at.
+int awaitFrames(HostConnection& host, ScreenLocation location, const ChosenGif& gif,
+                Extraction& extraction, const TimeLimit& limit) {
+  const ProgressBar bar("making frames", gif.frameCount);
+  while (!limit.isOver()) {
+    if (!host.pump(limit.end())) throw Failure("the home screen has ended");
+    bar.show(extraction.framesFound);
+    if (!std::exchange(extraction.isAnnounced, false)) continue;
+    const bool isAtRest = host.settle(limit.left());
+    if (const auto count = framesInCache(location, gif)) return *count;
+    if (!isAtRest) continue;
+    throw Failure("the frames could not all be written to " +
+                  lumora::FrameCacheLayout(libraryPath(location)).GIFDirectory +
+                  " below the device's folder: is it writable, and is there space?");
+  }
+  throw Failure("the home screen is still making frames after the time allowed (--timeout)");
 }
 
 const char* placeName(ScreenLocation location) {
@@ -133,14 +141,11 @@ void setWallpaper(const DeviceFolder& device, ScreenLocation location, const std
   Extraction extraction;
   if (waits) watchExtraction(*host, extraction);
   handOver(*host, location, gif, limit);
-  if (waits) {
-    awaitExtraction(*host, extraction, gif.frameCount, limit);
-    checkFrames(location, extraction);
-  }
+  const int frames = waits ? awaitFrames(*host, location, gif, extraction, limit) : 0;
   host->post(updateAnimating);
   if (!waits) return;
   host->settle(limit.left());
-  std::printf("%s wallpaper set: %d frames\n", placeName(location), extraction.framesFound);
+  std::printf("%s wallpaper set: %d frames\n", placeName(location), frames);
 }
 
 }  // namespace tool
