@@ -26,7 +26,15 @@ install_missing() {
     }
     as_root=(sudo)
   fi
-  "${as_root[@]}" apt-get update -qq
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+  local log
+  log=$(mktemp)
+  {
+    "${as_root[@]}" apt-get update -qq &&
+      "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}"
+  } >"$log" 2>&1 || {
+    cat "$log" >&2
+    exit 1
+  }
+  rm -f "$log"
 }
