@@ -28,26 +28,21 @@ constexpr KeyHelp keyHelp[] = {
 
 }  // namespace
 
-void StatusBarView::setTime(const TimeOfDay& time) {
+void ClockView::setTime(const TimeOfDay& time) {
   time_ = time;
   forgetPainting();
 }
 
 void StatusBarView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawStatusBar(context, size, time_.time);
+  artwork::drawStatusBar(context, size, time().time);
 }
 
 void HomeIconsView::paint(cairo_t* context, artwork::Size size) {
   artwork::drawHomeIcons(context, size, isPad_);
 }
 
-void LockScreenView::setTime(const TimeOfDay& time) {
-  time_ = time;
-  forgetPainting();
-}
-
 void LockScreenView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawLockScreen(context, size, time_.time, time_.date);
+  artwork::drawLockScreen(context, size, time().time, time().date);
 }
 
 void AppView::paint(cairo_t* context, artwork::Size size) {

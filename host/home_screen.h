@@ -8,15 +8,26 @@
 
 namespace host {
 
-class StatusBarView : public CachedView {
+// A view that shows the time of day.
+class ClockView : public CachedView {
  public:
   void setTime(const TimeOfDay& time);
 
  protected:
-  void paint(cairo_t* context, artwork::Size size) override;
+  const TimeOfDay& time() const { return time_; }
 
  private:
   TimeOfDay time_;
+};
+
+class StatusBarView : public ClockView {
+ protected:
+  void paint(cairo_t* context, artwork::Size size) override;
+};
+
+class LockScreenView : public ClockView {
+ protected:
+  void paint(cairo_t* context, artwork::Size size) override;
 };
 
 class HomeIconsView : public CachedView {
@@ -28,17 +39,6 @@ class HomeIconsView : public CachedView {
 
  private:
   const bool isPad_;
-};
-
-class LockScreenView : public CachedView {
- public:
-  void setTime(const TimeOfDay& time);
-
- protected:
-  void paint(cairo_t* context, artwork::Size size) override;
-
- private:
-  TimeOfDay time_;
 };
 
 class AppView : public CachedView {

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "host/host_options.h"
+#include "settings/control_names.h"
 #include "tool/bus_daemon.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"
@@ -126,7 +127,7 @@ class HostRun {
       FileLock handOverLock(device_.handOverLockFile());
       handOverLock.take(usualTimeout);
       handOver(*host, lumora::ScreenLocation::Shared, *gif_, TimeLimit(usualTimeout));
-      host->post("com.brightfen.lumora.updateAnimating");
+      host->post(lumora::control::updateAnimating);
     }
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
                 host::chosenDisplay(words_.options).c_str(), device_.path().c_str());

@@ -9,6 +9,7 @@
 #include <sys/signalfd.h>
 
 #include "platform/linux/device_root.h"
+#include "settings/control_names.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"
 #include "tool/set_command.h"
@@ -59,10 +60,10 @@ void advance(const DeviceFolder& device, Seconds span, Seconds timeout) {
 
 void removeWallpaper(const DeviceFolder& device, const std::string& location) {
   auto host = HostConnection::require(device);
-  const char* name = location == "shared"       ? "com.brightfen.lumora.removeSharedGIFView"
-                     : location == "lockscreen" ? "com.brightfen.lumora.removeLockscreenGIFView"
-                     : location == "homescreen" ? "com.brightfen.lumora.removeHomescreenGIFView"
-                                                : "com.brightfen.lumora.removeGIFFromAllWallpapers";
+  const char* name = location == "shared"       ? lumora::control::removeSharedGIFView
+                     : location == "lockscreen" ? lumora::control::removeLockscreenGIFView
+                     : location == "homescreen" ? lumora::control::removeHomescreenGIFView
+                                                : lumora::control::removeGIFFromAllWallpapers;
   host->post(name);
   host->settle();
 }

@@ -7,6 +7,7 @@
 #include "gifview/frame_cache.h"
 #include "gifview/notification_names.h"
 #include "platform/file_manager.h"
+#include "settings/control_names.h"
 #include "settings/device_paths.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"
@@ -19,8 +20,6 @@ namespace {
 using lumora::ScreenLocation;
 
 constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
-constexpr auto wallpaperNeedsUpdating = "com.brightfen.lumora.wallpaperNeedsUpdating";
-constexpr auto updateAnimating = "com.brightfen.lumora.updateAnimating";
 
 std::string incomingPath(ScreenLocation location) {
   return std::string(incomingDirectory) + "/" + locationKey(location, "LUMORA_WALLPAPER.gif");
@@ -118,7 +117,7 @@ void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gi
               const TimeLimit& limit) {
   storeIncomingFile(location, gif);
   storeChoice(location);
-  host.post(wallpaperNeedsUpdating);
+  host.post(lumora::control::wallpaperNeedsUpdating);
   // Answered after the notification has been handled, and with it the intake of the file.
   host.status(limit.left());
   if (platform::contentsOfFile(libraryPath(location)) != gif.bytes) {
@@ -142,7 +141,7 @@ void setWallpaper(const DeviceFolder& device, ScreenLocation location, const std
   if (waits) watchExtraction(*host, extraction);
   handOver(*host, location, gif, limit);
   const int frames = waits ? awaitFrames(*host, location, gif, extraction, limit) : 0;
-  host->post(updateAnimating);
+  host->post(lumora::control::updateAnimating);
   if (!waits) return;
   host->settle(limit.left());
   std::printf("%s wallpaper set: %d frames\n", placeName(location), frames);

@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "gifview/notification_names.h"
+#include "settings/control_names.h"
 #include "settings/settings_store.h"
 #include "tool/failure.h"
 #include "tool/stored_settings.h"
@@ -15,10 +17,6 @@ namespace tool {
 namespace {
 
 using nlohmann::ordered_json;
-
-constexpr auto removeUnneededView = "kLWGIFViewNeedsToRemoveUnneededViewNotification";
-constexpr auto updateAnimating = "com.brightfen.lumora.updateAnimating";
-constexpr auto updateWallpaper = "com.brightfen.lumora.updateWallpaper";
 
 // JSON has no infinite numbers: the largest finite one stands for them.
 template <typename Number>
@@ -138,12 +136,12 @@ void addSwitches(CLI::App& lumora, Context& context) {
 
 void addModeCommand(CLI::App& lumora, Context& context) {
   auto mode = std::make_shared<std::string>();
-  auto* command = addCommand(lumora, context, "mode", "one wallpaper for both screens, or one each",
-                             [&context, mode] {
-                               const DeviceFolder device = context.device();
-                               storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
-                               notify(device, {removeUnneededView, updateAnimating});
-                             });
+  auto* command = addCommand(
+      lumora, context, "mode", "one wallpaper for both screens, or one each", [&context, mode] {
+        const DeviceFolder device = context.device();
+        storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
+        notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
+      });
   addChoice(command, "MODE", *mode, {"shared", "separate"});
 }
 
@@ -157,7 +155,7 @@ void addScalingCommand(CLI::App& lumora, Context& context) {
       addCommand(lumora, context, "scaling", "how a GIF fills its screen", [&context, words] {
         const DeviceFolder device = context.device();
         storeSetting(locationKey(locationNamed(words->location), "SCALING_MODE"), words->mode);
-        notify(device, {updateWallpaper});
+        notify(device, {lumora::control::updateWallpaper});
       });
   addChoice(command, "LOCATION", words->location, locationNames);
   addChoice(command, "MODE", words->mode, {"FIT", "FILL", "FULLSCREEN"});

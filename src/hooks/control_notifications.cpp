@@ -4,6 +4,7 @@
 #include "placement/installation.h"
 #include "placement/removal.h"
 #include "platform/notify_center.h"
+#include "settings/control_names.h"
 #include "settings/wallpaper_intake.h"
 
 namespace lumora {
@@ -28,24 +29,21 @@ struct Control {
 
 // In the order of comparison.
 constexpr Control controls[] = {
-    {"com.brightfen.lumora.removeGIFFromAllWallpapers", removeGIFFromAllWallpapers},
-    {"com.brightfen.lumora.wallpaperNeedsUpdating", wallpaperNeedsUpdating},
-    {"com.brightfen.lumora.updateWallpaper", updateWallpaperImages},
-    {"com.brightfen.lumora.removeSharedGIFView", removeSharedGIFView},
-    {"com.brightfen.lumora.removeLockscreenGIFView", removeLockscreenGIFView},
-    {"com.brightfen.lumora.removeHomescreenGIFView", removeHomescreenGIFView},
-    {"com.brightfen.lumora.updateAnimating", updateAnimating},
+    {control::removeGIFFromAllWallpapers, removeGIFFromAllWallpapers},
+    {control::wallpaperNeedsUpdating, wallpaperNeedsUpdating},
+    {control::updateWallpaper, updateWallpaperImages},
+    {control::removeSharedGIFView, removeSharedGIFView},
+    {control::removeLockscreenGIFView, removeLockscreenGIFView},
+    {control::removeHomescreenGIFView, removeHomescreenGIFView},
+    {control::updateAnimating, updateAnimating},
 };
 
 // In the order of registration.
 constexpr const char* observedNames[] = {
-    "com.brightfen.lumora.wallpaperNeedsUpdating",
-    "com.brightfen.lumora.removeGIFFromAllWallpapers",
-    "com.brightfen.lumora.updateWallpaper",
-    "com.brightfen.lumora.removeSharedGIFView",
-    "com.brightfen.lumora.removeLockscreenGIFView",
-    "com.brightfen.lumora.removeHomescreenGIFView",
-    "com.brightfen.lumora.updateAnimating",
+    control::wallpaperNeedsUpdating,  control::removeGIFFromAllWallpapers,
+    control::updateWallpaper,         control::removeSharedGIFView,
+    control::removeLockscreenGIFView, control::removeHomescreenGIFView,
+    control::updateAnimating,
 };
 
 // The host side's registrations, apart from those of the views: they too have no observer, and a
@@ -64,9 +62,9 @@ void observeControlNotifications() {
 }
 
 void handleSimpleLumoraMessage(const std::string& name) {
-  for (const Control& control : controls) {
-    if (name != control.name) continue;
-    control.action();
+  for (const Control& each : controls) {
+    if (name != each.name) continue;
+    each.action();
     return;
   }
 }
