@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "platform/linux/device_root.h"
+#include "tool/bus_address.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"
 #include "tool/user_file.h"
@@ -104,9 +105,7 @@ BusDaemon::~BusDaemon() {
 }
 
 void BusDaemon::removeRemains(const std::string& address) {
-  const std::string start = "unix:path=";
-  if (!address.starts_with(start)) return;
-  const fs::path socket = address.substr(start.size(), address.find(',') - start.size());
+  const fs::path socket = socketPath(address);
   const fs::path directory = socket.parent_path();
   struct stat status {};
   const bool isOurs = directory.filename().string().starts_with(directoryPrefix) &&

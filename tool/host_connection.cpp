@@ -7,6 +7,7 @@
 
 #include "host/control_names.h"
 #include "platform/linux/darwin_bus_names.h"
+#include "tool/bus_address.h"
 #include "tool/failure.h"
 
 namespace tool {
@@ -32,7 +33,7 @@ HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
 
 std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
   const auto address = device.busAddress();
-  if (!address) return nullptr;
+  if (!address || !isListening(*address)) return nullptr;
   try {
     std::unique_ptr<HostConnection> host(
         new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
