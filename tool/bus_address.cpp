@@ -1,9 +1,9 @@
 #include "tool/bus_address.h"
 
+#include <algorithm>
+
 #include <sys/socket.h>
 #include <sys/un.h>
-
-#include <algorithm>
 
 #include "platform/linux/device_root.h"
 

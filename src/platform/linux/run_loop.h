@@ -1,6 +1,6 @@
-// The main thread's run loop: main queue, display refreshes, an alarm, file descriptors and drawing.
-// It sleeps while there is nothing to do. All of it belongs to the main thread, but for perform,
-// setNeedsDisplay, stop and wake, which any thread may call.
+// The main thread's run loop: main queue, display refreshes, an alarm, file descriptors and
+// drawing. It sleeps while there is nothing to do. All of it belongs to the main thread, but for
+// perform, setNeedsDisplay, stop and wake, which any thread may call.
 #pragma once
 
 #include <atomic>
