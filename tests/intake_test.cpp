@@ -124,12 +124,13 @@ TEST(Intake, NothingOutsideTheDeviceIsTouched) {
   fs::create_directories(device.root("/var/mobile/Media"));
   fs::create_symlink(world("/precious/" + name), device.root("/var/mobile/Media/" + name));
   const std::string up = "/../../../../../../..";
+  const std::string precious = "/precious/" + name;
   for (const std::string& path :
-       {up + world("/precious/" + name).string(), "/link/" + name, "/var/../link/" + name,
+       {up + world(precious).string(), "/link/" + name, "/var/../link/" + name,
         std::string("/link"), "/var/mobile/Media/" + name}) {
     SCOPED_TRACE(path);
     device.takeIn(path);
-    EXPECT_TRUE(world.has("/precious/" + name));
+    EXPECT_TRUE(world.has(precious));
     // A link that was moved in is no picture: it is not even read.
     EXPECT_NE(device.contents("Wallpaper_both.gif"), "mine");
   }

@@ -109,8 +109,8 @@ TEST(Playback, FollowsTheOpacityOfTheImageViewOnly) {
   stage.choose("SHARED", threeFrames);
   stage.refresh(16);
   const Color mixed = stage.colorAt(pictureX, pictureY);
-  EXPECT_NEAR(mixed[0], (still[0] + 255) / 2, 2);
-  EXPECT_NEAR(mixed[1], still[1] / 2, 2);
+  EXPECT_NEAR(mixed[0], (still[0] + 255) / 2.0, 2);
+  EXPECT_NEAR(mixed[1], still[1] / 2.0, 2);
   Stage::put("SHARED_GIF_ALPHA", "0");
   stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), still);

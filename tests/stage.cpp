@@ -138,7 +138,7 @@ Stage::Stage(StageOptions options) {
 }
 
 Stage::~Stage() {
-  settle();
+  host::settle(RunLoop::Clock::now() + settleLimit);
 }
 
 void Stage::launch() {

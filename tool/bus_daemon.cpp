@@ -45,9 +45,11 @@ std::string configuration(const std::string& socket) {
 std::string makeShortDirectory() {
   constexpr std::size_t longestBase = 64;
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-  for (std::string base : {std::string(runtime == nullptr ? "" : runtime), std::string("/tmp")}) {
+  for (const std::string& base :
+       {std::string(runtime == nullptr ? "" : runtime), std::string("/tmp")}) {
     if (base.empty() || base.size() > longestBase) continue;
-    std::string name = base + "/" + directoryPrefix + "XXXXXX";
+    std::string name = base;
+    name.append("/").append(directoryPrefix).append("XXXXXX");
     if (mkdtemp(name.data()) != nullptr) return name;
   }
   throw Failure("cannot make a folder for the message bus in /tmp: is there space?");

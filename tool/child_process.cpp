@@ -1,5 +1,6 @@
 #include "tool/child_process.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -39,10 +40,9 @@ bool hasEnded(pid_t process) {
 }  // namespace
 
 pid_t startProgram(const std::vector<std::string>& arguments, const std::string& errorFile) {
-  std::vector<char*> pointers;
-  for (const std::string& argument : arguments)
-    pointers.push_back(const_cast<char*>(argument.c_str()));
-  pointers.push_back(nullptr);
+  std::vector<char*> pointers(arguments.size() + 1, nullptr);
+  std::transform(arguments.begin(), arguments.end(), pointers.begin(),
+                 [](const std::string& argument) { return const_cast<char*>(argument.c_str()); });
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) throw Failure("cannot start " + arguments.front() + ": " + std::strerror(errno));

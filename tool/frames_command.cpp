@@ -32,7 +32,7 @@ class QuietClient : public lumora::FrameExtractionClient {
 fs::path emptyFolder(const std::string& name) {
   std::error_code error;
   fs::create_directories(name, error);
-  const fs::path folder = fs::canonical(name, error);
+  fs::path folder = fs::canonical(name, error);
   if (error || !fs::is_directory(folder, error)) {
     throw Failure("cannot use " + name + ": " + (error ? error.message() : "not a folder"));
   }

@@ -140,7 +140,7 @@ bool HostConnection::pump(std::chrono::steady_clock::time_point limit, int descr
                             {descriptor, POLLIN, 0}};
     const auto rest =
         std::chrono::ceil<std::chrono::milliseconds>(limit - std::chrono::steady_clock::now());
-    constexpr std::int64_t longestPoll = 3600 * 1000;
+    constexpr std::int64_t longestPoll = 3'600'000;
     poll(descriptors, std::size(descriptors),
          static_cast<int>(std::clamp<std::int64_t>(rest.count(), 0, longestPoll)));
     while (connection_->processPendingRequest()) {

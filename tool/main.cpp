@@ -47,25 +47,15 @@ int reportWrongUse(const CLI::App& lumora, const CLI::ParseError& error) {
 }
 
 int perform(const tool::Context& context) {
-  try {
-    const int code = context.action();
-    // A cut output must not pass for a whole one.
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-      throw tool::Failure("cannot write the output: is there space?");
-    }
-    return code;
-  } catch (const tool::Failure& failure) {
-    std::fprintf(stderr, "lumora: %s\n", failure.what());
-    return failure.code();
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "lumora: %s\n", error.what());
-    return tool::ExitCode::Failed;
+  const int code = context.action();
+  // A cut output must not pass for a whole one.
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    throw tool::Failure("cannot write the output: is there space?");
   }
+  return code;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int parseAndPerform(int argc, char** argv) {
   CLI::App lumora("An animated GIF behind the icons of a phone's home screen.", "lumora");
   tool::Context context;
   declareCommands(lumora, context);
@@ -77,4 +67,18 @@ int main(int argc, char** argv) {
     return reportWrongUse(lumora, error);
   }
   return perform(context);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return parseAndPerform(argc, argv);
+  } catch (const tool::Failure& failure) {
+    std::fprintf(stderr, "lumora: %s\n", failure.what());
+    return failure.code();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "lumora: %s\n", error.what());
+    return tool::ExitCode::Failed;
+  }
 }
