@@ -25,7 +25,7 @@ void rewriteFrame(const FrameCacheLayout& layout, CGImageSource& source, std::in
   const auto image = source.createImageAtIndex(index);
   if (!image) return;
   DarwinNotifyCenter::post(frameFoundNotification);
-  writeFrame(layout, index, *blurImageWithRadius(image, blurRadius(blur)));
+  writeFrame(layout, index, blurImageWithRadius(image, blurRadius(blur)));
 }
 
 void rewriteFrames(const LWGIFView& view) {

@@ -7,7 +7,8 @@
 
 namespace lumora {
 
-// The picture behind a Gaussian blur, at its own size. radius: the standard deviation in pixels.
+// The picture behind a Gaussian blur, at its own size; nullptr if the memory does not suffice.
+// radius: the standard deviation in pixels.
 platform::ImageRef blurImageWithRadius(const platform::ImageRef& image, std::int32_t radius);
 
 // The radius of a blur setting: the setting truncated toward zero.

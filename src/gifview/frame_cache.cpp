@@ -31,7 +31,7 @@ void extractFrame(const FrameCacheLayout& layout, CGImageSource& source, std::in
   durations.push_back(platform::decimalText(CGImageSourceGetGifFrameDelay(source, index)));
   const float blur = client.blur();
   if (blur > 0) image = blurImageWithRadius(image, blurRadius(blur));
-  writeFrame(layout, index, *image);
+  writeFrame(layout, index, image);
 }
 
 }  // namespace
@@ -69,8 +69,9 @@ void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
 }
 
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
-                const platform::UIImage& image) {
-  platform::writeToFileAtomically(platform::UIImagePNGRepresentation(image),
+                const platform::ImageRef& image) {
+  if (!image) return;
+  platform::writeToFileAtomically(platform::UIImagePNGRepresentation(*image),
                                   layout.framePath(index));
 }
 

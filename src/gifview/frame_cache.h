@@ -47,8 +47,9 @@ bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::Bytes& gi
 void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
                        FrameExtractionClient& client);
 
-// Writes one frame's file, replacing the old one atomically.
-void writeFrame(const FrameCacheLayout& layout, std::int32_t index, const platform::UIImage& image);
+// Writes one frame's file, replacing the old one atomically; of no picture, nothing.
+void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
+                const platform::ImageRef& image);
 
 // The list of delays as it is on disk; nullptr if it cannot be read.
 FrameDurations loadFrameDurations(const FrameCacheLayout& layout);

@@ -24,7 +24,7 @@ using ImageRef = std::shared_ptr<const UIImage>;
 // The picture in a file, PNG or the first of a GIF; nullptr if there is none.
 ImageRef imageWithContentsOfFile(const std::string& path);
 
-// The PNG encoding; empty if the picture is empty.
+// The PNG encoding; empty if the picture is empty or the memory does not suffice.
 Bytes UIImagePNGRepresentation(const UIImage& image);
 
 }  // namespace platform

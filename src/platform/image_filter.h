@@ -14,7 +14,8 @@ class CIImage {
   static CIImage gaussianBlur(const ImageRef& input, int radius);
 
   CGRect extent() const;
-  // The part of the output that the rectangle covers; where there is none, transparent.
+  // The part of the output that the rectangle covers; where there is none, transparent. nullptr if
+  // the memory does not suffice.
   ImageRef render(CGRect rectangle) const;
 
  private:

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "platform/linux/device_root.h"
+#include "platform/linux/out_of_memory.h"
 
 namespace platform {
 namespace {
@@ -153,7 +154,8 @@ std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit) 
   if (!file || fstat(file.get(), &status) != 0) return std::nullopt;
   const auto size = static_cast<std::size_t>(status.st_size);
   if (!S_ISREG(status.st_mode) || size > limit) return std::nullopt;
-  Bytes contents(size);
+  Bytes contents = unlessOutOfMemory([size] { return Bytes(size); });
+  if (contents.size() != size) return std::nullopt;
   std::size_t done = 0;
   while (done < contents.size()) {
     const ssize_t count = read(file.get(), contents.data() + done, contents.size() - done);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/image_filter.h"
+#include "platform/linux/out_of_memory.h"
 
 namespace platform {
 namespace {
@@ -118,9 +119,11 @@ ImageRef CIImage::render(CGRect rectangle) const {
   const int height = static_cast<int>(std::lround(rectangle.height));
   const bool isWhole = x == 0 && y == 0 && width == input_->width && height == input_->height;
   if (radius_ == 0 && isWhole) return input_;
-  const std::vector<float> weights = radius_ == 0 ? std::vector<float>{1} : kernel(radius_);
-  const Plane turned = blurredAndTurned(premultiplied(*input_), weights, x, width);
-  return straight(blurredAndTurned(turned, weights, y, height));
+  return unlessOutOfMemory([&] {
+    const std::vector<float> weights = radius_ == 0 ? std::vector<float>{1} : kernel(radius_);
+    const Plane turned = blurredAndTurned(premultiplied(*input_), weights, x, width);
+    return straight(blurredAndTurned(turned, weights, y, height));
+  });
 }
 
 }  // namespace platform

@@ -4,6 +4,7 @@
 
 #include "platform/linux/gif_compositor.h"
 #include "platform/linux/gif_file.h"
+#include "platform/linux/out_of_memory.h"
 #include "platform/linux/png.h"
 
 namespace platform {
@@ -22,7 +23,7 @@ CGImageSource::~CGImageSource() = default;
 std::unique_ptr<CGImageSource> CGImageSource::createWithData(Bytes data) {
   auto impl = std::make_unique<Impl>();
   impl->data = std::move(data);
-  if (auto file = gif::parse(impl->data)) {
+  if (auto file = unlessOutOfMemory([&impl] { return gif::parse(impl->data); })) {
     impl->file = std::move(*file);
   } else {
     impl->single = decodePng(impl->data);
@@ -37,7 +38,8 @@ int CGImageSource::count() const {
 
 ImageRef CGImageSource::createImageAtIndex(int index) {
   if (index < 0 || index >= count()) return nullptr;
-  return impl_->single ? impl_->single : impl_->compositor.picture(index);
+  if (impl_->single) return impl_->single;
+  return unlessOutOfMemory([this, index] { return impl_->compositor.picture(index); });
 }
 
 std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) const {

@@ -3,6 +3,7 @@
 #include <png.h>
 
 #include "platform/linux/gif_file.h"
+#include "platform/linux/out_of_memory.h"
 
 namespace platform {
 
@@ -12,11 +13,13 @@ ImageRef decodePng(const Bytes& bytes) {
   if (!png_image_begin_read_from_memory(&header, bytes.data(), bytes.size())) return nullptr;
   header.format = PNG_FORMAT_RGBA;
   UIImage image{static_cast<int>(header.width), static_cast<int>(header.height), {}};
-  if (std::int64_t{image.width} * image.height > gif::mostPixels) {
+  if (std::int64_t{image.width} * image.height <= gif::mostPixels) {
+    image.pixels = unlessOutOfMemory([&header] { return Bytes(PNG_IMAGE_SIZE(header)); });
+  }
+  if (image.pixels.empty()) {
     png_image_free(&header);
     return nullptr;
   }
-  image.pixels.resize(PNG_IMAGE_SIZE(header));
   if (!png_image_finish_read(&header, nullptr, image.pixels.data(), 0, nullptr)) return nullptr;
   return std::make_shared<UIImage>(std::move(image));
 }
@@ -31,7 +34,8 @@ Bytes UIImagePNGRepresentation(const UIImage& image) {
   if (image.pixels.empty()) return {};
   // Room for the worst case, so that the picture is compressed once.
   png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(header);
-  Bytes bytes(size);
+  Bytes bytes = unlessOutOfMemory([size] { return Bytes(size); });
+  if (bytes.empty()) return bytes;
   if (!png_image_write_to_memory(&header, bytes.data(), &size, 0, image.pixels.data(), 0,
                                  nullptr)) {
     return {};
