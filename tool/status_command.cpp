@@ -96,17 +96,25 @@ ordered_json wholeStatus(const ordered_json& report) {
   return status;
 }
 
+std::string playback(const ordered_json& location) {
+  const std::string frame = location["frame_shown"].is_null()
+                                ? "no frame yet"
+                                : "frame " + location["frame_shown"].dump();
+  return std::string(location.value("playing", false) ? "playing" : "paused") + " (" +
+         location.value("why", "") + "), " + frame + " of " + location["frames_in_cache"].dump() +
+         ", " + location["frames_shown"].dump() + " shown so far";
+}
+
+std::string appearance(const ordered_json& location) {
+  return "at " + location["frame"].dump() + ", speed " + location["speed"].dump() + ", opacity " +
+         location["alpha"].dump() + ", blur " + location["blur"].dump() + ", " +
+         location.value("scaling", "");
+}
+
 void printLocation(const std::string& name, const ordered_json& location) {
   std::printf("%-11s %s", name.c_str(), location.value("set", false) ? "set" : "not set");
   if (location.value("attached", false)) {
-    const bool plays = location.value("playing", false);
-    std::printf(", %s (%s), frame %s of %s, %s shown so far", plays ? "playing" : "paused",
-                location.value("why", "").c_str(), location["frame_shown"].dump().c_str(),
-                location["frames_in_cache"].dump().c_str(),
-                location["frames_shown"].dump().c_str());
-    std::printf(", at %s, speed %s, opacity %s, blur %s, %s", location["frame"].dump().c_str(),
-                location["speed"].dump().c_str(), location["alpha"].dump().c_str(),
-                location["blur"].dump().c_str(), location.value("scaling", "").c_str());
+    std::printf(", %s, %s", playback(location).c_str(), appearance(location).c_str());
   }
   std::printf("\n");
 }
