@@ -17,22 +17,31 @@ std::size_t endOfNonElement(std::string_view markup) {
   constexpr std::pair<std::string_view, std::string_view> kinds[] = {
       {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
   for (const auto& [start, end] : kinds) {
-    if (markup.starts_with(start)) return std::min(markup.find(end), markup.size());
+    if (markup.starts_with(start)) {
+      return std::min(markup.find(end, start.size()), markup.size());
+    }
   }
   return 0;
 }
 
 bool isFlatXml(std::string_view xml) {
+  // The library's time grows with the square of the entities in a text.
+  constexpr std::ptrdiff_t mostEntities = 50000;
+  if (std::count(xml.begin(), xml.end(), '&') > mostEntities) return false;
   int depth = 0;
   for (auto at = xml.find('<'); at < xml.size(); at = xml.find('<', at + 1)) {
     const std::size_t skipped = endOfNonElement(xml.substr(at));
     at += skipped;
     if (skipped > 0) continue;
-    const std::string_view tag = xml.substr(at + 1, xml.find('>', at) - at - 1);
+    const std::size_t end = xml.find('>', at);
+    if (end == std::string_view::npos) return false;
+    const std::string_view tag = xml.substr(at + 1, end - at - 1);
+    // A type declaration with markup of its own is nothing that a writer of lists makes.
+    if (tag.starts_with("!") && tag.find('[') != std::string_view::npos) return false;
     if (tag.starts_with("/array") || tag.starts_with("/dict")) --depth;
     const bool opens = tag.starts_with("array") || tag.starts_with("dict");
     if (opens && !tag.ends_with("/")) ++depth;
-    if (depth > deepestNesting) return false;
+    if (depth > deepestNesting || depth < 0) return false;
   }
   return true;
 }
