@@ -71,8 +71,8 @@ void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
                 const platform::ImageRef& image) {
   if (!image) return;
-  platform::writeToFileAtomically(platform::UIImagePNGRepresentation(*image),
-                                  layout.framePath(index));
+  const platform::Bytes png = platform::UIImagePNGRepresentation(*image);
+  if (!png.empty()) platform::writeToFileAtomically(png, layout.framePath(index));
 }
 
 FrameDurations loadFrameDurations(const FrameCacheLayout& layout) {
