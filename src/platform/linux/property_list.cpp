@@ -1,7 +1,8 @@
 #include "platform/property_list.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <span>
+#include <string_view>
 
 #include <plist/plist.h>
 
@@ -16,13 +17,31 @@ struct FreePlist {
 };
 using PlistPointer = std::unique_ptr<void, FreePlist>;
 
+// Editors put the mark before UTF-8; the library takes it for the start of something else.
+std::span<const std::uint8_t> withoutByteOrderMark(std::span<const std::uint8_t> text) {
+  constexpr std::uint8_t mark[] = {0xEF, 0xBB, 0xBF};
+  const bool marked =
+      text.size() >= std::size(mark) && std::equal(std::begin(mark), std::end(mark), text.begin());
+  return marked ? text.subspan(std::size(mark)) : text;
+}
+
 PlistPointer read(const std::string& path) {
   const auto contents = contentsOfFile(path, largestPropertyList);
-  if (!contents || !isHarmlessPropertyList(*contents)) return nullptr;
+  if (!contents) return nullptr;
+  const std::span<const std::uint8_t> list = withoutByteOrderMark(*contents);
+  if (!isHarmlessPropertyList(list)) return nullptr;
   plist_t node = nullptr;
-  plist_from_memory(reinterpret_cast<const char*>(contents->data()),
-                    static_cast<std::uint32_t>(contents->size()), &node);
+  const auto parse = isBinaryPropertyList(list) ? plist_from_bin : plist_from_xml;
+  parse(reinterpret_cast<const char*>(list.data()), static_cast<std::uint32_t>(list.size()), &node);
   return PlistPointer(node);
+}
+
+// Characters that XML has no place for would make the whole file unreadable to other programs.
+Bytes writable(std::string_view xml) {
+  Bytes bytes(xml.begin(), xml.end());
+  std::erase_if(bytes,
+                [](std::uint8_t c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
+  return bytes;
 }
 
 bool write(plist_t node, const std::string& path) {
@@ -30,11 +49,10 @@ bool write(plist_t node, const std::string& path) {
   std::uint32_t length = 0;
   plist_to_xml(node, &xml, &length);
   if (xml == nullptr) return false;
-  // What could not be read again would lose everything that is in the file now.
-  const bool written =
-      length <= largestPropertyList && writeToFileAtomically(Bytes(xml, xml + length), path);
+  const Bytes list = writable({xml, length});
   plist_to_xml_free(xml);
-  return written;
+  // What could not be read again would lose everything that is in the file now.
+  return isHarmlessPropertyList(list) && writeToFileAtomically(list, path);
 }
 
 std::optional<std::string> text(plist_t node) {
@@ -42,13 +60,6 @@ std::optional<std::string> text(plist_t node) {
   std::uint64_t length = 0;
   const char* characters = plist_get_string_ptr(node, &length);
   return std::string(characters, length);
-}
-
-// What cannot be written as XML (control characters) would make the whole file unreadable.
-std::string writable(std::string value) {
-  std::erase_if(value,
-                [](unsigned char c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
-  return value;
 }
 
 }  // namespace
@@ -80,7 +91,7 @@ std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& 
 }
 
 void NSMutableDictionary::setString(const std::string& value, const std::string& key) {
-  plist_dict_set_item(impl_->root.get(), key.c_str(), plist_new_string(writable(value).c_str()));
+  plist_dict_set_item(impl_->root.get(), key.c_str(), plist_new_string(value.c_str()));
 }
 
 std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {

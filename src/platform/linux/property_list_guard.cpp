@@ -2,48 +2,27 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 
 namespace platform {
 namespace {
 
-// A list of ours has two levels; other programs' values in it may have some more.
-constexpr int deepestNesting = 64;
+std::string_view textOf(std::span<const std::uint8_t> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
-constexpr std::string_view binaryMagic = "bplist";
-
-// Where the text goes on behind markup that holds no elements, such as a comment; 0 for an element.
-std::size_t endOfNonElement(std::string_view markup) {
-  constexpr std::pair<std::string_view, std::string_view> kinds[] = {
-      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-  for (const auto& [start, end] : kinds) {
-    if (markup.starts_with(start)) {
-      return std::min(markup.find(end, start.size()), markup.size());
-    }
-  }
-  return 0;
+std::size_t occurrences(std::string_view text, std::string_view word) {
+  std::size_t count = 0;
+  for (auto at = text.find(word); at != text.npos; at = text.find(word, at + 1)) ++count;
+  return count;
 }
 
 bool isFlatXml(std::string_view xml) {
   // The library's time grows with the square of the entities in a text.
-  constexpr std::ptrdiff_t mostEntities = 50000;
-  if (std::count(xml.begin(), xml.end(), '&') > mostEntities) return false;
-  int depth = 0;
-  for (auto at = xml.find('<'); at < xml.size(); at = xml.find('<', at + 1)) {
-    const std::size_t skipped = endOfNonElement(xml.substr(at));
-    at += skipped;
-    if (skipped > 0) continue;
-    const std::size_t end = xml.find('>', at);
-    if (end == std::string_view::npos) return false;
-    const std::string_view tag = xml.substr(at + 1, end - at - 1);
-    // A type declaration with markup of its own is nothing that a writer of lists makes.
-    if (tag.starts_with("!") && tag.find('[') != std::string_view::npos) return false;
-    if (tag.starts_with("/array") || tag.starts_with("/dict")) --depth;
-    const bool opens = tag.starts_with("array") || tag.starts_with("dict");
-    if (opens && !tag.ends_with("/")) ++depth;
-    if (depth > deepestNesting || depth < 0) return false;
-  }
-  return true;
+  constexpr std::size_t mostEntities = 50000;
+  // However the markup hides where they end, containers are not nested deeper than their number.
+  constexpr std::size_t mostContainers = 1000;
+  return occurrences(xml, "&") <= mostEntities &&
+         occurrences(xml, "<array") + occurrences(xml, "<dict") <= mostContainers;
 }
 
 // The objects of a binary list, as far as they refer to each other.
@@ -63,6 +42,8 @@ class BinaryList {
   }
 
  private:
+  // A list of ours has two levels; other programs' values in it may have some more.
+  static constexpr int deepestNesting = 64;
   // Every visit is an object that the library would make.
   static constexpr int mostVisits = 1 << 17;
 
@@ -87,7 +68,10 @@ class BinaryList {
     if (type != arrayType && type != setType && type != dictionaryType) return true;
     std::uint64_t count = marker & 0xF;
     if (count == 0xF) {
-      const std::uint64_t size = std::uint64_t{1} << (number(at, 1) & 0x3);
+      // The count follows as an integer of 1, 2, 4 or 8 bytes.
+      const std::uint64_t integerMarker = number(at, 1);
+      if (integerMarker < 0x10 || integerMarker > 0x13) return false;
+      const std::uint64_t size = std::uint64_t{1} << (integerMarker & 0x3);
       count = number(at + 1, size);
       at += 1 + size;
     }
@@ -112,10 +96,13 @@ class BinaryList {
 
 }  // namespace
 
+bool isBinaryPropertyList(std::span<const std::uint8_t> bytes) {
+  return textOf(bytes).starts_with("bplist");
+}
+
 bool isHarmlessPropertyList(std::span<const std::uint8_t> bytes) {
   if (bytes.empty() || bytes.size() > largestPropertyList) return false;
-  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  return text.starts_with(binaryMagic) ? BinaryList(bytes).isFlat() : isFlatXml(text);
+  return isBinaryPropertyList(bytes) ? BinaryList(bytes).isFlat() : isFlatXml(textOf(bytes));
 }
 
 }  // namespace platform
