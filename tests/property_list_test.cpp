@@ -45,7 +45,8 @@ Bytes nestedBinaryList(unsigned levels, std::uint64_t countMarker = 0) {
   Bytes list{'b', 'p', 'l', 'i', 's', 't', '0', '0'};
   std::vector<std::size_t> offsets;
   auto add = [&list](std::uint64_t value, int bytes) {
-    while (bytes-- > 0) list.push_back(static_cast<std::uint8_t>(value >> 8 * bytes));
+    while (bytes-- > 0)
+      list.push_back(bytes < 8 ? static_cast<std::uint8_t>(value >> 8 * bytes) : 0);
   };
   for (unsigned level = 0; level < levels; ++level) {
     offsets.push_back(list.size());

@@ -1,10 +1,12 @@
 #include "platform/linux/run_loop.h"
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include "dispatch/main_queue_hop.h"
 #include "platform/display_link.h"
@@ -35,6 +37,48 @@ TEST(OperationQueue, OfOneRunsInOrderAndOutlivesItsOwner) {
   }
   ASSERT_TRUE(turnUntil([] { return pendingBackgroundOperations() == 0; }));
   for (int each = 0; each < 100; ++each) EXPECT_EQ(order[static_cast<std::size_t>(each)], each);
+}
+
+TEST(OperationQueue, OnesWithoutLimitShareFewThreads) {
+  std::atomic<bool> released = false;
+  std::atomic<unsigned> running = 0;
+  std::atomic<unsigned> most = 0;
+  for (int each = 0; each < 200; ++each) {
+    NSOperationQueue().addOperationWithBlock([&] {
+      const unsigned now = ++running;
+      if (now > most) most = now;
+      while (!released) std::this_thread::sleep_for(1ms);
+      --running;
+    });
+  }
+  // A queue of one is not held up by them.
+  NSOperationQueue serial;
+  serial.setMaxConcurrentOperationCount(1);
+  std::atomic<bool> ranSerial = false;
+  serial.addOperationWithBlock([&] { ranSerial = true; });
+  EXPECT_TRUE(turnUntil([&] { return ranSerial.load(); }));
+  released = true;
+  ASSERT_TRUE(turnUntil([] { return pendingBackgroundOperations() == 0; }));
+  EXPECT_LE(most, std::max(4U, 2 * std::thread::hardware_concurrency()));
+}
+
+TEST(OperationQueue, KeepsABlockThatTheSystemHasNoThreadFor) {
+  pthread_attr_t usual;
+  ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+  pthread_attr_t enormous;
+  pthread_attr_init(&enormous);
+  constexpr std::size_t moreThanThereIs = std::size_t{1} << 50;
+  pthread_attr_setstacksize(&enormous, moreThanThereIs);
+  ASSERT_EQ(pthread_setattr_default_np(&enormous), 0);
+  std::vector<int> order;
+  NSOperationQueue queue;
+  queue.setMaxConcurrentOperationCount(1);
+  queue.addOperationWithBlock([&] { order.push_back(1); });
+  EXPECT_EQ(pendingBackgroundOperations(), 1);
+  pthread_setattr_default_np(&usual);
+  queue.addOperationWithBlock([&] { order.push_back(2); });
+  ASSERT_TRUE(turnUntil([] { return pendingBackgroundOperations() == 0; }));
+  EXPECT_EQ(order, (std::vector<int>{1, 2}));
 }
 
 TEST(MainQueue, RunsBlocksThatBlocksQueueAndKeepsTheirOrder) {

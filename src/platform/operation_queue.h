@@ -14,7 +14,8 @@ class NSOperationQueue {
 
   static NSOperationQueue& mainQueue();
 
-  // How many blocks may run at the same time. To be set before the first block is added.
+  // How many blocks may run at the same time, at least 1; else as many as suits the machine, of all
+  // such queues together. To be set before the first block is added.
   void setMaxConcurrentOperationCount(int count);
   // The block must not throw.
   void addOperationWithBlock(std::function<void()> block);

@@ -1,8 +1,9 @@
 #include "platform/operation_queue.h"
 
+#include <algorithm>
 #include <deque>
-#include <limits>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -10,26 +11,32 @@
 #include "platform/linux/run_loop.h"
 
 namespace platform {
+namespace {
 
-struct NSOperationQueue::Impl : std::enable_shared_from_this<NSOperationQueue::Impl> {
-  explicit Impl(bool isMainQueue) : isMain(isMainQueue) {}
-
-  const bool isMain;
-  std::mutex mutex;
-  std::deque<std::function<void()>> blocks;
-  int maximum = std::numeric_limits<int>::max();
-  int workers = 0;
+// Threads that run blocks in the order added, at most so many at the same time. A thread lives
+// while there is work, so an idle queue costs nothing.
+class Workers : public std::enable_shared_from_this<Workers> {
+ public:
+  explicit Workers(int most) : most_(most) {}
 
   void add(std::function<void()> block) {
     beginBackgroundOperation();
-    std::lock_guard lock(mutex);
-    blocks.push_back(std::move(block));
-    if (workers >= maximum) return;
-    ++workers;
-    std::thread([queue = shared_from_this()] { queue->work(); }).detach();
+    std::lock_guard lock(mutex_);
+    blocks_.push_back(std::move(block));
+    if (count_ < most_) startOne();
   }
 
-  // A worker lives while there is work, so an idle queue costs nothing.
+ private:
+  void startOne() {
+    try {
+      std::thread([workers = shared_from_this()] { workers->work(); }).detach();
+      ++count_;
+    } catch (const std::system_error&) {
+      // The system has no thread to give: the block waits for those that run, or the next one
+      // added.
+    }
+  }
+
   void work() {
     while (auto block = next()) {
       block();
@@ -40,36 +47,58 @@ struct NSOperationQueue::Impl : std::enable_shared_from_this<NSOperationQueue::I
   }
 
   std::function<void()> next() {
-    std::lock_guard lock(mutex);
-    if (blocks.empty()) {
-      --workers;
+    std::lock_guard lock(mutex_);
+    if (blocks_.empty()) {
+      --count_;
       return nullptr;
     }
-    auto block = std::move(blocks.front());
-    blocks.pop_front();
+    auto block = std::move(blocks_.front());
+    blocks_.pop_front();
     return block;
   }
+
+  const int most_;
+  std::mutex mutex_;
+  std::deque<std::function<void()>> blocks_;
+  int count_ = 0;
 };
 
-NSOperationQueue::NSOperationQueue() : NSOperationQueue(std::make_shared<Impl>(false)) {}
+// Of all queues without a limit of their own, however many there are. Never destroyed, as blocks
+// may still be added while the process ends.
+const std::shared_ptr<Workers>& sharedWorkers() {
+  constexpr unsigned fewest = 4;
+  static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(
+      static_cast<int>(std::max(fewest, 2 * std::thread::hardware_concurrency()))));
+  return *workers;
+}
+
+}  // namespace
+
+struct NSOperationQueue::Impl {
+  bool isMain;
+  std::shared_ptr<Workers> workers;
+};
+
+NSOperationQueue::NSOperationQueue()
+    : NSOperationQueue(std::make_shared<Impl>(Impl{false, sharedWorkers()})) {}
 NSOperationQueue::NSOperationQueue(std::shared_ptr<Impl> impl) : impl_(std::move(impl)) {}
 NSOperationQueue::~NSOperationQueue() = default;
 
 // Never destroyed: a late block may still speak to it while the process ends.
 NSOperationQueue& NSOperationQueue::mainQueue() {
-  static auto* queue = new NSOperationQueue(std::make_shared<Impl>(true));
+  static auto* queue = new NSOperationQueue(std::make_shared<Impl>(Impl{true, nullptr}));
   return *queue;
 }
 
 void NSOperationQueue::setMaxConcurrentOperationCount(int count) {
-  impl_->maximum = count;
+  impl_->workers = std::make_shared<Workers>(count);
 }
 
 void NSOperationQueue::addOperationWithBlock(std::function<void()> block) {
   if (impl_->isMain) {
     RunLoop::main().perform(std::move(block));
   } else {
-    impl_->add(std::move(block));
+    impl_->workers->add(std::move(block));
   }
 }
 
