@@ -8,7 +8,9 @@
 #include "platform/linux/gif_file.h"
 #include "platform/linux/gif_lzw.h"
 #include "platform/linux/png.h"
+#include "platform/property_list.h"
 #include "tests/gif_maker.h"
+#include "tests/stage.h"
 
 namespace {
 
@@ -77,6 +79,18 @@ TEST(Gif, CutShortAnywhereItGivesAtMostItsSoundLeadingFrames) {
     most = frames;
   }
   EXPECT_EQ(most, 3);
+}
+
+TEST(Gif, OnlySoManyImagesAreReadThatTheirDelaysCanBeStored) {
+  const Bytes one = makeGif({{red}}, 1, 1);
+  constexpr std::size_t headerSize = 13;
+  Bytes many(one.begin(), one.begin() + headerSize);
+  for (int each = 0; each < 600000; ++each) {
+    many.insert(many.end(), one.begin() + headerSize, one.end() - 1);
+  }
+  EXPECT_EQ(CGImageSource::createWithData(many)->count(), 1 << 19);
+  const DeviceRoot root;
+  EXPECT_TRUE(platform::writeArrayToFile(std::vector<std::string>(1 << 19, "655.350000"), "/list"));
 }
 
 TEST(Gif, SurvivesAnyDamage) {

@@ -1,4 +1,4 @@
-#include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -144,6 +144,7 @@ TEST(Settings, NumbersAreTheLeadingNumberOfTheText) {
     EXPECT_EQ(reading(row, "99999999999"), 2147483647) << row.key;
     EXPECT_EQ(reading(row, "-99999999999"), -2147483647 - 1) << row.key;
   }
+  constexpr float infinity = std::numeric_limits<float>::infinity();
   for (const auto& row : numbers) {
     EXPECT_EQ(reading(row, "2.5"), 2.5F) << row.key;
     EXPECT_EQ(reading(row, "0"), 0.0F) << row.key;
@@ -151,8 +152,10 @@ TEST(Settings, NumbersAreTheLeadingNumberOfTheText) {
     EXPECT_EQ(reading(row, ".25"), 0.25F) << row.key;
     EXPECT_EQ(reading(row, "fast"), 0.0F) << row.key;
     EXPECT_EQ(reading(row, "inf"), 0.0F) << row.key;
-    EXPECT_EQ(reading(row, "1e999"), std::numeric_limits<float>::infinity()) << row.key;
+    EXPECT_EQ(reading(row, "1e999"), infinity) << row.key;
     EXPECT_EQ(reading(row, "1e-999"), 0.0F) << row.key;
+    EXPECT_EQ(reading(row, "0." + std::string(400, '0') + "1"), 0.0F) << row.key;
+    EXPECT_EQ(reading(row, std::string(400, '9') + "e-1"), infinity) << row.key;
   }
   // Parsed as 32 bits and widened: never the nearest double.
   Stage::put("DOCK_HEIGHT", "83.1");

@@ -18,8 +18,9 @@ std::optional<std::int32_t> PlaybackClock::tick(std::chrono::duration<double> re
   return currentFrame_;
 }
 
+// Without any durations the index grows for ever, so it has to wrap around.
 bool PlaybackClock::advance(std::int32_t frameCount) {
-  ++currentFrame_;
+  currentFrame_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(currentFrame_) + 1);
   return currentFrame_ >= frameCount;
 }
 

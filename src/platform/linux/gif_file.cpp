@@ -125,7 +125,8 @@ Image readImage(Reader& reader, const GraphicControl& control, const SharedTable
 std::vector<Image> readImages(Reader& reader, const SharedTable& global) {
   std::vector<Image> images;
   GraphicControl control;
-  for (int introducer = reader.byte(); !reader.ended(); introducer = reader.byte()) {
+  for (int introducer = reader.byte(); !reader.ended() && images.size() < mostImages;
+       introducer = reader.byte()) {
     if (introducer == extensionIntroducer) {
       const int label = reader.byte();
       const auto content = reader.subBlocks();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -40,11 +41,14 @@ struct File {
   std::vector<Image> images;
 };
 
+// More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
+constexpr std::int64_t mostPixels = std::int64_t{1} << 25;
+
+// More images than these are not read; the delays of so many still fit into a property list.
+constexpr std::size_t mostImages = std::size_t{1} << 19;
+
 // The images up to the first damage in the structure. Nothing if this is no GIF, or if its screen
 // is empty or too large to hold. The result refers to the bytes.
 std::optional<File> parse(std::span<const std::uint8_t> bytes);
-
-// More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
-constexpr std::int64_t mostPixels = std::int64_t{1} << 25;
 
 }  // namespace platform::gif

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
+#include <clocale>
+#include <cstdlib>
 #include <limits>
 #include <system_error>
+#include <type_traits>
 
 namespace platform {
 namespace {
@@ -12,6 +14,14 @@ namespace {
 const char* skipSpace(const char* at, const char* end) {
   return std::find_if_not(at, end,
                           [](unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); });
+}
+
+// Of a number that Number has no place for.
+template <typename Number>
+Number nearest(const char* number) {
+  static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+  if constexpr (std::is_same_v<Number, float>) return strtof_l(number, nullptr, plain);
+  return strtod_l(number, nullptr, plain);
 }
 
 // Beyond the range of Number the nearest infinity, or 0 for what is too small.
@@ -25,12 +35,8 @@ Number leadingNumber(const std::string& text) {
   if (digits == end || !(*digits == '.' || (*digits >= '0' && *digits <= '9'))) return 0;
   Number value = 0;
   const auto [stop, error] = std::from_chars(at, end, value);
-  if (error == std::errc::result_out_of_range) {
-    const std::string_view number(at, static_cast<std::size_t>(stop - at));
-    if (number.find("e-") != number.npos || number.find("E-") != number.npos) return 0;
-    const Number infinity = std::numeric_limits<Number>::infinity();
-    return *at == '-' ? -infinity : infinity;
-  }
+  if (error == std::errc::result_out_of_range)
+    return nearest<Number>(std::string(at, stop).c_str());
   return value;
 }
 
