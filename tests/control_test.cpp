@@ -75,6 +75,19 @@ TEST(Control, GoesOnWorkingAfterViewsHaveRemovedObserversWithoutIdentity) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "FALSE");
 }
 
+TEST(Control, AnObserverMissesNothingThatIsPostedAfterItWasAdded) {
+  Stage stage;
+  int heard = 0;
+  platform::DarwinNotifyCenter center;
+  center.addObserver(&heard, "com.brightfen.lumora.test", [&](const std::string&) { ++heard; });
+  platform::DarwinNotifyCenter::post("com.brightfen.lumora.test");
+  stage.settle();
+  EXPECT_EQ(heard, 1);
+  center.removeEveryObserver(&heard);
+  stage.post("com.brightfen.lumora.test");
+  EXPECT_EQ(heard, 1);
+}
+
 TEST(Control, ActionsRunOneAfterTheOtherInTheOrderOfTheirNotifications) {
   Stage stage;
   stage.launch();

@@ -71,6 +71,12 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   EXPECT_EQ(fs::file_size(world("/secret")), 4U);
   EXPECT_FALSE(removeItemAtPath("/"));
   EXPECT_FALSE(removeItemAtPath(up));
+  root.write("/folder/inner/file", std::string("x"));
+  for (const char* path :
+       {"/folder/inner/..", "/folder/inner/../", "/folder/.", "/folder/inner/./"}) {
+    EXPECT_FALSE(removeItemAtPath(path)) << path;
+  }
+  EXPECT_TRUE(root.has("/folder/inner/file"));
 }
 
 TEST(DeviceFiles, APipeOrAFolderIsNoFileToRead) {

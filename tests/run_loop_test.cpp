@@ -179,6 +179,9 @@ TEST(ObjectRuntime, ReplacesInheritedMethodsForTheSubclassOnly) {
   EXPECT_EQ((objc_msgSend<int, int>(&one, "answer:", 1)), 2);
   EXPECT_EQ((objc_msgSend<int, int>(&other, "answer:", 1)), 20);
   EXPECT_EQ((objc_msgSend<int, int>(classObject(derived), "answer:", 1)), 2);
+  // Nor is there anything to replace where there is no method.
+  MSHookMessageEx(base, sel_registerName("unknown:"), reinterpret_cast<IMP>(changedAnswer),
+                  reinterpret_cast<IMP*>(&previousAnswer));
   EXPECT_EQ((objc_msgSend<int, int>(&one, "unknown:", 1)), 0);
   EXPECT_EQ((objc_msgSend<int, int>(nullptr, "answer:", 1)), 0);
   EXPECT_EQ(objc_getClass("Unknown"), nullptr);

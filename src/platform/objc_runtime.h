@@ -41,6 +41,7 @@ IMP class_getMethodImplementation(Class cls, SEL selector);
 // Adds a method that the class does not have yet; types is the method's type string.
 void class_addMethod(Class cls, SEL selector, IMP implementation, const char* types);
 // Puts replacement in the place of a method and stores the code that stood there in *previous.
+// Changes nothing where there is no such method.
 void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous);
 
 // Sends a message by name. A nil receiver, or one without the method, gives a zero result.

@@ -1,5 +1,6 @@
 #include "platform/linux/bus.h"
 
+#include <chrono>
 #include <utility>
 
 #include <poll.h>
@@ -9,12 +10,16 @@
 namespace platform {
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr auto barrierPath = "/com/brightfen/lumora/Bus";
 constexpr auto barrierInterface = "com.brightfen.lumora.Bus";
 constexpr auto barrierMethod = "Barrier";
 
 // How long a sender waits for a bus that takes no more messages at the moment.
-constexpr int flushTimeoutMilliseconds = 1000;
+constexpr auto flushTimeout = 1s;
+// How long the bus may take to answer.
+constexpr auto answerTimeout = 1s;
 
 Bus*& currentBus() {
   static Bus* bus = nullptr;
@@ -66,13 +71,17 @@ void Bus::send(const std::function<void(sdbus::IConnection&)>& use) {
   }
 }
 
+// What cannot be sent in time goes with the next message.
 void Bus::flushSender() {
   while (sender_->processPendingRequest()) {
   }
+  const auto limit = RunLoop::Clock::now() + flushTimeout;
   for (auto data = sender_->getEventLoopPollData(); data.events & POLLOUT;
        data = sender_->getEventLoopPollData()) {
     pollfd descriptor{data.fd, POLLOUT, 0};
-    if (poll(&descriptor, 1, flushTimeoutMilliseconds) <= 0) return;
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(limit - RunLoop::Clock::now());
+    if (rest.count() <= 0) return;
+    poll(&descriptor, 1, static_cast<int>(rest.count()));
     sender_->processPendingRequest();
   }
 }
@@ -103,6 +112,7 @@ bool Bus::nameHasOwner(const std::string& name) {
     auto daemon = sdbus::createProxy(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus");
     daemon->callMethod("NameHasOwner")
         .onInterface("org.freedesktop.DBus")
+        .withTimeout(answerTimeout)
         .withArguments(name)
         .storeResultsTo(owned);
   });

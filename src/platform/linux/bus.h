@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -19,7 +20,9 @@ class Bus {
   // The connection of this process; nullptr in one that was never connected.
   static Bus* current();
 
-  // Main thread only. After using it directly call handlePending.
+  // Whether the caller may use the listener: only the thread that opened the bus may.
+  bool isListeningThread() const { return std::this_thread::get_id() == listeningThread_; }
+  // After using it directly call handlePending.
   sdbus::IConnection& listener() { return *listener_; }
   // Handles all that has arrived; whether there was anything.
   bool handlePending();
@@ -44,6 +47,7 @@ class Bus {
   std::unique_ptr<sdbus::IConnection> listener_;
   std::unique_ptr<sdbus::IConnection> sender_;
   std::mutex senderMutex_;
+  const std::thread::id listeningThread_ = std::this_thread::get_id();
   const int listenerDescriptor_;
   std::unique_ptr<sdbus::IObject> barrierObject_;
   std::function<void()> lost_;

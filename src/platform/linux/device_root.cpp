@@ -1,6 +1,7 @@
 #include "platform/linux/device_root.h"
 
 #include <sstream>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -38,9 +39,15 @@ FileDescriptor openDirectory(int parent, const std::string& name, bool make) {
       openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
+// Such a path means a directory by way of one of its entries; nobody may delete it by that.
+bool endsInDots(std::string_view devicePath) {
+  devicePath = devicePath.substr(0, devicePath.find_last_not_of('/') + 1);
+  return devicePath.ends_with("/.") || devicePath.ends_with("/..");
+}
+
 std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
   std::vector<std::string> names = components(devicePath);
-  if (names.empty() || rootFolder().empty()) return std::nullopt;
+  if (names.empty() || rootFolder().empty() || endsInDots(devicePath)) return std::nullopt;
   if (names.front() == hostFolderName) return std::nullopt;
   std::string last = std::move(names.back());
   names.pop_back();

@@ -1,13 +1,14 @@
 #include "platform/file_manager.h"
 
-#include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <utility>
 #include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -65,20 +66,17 @@ bool writeAll(int descriptor, const Bytes& contents) {
   return true;
 }
 
+// A name that no other process thinks of, whatever its number, even one from before a crash.
 std::string temporaryName(const std::string& name) {
-  static std::atomic<unsigned> counter = 0;
+  std::uint64_t random = 0;
+  [[maybe_unused]] const ssize_t size = getrandom(&random, sizeof random, 0);
   // A name's own length may be at the file system's limit already.
   constexpr std::size_t keptLength = 100;
-  std::string temporary = name.substr(0, keptLength);
-  temporary.append(".").append(std::to_string(getpid()));
-  temporary.append(".").append(std::to_string(++counter)).append(".tmp");
-  return temporary;
+  return name.substr(0, keptLength) + "." + std::to_string(random) + ".tmp";
 }
 
 // Whether a new file of this name now holds the contents whole.
 bool writeNewFile(int directory, const std::string& name, const Bytes& contents) {
-  // A process of the same number may have died over the same name.
-  unlinkat(directory, name.c_str(), 0);
   FileDescriptor file(
       openat(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, fileMode));
   return file && writeAll(file.get(), contents);

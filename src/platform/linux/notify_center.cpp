@@ -33,7 +33,9 @@ class Registry {
       std::lock_guard lock(mutex_);
       registrations_.push_back(std::move(registration));
     }
-    updateMatches();
+    // Effective at once where that is possible: nothing that is posted from now on is missed.
+    if (Bus* bus = Bus::current(); bus != nullptr && bus->isListeningThread()) addMatches(*bus);
+    updateMatchesLater();
   }
 
   template <typename Condition>
@@ -42,27 +44,29 @@ class Registry {
       std::lock_guard lock(mutex_);
       std::erase_if(registrations_, condition);
     }
-    updateMatches();
+    updateMatchesLater();
   }
 
  private:
-  // The bus's listening side belongs to the main thread.
-  void updateMatches() {
-    RunLoop::main().perform([this] { matchNames(); });
+  // The bus's listening side belongs to the main thread, and a match must not go while it delivers.
+  void updateMatchesLater() {
+    RunLoop::main().perform([this] {
+      Bus* bus = Bus::current();
+      if (bus == nullptr) return;
+      std::erase_if(matches_, [this](const auto& match) { return !isRegistered(match.first); });
+      addMatches(*bus);
+      bus->handlePending();
+    });
   }
 
-  void matchNames() {
-    Bus* bus = Bus::current();
-    if (bus == nullptr) return;
+  void addMatches(Bus& bus) {
     try {
-      std::erase_if(matches_, [this](const auto& match) { return !isRegistered(match.first); });
       for (const std::string& name : names()) {
-        if (matches_.count(name) == 0) matches_[name] = match(bus->listener(), name);
+        if (matches_.count(name) == 0) matches_[name] = match(bus.listener(), name);
       }
     } catch (const sdbus::Error&) {
       // The bus is gone, as its listener notices.
     }
-    bus->handlePending();
   }
 
   sdbus::Slot match(sdbus::IConnection& connection, const std::string& name) {

@@ -109,7 +109,9 @@ void class_addMethod(Class cls, SEL selector, IMP implementation, const char* /*
 void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous) {
   if (cls == nullptr) return;
   std::lock_guard lock(runtime().mutex);
-  *previous = findMethod(cls, selector);
+  const IMP method = findMethod(cls, selector);
+  if (method == nullptr) return;
+  *previous = method;
   cls->methods[selector] = replacement;
 }
 
