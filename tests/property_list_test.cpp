@@ -33,7 +33,7 @@ Bytes binaryListOf(const char* key, const char* value) {
   char* bytes = nullptr;
   std::uint32_t size = 0;
   plist_to_bin(list, &bytes, &size);
-  const Bytes contents(bytes, bytes + size);
+  Bytes contents(bytes, bytes + size);
   plist_to_bin_free(bytes);
   plist_free(list);
   return contents;
