@@ -1,5 +1,9 @@
 #include "tool/stored_settings.h"
 
+#include <algorithm>
+
+#include <utf8cpp/utf8.h>
+
 #include "platform/property_list.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
@@ -9,22 +13,12 @@ namespace tool {
 
 namespace {
 
-// What a property list in XML can hold: whole UTF-8 characters, and of the control characters only
-// white space.
+// What a property list in XML can hold: of the control characters only white space.
 bool isStorable(const std::string& text) {
-  std::size_t following = 0;
-  for (const unsigned char byte : text) {
-    const bool continues = (byte & 0xC0) == 0x80;
-    if (continues != (following > 0)) return false;
-    if (continues) {
-      --following;
-      continue;
-    }
-    const bool isControl = byte < ' ' && byte != '\t' && byte != '\n' && byte != '\r';
-    if (isControl || byte == 0xC0 || byte == 0xC1 || byte > 0xF4) return false;
-    following = byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : byte >= 0xC0 ? 1 : 0;
-  }
-  return following == 0;
+  const bool hasControl = std::any_of(text.begin(), text.end(), [](unsigned char byte) {
+    return byte < ' ' && byte != '\t' && byte != '\n' && byte != '\r';
+  });
+  return !hasControl && utf8::is_valid(text.begin(), text.end());
 }
 
 }  // namespace

@@ -4,21 +4,28 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace platform {
 
 class NSOperationQueue {
  public:
   NSOperationQueue();
-  ~NSOperationQueue();
 
   static NSOperationQueue& mainQueue();
+  // The queue whose block the calling thread is running; nothing where there is none.
+  static std::optional<NSOperationQueue> currentQueue();
 
   // How many blocks may run at the same time, at least 1; else as many as suits the machine, of all
   // such queues together. To be set before the first block is added.
   void setMaxConcurrentOperationCount(int count);
   // The block must not throw.
   void addOperationWithBlock(std::function<void()> block);
+
+  // Whether both are the same queue. A copy is the same queue as the original.
+  friend bool operator==(const NSOperationQueue& one, const NSOperationQueue& other) {
+    return one.impl_ == other.impl_;
+  }
 
  private:
   struct Impl;

@@ -9,6 +9,8 @@ constexpr auto settingsPath =
 // Holds the wallpaper GIFs and, beside each, its frame cache.
 constexpr auto libraryDirectory = "/var/mobile/Library/Lumora/";
 
+constexpr auto logPath = "/var/mobile/Library/Lumora/log.txt";
+
 constexpr auto sharedGIFPath = "/var/mobile/Library/Lumora/Wallpaper_both.gif";
 constexpr auto lockscreenGIFPath = "/var/mobile/Library/Lumora/Wallpaper_lockscreen.gif";
 constexpr auto homescreenGIFPath = "/var/mobile/Library/Lumora/Wallpaper_homescreen.gif";

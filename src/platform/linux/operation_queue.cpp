@@ -72,6 +72,15 @@ const std::shared_ptr<Workers>& sharedWorkers() {
   return *workers;
 }
 
+// The queue whose block this thread is running.
+thread_local const NSOperationQueue* runningQueue = nullptr;
+
+void runBlockOf(const NSOperationQueue& queue, const std::function<void()>& block) {
+  const auto* before = std::exchange(runningQueue, &queue);
+  block();
+  runningQueue = before;
+}
+
 }  // namespace
 
 struct NSOperationQueue::Impl {
@@ -82,7 +91,6 @@ struct NSOperationQueue::Impl {
 NSOperationQueue::NSOperationQueue()
     : NSOperationQueue(std::make_shared<Impl>(Impl{false, sharedWorkers()})) {}
 NSOperationQueue::NSOperationQueue(std::shared_ptr<Impl> impl) : impl_(std::move(impl)) {}
-NSOperationQueue::~NSOperationQueue() = default;
 
 // Never destroyed: a late block may still speak to it while the process ends.
 NSOperationQueue& NSOperationQueue::mainQueue() {
@@ -94,11 +102,17 @@ void NSOperationQueue::setMaxConcurrentOperationCount(int count) {
   impl_->workers = std::make_shared<Workers>(count);
 }
 
+std::optional<NSOperationQueue> NSOperationQueue::currentQueue() {
+  if (runningQueue == nullptr) return std::nullopt;
+  return *runningQueue;
+}
+
 void NSOperationQueue::addOperationWithBlock(std::function<void()> block) {
+  auto run = [queue = *this, block = std::move(block)] { runBlockOf(queue, block); };
   if (impl_->isMain) {
-    RunLoop::main().perform(std::move(block));
+    RunLoop::main().perform(std::move(run));
   } else {
-    impl_->workers->add(std::move(block));
+    impl_->workers->add(std::move(run));
   }
 }
 

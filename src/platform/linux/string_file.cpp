@@ -1,0 +1,19 @@
+#include "platform/string_file.h"
+
+#include <utf8cpp/utf8.h>
+
+#include "platform/file_manager.h"
+
+namespace platform {
+
+std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
+  const auto contents = contentsOfFile(path);
+  if (!contents || !utf8::is_valid(contents->begin(), contents->end())) return std::nullopt;
+  return std::string(contents->begin(), contents->end());
+}
+
+bool writeStringToFileAtomically(const std::string& text, const std::string& path) {
+  return writeToFileAtomically(Bytes(text.begin(), text.end()), path);
+}
+
+}  // namespace platform

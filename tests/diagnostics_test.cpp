@@ -1,0 +1,69 @@
+#include <fstream>
+#include <regex>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "dispatch/main_thread.h"
+#include "platform/linux/activity.h"
+#include "platform/linux/run_loop.h"
+#include "platform/operation_queue.h"
+#include "settings/device_paths.h"
+#include "settings/diagnostic_log.h"
+#include "tests/stage.h"
+
+namespace {
+
+using platform::NSOperationQueue;
+using platform::RunLoop;
+using testing_stage::DeviceRoot;
+
+std::string logOf(const DeviceRoot& root) {
+  std::string text;
+  std::getline(std::ifstream(root(lumora::logPath)), text, '\0');
+  return text;
+}
+
+bool isLog(const std::string& text, const std::string& entries) {
+  const std::string date = R"( --- Date: \d{4}-\d\d-\d\d \d\d:\d\d:\d\d \+0000\n)";
+  return std::regex_match(text, std::regex(std::regex_replace(entries, std::regex("@"), date)));
+}
+
+TEST(Log, GrowsByOneDatedEntryAtATime) {
+  const DeviceRoot root;
+  root.write(std::string(lumora::libraryDirectory) + "other", std::string("x"));
+  lumora::logToFile("first");
+  EXPECT_TRUE(isLog(logOf(root), "first@")) << logOf(root);
+  lumora::logToFile("ü\nof two lines");
+  lumora::logToFile("");
+  EXPECT_TRUE(isLog(logOf(root), "first@ü\nof two lines@@")) << logOf(root);
+}
+
+TEST(Log, IsBegunAnewWhereItIsNoTextAndSilentWhereItCannotBe) {
+  const DeviceRoot root;
+  lumora::logToFile("nowhere");
+  EXPECT_FALSE(root.has(lumora::logPath));
+  for (const char* damaged :
+       {"\xFF\xFE", "caf\xE9", "cut short \xC3", "\xC0\xAF", "\xED\xA0\x80"}) {
+    root.write(lumora::logPath, std::string(damaged));
+    lumora::logToFile("new");
+    EXPECT_TRUE(isLog(logOf(root), "new@")) << logOf(root);
+  }
+}
+
+TEST(MainThread, IsWhereABlockOfTheMainQueueRuns) {
+  EXPECT_FALSE(lumora::isMainThread());
+  bool onMain = false;
+  bool onOther = true;
+  NSOperationQueue::mainQueue().addOperationWithBlock([&] { onMain = lumora::isMainThread(); });
+  NSOperationQueue serial;
+  serial.setMaxConcurrentOperationCount(1);
+  serial.addOperationWithBlock([&] { onOther = lumora::isMainThread(); });
+  while (platform::pendingBackgroundOperations() > 0) RunLoop::main().turn({});
+  RunLoop::main().runMainQueue();
+  EXPECT_TRUE(onMain);
+  EXPECT_FALSE(onOther);
+  EXPECT_FALSE(lumora::isMainThread());
+}
+
+}  // namespace
