@@ -1,7 +1,8 @@
 #include "host/host_options.h"
 
-#include <cstdlib>
 #include <sstream>
+
+#include <X11/Xlib.h>
 
 namespace host {
 namespace {
@@ -10,6 +11,13 @@ constexpr int smallestSide = 64;
 constexpr int largestSide = 4096;
 constexpr int largestScale = 4;
 constexpr int largestRefreshRate = 240;
+
+// Whether there is a screen to show a window on.
+bool hasScreen() {
+  Display* screen = XOpenDisplay(nullptr);
+  if (screen != nullptr) XCloseDisplay(screen);
+  return screen != nullptr;
+}
 
 constexpr int phoneSize[] = {390, 844};
 constexpr int padSize[] = {820, 1180};
@@ -69,10 +77,11 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       options.width = size[0];
       options.height = size[1];
     }
+    if (options.display == "auto") options.display = hasScreen() ? "window" : "headless";
     if (options.display == "desktop") {
       throw CLI::ValidationError("--display", "desktop is not available yet; use window");
     }
-    if (options.hasManualClock && chosenDisplay(options) != "headless") {
+    if (options.hasManualClock && options.display != "headless") {
       throw CLI::ValidationError("--clock", "manual needs --display headless");
     }
   });
@@ -80,7 +89,7 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
 
 std::vector<std::string> hostArguments(const HostOptions& options) {
   std::vector<std::string> arguments{
-      "--display", chosenDisplay(options),
+      "--display", options.display,
       "--screen",  std::to_string(options.width) + "x" + std::to_string(options.height),
       "--scale",   std::to_string(options.scale),
       "--refresh", std::to_string(options.refreshRate),
@@ -89,12 +98,6 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   };
   if (options.startsLocked) arguments.emplace_back("--locked");
   return arguments;
-}
-
-std::string chosenDisplay(const HostOptions& options) {
-  if (options.display != "auto") return options.display;
-  const char* screen = std::getenv("DISPLAY");
-  return screen != nullptr && *screen != '\0' ? "window" : "headless";
 }
 
 }  // namespace host

@@ -10,6 +10,7 @@
 namespace host {
 
 struct HostOptions {
+  // Once parsed, "auto" is decided: a window where there is a screen to show one on.
   std::string display = "auto";
   // In points, of the upright device; 0 takes the kind of device's usual size.
   int width = 0;
@@ -27,8 +28,5 @@ void addHostOptions(CLI::App& command, HostOptions& options);
 
 // The options as arguments that addHostOptions takes.
 std::vector<std::string> hostArguments(const HostOptions& options);
-
-// The display with "auto" decided: a window where there is a screen to show one on.
-std::string chosenDisplay(const HostOptions& options);
 
 }  // namespace host

@@ -88,7 +88,7 @@ void runHomeScreen(const Arguments& arguments) {
   auto* control = new host::ControlService(*springBoard);
   loadLibraries(arguments.libraries);
   std::unique_ptr<host::WindowDisplay> window;
-  if (host::chosenDisplay(arguments.host) == "window") {
+  if (arguments.host.display == "window") {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
   }
   springBoard->launch();

@@ -66,7 +66,7 @@ void SpringBoard::keepTime() {
   auto& runLoop = platform::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
   runLoop.clearAlarm();
-  if (!showsClock || chosenDisplay(options_) == "headless") return;
+  if (!showsClock || options_.display == "headless") return;
   runLoop.setAlarm(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();

@@ -21,7 +21,8 @@ using platform::RunLoop;
 using platform::UIInterfaceOrientation;
 
 [[noreturn]] void fail() {
-  throw std::runtime_error(std::string("cannot open a window: ") + SDL_GetError());
+  throw std::runtime_error(std::string("cannot open a window (") + SDL_GetError() +
+                           "); where there is no screen, use --display headless");
 }
 
 void saveScreenshot(SpringBoard& springBoard) {

@@ -8,6 +8,7 @@ import plistlib
 import select
 import shutil
 import signal
+import stat
 import struct
 import subprocess
 import sys
@@ -109,7 +110,8 @@ class WithoutHost(Device):
                       ['dock'], ['rotate', 'north'], ['run', '--screen', '3x'], ['advance', '-1'],
                       ['run', '--display', 'desktop'], ['frames', self.gif], ['get'],
                       ['run', '--display', 'window', '--clock', 'manual'],
-                      ['scaling', 'shared', 'fit'], ['app', 'open', 'now'], ['advance', 'nan']):
+                      ['scaling', 'shared', 'fit'], ['app', 'open', 'now'], ['advance', 'nan'],
+                      ['put', '', 'value']):
             self.fails(2, *words)
         self.assertIn("no command 'dance'", self.fails(2, 'dance'))
 
@@ -152,7 +154,7 @@ class WithoutHost(Device):
 
     def test_output_that_is_cut_is_a_failure(self):
         with open('/dev/full', 'w', encoding='utf-8') as full:
-            for words in (['settings'], ['frames', '--raw', self.gif]):
+            for words in (['settings'], ['frames', '--raw', self.gif], ['--version']):
                 done = subprocess.run([LUMORA, '--root', self.root, *words], stdout=full)
                 self.assertEqual(done.returncode, 1, words)
 
@@ -229,6 +231,19 @@ class WithHost(Device):
                          [False, False])
         self.fails(1, 'screenshot', os.path.join(self.folder, 'nowhere', 'picture.png'))
 
+    def test_a_screenshot_takes_the_place_of_files_only(self):
+        self.start()
+        pipe = os.path.join(self.folder, 'pipe')
+        os.mkfifo(pipe)
+        self.assertIn('not a regular file', self.fails(1, 'screenshot', pipe))
+        self.assertTrue(stat.S_ISFIFO(os.lstat(pipe).st_mode))
+        real = self.file('real.png', b'')
+        link = os.path.join(self.folder, 'link.png')
+        os.symlink(real, link)
+        self.ok('screenshot', link)
+        self.assertTrue(os.path.islink(link))
+        self.assertGreater(os.path.getsize(real), 1000)
+
     def test_two_that_set_at_once_take_turns(self):
         self.start(clock='real')
         both = [subprocess.Popen([LUMORA, '--root', self.root, 'set', 'shared', self.gif],
@@ -277,6 +292,17 @@ class WithHost(Device):
         self.assertEqual(self.status()['screen'], 'locked')
         self.assertEqual(self.host.wait(20), 0)
         self.fails(3, 'status')
+
+    def test_no_time_at_all_is_over_at_once(self):
+        done = self.lumora('run', '--display', 'headless', '--for', '0')
+        self.assertEqual((done.returncode, done.stderr), (0, ''))
+
+    def test_a_home_screen_ends_with_the_folder_of_its_device(self):
+        self.start()
+        shutil.rmtree(self.root)
+        _, errors = self.host.communicate(timeout=20)
+        self.assertEqual(self.host.returncode, 1)
+        self.assertIn('has been deleted', errors)
 
     def test_one_home_screen_per_device(self):
         self.start()

@@ -47,19 +47,21 @@ inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::s
 }
 
 // Accepts numbers from 0 to the largest given.
-inline CLI::Validator numberUpTo(double largest) {
+inline CLI::Validator numberUpTo(long largest) {
+  const std::string limits = "must be a number from 0 to " + std::to_string(largest);
   return CLI::Validator(
-      [largest](const std::string& text) {
+      [largest, limits](const std::string& text) {
         double value = -1;
         // Written so that what is no number at all fails, too.
-        const bool fits = CLI::detail::lexical_cast(text, value) && value >= 0 && value <= largest;
-        return fits ? std::string() : "must be a number from 0 up, not " + text;
+        const bool fits = CLI::detail::lexical_cast(text, value) && value >= 0 &&
+                          value <= static_cast<double>(largest);
+        return fits ? std::string() : limits + ", not " + text;
       },
       "");
 }
 
 inline void addTimeout(CLI::App* command, double& seconds) {
-  constexpr double longestTimeout = 1e6;
+  constexpr long longestTimeout = 1'000'000;
   command->add_option("--timeout", seconds, "how long to wait at most")
       ->check(numberUpTo(longestTimeout))
       ->type_name("SECONDS")

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 
 #include "tool/failure.h"
 
@@ -12,7 +13,8 @@ namespace tool {
 FileLock::FileLock(const std::filesystem::path& file, bool isInherited) {
   std::error_code error;
   std::filesystem::create_directories(file.parent_path(), error);
-  const int flags = O_RDWR | O_CREAT | (isInherited ? 0 : O_CLOEXEC);
+  // Not for writing, so that a lock can be taken where nothing can be written any more.
+  const int flags = O_RDONLY | O_CREAT | (isInherited ? 0 : O_CLOEXEC);
   file_ = platform::FileDescriptor(open(file.c_str(), flags, 0600));
   if (!file_) {
     throw Failure("cannot write " + file.string() + ": is the folder yours, and is there space?");
@@ -31,6 +33,11 @@ bool FileLock::take(std::chrono::duration<double> timeout) {
     std::this_thread::sleep_for(pause);
   }
   return true;
+}
+
+bool FileLock::isGone() const {
+  struct stat status {};
+  return fstat(file_.get(), &status) != 0 || status.st_nlink == 0;
 }
 
 }  // namespace tool

@@ -20,6 +20,9 @@ class FileLock {
   // Tries until the time is up.
   bool take(std::chrono::duration<double> timeout);
 
+  // Whether the file has been deleted: then it locks nobody out any more.
+  bool isGone() const;
+
  private:
   platform::FileDescriptor file_;
 };

@@ -69,6 +69,11 @@ void HostConnection::ask(Seconds timeout, const std::string& method, Use use) {
     invoker.onInterface(control::interface).withTimeout(microseconds(timeout));
     use(invoker);
   } catch (const sdbus::Error& error) {
+    if (error.getName() == "org.freedesktop.DBus.Error.Timeout") {
+      throw Failure(
+          "the home screen does not answer in the time allowed; if it never does, end `lumora run` "
+          "and start it again");
+    }
     throw Failure("the home screen did not do it: " + error.getMessage());
   }
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <sstream>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -40,19 +41,17 @@ std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
 
 int reportWrongUse(const CLI::App& lumora, const CLI::ParseError& error) {
   const auto commands = lumora.get_subcommands();
-  const CLI::App& used = commands.empty() ? lumora : *commands.front();
-  std::fprintf(stderr, "lumora: %s\n\n%s", problem(lumora, error).c_str(),
-               used.help(lumora.get_name()).c_str());
+  const std::string help =
+      commands.empty() ? lumora.help() : commands.front()->help(lumora.get_name());
+  std::fprintf(stderr, "lumora: %s\n\n%s", problem(lumora, error).c_str(), help.c_str());
   return tool::ExitCode::WrongUse;
 }
 
-int perform(const tool::Context& context) {
-  const int code = context.action();
-  // A cut output must not pass for a whole one.
+// A cut output must not pass for a whole one.
+void finishOutput() {
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
     throw tool::Failure("cannot write the output: is there space?");
   }
-  return code;
 }
 
 int parseAndPerform(int argc, char** argv) {
@@ -61,19 +60,24 @@ int parseAndPerform(int argc, char** argv) {
   declareCommands(lumora, context);
   try {
     lumora.parse(argc, argv);
+    return context.action();
   } catch (const CLI::Success& asked) {
-    return lumora.exit(asked);
+    std::ostringstream answer;
+    const int code = lumora.exit(asked, answer);
+    std::fputs(answer.str().c_str(), stdout);
+    return code;
   } catch (const CLI::ParseError& error) {
     return reportWrongUse(lumora, error);
   }
-  return perform(context);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
-    return parseAndPerform(argc, argv);
+    const int code = parseAndPerform(argc, argv);
+    finishOutput();
+    return code;
   } catch (const tool::Failure& failure) {
     std::fprintf(stderr, "lumora: %s\n", failure.what());
     return failure.code();

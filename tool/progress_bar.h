@@ -1,4 +1,5 @@
-// Progress on a terminal: one line that grows. Elsewhere it prints nothing.
+// Progress on a terminal: one line that grows. Elsewhere, or with NO_COLOR in the environment, it
+// prints nothing.
 #pragma once
 
 #include <string>
@@ -18,7 +19,7 @@ class ProgressBar {
  private:
   const std::string label_;
   const int total_;
-  const bool isOnTerminal_;
+  const bool isDrawn_;
 };
 
 }  // namespace tool

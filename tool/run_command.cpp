@@ -9,6 +9,7 @@
 #include <optional>
 
 #include <poll.h>
+#include <sys/inotify.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -28,7 +29,7 @@ using std::chrono::steady_clock;
 
 struct RunWords {
   std::string gif;
-  double seconds = 0;
+  std::optional<double> seconds;
   host::HostOptions options;
 };
 
@@ -44,6 +45,13 @@ platform::FileDescriptor blockedSignals() {
   return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
+// Readable when something about the file has changed, also when it is deleted.
+platform::FileDescriptor changesOf(const std::filesystem::path& file) {
+  platform::FileDescriptor changes(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  inotify_add_watch(changes.get(), file.c_str(), IN_ATTRIB);
+  return changes;
+}
+
 // The home screen with its bus, from start to end.
 class HostRun {
  public:
@@ -52,7 +60,8 @@ class HostRun {
         words_(words),
         gif_(gif),
         signals_(blockedSignals()),
-        lock_(device.hostLockFile(), true) {
+        lock_(device.hostLockFile(), true),
+        lockChanges_(changesOf(device.hostLockFile())) {
     takeLock();
     if (auto address = device.busAddress()) BusDaemon::removeRemains(*address);
     bus_ = std::make_unique<BusDaemon>(device.busLog());
@@ -119,10 +128,7 @@ class HostRun {
     auto host = HostConnection::find(device_);
     if (!host) return;
     isLaunched_ = true;
-    if (words_.seconds > 0) {
-      end_ = steady_clock::now() +
-             std::chrono::duration_cast<steady_clock::duration>(Seconds(words_.seconds));
-    }
+    if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
     if (gif_) {
       FileLock handOverLock(device_.handOverLockFile());
       handOverLock.take(usualTimeout);
@@ -130,8 +136,19 @@ class HostRun {
       host->post(lumora::control::updateAnimating);
     }
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
-                host::chosenDisplay(words_.options).c_str(), device_.path().c_str());
+                words_.options.display.c_str(), device_.path().c_str());
+    if (words_.options.display == "window") std::printf("in the window, ? lists the keys\n");
     std::fflush(stdout);
+  }
+
+  // No command could reach the home screen any more.
+  void checkFolder() {
+    char changes[4096];
+    while (read(lockChanges_.get(), changes, sizeof changes) > 0) {
+    }
+    if (!lock_.isGone()) return;
+    throw Failure("the device's folder " + device_.path().string() +
+                  " has been deleted; the home screen ends with it");
   }
 
   bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
@@ -146,8 +163,9 @@ class HostRun {
           std::chrono::ceil<std::chrono::milliseconds>(*end_ - steady_clock::now()).count();
       pause = static_cast<int>(std::clamp<std::int64_t>(rest, 0, pause));
     }
-    pollfd waiting{signals_.get(), POLLIN, 0};
-    poll(&waiting, 1, pause);
+    pollfd waiting[] = {{signals_.get(), POLLIN, 0}, {lockChanges_.get(), POLLIN, 0}};
+    poll(waiting, std::size(waiting), pause);
+    checkFolder();
     signalfd_siginfo info{};
     bool isToEnd = false;
     while (read(signals_.get(), &info, sizeof info) > 0) {
@@ -161,6 +179,7 @@ class HostRun {
   const std::optional<ChosenGif>& gif_;
   const platform::FileDescriptor signals_;
   FileLock lock_;
+  const platform::FileDescriptor lockChanges_;
   std::unique_ptr<BusDaemon> bus_;
   pid_t process_ = -1;
   int status_ = 0;
@@ -180,7 +199,7 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   CLI::App* command = lumora.add_subcommand("run", "start the home screen and stay with it");
   command->add_option("GIF", words->gif, "the wallpaper for both screens");
   host::addHostOptions(*command, words->options);
-  constexpr double longestRun = 1e8;
+  constexpr long longestRun = 100'000'000;
   command->add_option("--for", words->seconds, "end by itself after this time")
       ->check(numberUpTo(longestRun))
       ->type_name("SECONDS");

@@ -129,7 +129,7 @@ void addWaitingCommands(CLI::App& lumora, Context& context) {
       lumora, context, "advance", "move a clock that is driven by hand", [&context, words] {
         advance(context.device(), Seconds(words->seconds), Seconds(words->timeout));
       });
-  constexpr double longestAdvance = 1e6;
+  constexpr long longestAdvance = 1'000'000;
   move->add_option("SECONDS", words->seconds)->required()->check(numberUpTo(longestAdvance));
   addTimeout(move, words->timeout);
 }

@@ -41,7 +41,7 @@ void storeIncomingFile(ScreenLocation location, const ChosenGif& gif) {
   platform::createDirectoryAtPath(incomingDirectory);
   if (!platform::writeToFileAtomically(gif.bytes, path)) {
     throw Failure("cannot copy the GIF to " + path +
-                  " below the device's folder: is it writable, and is there space?");
+                  " below the device's folder: is it there and writable, and is there space?");
   }
 }
 
@@ -95,7 +95,7 @@ int awaitFrames(HostConnection& host, ScreenLocation location, const ChosenGif& 
     if (!isAtRest) continue;
     throw Failure("the frames could not all be written to " +
                   lumora::FrameCacheLayout(libraryPath(location)).GIFDirectory +
-                  " below the device's folder: is it writable, and is there space?");
+                  " below the device's folder: is it there and writable, and is there space?");
   }
   throw Failure("the home screen is still making frames after the time allowed (--timeout)");
 }
@@ -123,7 +123,7 @@ void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gi
   if (platform::contentsOfFile(libraryPath(location)) != gif.bytes) {
     throw Failure("the home screen could not take the GIF in: is " +
                   std::string(lumora::libraryDirectory) +
-                  " below the device's folder writable, and is there space?");
+                  " below the device's folder there and writable, and is there space?");
   }
 }
 

@@ -106,7 +106,9 @@ void addRawCommands(CLI::App& lumora, Context& context) {
         context.device();
         storeSetting(words->key, words->value);
       });
-  put->add_option("KEY", words->key)->required();
+  put->add_option("KEY", words->key)->required()->check([](const std::string& key) {
+    return key.empty() ? std::string("must not be empty") : std::string();
+  });
   put->add_option("VALUE", words->value)->required();
   auto* all = addCommand(lumora, context, "settings", "print every setting that applies",
                          [&context, words] {

@@ -38,21 +38,26 @@ void checkUserFileIsWritable(const std::string& path) {
   std::error_code error;
   const std::filesystem::path file(path);
   if (path.empty()) throw Failure("cannot write a file without a name");
-  if (std::filesystem::is_directory(file, error))
-    throw Failure("cannot write " + path + ": a folder");
+  if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
+    throw Failure("cannot write " + path + ": there is something that is not a regular file");
+  }
   const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
   if (access(folder.c_str(), W_OK | X_OK) != 0) fail("write", path);
 }
 
 void writeUserFile(const std::string& path, const std::vector<std::uint8_t>& contents) {
-  const std::string temporary = path + "." + std::to_string(getpid()) + ".tmp";
+  std::error_code error;
+  // What a link points at is replaced, not the link.
+  std::filesystem::path target = std::filesystem::canonical(path, error);
+  if (error) target = path;
+  const std::string temporary = target.string() + "." + std::to_string(getpid()) + ".tmp";
   std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
   if (!file) fail("write", path);
   file.write(reinterpret_cast<const char*>(contents.data()),
              static_cast<std::streamsize>(contents.size()));
   file.close();
-  std::error_code error;
-  if (file) std::filesystem::rename(temporary, path, error);
+  error.clear();
+  if (file) std::filesystem::rename(temporary, target, error);
   if (file && !error) return;
   if (error) errno = error.value();
   const int reason = errno;

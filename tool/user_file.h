@@ -13,7 +13,8 @@ std::vector<std::uint8_t> readUserFile(const std::string& path);
 // Throws Failure if the file cannot be written, as far as that can be known before.
 void checkUserFileIsWritable(const std::string& path);
 
-// Replaces the file whole or leaves it as it was; throws Failure with the reason.
+// Replaces the file, or the one that a link of this name points at, whole or leaves it as it was;
+// throws Failure with the reason.
 void writeUserFile(const std::string& path, const std::vector<std::uint8_t>& contents);
 
 }  // namespace tool
