@@ -111,7 +111,8 @@ class WithoutHost(Device):
                       ['run', '--display', 'desktop'], ['frames', self.gif], ['get'],
                       ['run', '--display', 'window', '--clock', 'manual'],
                       ['scaling', 'shared', 'fit'], ['app', 'open', 'now'], ['advance', 'nan'],
-                      ['put', '', 'value']):
+                      ['put', '', 'value'], ['speed', 'shared'], ['alpha', 'shared', '1.01'],
+                      ['speed', 'moon', '1'], ['blur', 'shared', '-1'], ['speed', 'shared', '0x1']):
             self.fails(2, *words)
         self.assertIn("no command 'dance'", self.fails(2, 'dance'))
 
@@ -138,10 +139,13 @@ class WithoutHost(Device):
         self.ok('dock', 'off')
         self.ok('mode', 'separate')
         self.ok('scaling', 'homescreen', 'FILL')
+        self.ok('alpha', 'lockscreen', '0.5')
+        self.ok('blur', 'homescreen', '3.9')
         with open(self.on_device(PREFERENCES), 'rb') as file:
             self.assertEqual(plistlib.load(file), {
                 'SHARED_GIF_SPEED': '2.5', 'ENABLED': 'FALSE', 'DOCK_ENABLED': 'FALSE',
-                'MODE_INDEX': '0', 'HOMESCREEN_SCALING_MODE': 'FILL'})
+                'MODE_INDEX': '0', 'HOMESCREEN_SCALING_MODE': 'FILL',
+                'LOCKSCREEN_GIF_ALPHA': '0.5', 'HOMESCREEN_GIF_BLUR': '3.9'})
         settings = json.loads(self.ok('settings', '--json'))
         self.assertEqual(len(settings), 26)
         self.assertEqual((settings['SHARED_GIF_SPEED'], settings['ENABLED'],
@@ -212,6 +216,28 @@ class WithHost(Device):
         self.assertEqual((self.shared()['set'], self.shared()['attached']), (False, False))
         self.assertFalse(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
 
+    def test_speed_opacity_and_blur_follow_at_once(self):
+        self.start('--refresh', '64')
+        self.ok('set', 'shared', self.gif)
+        self.ok('speed', 'shared', '2')
+        self.ok('alpha', 'shared', '0.25')
+        self.assertIn('2 frames', self.ok('blur', 'shared', '3.9'))
+        shared = self.shared()
+        self.assertEqual((shared['speed'], shared['alpha']), (2, 0.25))
+        self.assertAlmostEqual(shared['blur'], 3.9, 5)
+        # Twice as fast, a tenth of a second is due at the fourth of 64 refreshes a second.
+        self.ok('advance', '0.062')
+        self.assertIsNone(self.shared()['frame_shown'])
+        self.ok('advance', '0.001')
+        self.assertEqual(self.shared()['frame_shown'], 0)
+
+    def test_a_view_without_a_gif_does_not_hold_up_a_blur(self):
+        self.start()
+        self.ok('set', 'shared', self.gif)
+        self.ok('mode', 'separate')
+        self.ok('post', 'com.brightfen.lumora.updateWallpaper')
+        self.ok('blur', 'lockscreen', '2', '--timeout', '20')
+
     def test_separate_screens_have_their_own(self):
         self.start('--idiom', 'pad', '--scale', '2')
         self.ok('set', 'lockscreen', self.gif)
@@ -275,7 +301,9 @@ class WithHost(Device):
             self.ok('set', 'shared', self.gif)
             seen = []
             while not seen or not seen[-1].endswith('updateAnimating'):
-                seen.append(watch.stdout.readline().strip())
+                time_of_day, name = watch.stdout.readline().split()
+                self.assertRegex(time_of_day, r'^\d\d:\d\d:\d\d\.\d{3}$')
+                seen.append(name)
             watch.send_signal(signal.SIGINT)
             self.assertEqual(watch.wait(10), 0)
         self.assertEqual([name for name in seen if name != 'ready'], [

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cctype>
+#include <charconv>
 #include <functional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -46,14 +48,15 @@ inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::s
       ->check(CLI::IsMember(words));
 }
 
-// Accepts numbers from 0 to the largest given.
+// Accepts decimal numbers from 0 to the largest given.
 inline CLI::Validator numberUpTo(long largest) {
   const std::string limits = "must be a number from 0 to " + std::to_string(largest);
   return CLI::Validator(
       [largest, limits](const std::string& text) {
         double value = -1;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         // Written so that what is no number at all fails, too.
-        const bool fits = CLI::detail::lexical_cast(text, value) && value >= 0 &&
+        const bool fits = error == std::errc() && end == text.data() + text.size() && value >= 0 &&
                           value <= static_cast<double>(largest);
         return fits ? std::string() : limits + ", not " + text;
       },

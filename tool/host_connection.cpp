@@ -37,7 +37,7 @@ std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device,
   try {
     std::unique_ptr<HostConnection> host(
         new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
-    return host->isAnnounced(timeout) ? std::move(host) : nullptr;
+    return host->serves(control::busName, timeout) ? std::move(host) : nullptr;
   } catch (const sdbus::Error&) {
     return nullptr;
   }
@@ -51,13 +51,13 @@ std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& devi
       ExitCode::NoHost);
 }
 
-bool HostConnection::isAnnounced(Seconds timeout) {
+bool HostConnection::serves(const std::string& name, Seconds timeout) {
   auto daemon = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
   bool owned = false;
   daemon->callMethod("NameHasOwner")
       .onInterface("org.freedesktop.DBus")
       .withTimeout(microseconds(timeout))
-      .withArguments(std::string(control::busName))
+      .withArguments(name)
       .storeResultsTo(owned);
   return owned;
 }
@@ -119,7 +119,7 @@ void HostConnection::post(const std::string& name) {
     signal << name;
     notifier_->emitSignal(signal);
     // The answer comes after the bus has taken the signal.
-    isAnnounced(usualTimeout);
+    serves(control::busName);
   } catch (const sdbus::Error& error) {
     throw Failure("cannot post " + name + ": " + error.getMessage());
   }

@@ -31,6 +31,9 @@ class HostConnection {
   std::string status(Seconds timeout = usualTimeout);
   std::vector<std::uint8_t> screenshot();
 
+  // Whether someone on the device serves this name on the bus, for example a messaging centre.
+  bool serves(const std::string& name, Seconds timeout = usualTimeout);
+
   // Posts a Darwin notification.
   void post(const std::string& name);
   // Gives the home screen some time to do what notifications have asked for; whether it has come to
@@ -45,7 +48,6 @@ class HostConnection {
 
  private:
   explicit HostConnection(std::unique_ptr<sdbus::IConnection> connection);
-  bool isAnnounced(Seconds timeout);
   template <typename Use>
   void ask(Seconds timeout, const std::string& method, Use use);
 

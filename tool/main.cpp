@@ -7,6 +7,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "tool/appearance_commands.h"
 #include "tool/command.h"
 #include "tool/failure.h"
 #include "tool/frames_command.h"
@@ -28,6 +29,7 @@ void declareCommands(CLI::App& lumora, tool::Context& context) {
   tool::addRunCommand(lumora, context);
   tool::addScreenCommands(lumora, context);
   tool::addSettingsCommands(lumora, context);
+  tool::addAppearanceCommands(lumora, context);
   tool::addStatusCommand(lumora, context);
   tool::addNotificationCommands(lumora, context);
   tool::addFramesCommand(lumora, context);

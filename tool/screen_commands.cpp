@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <ctime>
 #include <memory>
 #include <thread>
 
@@ -77,10 +78,24 @@ platform::FileDescriptor endSignals() {
   return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
+// Local time to the millisecond: "09:41:00.123".
+std::string timeOfDay() {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  std::tm local{};
+  localtime_r(&now.tv_sec, &local);
+  char text[64];
+  std::strftime(text, sizeof text, "%H:%M:%S", &local);
+  constexpr long nanosecondsPerMillisecond = 1'000'000;
+  char time[80];
+  std::snprintf(time, sizeof time, "%s.%03ld", text, now.tv_nsec / nanosecondsPerMillisecond);
+  return time;
+}
+
 void watchNotifications(const DeviceFolder& device) {
   auto host = HostConnection::require(device);
   host->watch([](const std::string& name) {
-    std::printf("%s\n", name.c_str());
+    std::printf("%s %s\n", timeOfDay().c_str(), name.c_str());
     std::fflush(stdout);
   });
   const platform::FileDescriptor ends = endSignals();

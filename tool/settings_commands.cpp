@@ -7,8 +7,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "gifview/notification_names.h"
-#include "settings/control_names.h"
 #include "settings/settings_store.h"
 #include "tool/failure.h"
 #include "tool/stored_settings.h"
@@ -80,14 +78,6 @@ void printSetting(const std::string& key) {
   std::printf("%s\n", value->c_str());
 }
 
-// Tells a running home screen, if there is one.
-void notify(const DeviceFolder& device, std::initializer_list<const char*> names) {
-  auto host = HostConnection::find(device);
-  if (!host) return;
-  for (const char* name : names) host->post(name);
-  host->settle();
-}
-
 void addRawCommands(CLI::App& lumora, Context& context) {
   struct Words {
     std::string key;
@@ -136,40 +126,11 @@ void addSwitches(CLI::App& lumora, Context& context) {
   addChoice(dock, "STATE", *state, {"on", "off"});
 }
 
-void addModeCommand(CLI::App& lumora, Context& context) {
-  auto mode = std::make_shared<std::string>();
-  auto* command = addCommand(
-      lumora, context, "mode", "one wallpaper for both screens, or one each", [&context, mode] {
-        const DeviceFolder device = context.device();
-        storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
-        notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
-      });
-  addChoice(command, "MODE", *mode, {"shared", "separate"});
-}
-
-void addScalingCommand(CLI::App& lumora, Context& context) {
-  struct Words {
-    std::string location;
-    std::string mode;
-  };
-  auto words = std::make_shared<Words>();
-  auto* command =
-      addCommand(lumora, context, "scaling", "how a GIF fills its screen", [&context, words] {
-        const DeviceFolder device = context.device();
-        storeSetting(locationKey(locationNamed(words->location), "SCALING_MODE"), words->mode);
-        notify(device, {lumora::control::updateWallpaper});
-      });
-  addChoice(command, "LOCATION", words->location, locationNames);
-  addChoice(command, "MODE", words->mode, {"FIT", "FILL", "FULLSCREEN"});
-}
-
 }  // namespace
 
 void addSettingsCommands(CLI::App& lumora, Context& context) {
   addRawCommands(lumora, context);
   addSwitches(lumora, context);
-  addModeCommand(lumora, context);
-  addScalingCommand(lumora, context);
 }
 
 }  // namespace tool
