@@ -43,6 +43,11 @@ std::string whyNotPlaying(const ordered_json& view, const std::string& screen) {
   return "not started";
 }
 
+std::string whyNotAttached(bool isSet) {
+  if (!isSet) return "nothing set";
+  return lumora::getEnabled() ? "not attached" : "disabled";
+}
+
 std::string why(const ordered_json& view, const std::string& screen) {
   if (!view.value("playing", false)) return whyNotPlaying(view, screen);
   return view.value("visible", false) ? "shown" : "started";
@@ -63,8 +68,9 @@ ordered_json locationStatus(const ordered_json& report, ScreenLocation location)
   ordered_json status = {{"set", isSet(location)}, {"attached", !view.is_null()}};
   if (view.is_null()) {
     status["playing"] = false;
-    for (const char* key : {"frame", "why", "frame_shown", "frames_in_cache", "frames_shown",
-                            "speed", "alpha", "blur", "scaling"}) {
+    status["why"] = whyNotAttached(status.value("set", false));
+    for (const char* key : {"frame", "frame_shown", "frames_in_cache", "frames_shown", "speed",
+                            "alpha", "blur", "scaling"}) {
       status[key] = nullptr;
     }
     return status;
@@ -112,11 +118,14 @@ std::string appearance(const ordered_json& location) {
 }
 
 void printLocation(const std::string& name, const ordered_json& location) {
-  std::printf("%-11s %s", name.c_str(), location.value("set", false) ? "set" : "not set");
+  const bool isSet = location.value("set", false);
+  std::string what = isSet ? "set" : "not set";
   if (location.value("attached", false)) {
-    std::printf(", %s, %s", playback(location).c_str(), appearance(location).c_str());
+    what += ", " + playback(location) + ", " + appearance(location);
+  } else if (isSet) {
+    what += ", " + location.value("why", "");
   }
-  std::printf("\n");
+  std::printf("%-11s %s\n", name.c_str(), what.c_str());
 }
 
 void printStatus(const ordered_json& status) {
