@@ -212,11 +212,11 @@ class WithHost(Device):
         self.assertEqual(self.shared()['frame_shown'], 1)
         self.ok('scaling', 'shared', 'FULLSCREEN')
         self.assertEqual(self.shared()['scaling'], 'FULLSCREEN')
-        self.ok('put', 'ENABLED', 'FALSE')
         self.ok('screen', 'off')
+        self.assertEqual(self.shared()['why'], 'display off')
+        self.ok('disable')
         self.assertEqual(self.shared()['why'], 'disabled')
         self.ok('enable')
-        self.assertEqual(self.shared()['why'], 'display off')
         self.ok('remove', 'shared')
         self.assertEqual((self.shared()['set'], self.shared()['attached'], self.shared()['why']),
                          (False, False, 'nothing set'))
