@@ -17,6 +17,7 @@ import time
 import unittest
 
 PROGRAMS = sys.argv.pop()
+SCENARIOS = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../examples/scenarios')
 LUMORA = os.path.join(PROGRAMS, 'lumora')
 PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
 LIBRARY = 'var/mobile/Library/Lumora'
@@ -119,7 +120,7 @@ class WithoutHost(Device):
     def test_commands_for_a_home_screen_say_that_there_is_none(self):
         for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
                       ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
-                      ['screenshot', 'x.png'], ['status'], ['post', 'x'], ['watch'], ['bus'],
+                      ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')], ['post', 'x'], ['watch'], ['bus'],
                       ['advance', '1'], ['wait', '--timeout', '0.1']):
             self.assertIn('no home screen is running', self.fails(3, *words))
 
@@ -243,6 +244,32 @@ class WithHost(Device):
         self.ok('mode', 'separate')
         self.ok('post', 'com.brightfen.lumora.updateWallpaper')
         self.ok('blur', 'lockscreen', '2', '--timeout', '20')
+
+    def test_the_scenarios_come_to_their_ends(self):
+        self.start()
+        for name in sorted(os.listdir(SCENARIOS)):
+            self.ok('play', os.path.join(SCENARIOS, name))
+
+    def test_a_scenario_stops_at_its_first_failure(self):
+        self.start()
+        failures = {
+            'expect locations.shared.playing true': 'found false',
+            'expect locations.shared.frame [0, 0]': 'found null',
+            'expect screen "lock screen"': 'found "home"',
+            'expect locations.moon true': 'nothing of this name',
+            'expect screen': 'a path and a value',
+            'set shared "no file.gif"': 'No such file',
+            'put "unfinished': 'no end',
+            'dance': 'no command',
+            'play other.txt': 'cannot play',
+        }
+        for line, reason in failures.items():
+            script = self.file('script.txt', ('# first\n\n  expect mode 1  # as it is\n'
+                                              'put A "b  c"\n%s\nput A later\n' % line).encode())
+            error = self.fails(1, 'play', script)
+            self.assertIn(f'{script}:5: {line}', error)
+            self.assertIn(reason, error)
+            self.assertEqual(self.ok('get', 'A'), 'b  c\n')
 
     def test_separate_screens_have_their_own(self):
         self.start('--idiom', 'pad', '--scale', '2')

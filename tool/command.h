@@ -23,6 +23,8 @@ struct Context {
   std::string root;
   // Runs after the whole line has been parsed; gives the exit code.
   std::function<int()> action;
+  // Works on a whole line of its own, given as its words; as performLine in command_line.h.
+  std::function<int(std::vector<std::string>)> performLine;
 
   DeviceFolder device() const { return DeviceFolder(root); }
 };

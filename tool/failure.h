@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace tool {
 
@@ -11,12 +12,16 @@ enum ExitCode { Done = 0, Failed = 1, WrongUse = 2, NoHost = 3 };
 // The message is one line that says what is wrong and what to do.
 class Failure : public std::runtime_error {
  public:
-  explicit Failure(const std::string& message, ExitCode code = ExitCode::Failed)
-      : std::runtime_error(message), code_(code) {}
+  explicit Failure(const std::string& message, ExitCode code = ExitCode::Failed,
+                   std::string help = "")
+      : std::runtime_error(message), code_(code), help_(std::move(help)) {}
   ExitCode code() const { return code_; }
+  // How the command is used; "" where it was used rightly.
+  const std::string& help() const { return help_; }
 
  private:
   ExitCode code_;
+  std::string help_;
 };
 
 }  // namespace tool

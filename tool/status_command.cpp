@@ -87,21 +87,6 @@ ordered_json locationStatus(const ordered_json& report, ScreenLocation location)
   return status;
 }
 
-ordered_json wholeStatus(const ordered_json& report) {
-  ordered_json status = {{"running", !report.empty()}};
-  for (const char* key : {"screen", "orientation", "idiom", "size", "scale"}) {
-    status[key] = report.value(key, ordered_json());
-  }
-  status["mode"] = lumora::getModeIndex();
-  status["enabled"] = lumora::getEnabled();
-  status["locations"] = {
-      {"shared", locationStatus(report, ScreenLocation::Shared)},
-      {"lockscreen", locationStatus(report, ScreenLocation::LockScreen)},
-      {"homescreen", locationStatus(report, ScreenLocation::HomeScreen)},
-  };
-  return status;
-}
-
 std::string playback(const ordered_json& location) {
   const std::string frame = location["frame_shown"].is_null()
                                 ? "no frame yet"
@@ -141,10 +126,29 @@ void printStatus(const ordered_json& status) {
   for (const auto& [name, location] : status["locations"].items()) printLocation(name, location);
 }
 
+}  // namespace
+
+ordered_json currentStatus(HostConnection* host) {
+  const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
+  ordered_json status = {{"running", !report.empty()}};
+  for (const char* key : {"screen", "orientation", "idiom", "size", "scale"}) {
+    status[key] = report.value(key, ordered_json());
+  }
+  status["mode"] = lumora::getModeIndex();
+  status["enabled"] = lumora::getEnabled();
+  status["locations"] = {
+      {"shared", locationStatus(report, ScreenLocation::Shared)},
+      {"lockscreen", locationStatus(report, ScreenLocation::LockScreen)},
+      {"homescreen", locationStatus(report, ScreenLocation::HomeScreen)},
+  };
+  return status;
+}
+
+namespace {
+
 void reportStatus(const DeviceFolder& device, bool asJson) {
   auto host = HostConnection::find(device);
-  const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
-  const ordered_json status = wholeStatus(report);
+  const ordered_json status = currentStatus(host.get());
   if (asJson) {
     std::printf("%s\n", status.dump(2).c_str());
   } else if (host) {

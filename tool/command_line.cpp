@@ -1,0 +1,75 @@
+#include "tool/command_line.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <sstream>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+#include "tool/appearance_commands.h"
+#include "tool/command.h"
+#include "tool/failure.h"
+#include "tool/frames_command.h"
+#include "tool/play_command.h"
+#include "tool/run_command.h"
+#include "tool/screen_commands.h"
+#include "tool/settings_commands.h"
+#include "tool/status_command.h"
+
+namespace tool {
+namespace {
+
+void declareCommands(CLI::App& lumora, Context& context) {
+  lumora.set_version_flag("--version", "lumora " LUMORA_VERSION);
+  lumora
+      .add_option("--root", context.root,
+                  "folder of the device (else $LUMORA_ROOT, else ~/.local/share/lumora)")
+      ->type_name("DIR");
+  lumora.fallthrough();
+  lumora.require_subcommand(1);
+  addRunCommand(lumora, context);
+  addScreenCommands(lumora, context);
+  addSettingsCommands(lumora, context);
+  addAppearanceCommands(lumora, context);
+  addStatusCommand(lumora, context);
+  addNotificationCommands(lumora, context);
+  addPlayCommand(lumora, context);
+  addFramesCommand(lumora, context);
+}
+
+std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
+  if (!lumora.get_subcommands().empty()) return error.what();
+  const auto unknown = lumora.remaining();
+  return unknown.empty() ? error.what() : "there is no command '" + unknown.front() + "'";
+}
+
+[[noreturn]] void refuse(const CLI::App& lumora, const CLI::ParseError& error) {
+  const auto commands = lumora.get_subcommands();
+  throw Failure(problem(lumora, error), ExitCode::WrongUse,
+                commands.empty() ? lumora.help() : commands.front()->help(lumora.get_name()));
+}
+
+}  // namespace
+
+int performLine(std::vector<std::string> words) {
+  CLI::App lumora("An animated GIF behind the icons of a phone's home screen.", "lumora");
+  Context context;
+  context.performLine = performLine;
+  declareCommands(lumora, context);
+  try {
+    // The parser takes the words from the back.
+    std::reverse(words.begin(), words.end());
+    lumora.parse(std::move(words));
+    return context.action();
+  } catch (const CLI::Success& asked) {
+    std::ostringstream answer;
+    const int code = lumora.exit(asked, answer);
+    std::fputs(answer.str().c_str(), stdout);
+    return code;
+  } catch (const CLI::ParseError& error) {
+    refuse(lumora, error);
+  }
+}
+
+}  // namespace tool
