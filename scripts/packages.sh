@@ -7,6 +7,7 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(python3)
+fuzz_packages=(clang python3)
 lint_packages=(clang-format clang-tidy)
 
 # Installs those of the packages named that are missing.

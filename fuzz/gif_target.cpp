@@ -1,0 +1,33 @@
+// The GIF decoder: every frame and its delay, as the frame cache asks for them.
+
+#include <algorithm>
+
+#include "gifview/gif_frame_delay.h"
+#include "platform/image_source.h"
+
+namespace {
+
+// Larger screens and more frames only take longer.
+constexpr int largestScreen = 128 * 128;
+constexpr int mostFrames = 32;
+
+int screenOf(const std::uint8_t* gif) {
+  constexpr int width = 6;
+  constexpr int height = 8;
+  auto word = [gif](int at) { return gif[at] | gif[at + 1] << 8; };
+  return std::max(word(width), 1) * std::max(word(height), 1);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  constexpr std::size_t headerSize = 13;
+  if (size < headerSize || screenOf(data) > largestScreen) return 0;
+  auto source = platform::CGImageSource::createWithData(platform::Bytes(data, data + size));
+  const int frames = source ? std::min(source->count(), mostFrames) : 0;
+  for (int frame = 0; frame < frames; ++frame) {
+    source->createImageAtIndex(frame);
+    lumora::CGImageSourceGetGifFrameDelay(*source, frame);
+  }
+  return 0;
+}

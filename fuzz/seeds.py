@@ -1,0 +1,48 @@
+"""Writes small inputs for a fuzz target to start from.
+
+usage: seeds.py gif|png|property_list|durations DIRECTORY
+"""
+import os
+import plistlib
+import struct
+import sys
+import zlib
+
+
+def gif(version, *images):
+    data = version + struct.pack('<HHBBB', 4, 4, 0x80, 0, 0) + bytes((0, 0, 0, 255, 255, 255))
+    for left, flags, control in images:
+        data += b'\x21\xf9\x04' + bytes([control]) + struct.pack('<HB', 5, 0) + b'\0'
+        data += b'\x2c' + struct.pack('<HHHHB', left, 0, 4, 4, flags)
+        data += b'\x02\x03\x84\x8f\x05\0'
+    return data + b'\x21\xff\x0bNETSCAPE2.0\x03\x01\0\0\0\x3b'
+
+
+def png(color_type, depth, row, interlace=0):
+    def chunk(kind, body):
+        return struct.pack('>I', len(body)) + kind + body + struct.pack('>I', zlib.crc32(kind + body))
+    header = struct.pack('>IIBBBBB', 2, 2, depth, color_type, 0, 0, interlace)
+    palette = chunk(b'PLTE', bytes(6)) + chunk(b'tRNS', b'\x80') if color_type == 3 else b''
+    return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', header) + palette +
+            chunk(b'IDAT', zlib.compress((b'\0' + row) * 2)) + chunk(b'IEND', b''))
+
+
+def lists(value):
+    return [plistlib.dumps(value), plistlib.dumps(value, fmt=plistlib.FMT_BINARY)]
+
+
+SEEDS = {
+    'gif': [gif(b'GIF89a', (0, 0, 0)), gif(b'GIF89a', (1, 0x40, 9), (0, 0, 12), (2, 0, 1)),
+            gif(b'GIF87a', (0, 0, 0), (9, 0, 0))],
+    'png': [png(6, 8, bytes(8)), png(2, 8, bytes(6)), png(3, 8, bytes(2)), png(0, 16, bytes(4)),
+            png(3, 1, bytes(1)), png(4, 8, bytes(4), interlace=1)],
+    'property_list': lists({'SHARED_GIF_SPEED': '2.5', 'OTHER': [1, 2.5, True, {'a': b'x'}]}) +
+                     [b'\xef\xbb\xbf' + plistlib.dumps({'a': 'b'})],
+    'durations': lists(['0.100000', '0.050000', '', '-1']) + lists([1, {'a': []}]),
+}
+
+if __name__ == '__main__':
+    target, directory = sys.argv[1:]
+    for number, seed in enumerate(SEEDS[target]):
+        with open(os.path.join(directory, f'seed-{number}'), 'wb') as file:
+            file.write(seed)
