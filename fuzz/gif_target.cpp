@@ -8,14 +8,14 @@
 namespace {
 
 // Larger screens and more frames only take longer.
-constexpr int largestScreen = 128 * 128;
+constexpr std::int64_t largestScreen = 128 * 128;
 constexpr int mostFrames = 32;
 
-int screenOf(const std::uint8_t* gif) {
+std::int64_t screenOf(const std::uint8_t* gif) {
   constexpr int width = 6;
   constexpr int height = 8;
-  auto word = [gif](int at) { return gif[at] | gif[at + 1] << 8; };
-  return std::max(word(width), 1) * std::max(word(height), 1);
+  auto word = [gif](int at) -> std::int64_t { return gif[at] | gif[at + 1] << 8; };
+  return word(width) * word(height);
 }
 
 }  // namespace

@@ -2,9 +2,48 @@
 
 #include <cstdlib>
 
+#include <zlib.h>
+
 #include "platform/linux/png.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+namespace {
+
+using Byte = std::uint8_t;
+
+std::uint32_t numberAt(const Byte* at) {
+  return std::uint32_t{at[0]} << 24 | std::uint32_t{at[1]} << 16 | std::uint32_t{at[2]} << 8 |
+         at[3];
+}
+
+// Makes the checksum of every chunk right, or nearly all inputs would be refused for it.
+void mendChecksums(Byte* png, std::size_t size) {
+  constexpr std::size_t signatureSize = 8;
+  constexpr std::size_t fieldSize = 4;
+  for (std::size_t at = signatureSize; at + 3 * fieldSize <= size;) {
+    const std::size_t length = numberAt(png + at);
+    const std::size_t checksumAt = at + 2 * fieldSize + length;
+    if (checksumAt + fieldSize > size) return;
+    const auto sum = static_cast<std::uint32_t>(
+        crc32(0, png + at + fieldSize, static_cast<uInt>(fieldSize + length)));
+    for (int byte = 0; byte < 4; ++byte) {
+      png[checksumAt + static_cast<std::size_t>(byte)] = static_cast<Byte>(sum >> (24 - 8 * byte));
+    }
+    at = checksumAt + fieldSize;
+  }
+}
+
+}  // namespace
+
+extern "C" std::size_t LLVMFuzzerMutate(Byte* data, std::size_t size, std::size_t largest);
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(Byte* data, std::size_t size, std::size_t largest,
+                                               unsigned /*seed*/) {
+  const std::size_t newSize = LLVMFuzzerMutate(data, size, largest);
+  mendChecksums(data, newSize);
+  return newSize;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const Byte* data, std::size_t size) {
   const auto image = platform::decodePng(platform::Bytes(data, data + size));
   if (!image) return 0;
   constexpr std::size_t largest = std::size_t{1} << 20;
