@@ -111,6 +111,10 @@ void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
     result.returnError(sdbus::Error(failure, "there is no orientation '" + name + "'"));
     return;
   }
+  if (springBoard_.options().display == "desktop") {
+    result.returnError(sdbus::Error(failure, "a desktop does not turn"));
+    return;
+  }
   springBoard_.rotate(*orientation);
   whenSettled(std::move(result));
 }

@@ -1,22 +1,20 @@
 #include "host/dock_view.h"
 
 #include "artwork/dock.h"
-#include "platform/device.h"
 
 namespace host {
 namespace {
 
-constexpr platform::CGFloat phoneDockHeight = 96;
-constexpr platform::CGFloat padDockHeight = 110;
+platform::CGFloat ownHeight = 0;
 
 platform::CGFloat ownDefaultHeight(platform::id /*self*/, platform::SEL /*selector*/) {
-  const bool isPad = platform::userInterfaceIdiom() == platform::UIUserInterfaceIdiom::Pad;
-  return isPad ? padDockHeight : phoneDockHeight;
+  return ownHeight;
 }
 
 }  // namespace
 
-void DockView::registerClass() {
+void DockView::registerClass(platform::CGFloat height) {
+  ownHeight = height;
   platform::Class cls = platform::registerClass("SBDockView", platform::viewClass());
   platform::addClassMethod(cls, "defaultHeight", ownDefaultHeight);
 }

@@ -10,8 +10,8 @@ namespace host {
 
 class DockView : public CachedView {
  public:
-  // Registers the class "SBDockView".
-  static void registerClass();
+  // Registers the class "SBDockView", for a dock of this thickness in points.
+  static void registerClass(platform::CGFloat height);
   static std::shared_ptr<DockView> make(bool isPad);
 
   // The dock's thickness in points, asked of the class by name, as everybody in the process does.

@@ -17,7 +17,7 @@ struct KeyHelp {
 constexpr KeyHelp keyHelp[] = {
     {"L", "lock, unlock"},
     {"H", "home screen"},
-    {"A", "open an app"},
+    {"A", "open, close an app"},
     {"\u2190 \u2192", "turn"},
     {"\u2191 \u2193", "upright, upside down"},
     {"S", "screenshot"},

@@ -1,6 +1,8 @@
 #include "host/host_options.h"
 
+#include <optional>
 #include <sstream>
+#include <utility>
 
 #include <X11/Xlib.h>
 
@@ -12,15 +14,28 @@ constexpr int largestSide = 4096;
 constexpr int largestScale = 4;
 constexpr int largestRefreshRate = 240;
 
-// Whether there is a screen to show a window on.
-bool hasScreen() {
-  Display* screen = XOpenDisplay(nullptr);
-  if (screen != nullptr) XCloseDisplay(screen);
-  return screen != nullptr;
+// The size in pixels of the X11 screen; nothing where there is none.
+std::optional<std::pair<int, int>> x11Screen() {
+  Display* display = XOpenDisplay(nullptr);
+  if (display == nullptr) return std::nullopt;
+  const int number = DefaultScreen(display);
+  const std::pair size(DisplayWidth(display, number), DisplayHeight(display, number));
+  XCloseDisplay(display);
+  return size;
 }
 
 constexpr int phoneSize[] = {390, 844};
 constexpr int padSize[] = {820, 1180};
+
+// A desktop is as large as the screen, rounded up to whole points.
+void chooseSize(HostOptions& options, const std::optional<std::pair<int, int>>& screen) {
+  const auto& usual = options.isPad ? padSize : phoneSize;
+  options.width = usual[0];
+  options.height = usual[1];
+  if (options.display != "desktop" || !screen) return;
+  options.width = (screen->first + options.scale - 1) / options.scale;
+  options.height = (screen->second + options.scale - 1) / options.scale;
+}
 
 bool parseSize(const std::string& text, HostOptions& options) {
   std::istringstream stream(text);
@@ -39,8 +54,9 @@ std::string sizeProblem() {
 
 void addHostOptions(CLI::App& command, HostOptions& options) {
   command
-      .add_option("--display", options.display,
-                  "window, headless, or auto: a window where there is a screen for it")
+      .add_option(
+          "--display", options.display,
+          "window, desktop (behind all windows), headless, or auto: a window if there is a screen")
       ->check(CLI::IsMember({"auto", "window", "desktop", "headless"}))
       ->type_name("auto|window|desktop|headless");
   command
@@ -72,15 +88,9 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       ->check(CLI::IsMember({"real", "manual"}))
       ->type_name("real|manual");
   command.parse_complete_callback([&options] {
-    if (options.width == 0) {
-      const auto& size = options.isPad ? padSize : phoneSize;
-      options.width = size[0];
-      options.height = size[1];
-    }
-    if (options.display == "auto") options.display = hasScreen() ? "window" : "headless";
-    if (options.display == "desktop") {
-      throw CLI::ValidationError("--display", "desktop is not available yet; use window");
-    }
+    const auto screen = options.display == "headless" ? std::nullopt : x11Screen();
+    if (options.display == "auto") options.display = screen ? "window" : "headless";
+    if (options.width == 0) chooseSize(options, screen);
     if (options.hasManualClock && options.display != "headless") {
       throw CLI::ValidationError("--clock", "manual needs --display headless");
     }
@@ -90,12 +100,16 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
 std::vector<std::string> hostArguments(const HostOptions& options) {
   std::vector<std::string> arguments{
       "--display", options.display,
-      "--screen",  std::to_string(options.width) + "x" + std::to_string(options.height),
       "--scale",   std::to_string(options.scale),
       "--refresh", std::to_string(options.refreshRate),
       "--idiom",   options.isPad ? "pad" : "phone",
       "--clock",   options.hasManualClock ? "manual" : "real",
   };
+  // A desktop is measured where it is shown, and may be larger than one can ask for.
+  if (options.display != "desktop") {
+    arguments.emplace_back("--screen");
+    arguments.push_back(std::to_string(options.width) + "x" + std::to_string(options.height));
+  }
   if (options.startsLocked) arguments.emplace_back("--locked");
   return arguments;
 }

@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 #include "host/control_service.h"
+#include "host/desktop_display.h"
 #include "host/host_options.h"
 #include "host/spring_board.h"
 #include "host/window_display.h"
@@ -88,8 +89,11 @@ void runHomeScreen(const Arguments& arguments) {
   auto* control = new host::ControlService(*springBoard);
   loadLibraries(arguments.libraries);
   std::unique_ptr<host::WindowDisplay> window;
+  std::unique_ptr<host::DesktopDisplay> desktop;
   if (arguments.host.display == "window") {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
+  } else if (arguments.host.display == "desktop") {
+    desktop = std::make_unique<host::DesktopDisplay>(*springBoard);
   }
   springBoard->launch();
   RunLoop::main().perform([control] { control->announce(); });

@@ -19,9 +19,10 @@ constexpr platform::UIColor black{0, 0, 0, 1};
 
 }  // namespace
 
-Screen::Screen(CGSize size, bool isPad)
+Screen::Screen(CGSize size, bool isPad, bool hasChrome)
     : uprightSize_(size),
       isPad_(isPad),
+      hasChrome_(hasChrome),
       root_(std::make_shared<platform::UIView>()),
       wallpapers_(std::make_shared<platform::UIView>()),
       icons_(std::make_shared<HomeIconsView>(isPad)),
@@ -75,15 +76,15 @@ void Screen::layOut() {
   icons_->setFrame({0, statusBarHeight, right, bottom - statusBarHeight});
 }
 
-void Screen::show(ScreenState state) {
+void Screen::show(ScreenState state, bool isCovered) {
   const bool isHome = state == ScreenState::Home;
   const bool isLocked = state == ScreenState::Locked;
-  icons_->setHidden(!isHome);
-  dock_->setHidden(!isHome);
-  lockScreen_->setHidden(!isLocked);
-  statusBar_->setHidden(!isHome && !isLocked);
-  app_->setHidden(state != ScreenState::App);
-  WallpaperController::instance().setVisibility({isLocked, isHome});
+  icons_->setHidden(!hasChrome_ || !isHome);
+  dock_->setHidden(!hasChrome_ || !isHome);
+  lockScreen_->setHidden(!hasChrome_ || !isLocked);
+  statusBar_->setHidden(!hasChrome_ || (!isHome && !isLocked));
+  app_->setHidden(!hasChrome_ || state != ScreenState::App);
+  WallpaperController::instance().setVisibility({isLocked && !isCovered, isHome && !isCovered});
 }
 
 void Screen::showTime() {

@@ -15,12 +15,13 @@ enum class ScreenState { Locked, Home, App, Off };
 
 class Screen {
  public:
-  // size: of the upright device, in points.
-  Screen(platform::CGSize size, bool isPad);
+  // size: of the upright device, in points. Without chrome there is nothing but the wallpapers.
+  Screen(platform::CGSize size, bool isPad, bool hasChrome);
 
   // Makes the wallpapers and lays everything out.
   void start();
-  void show(ScreenState state);
+  // Nothing of a covered screen is to be seen, whatever its state.
+  void show(ScreenState state, bool isCovered);
   void turn(platform::UIInterfaceOrientation orientation);
   void showTime();
   void toggleKeyHelp();
@@ -34,6 +35,7 @@ class Screen {
 
   const platform::CGSize uprightSize_;
   const bool isPad_;
+  const bool hasChrome_;
   platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
   std::shared_ptr<platform::UIView> root_;
   std::shared_ptr<platform::UIView> wallpapers_;

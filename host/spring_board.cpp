@@ -12,6 +12,18 @@ using platform::id;
 using platform::SEL;
 using platform::UIInterfaceOrientation;
 
+constexpr platform::CGFloat phoneDockHeight = 96;
+constexpr platform::CGFloat padDockHeight = 110;
+
+bool hasChrome(const HostOptions& options) {
+  return options.display != "desktop";
+}
+
+platform::CGFloat dockHeight(const HostOptions& options) {
+  if (!hasChrome(options)) return 0;
+  return options.isPad ? padDockHeight : phoneDockHeight;
+}
+
 }  // namespace
 
 struct SpringBoard::Object : objc_object {
@@ -37,9 +49,10 @@ SpringBoard::SpringBoard(const HostOptions& options)
   platform::Class cls = platform::registerClass("SpringBoard", nullptr);
   platform::addMethod(cls, "applicationDidFinishLaunching:", Object::applicationDidFinishLaunching);
   object_->isa = cls;
-  DockView::registerClass();
+  DockView::registerClass(dockHeight(options));
   WallpaperController::registerClasses();
-  screen_ = std::make_unique<Screen>(platform::CGSize{width, height}, options.isPad);
+  screen_ =
+      std::make_unique<Screen>(platform::CGSize{width, height}, options.isPad, hasChrome(options));
 }
 
 SpringBoard::~SpringBoard() = default;
@@ -56,7 +69,7 @@ void SpringBoard::finishLaunching() {
 void SpringBoard::show(ScreenState state) {
   state_ = state;
   screen_->showTime();
-  screen_->show(state);
+  screen_->show(state, isCovered_);
   keepTime();
 }
 
@@ -66,7 +79,7 @@ void SpringBoard::keepTime() {
   auto& runLoop = platform::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
   runLoop.clearAlarm();
-  if (!showsClock || options_.display == "headless") return;
+  if (!showsClock || options_.display != "window") return;
   runLoop.setAlarm(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();
@@ -92,6 +105,11 @@ void SpringBoard::closeApp() {
 void SpringBoard::turnDisplay(bool on) {
   if (!on) show(ScreenState::Off);
   if (on && state_ == ScreenState::Off) show(ScreenState::Locked);
+}
+
+void SpringBoard::setCovered(bool isCovered) {
+  isCovered_ = isCovered;
+  screen_->show(state_, isCovered_);
 }
 
 void SpringBoard::rotate(UIInterfaceOrientation orientation) {

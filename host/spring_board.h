@@ -33,8 +33,11 @@ class SpringBoard {
   // A display that is switched on shows the lock screen.
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
+  // Whether something that does not belong to the device hides the whole screen.
+  void setCovered(bool isCovered);
 
   ScreenState state() const { return state_; }
+  bool isCovered() const { return isCovered_; }
   platform::UIInterfaceOrientation orientation() const { return orientation_; }
   const HostOptions& options() const { return options_; }
   Screen& screen() { return *screen_; }
@@ -49,6 +52,7 @@ class SpringBoard {
   std::unique_ptr<Object> object_;
   std::unique_ptr<Screen> screen_;
   ScreenState state_ = ScreenState::Home;
+  bool isCovered_ = false;
   platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
 };
 

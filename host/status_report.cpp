@@ -82,6 +82,7 @@ std::string statusReport(SpringBoard& springBoard) {
   const HostOptions& options = springBoard.options();
   json report = {
       {"screen", stateName(springBoard.state())},
+      {"covered", springBoard.isCovered()},
       {"orientation", orientationName(springBoard.orientation())},
       {"idiom", options.isPad ? "pad" : "phone"},
       {"size", {options.width, options.height}},

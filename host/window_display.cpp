@@ -50,6 +50,14 @@ void toggleLock(SpringBoard& springBoard) {
   }
 }
 
+void toggleApp(SpringBoard& springBoard) {
+  if (springBoard.state() == ScreenState::App) {
+    springBoard.closeApp();
+  } else {
+    springBoard.openApp();
+  }
+}
+
 }  // namespace
 
 struct WindowDisplay::Impl {
@@ -59,7 +67,8 @@ struct WindowDisplay::Impl {
   Impl& operator=(const Impl&) = delete;
 
   void open();
-  int connection() const;
+  SDL_SysWMinfo systemInfo() const;
+  bool isDesktop() const { return springBoard.options().display == "desktop"; }
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw();
@@ -78,6 +87,10 @@ WindowDisplay::WindowDisplay(SpringBoard& springBoard)
 
 WindowDisplay::~WindowDisplay() = default;
 
+unsigned long WindowDisplay::number() const {
+  return impl_->systemInfo().info.x11.window;
+}
+
 WindowDisplay::Impl::~Impl() {
   RunLoop::main().setDrawing(nullptr);
   if (window != nullptr) SDL_DestroyWindow(window);
@@ -91,19 +104,25 @@ void WindowDisplay::Impl::open() {
   SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   if (SDL_Init(SDL_INIT_VIDEO) != 0) fail();
-  window = SDL_CreateWindow("Lumora", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                            springBoard.options().width * springBoard.options().scale,
-                            springBoard.options().height * springBoard.options().scale, 0);
+  if (isDesktop()) SDL_SetHint(SDL_HINT_X11_WINDOW_TYPE, "_NET_WM_WINDOW_TYPE_DESKTOP");
+  const int place = isDesktop() ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
+  const auto flags = isDesktop() ? SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR : 0;
+  window = SDL_CreateWindow(
+      "Lumora", place, place, springBoard.options().width * springBoard.options().scale,
+      springBoard.options().height * springBoard.options().scale, static_cast<Uint32>(flags));
   if (window == nullptr) fail();
-  RunLoop::main().addSource(connection(), [this] { return handleEvents(); });
+  const auto& x11 = systemInfo().info.x11;
+  // Where no window manager keeps it there.
+  if (isDesktop()) XLowerWindow(x11.display, x11.window);
+  RunLoop::main().addSource(XConnectionNumber(x11.display), [this] { return handleEvents(); });
   RunLoop::main().setDrawing([this] { draw(); });
 }
 
-int WindowDisplay::Impl::connection() const {
+SDL_SysWMinfo WindowDisplay::Impl::systemInfo() const {
   SDL_SysWMinfo info;
   SDL_VERSION(&info.version);
   if (SDL_GetWindowWMInfo(window, &info) != SDL_TRUE) fail();
-  return XConnectionNumber(info.info.x11.display);
+  return info;
 }
 
 bool WindowDisplay::Impl::handleEvents() {
@@ -112,7 +131,7 @@ bool WindowDisplay::Impl::handleEvents() {
   while (SDL_PollEvent(&event) != 0) {
     handled = true;
     if (event.type == SDL_QUIT) RunLoop::main().stop();
-    if (event.type == SDL_KEYDOWN && event.key.repeat == 0) handleKey(event.key);
+    if (event.type == SDL_KEYDOWN && event.key.repeat == 0 && !isDesktop()) handleKey(event.key);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
       RunLoop::main().setNeedsDisplay();
     }
@@ -127,7 +146,7 @@ void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {
     case SDLK_h:
       return springBoard.goHome();
     case SDLK_a:
-      return springBoard.openApp();
+      return toggleApp(springBoard);
     case SDLK_LEFT:
       return springBoard.rotate(UIInterfaceOrientation::LandscapeRight);
     case SDLK_RIGHT:

@@ -1,4 +1,5 @@
-// The screen in a window, with the usual keys of a phone simulator. Main thread.
+// The screen in a window: one of its own, with the usual keys of a phone simulator, or the one
+// behind all others on the desktop. Main thread.
 #pragma once
 
 #include <memory>
@@ -15,6 +16,9 @@ class WindowDisplay {
   ~WindowDisplay();
   WindowDisplay(const WindowDisplay&) = delete;
   WindowDisplay& operator=(const WindowDisplay&) = delete;
+
+  // The window's number at the X server.
+  unsigned long number() const;
 
  private:
   struct Impl;

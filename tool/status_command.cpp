@@ -35,10 +35,12 @@ ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
   return nullptr;
 }
 
-std::string whyNotPlaying(const ordered_json& view, const std::string& screen) {
+std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) {
+  const std::string screen = report.value("screen", "");
   if (!lumora::getEnabled()) return "disabled";
   if (screen == "app") return "app open";
   if (screen == "off") return "display off";
+  if (report.value("covered", false)) return "covered";
   if (!view.value("visible", false)) return "hidden";
   return "not started";
 }
@@ -48,8 +50,8 @@ std::string whyNotAttached(bool isSet) {
   return lumora::getEnabled() ? "not attached" : "disabled";
 }
 
-std::string why(const ordered_json& view, const std::string& screen) {
-  if (!view.value("playing", false)) return whyNotPlaying(view, screen);
+std::string why(const ordered_json& view, const ordered_json& report) {
+  if (!view.value("playing", false)) return whyNotPlaying(view, report);
   return view.value("visible", false) ? "shown" : "started";
 }
 
@@ -77,7 +79,7 @@ ordered_json locationStatus(const ordered_json& report, ScreenLocation location)
   }
   status["frame"] = view.value("frame", ordered_json());
   status["playing"] = view.value("playing", false);
-  status["why"] = why(view, report.value("screen", ""));
+  status["why"] = why(view, report);
   status["frame_shown"] = shownFrame(view);
   for (const char* key : {"frames_in_cache", "frames_shown", "speed", "alpha"}) {
     status[key] = view.value(key, ordered_json());

@@ -1,0 +1,25 @@
+// The screen on the X11 desktop: behind all windows, and resting while nobody can see it. Main
+// thread.
+#pragma once
+
+#include "host/desktop_cover.h"
+#include "host/session_watch.h"
+#include "host/window_display.h"
+
+namespace host {
+
+class DesktopDisplay {
+ public:
+  // Throws std::runtime_error, with the reason, if there is no X11 screen.
+  explicit DesktopDisplay(SpringBoard& springBoard);
+
+ private:
+  void update();
+
+  SpringBoard& springBoard_;
+  WindowDisplay window_;
+  DesktopCover cover_;
+  SessionWatch session_;
+};
+
+}  // namespace host
