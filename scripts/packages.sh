@@ -6,7 +6,7 @@ build_packages=(
   nlohmann-json3-dev libgtest-dev
 )
 run_packages=(dbus fontconfig fonts-inter)
-test_packages=(python3)
+test_packages=(openbox python3 xvfb)
 fuzz_packages=(clang python3)
 lint_packages=(clang-format clang-tidy)
 

@@ -2,6 +2,7 @@
 
 usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
 """
+import ctypes
 import json
 import os
 import plistlib
@@ -109,7 +110,7 @@ class WithoutHost(Device):
     def test_wrong_use_shows_the_usage(self):
         for words in ([], ['dance'], ['set', 'shared'], ['set', 'moon', self.gif], ['mode', '3'],
                       ['dock'], ['rotate', 'north'], ['run', '--screen', '3x'], ['advance', '-1'],
-                      ['run', '--display', 'desktop'], ['frames', self.gif], ['get'],
+                      ['frames', self.gif], ['get'],
                       ['run', '--display', 'window', '--clock', 'manual'],
                       ['scaling', 'shared', 'fit'], ['app', 'open', 'now'], ['advance', 'nan'],
                       ['put', '', 'value'], ['speed', 'shared'], ['alpha', 'shared', '1.01'],
@@ -421,6 +422,71 @@ class WithHost(Device):
             self.assertEqual(json.loads(self.ok('settings', '--json'))['MODE_INDEX'], 1)
         self.start()
         self.ok('set', 'shared', self.gif)
+
+
+@unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox'), 'needs Xvfb and openbox')
+class OnADesktop(Device):
+    """An X server of its own, with a window manager."""
+
+    def setUp(self):
+        super().setUp()
+        reading, writing = os.pipe()
+        self.programs = [subprocess.Popen(
+            ['Xvfb', '-displayfd', str(writing), '-screen', '0', '640x480x24', '-nolisten', 'tcp'],
+            pass_fds=[writing], stderr=subprocess.DEVNULL)]
+        os.close(writing)
+        with os.fdopen(reading) as file:
+            self.display = ':' + file.readline().strip()
+        self.environment = dict(os.environ, DISPLAY=self.display, HOME=self.folder,
+                                DBUS_SESSION_BUS_ADDRESS='unix:path=/nowhere',
+                                DBUS_SYSTEM_BUS_ADDRESS='unix:path=/nowhere')
+        self.show('openbox')
+
+    def tearDown(self):
+        for program in reversed(self.programs):
+            program.terminate()
+            program.wait(20)
+        super().tearDown()
+
+    def show(self, *words):
+        self.programs.append(subprocess.Popen(words, env=self.environment, stdout=subprocess.DEVNULL,
+                                              stderr=subprocess.DEVNULL))
+        return self.programs[-1]
+
+    def becomes(self, playing, why):
+        deadline = time.monotonic() + 20
+        while (self.shared()['playing'], self.shared()['why']) != (playing, why):
+            self.assertLess(time.monotonic(), deadline, self.shared())
+            time.sleep(0.05)
+
+    def test_the_wallpaper_rests_while_nobody_can_see_it(self):
+        self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', self.gif)
+        self.ok('wait', '--timeout', '30')
+        self.becomes(True, 'shown')
+        self.assertEqual(self.shared()['frame'], [0, 0, 640, 480])
+        self.assertIn('does not turn', self.fails(1, 'rotate', 'left'))
+        other = os.path.join(self.folder, 'other')
+        for size, playing, why in (('700x900', False, 'covered'), ('300x400', True, 'shown')):
+            window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
+                               '--screen', size)
+            subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
+            self.becomes(playing, why)
+            window.terminate()
+            window.wait(20)
+            self.becomes(True, 'shown')
+        # The X server's own screen saver.
+        xlib = ctypes.CDLL('libX11.so.6')
+        xlib.XOpenDisplay.restype = ctypes.c_void_p
+        screen = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
+        for mode, playing, why in ((1, False, 'covered'), (0, True, 'shown')):
+            xlib.XForceScreenSaver(screen, mode)
+            xlib.XSync(screen, 0)
+            self.becomes(playing, why)
+        xlib.XCloseDisplay(screen)
+        picture = os.path.join(self.folder, 'picture.png')
+        self.ok('screenshot', picture)
+        with open(picture, 'rb') as file:
+            self.assertEqual(struct.unpack('>II', file.read(24)[16:]), (640, 480))
 
 
 if __name__ == '__main__':
