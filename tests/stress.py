@@ -1,0 +1,348 @@
+"""Does to the real programs what the world does to them, at random but repeatably.
+
+usage: stress.py DIRECTORY-OF-THE-PROGRAMS [--rounds N] [--seed N] [PHASE ...]
+
+Phases: kills, settings, burst, bus, full-disk, read-only (the last two need to mount, as root or in
+a namespace of their own, and are skipped where that is not allowed).
+"""
+import argparse
+import os
+import plistlib
+import random
+import shutil
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
+LIBRARY = 'var/mobile/Library/Lumora'
+CONTROL = 'com.brightfen.lumora.'
+NOTIFICATIONS = [CONTROL + name for name in (
+    'removeGIFFromAllWallpapers', 'wallpaperNeedsUpdating', 'updateWallpaper',
+    'removeSharedGIFView', 'removeLockscreenGIFView', 'removeHomescreenGIFView',
+    'updateAnimating')] + ['kLWGIFViewGIFSpeedNeedsUpdating', 'kLWGIFViewGIFAlphaNeedsUpdating',
+                           'kLWGIFViewGIFBlurNeedsUpdating',
+                           'kLWGIFViewNeedsToRemoveUnneededViewNotification']
+HAND = [['lock'], ['unlock'], ['home'], ['app', 'open'], ['app', 'close'], ['screen', 'off'],
+        ['screen', 'on'], ['rotate', 'left'], ['rotate', 'right'], ['rotate', 'portrait']]
+
+
+def gif(frames, side, pick):
+    """A GIF whose frames differ, written without compression."""
+    data = b'GIF89a' + struct.pack('<HHBBB', side, side, 0, 0, 0)
+    for _ in range(frames):
+        table = bytes(pick.randrange(256) for _ in range(3 * 128))
+        codes = bytearray()
+        for pixel in range(side * side):
+            if pixel % 100 == 0:
+                codes.append(128)
+            codes.append(pick.randrange(128))
+        codes.append(129)
+        data += b'\x21\xf9\x04\0' + struct.pack('<H', 5) + b'\0\0\x2c'
+        data += struct.pack('<HHHHB', 0, 0, side, side, 0x86) + table + b'\x07'
+        for at in range(0, len(codes), 255):
+            block = codes[at:at + 255]
+            data += bytes([len(block)]) + block
+        data += b'\0'
+    return data + b'\x3b'
+
+
+class Device:
+    """A device in a folder of its own, and the two GIFs that are chosen for it in turns."""
+
+    def __init__(self, programs, seed):
+        self.program = os.path.join(programs, 'lumora')
+        self.pick = random.Random(seed)
+        self.folder = tempfile.mkdtemp(prefix='lumora-stress-')
+        self.root = os.path.join(self.folder, 'device')
+        self.run = None
+        self.gifs = []
+        self.caches = []
+        for name, frames, side in (('one', 16, 160), ('other', 7, 64)):
+            self.gifs.append(os.path.join(self.folder, name + '.gif'))
+            with open(self.gifs[-1], 'wb') as file:
+                file.write(gif(frames, side, self.pick))
+            self.caches.append(os.path.join(self.folder, 'Wallpaper_both-' + name))
+            self.ok('frames', self.gifs[-1], self.caches[-1])
+
+    def close(self):
+        self.stop()
+        shutil.rmtree(self.folder)
+
+    def lumora(self, *words):
+        return subprocess.run([self.program, '--root', self.root, *words], capture_output=True,
+                              text=True, timeout=120)
+
+    def ok(self, *words):
+        done = self.lumora(*words)
+        assert done.returncode == 0, (words, done.returncode, done.stderr)
+        return done.stdout
+
+    def begin(self, *words):
+        return subprocess.Popen([self.program, '--root', self.root, *words],
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def start(self, *words):
+        self.run = subprocess.Popen(
+            [self.program, 'run', '--root', self.root, '--display', 'headless', *words],
+            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+        self.ok('wait')
+
+    def stop(self):
+        """A sanitizer's findings come out here, too."""
+        if self.run is None:
+            return
+        self.run.terminate()
+        _, errors = self.run.communicate(timeout=60)
+        assert self.run.returncode == 0, (self.run.returncode, errors)
+        self.run = None
+
+    def child(self, name):
+        with open(f'/proc/{self.run.pid}/task/{self.run.pid}/children') as file:
+            for child in file.read().split():
+                with open(f'/proc/{child}/comm') as comm:
+                    if comm.read().strip() == name:
+                        return int(child)
+        raise AssertionError(name + ' does not run')
+
+    def kill(self, name):
+        os.kill(self.child(name), signal.SIGKILL)
+        _, errors = self.run.communicate(timeout=60)
+        assert self.run.returncode == 1, (self.run.returncode, errors)
+        self.run = None
+
+    def memory(self):
+        """Resident memory of the home screen in KiB."""
+        with open(f'/proc/{self.child("springboard")}/status') as file:
+            return int(next(line.split()[1] for line in file if line.startswith('VmRSS')))
+
+    def path(self, name):
+        return os.path.join(self.root, name)
+
+    def check_settings(self):
+        if os.path.exists(self.path(PREFERENCES)):
+            with open(self.path(PREFERENCES), 'rb') as file:
+                assert isinstance(plistlib.load(file), dict)
+
+    def check_wallpaper(self, number):
+        """The cache is what the same GIF gives without any trouble."""
+        cache = self.path(LIBRARY + '/Wallpaper_both')
+        base = os.path.basename(self.caches[number])
+        expected = sorted(os.listdir(self.caches[number]))
+        assert sorted(name.replace('Wallpaper_both', base) for name in os.listdir(cache)) == expected
+        for name in expected:
+            with open(os.path.join(self.caches[number], name), 'rb') as right, \
+                    open(os.path.join(cache, name.replace(base, 'Wallpaper_both')), 'rb') as file:
+                assert right.read() == file.read(), name
+
+    def choose(self, number):
+        self.ok('put', 'SHARED_GIF_BLUR', '0')
+        self.ok('set', 'shared', self.gifs[number])
+        self.check_wallpaper(number)
+
+
+def kills(device, rounds):
+    """The home screen is killed in the middle of something; the next one makes it good."""
+    actions = [lambda number: device.begin('set', 'shared', device.gifs[number]),
+               lambda number: device.begin('blur', 'shared', str(number + 1)),
+               lambda number: device.begin('remove', 'shared'),
+               lambda number: device.begin('mode', 'separate'),
+               lambda number: device.begin('rotate', 'left')]
+    device.start()
+    device.choose(0)
+    leftovers = 0
+    for each in range(rounds):
+        number = each % 2
+        # Most often where most happens.
+        action = actions[device.pick.choice((0, 0, 0, 1, 1, 2, 3, 4))](number)
+        time.sleep(device.pick.uniform(0, 0.15))
+        device.kill('springboard')
+        action.wait(120)
+        device.check_settings()
+        device.start()
+        device.choose(number)
+        leftovers = sum(name.endswith('.tmp') for _, _, names in os.walk(device.root)
+                        for name in names)
+    device.stop()
+    return f'{leftovers} unfinished files left'
+
+
+def damage(device):
+    """The settings file as another program might leave it."""
+    path = device.path(PREFERENCES)
+    kind = device.pick.randrange(6)
+    sound = {'MODE_INDEX': device.pick.choice('01'), 'WALLPAPER_SET': 'TRUE',
+             'SHARED_GIF_SPEED': device.pick.choice(('1', '0', '-1', 'fast', '1e999'))}
+    contents = [plistlib.dumps(sound), plistlib.dumps(sound, fmt=plistlib.FMT_BINARY),
+                plistlib.dumps(sound)[:device.pick.randrange(200)], device.pick.randbytes(300),
+                plistlib.dumps({'MODE_INDEX': 1, 'ENABLED': True}), b''][kind]
+    if device.pick.random() < 0.1 and os.path.exists(path):
+        os.remove(path)
+    elif device.pick.random() < 0.5:
+        with open(path, 'wb') as file:
+            file.write(contents)
+    else:
+        with open(path + '.new', 'wb') as file:
+            file.write(contents)
+        os.rename(path + '.new', path)
+
+
+def settings(device, rounds):
+    """The settings file is replaced, deleted and damaged while a wallpaper plays."""
+    device.start()
+    device.choose(0)
+    before = device.memory()
+    waiting = []
+    for each in range(10 * rounds):
+        damage(device)
+        waiting.append(device.begin('post', device.pick.choice(NOTIFICATIONS[2:])))
+        if each % 10 == 9:
+            waiting.append(device.begin(*device.pick.choice(HAND)))
+        if len(waiting) > 8:
+            waiting.pop(0).wait(120)
+    for one in waiting:
+        one.wait(120)
+    return finish(device, before)
+
+
+def burst(device, rounds):
+    """Notifications in random order while the screen is locked, unlocked and rotated."""
+    device.start()
+    device.choose(0)
+    before = device.memory()
+    for _ in range(max(rounds // 20, 1)):
+        posts = [device.begin('post', device.pick.choice(NOTIFICATIONS)) for _ in range(200)]
+        hands = [device.begin(*device.pick.choice(HAND)) for _ in range(20)]
+        for one in posts + hands:
+            one.wait(120)
+    return finish(device, before)
+
+
+def finish(device, before):
+    """Whatever happened, a GIF can be chosen and plays, and the memory has not grown for good."""
+    if os.path.exists(device.path(PREFERENCES)):
+        os.remove(device.path(PREFERENCES))
+    device.ok('home')
+    device.ok('rotate', 'portrait')
+    device.choose(1)
+    after = device.memory()
+    device.stop()
+    growth = (after - before) // 1024
+    # A sanitizer keeps what was freed for a while.
+    assert growth < 400, growth
+    return f'memory {before // 1024} MiB before, {after // 1024} MiB after'
+
+
+def bus(device, rounds):
+    """The message bus dies; the next start has a new one."""
+    for each in range(max(rounds // 10, 1)):
+        device.start()
+        device.choose(each % 2)
+        action = device.begin('set', 'shared', device.gifs[1 - each % 2])
+        time.sleep(device.pick.uniform(0, 0.1))
+        device.kill('dbus-daemon')
+        action.wait(120)
+        device.check_settings()
+    device.start()
+    device.choose(0)
+    device.stop()
+    return ''
+
+
+def full_disk(device, rounds):
+    """Everything is tried with ever less space; with space again it goes on."""
+    os.makedirs(device.root, exist_ok=True)
+    subprocess.run(['mount', '-t', 'tmpfs', '-o', 'size=4m', 'none', device.root], check=True)
+    device.start()
+    device.choose(0)
+    ballast = device.path('ballast')
+    failures = 0
+    for each in range(rounds):
+        with open(ballast, 'wb', buffering=0) as file:
+            try:
+                while True:
+                    file.write(b'x' * 4096)
+            except OSError:
+                pass
+            file.truncate(max(os.path.getsize(ballast) - device.pick.randrange(400000), 0))
+        failed = device.lumora('set', 'shared', device.gifs[each % 2], '--timeout', '30')
+        assert failed.returncode in (0, 1), failed
+        failures += failed.returncode
+        device.lumora('blur', 'shared', '2')
+        device.lumora('put', 'SHARED_GIF_SPEED', '2')
+        device.check_settings()
+        os.remove(ballast)
+        device.choose(each % 2)
+    device.stop()
+    subprocess.run(['umount', device.root], check=True)
+    return f'{failures} of {rounds} found no space'
+
+
+def read_only(device, rounds):
+    """The library's folder cannot be written for a while."""
+    device.start()
+    device.choose(0)
+    library = device.path(LIBRARY)
+    subprocess.run(['mount', '--bind', library, library], check=True)
+    for _ in range(max(rounds // 10, 1)):
+        subprocess.run(['mount', '-o', 'remount,ro,bind', library], check=True)
+        failed = device.lumora('set', 'shared', device.gifs[1], '--timeout', '30')
+        assert failed.returncode == 1 and 'writable' in failed.stderr, failed
+        device.ok('blur', 'shared', '2')
+        device.ok('post', CONTROL + 'removeSharedGIFView')
+        device.check_settings()
+        subprocess.run(['mount', '-o', 'remount,rw,bind', library], check=True)
+        device.choose(0)
+    subprocess.run(['umount', library], check=True)
+    device.stop()
+    return ''
+
+
+PHASES = {'kills': kills, 'settings': settings, 'burst': burst, 'bus': bus, 'full-disk': full_disk,
+          'read-only': read_only}
+MOUNTING = ('full-disk', 'read-only')
+
+
+def may_mount():
+    return subprocess.run(['unshare', '-rm', 'true'], stderr=subprocess.DEVNULL).returncode == 0
+
+
+def play(arguments, name):
+    if name in MOUNTING and not arguments.mounts:
+        if not may_mount():
+            print(f'{name}: skipped, nothing can be mounted here', flush=True)
+            return
+        again = [sys.executable, '-B', *sys.argv[:1], arguments.programs, '--mounts', '--rounds',
+                 str(arguments.rounds), '--seed', str(arguments.seed), name]
+        subprocess.run(['unshare', '-rm', *again], check=True)
+        return
+    begun = time.monotonic()
+    device = Device(arguments.programs, arguments.seed)
+    try:
+        result = PHASES[name](device, arguments.rounds)
+    except BaseException:
+        print(f'{name}: failed with --seed {arguments.seed}', flush=True)
+        if device.run is not None:
+            device.run.kill()
+        raise
+    device.close()
+    print(f'{name}: good, {time.monotonic() - begun:.0f} s {result}', flush=True)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument('programs')
+    parser.add_argument('--rounds', type=int, default=100)
+    parser.add_argument('--seed', type=int, default=1)
+    parser.add_argument('--mounts', action='store_true', help=argparse.SUPPRESS)
+    parser.add_argument('phases', nargs='*')
+    arguments = parser.parse_intermixed_args()
+    for name in arguments.phases or PHASES:
+        play(arguments, name)
+
+
+if __name__ == '__main__':
+    main()
