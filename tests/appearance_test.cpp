@@ -1,0 +1,173 @@
+// What follows the settings while a wallpaper is up: blur, scaling and the mode's own views.
+
+#include "gifview/appearance.h"
+
+#include <algorithm>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+#include "platform/file_manager.h"
+#include "platform/image.h"
+#include "platform/operation_queue.h"
+#include "settings/device_paths.h"
+#include "tests/stage.h"
+
+namespace {
+
+using namespace testing_stage;
+
+constexpr auto blurNeedsUpdating = "kLWGIFViewGIFBlurNeedsUpdating";
+constexpr auto frameFound = "kLWGIFViewFrameFoundNotification";
+constexpr auto blurDidFinish = "kLWGIFViewGIFBlurDidFinish";
+constexpr auto savedCopy = "/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_both";
+constexpr auto firstFrame = "/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_0.png";
+
+const Bytes twoFrames = makeGif({{red}, {green}}, 12, 12);
+
+std::shared_ptr<lumora::LWGIFView> makeView(Stage& stage, const std::string& identifier) {
+  std::shared_ptr<lumora::LWGIFView> view;
+  platform::NSOperationQueue().addOperationWithBlock(
+      [&] { view = lumora::LWGIFView::initWithIdentifier(identifier); });
+  stage.settle();
+  return view;
+}
+
+long countOf(const std::vector<std::string>& posted, const char* name) {
+  return std::count(posted.begin(), posted.end(), name);
+}
+
+struct WithWallpaper : Stage {
+  WithWallpaper() {
+    launch();
+    choose("SHARED", twoFrames);
+    takePosted();
+  }
+
+  // Blurs by a setting stored before, from frames that are damaged; the first frame's file then.
+  std::optional<Bytes> blurredFrame(const std::string& setting) {
+    put("SHARED_GIF_BLUR", setting);
+    root.write(firstFrame, std::string("damaged"));
+    post(blurNeedsUpdating);
+    return platform::contentsOfFile(firstFrame);
+  }
+};
+
+TEST(Appearance, ABlurFiltersEvenWhereThereIsNothingToBlur) {
+  WithWallpaper stage;
+  const auto sharp = platform::contentsOfFile(firstFrame);
+  EXPECT_EQ(stage.blurredFrame("0"), sharp);
+  EXPECT_EQ(stage.blurredFrame("-3"), sharp);
+  EXPECT_EQ(stage.blurredFrame("0.9"), sharp);
+  const auto blurred = stage.blurredFrame("3");
+  EXPECT_NE(blurred, sharp);
+  EXPECT_EQ(stage.blurredFrame("3.9"), blurred);
+  EXPECT_NE(stage.blurredFrame("40"), blurred);
+  EXPECT_EQ(platform::imageWithContentsOfFile(firstFrame)->width, 12);
+}
+
+TEST(Appearance, ABlurReadsItsSettingOnceAndTheChosenFileNotItsCopy) {
+  WithWallpaper stage;
+  stage.root.write(savedCopy, std::string("no picture"));
+  SettingsWatch watch(stage.root);
+  stage.post(blurNeedsUpdating);
+  EXPECT_EQ(watch.take(), (SettingsWatch::Counts{1, 0}));
+  const auto posted = stage.takePosted();
+  EXPECT_EQ(countOf(posted, frameFound), 2);
+  EXPECT_EQ(countOf(posted, blurDidFinish), 1);
+}
+
+TEST(Appearance, ABlurOfAFileThatCannotBeReadSaysThatItIsDoneAllTheSame) {
+  WithWallpaper stage;
+  const auto before = platform::contentsOfFile(firstFrame);
+  for (const char* damage : {"no picture", ""}) {
+    stage.root.write(lumora::sharedGIFPath, std::string(damage));
+    stage.post(blurNeedsUpdating);
+    EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{blurDidFinish}));
+  }
+  platform::removeItemAtPath(lumora::sharedGIFPath);
+  stage.post(blurNeedsUpdating);
+  EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{blurDidFinish}));
+  EXPECT_EQ(platform::contentsOfFile(firstFrame), before);
+}
+
+TEST(Appearance, AViewThatNeverHadAGifSaysNothingOfABlur) {
+  Stage stage;
+  stage.launch();
+  const auto view = makeView(stage, "SHARED");
+  stage.post(blurNeedsUpdating);
+  EXPECT_EQ(stage.takePosted(), std::vector<std::string>());
+}
+
+TEST(Appearance, TwoBlursMayRunSideBySide) {
+  WithWallpaper stage;
+  Stage::put("SHARED_GIF_BLUR", "3");
+  lumora::updateGIFBlur(Stage::view("SHARED"));
+  lumora::updateGIFBlur(Stage::view("SHARED"));
+  stage.settle();
+  const auto posted = stage.takePosted();
+  EXPECT_EQ(countOf(posted, frameFound), 4);
+  EXPECT_EQ(countOf(posted, blurDidFinish), 2);
+  const auto twice = platform::contentsOfFile(firstFrame);
+  EXPECT_EQ(stage.blurredFrame("3"), twice);
+}
+
+TEST(Appearance, EveryViewFollowsTheSettingOfItsOwnLocation) {
+  Stage stage;
+  stage.launch();
+  const auto lockscreen = makeView(stage, "LOCKSCREEN");
+  const auto homescreen = makeView(stage, "HOMESCREEN");
+  const auto elsewhere = makeView(stage, "ELSEWHERE");
+  for (const char* key : {"SHARED_GIF_ALPHA", "LOCKSCREEN_GIF_ALPHA"}) Stage::put(key, "0.25");
+  Stage::put("HOMESCREEN_GIF_ALPHA", "0.5");
+  elsewhere->imageView()->setAlpha(0);
+  stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
+  EXPECT_EQ(lockscreen->imageView()->alpha(), 0.25);
+  EXPECT_EQ(homescreen->imageView()->alpha(), 0.5);
+  EXPECT_EQ(elsewhere->imageView()->alpha(), 1);
+}
+
+TEST(Appearance, AScalingModeIsTheImageViewsAlone) {
+  Stage stage;
+  stage.launch();
+  const auto view = makeView(stage, "SHARED");
+  using Mode = platform::UIViewContentMode;
+  const Mode before = view->contentMode();
+  for (const Mode mode : {Mode::ScaleToFill, Mode::ScaleAspectFit, Mode::ScaleAspectFill}) {
+    view->setContentMode(mode);
+    stage.settle();
+    EXPECT_EQ(view->imageView()->contentMode(), mode);
+    EXPECT_EQ(view->contentMode(), before);
+  }
+}
+
+TEST(Appearance, AViewThatTheModeHasNoUseForLeavesTheScreen) {
+  struct Case {
+    std::optional<std::string> mode;
+    bool sharedLeaves;
+    bool othersLeave;
+  };
+  const Case cases[] = {{"0", true, false},   {"1", false, true}, {"2", false, false},
+                        {"-1", false, false}, {"", false, true},  {std::nullopt, false, true}};
+  Stage stage;
+  stage.launch();
+  const auto parent = std::make_shared<platform::UIView>();
+  for (const char* identifier : {"SHARED", "LOCKSCREEN", "HOMESCREEN", "ELSEWHERE"}) {
+    const auto view = makeView(stage, identifier);
+    for (const Case& each : cases) {
+      SCOPED_TRACE(std::string(identifier) + " in mode " + each.mode.value_or("of no file"));
+      platform::removeItemAtPath(lumora::settingsPath);
+      if (each.mode) Stage::put("MODE_INDEX", *each.mode);
+      parent->addSubview(view);
+      lumora::removeUnneededViews(view);
+      stage.settle();
+      const bool leaves =
+          identifier == std::string("SHARED") ? each.sharedLeaves : each.othersLeave;
+      EXPECT_EQ(view->superview() == nullptr, leaves);
+      EXPECT_EQ(Stage::stored(std::string(identifier) + "_WALLPAPER_SET"),
+                leaves ? std::optional<std::string>("FALSE") : std::nullopt);
+    }
+  }
+}
+
+}  // namespace
