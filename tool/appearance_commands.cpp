@@ -64,7 +64,8 @@ class Rewriting {
  private:
   int framesInCaches() {
     int frames = 0;
-    for (const auto& view : nlohmann::json::parse(host_.status())["views"]) {
+    const auto report = nlohmann::json::parse(host_.status());
+    for (const auto& view : report["views"]) {
       frames += view.value("frames_in_cache", 0);
     }
     return frames;
