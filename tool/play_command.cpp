@@ -74,7 +74,9 @@ void play(const Context& context, const std::string& script) {
       std::fflush(stdout);
       performWords(context, device, words);
     } catch (const Failure& failure) {
-      throw Failure(script + ":" + std::to_string(number) + ": " + line + ": " + failure.what());
+      std::ostringstream where;
+      where << script << ":" << number << ": " << line << ": " << failure.what();
+      throw Failure(where.str());
     }
   }
 }
