@@ -83,6 +83,20 @@ TEST(Playback, TwoQuickResumesLeaveTwoLinksOfWhichAPauseStopsOne) {
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
 }
 
+TEST(Playback, EndsAsTheLastOfManyQuickMessagesSays) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  stage.choose("SHARED", threeFrames);
+  const auto center =
+      platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.SHARED");
+  for (int each = 0; each < 20; ++each) {
+    center->sendMessageName("kLWGIFViewShouldResumeNotification");
+    center->sendMessageName("kLWGIFViewShouldPauseNotification");
+  }
+  stage.settle();
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+}
+
 TEST(Playback, FollowsTheSpeedFromTheNextRefreshOn) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_SPEED", "2");

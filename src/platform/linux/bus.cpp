@@ -51,14 +51,13 @@ Bus::Bus(const std::string& address, std::function<void()> lost)
 }
 
 bool Bus::handlePending() {
-  bool handled = false;
   try {
-    while (listener_->processPendingRequest()) handled = true;
+    return listener_->processPendingRequest();
   } catch (const sdbus::Error&) {
     RunLoop::main().removeSource(listenerDescriptor_);
     lost_();
+    return false;
   }
-  return handled;
 }
 
 void Bus::send(const std::function<void(sdbus::IConnection&)>& use) {

@@ -24,7 +24,8 @@ class Bus {
   bool isListeningThread() const { return std::this_thread::get_id() == listeningThread_; }
   // After using it directly call handlePending.
   sdbus::IConnection& listener() { return *listener_; }
-  // Handles all that has arrived; whether there was anything.
+  // Handles one message that has arrived; whether there was one. What it puts on the main queue
+  // runs before the next one is handled, as on the device.
   bool handlePending();
 
   // These work on any thread and are silent if the bus is gone.
