@@ -106,14 +106,19 @@ void WindowDisplay::Impl::open() {
   if (SDL_Init(SDL_INIT_VIDEO) != 0) fail();
   if (isDesktop()) SDL_SetHint(SDL_HINT_X11_WINDOW_TYPE, "_NET_WM_WINDOW_TYPE_DESKTOP");
   const int place = isDesktop() ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
-  const auto flags = isDesktop() ? SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR : 0;
+  // Mapped by hand: SDL would wait for the window to appear, for ever if a window manager that is
+  // just starting swallows the news.
+  const auto flags =
+      SDL_WINDOW_HIDDEN | (isDesktop() ? SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR : 0);
   window = SDL_CreateWindow(
       "Lumora", place, place, springBoard.options().width * springBoard.options().scale,
       springBoard.options().height * springBoard.options().scale, static_cast<Uint32>(flags));
   if (window == nullptr) fail();
   const auto& x11 = systemInfo().info.x11;
+  XMapWindow(x11.display, x11.window);
   // Where no window manager keeps it there.
   if (isDesktop()) XLowerWindow(x11.display, x11.window);
+  XFlush(x11.display);
   RunLoop::main().addSource(XConnectionNumber(x11.display), [this] { return handleEvents(); });
   RunLoop::main().setDrawing([this] { draw(); });
 }

@@ -167,6 +167,22 @@ TEST(FrameCache, OfADamagedGifHoldsTheSoundLeadingFrames) {
   EXPECT_FALSE(stage.root.has(cache + "/Wallpaper_both_2.png"));
 }
 
+TEST(FrameCache, LeavesAGapInTheNumbersForAFrameThatCannotBeDecoded) {
+  Stage stage;
+  stage.launch();
+  const Bytes first = makeGif({{red, 30}}, 16, 16);
+  Bytes gif = makeGif({{red, 30}, {green, 40}, {blue, 50}}, 16, 16);
+  // The code size of the second frame, behind its control block, descriptor and colours.
+  constexpr std::size_t codeSizeAt = 8 + 10 + 6;
+  gif[first.size() - 1 + codeSizeAt] = 13;
+  stage.root.write(gifPath, gif);
+  startInBackground(stage, "SHARED", gifPath);
+  EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.500000"}));
+  EXPECT_EQ(frameColor(0), red);
+  EXPECT_FALSE(stage.root.has(cache + "/Wallpaper_both_1.png"));
+  EXPECT_EQ(frameColor(2), blue);
+}
+
 TEST(FrameCache, AnUnreadableGifKeepsTheCallerWaitingItsFiveSecondsAndChangesNothing) {
   Stage stage;
   stage.launch();

@@ -1,9 +1,13 @@
 #include "placement/gating.h"
 
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "host/wallpaper_controller.h"
 #include "placement/location_table.h"
+#include "placement/wallpaper_view_dealloc.h"
 #include "tests/stage.h"
 
 namespace {
@@ -129,9 +133,18 @@ TEST(Gating, AHostViewDiesWithTheListenerOnIt) {
   EXPECT_EQ(lumora::sharedListener.load(), listener.lock());
 }
 
+void (*hostDealloc)(platform::id, platform::SEL) = nullptr;
+std::vector<std::size_t> observersLeft;
+
+void countingDealloc(platform::id self, platform::SEL selector) {
+  observersLeft.push_back(platform::UIView::viewOfObject(self)->observances().size());
+  hostDealloc(self, selector);
+}
+
 TEST(Gating, AtDeallocOnlyTheFirstObserverIsLookedAt) {
   Stage stage;
   stage.launch();
+  hostDealloc = std::exchange(lumora::previousWallpaperViewDealloc, countingDealloc);
   const auto cls = platform::objc_getClass("SBFWallpaperView");
   const auto foreign = std::make_shared<StrangeObserver>();
   for (const bool foreignIsFirst : {true, false}) {
@@ -141,8 +154,10 @@ TEST(Gating, AtDeallocOnlyTheFirstObserverIsLookedAt) {
     if (!foreignIsFirst) view->addObserver(foreign, "hidden", nullptr);
     view.reset();
   }
-  EXPECT_EQ(foreign->calls, 0);
   platform::makeViewOfClass<platform::UIView>(cls).reset();
+  // Both stay behind a foreign one; a listener that is the first goes; of none there is none.
+  EXPECT_EQ(observersLeft, (std::vector<std::size_t>{2, 1, 0}));
+  EXPECT_EQ(foreign->calls, 0);
 }
 
 TEST(Gating, ANewListenerReplacesTheOldOneOnTheSameObjectOnly) {

@@ -16,8 +16,8 @@ class NSOperationQueue {
   // The queue whose block the calling thread is running; nothing where there is none.
   static std::optional<NSOperationQueue> currentQueue();
 
-  // How many blocks may run at the same time, at least 1; else as many as suits the machine, of all
-  // such queues together. To be set before the first block is added.
+  // How many blocks may run at the same time, at least 1; else some dozens, of all such queues
+  // together. To be set before the first block is added.
   void setMaxConcurrentOperationCount(int count);
   // The block must not throw.
   void addOperationWithBlock(std::function<void()> block);

@@ -45,34 +45,32 @@ bool isSound(const Image& image) {
 }  // namespace
 
 ImageRef Compositor::picture(int index) {
-  if (index < drawn_ - 1) restart();
-  while (drawn_ <= index) {
-    if (damaged_ || !drawNext()) {
-      damaged_ = true;
-      return nullptr;
-    }
+  if (index < seen_ - 1) restart();
+  while (seen_ <= index) {
+    isSound_ = false;
+    isSound_ = draw(file_.images[static_cast<std::size_t>(seen_++)]);
   }
+  if (!isSound_) return nullptr;
   return std::make_shared<UIImage>(UIImage{file_.width, file_.height, canvas_});
 }
 
 void Compositor::restart() {
   canvas_.clear();
   previousCanvas_.clear();
-  drawn_ = 0;
-  damaged_ = false;
+  seen_ = 0;
+  drawn_ = nullptr;
 }
 
-bool Compositor::drawNext() {
-  const Image& image = file_.images[static_cast<std::size_t>(drawn_)];
+bool Compositor::draw(const Image& image) {
   if (!isSound(image)) return false;
   Bytes indices(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
   if (!decodeLzw(image.data, image.minimumCodeSize, indices)) return false;
   const auto canvasPixels = static_cast<std::size_t>(std::int64_t{file_.width} * file_.height);
   canvas_.resize(canvasPixels * bytesPerPixel);
-  if (drawn_ > 0) dispose(file_.images[static_cast<std::size_t>(drawn_ - 1)]);
+  if (drawn_ != nullptr) dispose(*drawn_);
   if (image.disposal == Disposal::RestorePrevious) previousCanvas_ = canvas_;
-  draw(image, indices);
-  ++drawn_;
+  drawPixels(image, indices);
+  drawn_ = &image;
   return true;
 }
 
@@ -89,7 +87,7 @@ void Compositor::dispose(const Image& image) {
   }
 }
 
-void Compositor::draw(const Image& image, const Bytes& indices) {
+void Compositor::drawPixels(const Image& image, const Bytes& indices) {
   const Visible visible = visiblePart(file_, image);
   const ColorTable& colors = *image.colors;
   const std::uint8_t* source = indices.data();

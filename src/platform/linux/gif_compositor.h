@@ -12,21 +12,25 @@ class Compositor {
   // The file's bytes must outlive this object.
   explicit Compositor(const File& file) : file_(file) {}
 
-  // The canvas just after image index was drawn. nullptr if that image is damaged, or an earlier
-  // one was: what builds on a damaged picture is none.
+  // The canvas just after image index was drawn. nullptr if that image is damaged; the others are
+  // drawn as if it were not there.
   ImageRef picture(int index);
 
  private:
   void restart();
-  bool drawNext();
+  // Whether the image is sound; one that is not leaves the canvas as it was.
+  bool draw(const Image& image);
   void dispose(const Image& image);
-  void draw(const Image& image, const Bytes& indices);
+  void drawPixels(const Image& image, const Bytes& indices);
 
   const File& file_;
   Bytes canvas_;
   Bytes previousCanvas_;
-  int drawn_ = 0;
-  bool damaged_ = false;
+  // How many images have been looked at, and whether the last of them is sound.
+  int seen_ = 0;
+  bool isSound_ = false;
+  // The last one that was drawn, which is still to be disposed of.
+  const Image* drawn_ = nullptr;
 };
 
 }  // namespace platform::gif

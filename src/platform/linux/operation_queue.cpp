@@ -1,6 +1,5 @@
 #include "platform/operation_queue.h"
 
-#include <algorithm>
 #include <deque>
 #include <mutex>
 #include <system_error>
@@ -63,12 +62,12 @@ class Workers : public std::enable_shared_from_this<Workers> {
   int count_ = 0;
 };
 
-// Of all queues without a limit of their own, however many there are. Never destroyed, as blocks
+// Of all queues without a limit of their own, however many there are: so many that long work in one
+// hardly ever keeps another waiting, and as many as the device allows. Never destroyed, as blocks
 // may still be added while the process ends.
 const std::shared_ptr<Workers>& sharedWorkers() {
-  constexpr unsigned fewest = 4;
-  static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(
-      static_cast<int>(std::max(fewest, 2 * std::thread::hardware_concurrency()))));
+  constexpr int mostThreads = 64;
+  static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(mostThreads));
   return *workers;
 }
 
