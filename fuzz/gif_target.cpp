@@ -23,7 +23,8 @@ std::int64_t screenOf(const std::uint8_t* gif) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t headerSize = 13;
   if (size < headerSize || screenOf(data) > largestScreen) return 0;
-  auto source = platform::CGImageSource::createWithData(platform::Bytes(data, data + size));
+  auto source = platform::CGImageSource::createWithData(
+      platform::NSData::dataWithBytes(platform::Bytes(data, data + size)));
   const int frames = source ? std::min(source->count(), mostFrames) : 0;
   for (int frame = 0; frame < frames; ++frame) {
     source->createImageAtIndex(frame);

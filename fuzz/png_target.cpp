@@ -4,6 +4,7 @@
 
 #include <zlib.h>
 
+#include "platform/linux/picture.h"
 #include "platform/linux/png.h"
 
 namespace {
@@ -44,11 +45,12 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(Byte* data, std::size_t size, std
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const Byte* data, std::size_t size) {
-  const auto image = platform::decodePng(platform::Bytes(data, data + size));
+  const auto file = platform::NSData::dataWithBytes(platform::Bytes(data, data + size));
+  const auto image = platform::decodePng(*file);
   if (!image) return 0;
-  constexpr std::size_t largest = std::size_t{1} << 20;
-  if (image->pixels.size() > largest) return 0;
-  const auto again = platform::decodePng(platform::UIImagePNGRepresentation(*image));
-  if (!again || again->pixels != image->pixels) std::abort();
+  constexpr int largest = 1 << 18;
+  if (image->width() * image->height() > largest) return 0;
+  const auto again = platform::decodePng(*platform::UIImagePNGRepresentation(*image));
+  if (!again || pixelsOf(*again) != pixelsOf(*image)) std::abort();
   return 0;
 }

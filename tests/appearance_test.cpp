@@ -9,6 +9,7 @@
 
 #include "platform/file_manager.h"
 #include "platform/image.h"
+#include "platform/linux/file_contents.h"
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
@@ -63,7 +64,7 @@ TEST(Appearance, ABlurFiltersEvenWhereThereIsNothingToBlur) {
   EXPECT_NE(blurred, sharp);
   EXPECT_EQ(stage.blurredFrame("3.9"), blurred);
   EXPECT_NE(stage.blurredFrame("40"), blurred);
-  EXPECT_EQ(platform::imageWithContentsOfFile(firstFrame)->width, 12);
+  EXPECT_EQ(platform::imageWithContentsOfFile(firstFrame)->width(), 12);
 }
 
 TEST(Appearance, ABlurReadsItsSettingOnceAndTheChosenFileNotItsCopy) {

@@ -10,7 +10,7 @@
 
 #include "gifview/gif_frame_delay.h"
 #include "gifview/notification_names.h"
-#include "platform/file_manager.h"
+#include "platform/linux/file_contents.h"
 #include "platform/linux/png.h"
 #include "platform/operation_queue.h"
 #include "platform/property_list.h"
@@ -40,11 +40,11 @@ std::vector<std::string> storedDurations() {
 }
 
 Color frameColor(int index) {
-  const auto bytes =
-      platform::contentsOfFile(cache + "/Wallpaper_both_" + std::to_string(index) + ".png");
-  const auto image = bytes ? platform::decodePng(*bytes) : nullptr;
+  const auto image = platform::imageWithContentsOfFile(cache + "/Wallpaper_both_" +
+                                                       std::to_string(index) + ".png");
   if (!image) return {1, 2, 3};
-  return {image->pixels[0], image->pixels[1], image->pixels[2]};
+  const auto pixel = pixelAt(*image, 0, 0);
+  return {pixel[0], pixel[1], pixel[2]};
 }
 
 // A view is made and started as an installation does it: not on the main thread.
@@ -200,8 +200,8 @@ TEST(FrameCache, BlursEachFrameByTheSettingOfTheViewsLocation) {
   stage.root.write(gifPath, makeGif({{red}}, 8, 8));
   Stage::put("LOCKSCREEN_GIF_BLUR", "3");
   startInBackground(stage, "SHARED", gifPath);
-  const auto sharp = platform::contentsOfFile(cache + "/Wallpaper_both_0.png");
-  EXPECT_EQ(platform::decodePng(*sharp)->pixels[3], 255);
+  const std::string frame = cache + "/Wallpaper_both_0.png";
+  EXPECT_EQ(pixelAt(*platform::imageWithContentsOfFile(frame), 0, 0)[3], 255);
 
   for (const auto& [setting, isBlurred] :
        {std::pair("0.9", false), std::pair("3.9", true), std::pair("-3", false)}) {
@@ -209,12 +209,11 @@ TEST(FrameCache, BlursEachFrameByTheSettingOfTheViewsLocation) {
     std::filesystem::remove_all(stage.root(cache));
     Stage::put("SHARED_GIF_BLUR", setting);
     startInBackground(stage, "SHARED", gifPath);
-    const auto image =
-        platform::decodePng(*platform::contentsOfFile(cache + "/Wallpaper_both_0.png"));
-    EXPECT_EQ(image->width, 8);
-    EXPECT_EQ(image->height, 8);
+    const auto image = platform::imageWithContentsOfFile(frame);
+    EXPECT_EQ(image->width(), 8);
+    EXPECT_EQ(image->height(), 8);
     // What lies outside the picture is transparent and bleeds into a blurred corner.
-    EXPECT_EQ(image->pixels[3] < 200, isBlurred);
+    EXPECT_EQ(pixelAt(*image, 0, 0)[3] < 200, isBlurred);
   }
 }
 

@@ -17,6 +17,7 @@ namespace {
 using namespace testing_stage;
 using platform::Bytes;
 using platform::CGImageSource;
+using platform::NSData;
 
 constexpr std::size_t widthAt = 6;
 constexpr std::size_t firstImageAt = 13 + 8;
@@ -31,7 +32,7 @@ Bytes withScreen(Bytes gif, int width, int height) {
 
 // Everything that can be decoded is; nothing more is asked of damaged bytes than to survive.
 int framesOf(const Bytes& gif) {
-  auto source = CGImageSource::createWithData(gif);
+  auto source = CGImageSource::createWithData(NSData::dataWithBytes(gif));
   int frames = 0;
   for (int index = 0; source && index < source->count(); ++index) {
     if (source->createImageAtIndex(index)) ++frames;
@@ -41,11 +42,13 @@ int framesOf(const Bytes& gif) {
 }
 
 TEST(Gif, FramesMayBeAskedForInAnyOrder) {
-  auto source = CGImageSource::createWithData(makeGif({{red}, {green}, {blue}}));
+  auto source =
+      CGImageSource::createWithData(NSData::dataWithBytes(makeGif({{red}, {green}, {blue}})));
   ASSERT_EQ(source->count(), 3);
   auto colorOf = [&source](int index) {
     const auto image = source->createImageAtIndex(index);
-    return Color{image->pixels[0], image->pixels[1], image->pixels[2]};
+    const auto pixel = pixelAt(*image, 0, 0);
+    return Color{pixel[0], pixel[1], pixel[2]};
   };
   EXPECT_EQ(colorOf(2), blue);
   EXPECT_EQ(colorOf(0), red);
@@ -56,18 +59,22 @@ TEST(Gif, FramesMayBeAskedForInAnyOrder) {
 
 TEST(Gif, TooLargeAScreenIsRefusedWhateverFollows) {
   const Bytes gif = makeGif({{red}});
-  EXPECT_EQ(CGImageSource::createWithData(withScreen(gif, 65535, 65535)), nullptr);
-  EXPECT_EQ(CGImageSource::createWithData(withScreen(gif, 0, 10)), nullptr);
-  EXPECT_NE(CGImageSource::createWithData(withScreen(gif, 2000, 2000)), nullptr);
+  EXPECT_EQ(CGImageSource::createWithData(NSData::dataWithBytes(withScreen(gif, 65535, 65535))),
+            nullptr);
+  EXPECT_EQ(CGImageSource::createWithData(NSData::dataWithBytes(withScreen(gif, 0, 10))), nullptr);
+  EXPECT_NE(CGImageSource::createWithData(NSData::dataWithBytes(withScreen(gif, 2000, 2000))),
+            nullptr);
 }
 
 TEST(Gif, AnImageLargerThanItsScreenIsClippedAndAGiantOneIsDamage) {
   Bytes gif = withScreen(makeGif({{red}}, 20, 20), 5, 5);
-  const auto image = CGImageSource::createWithData(gif)->createImageAtIndex(0);
-  EXPECT_EQ(image->width, 5);
-  EXPECT_EQ(image->pixels.size(), 100U);
+  const auto image =
+      CGImageSource::createWithData(NSData::dataWithBytes(gif))->createImageAtIndex(0);
+  EXPECT_EQ(image->width(), 5);
+  EXPECT_EQ(platform::pixelsOf(*image).size(), 100U);
   for (std::size_t at = firstImageAt + 5; at < firstImageAt + 9; ++at) gif[at] = 0xFF;
-  EXPECT_EQ(CGImageSource::createWithData(gif)->createImageAtIndex(0), nullptr);
+  EXPECT_EQ(CGImageSource::createWithData(NSData::dataWithBytes(gif))->createImageAtIndex(0),
+            nullptr);
 }
 
 TEST(Gif, CutShortAnywhereItGivesAtMostItsSoundLeadingFrames) {
@@ -88,7 +95,7 @@ TEST(Gif, OnlySoManyImagesAreReadThatTheirDelaysCanBeStored) {
   for (int each = 0; each < 600000; ++each) {
     many.insert(many.end(), one.begin() + headerSize, one.end() - 1);
   }
-  EXPECT_EQ(CGImageSource::createWithData(many)->count(), 1 << 19);
+  EXPECT_EQ(CGImageSource::createWithData(NSData::dataWithBytes(many))->count(), 1 << 19);
   const DeviceRoot root;
   EXPECT_TRUE(platform::writeArrayToFile(std::vector<std::string>(1 << 19, "655.350000"), "/list"));
 }
@@ -107,21 +114,27 @@ TEST(Gif, SurvivesAnyDamage) {
   }
 }
 
+// The first so many indices of such sub-blocks; nothing if they are not sound.
+std::optional<Bytes> decoded(const Bytes& subBlocks, int minimumCodeSize, std::size_t count) {
+  const auto data = NSData::dataWithBytes(subBlocks);
+  platform::gif::SubBlocks blocks(data->impl(), 0);
+  platform::gif::IndexBuffer buffer;
+  buffer.reset(count);
+  if (!decodeLzw(blocks, minimumCodeSize, buffer)) return std::nullopt;
+  return Bytes(buffer.indices().begin(), buffer.indices().end());
+}
+
 TEST(Lzw, StopsAtAWrongCodeAndAtTheEndOfTheData) {
-  Bytes pixels(16);
-  EXPECT_FALSE(platform::gif::decodeLzw({}, 2, pixels));
-  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{1, 0x07, 0}, 2, pixels));
-  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{5, 1, 2}, 2, pixels));
-  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{1, 0, 0}, 9, pixels));
-  EXPECT_FALSE(platform::gif::decodeLzw(Bytes{1, 0, 0}, 0, pixels));
+  EXPECT_EQ(decoded({}, 2, 16), std::nullopt);
+  EXPECT_EQ(decoded({1, 0x07, 0}, 2, 16), std::nullopt);
+  EXPECT_EQ(decoded({5, 1, 2}, 2, 16), std::nullopt);
+  EXPECT_EQ(decoded({1, 0, 0}, 9, 1), std::nullopt);
+  EXPECT_EQ(decoded({1, 0, 0}, 0, 1), std::nullopt);
 }
 
 TEST(Lzw, NeedsNeitherALeadingClearCodeNorAnEndCode) {
   // Codes of 3 bits: 1, 6 (the string just begun), 2.
-  const Bytes data{2, 0b10110001, 0b0, 0};
-  Bytes pixels(4);
-  ASSERT_TRUE(platform::gif::decodeLzw(data, 2, pixels));
-  EXPECT_EQ(pixels, (Bytes{1, 1, 1, 2}));
+  EXPECT_EQ(decoded({2, 0b10110001, 0b0, 0}, 2, 4), (Bytes{1, 1, 1, 2}));
 }
 
 TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
@@ -131,10 +144,11 @@ TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
   };
   for (const Case& each : {Case{0, 0.1}, Case{1, 0.1}, Case{2, 0.02}, Case{3, 0.03},
                            Case{65535, 655.35}, Case{std::nullopt, 0.1}}) {
-    auto source = CGImageSource::createWithData(makeGif({{red, each.stored}}));
+    auto source =
+        CGImageSource::createWithData(NSData::dataWithBytes(makeGif({{red, each.stored}})));
     EXPECT_EQ(lumora::CGImageSourceGetGifFrameDelay(*source, 0), each.delay);
   }
-  auto source = CGImageSource::createWithData(makeGif({{red, 50}}));
+  auto source = CGImageSource::createWithData(NSData::dataWithBytes(makeGif({{red, 50}})));
   EXPECT_EQ(lumora::CGImageSourceGetGifFrameDelay(*source, 7), 0.1);
 }
 

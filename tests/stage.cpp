@@ -236,9 +236,18 @@ std::shared_ptr<platform::UIView> Stage::hostView(const lumora::LocationEntry& e
 }
 
 Color Stage::colorAt(int x, int y) {
-  const auto picture = platform::decodePng(host::takeScreenshot(springBoard_->screen(), 1));
-  const auto* pixel = &picture->pixels[static_cast<std::size_t>(y * picture->width + x) * 4];
+  const auto png = host::takeScreenshot(springBoard_->screen(), 1);
+  const auto picture = platform::decodePng(*platform::NSData::dataWithBytes(png));
+  const auto pixel = pixelAt(*picture, x, y);
   return {pixel[0], pixel[1], pixel[2]};
+}
+
+platform::RGBAColor pixelAt(const platform::UIImage& image, int x, int y) {
+  const Bytes pixels = platform::pixelsOf(image);
+  platform::RGBAColor color;
+  std::copy_n(&pixels[static_cast<std::size_t>(y * image.width() + x) * color.size()], color.size(),
+              color.begin());
+  return color;
 }
 
 }  // namespace testing_stage

@@ -7,6 +7,7 @@
 
 #include "gifview/frame_cache.h"
 #include "platform/linux/device_root.h"
+#include "platform/linux/picture.h"
 #include "tool/failure.h"
 #include "tool/gif_file.h"
 
@@ -50,7 +51,7 @@ void writeFrames(const std::string& gifPath, const std::string& folderName) {
   lumora::FrameCacheLayout layout(folder.string() + ".gif");
   layout.fullGIFPath = fs::canonical(gifPath).string();
   QuietClient client;
-  lumora::rebuildFrameCache(layout, gif.bytes, client);
+  lumora::rebuildFrameCache(layout, gif.data, client);
   const auto durations = lumora::loadFrameDurations(layout);
   bool isWhole = durations != nullptr;
   for (std::int32_t index = 0; isWhole && index < client.framesFound(); ++index) {
@@ -71,12 +72,14 @@ int delayInCentiseconds(const platform::CGImageSource& source, int index) {
 
 void printRawFrames(const std::string& gifPath) {
   const ChosenGif gif = readGif(gifPath);
-  const auto source = platform::CGImageSource::createWithData(gif.bytes);
+  const auto source = platform::CGImageSource::createWithData(gif.data);
   for (int index = 0; index < source->count(); ++index) {
     const auto image = source->createImageAtIndex(index);
     if (!image) continue;
-    std::printf("F %d %d %d\n", image->width, image->height, delayInCentiseconds(*source, index));
-    std::fwrite(image->pixels.data(), 1, image->pixels.size(), stdout);
+    const platform::Bytes pixels = pixelsOf(*image);
+    std::printf("F %d %d %d\n", image->width(), image->height(),
+                delayInCentiseconds(*source, index));
+    std::fwrite(pixels.data(), 1, pixels.size(), stdout);
   }
 }
 

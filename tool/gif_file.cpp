@@ -8,8 +8,8 @@ namespace tool {
 
 ChosenGif readGif(const std::string& path) {
   ChosenGif gif;
-  gif.bytes = readUserFile(path);
-  auto source = platform::CGImageSource::createWithData(gif.bytes);
+  gif.data = openUserFile(path);
+  auto source = platform::CGImageSource::createWithData(gif.data);
   if (!source || source->createImageAtIndex(0) == nullptr) {
     throw Failure(path + " gives no picture: it is no GIF, is damaged, or is too large");
   }

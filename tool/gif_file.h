@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "platform/image.h"
+#include "platform/data.h"
 
 namespace tool {
 
 struct ChosenGif {
-  platform::Bytes bytes;
+  platform::DataRef data;
   // As many as the file announces; damaged ones among them.
   int frameCount = 0;
 };

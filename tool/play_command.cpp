@@ -57,13 +57,13 @@ void performWords(const Context& context, const DeviceFolder& device, Words word
 }
 
 void play(const Context& context, const std::string& script) {
-  const auto contents = readUserFile(script);
+  const std::string text = readUserText(script);
   const DeviceFolder device = context.device();
   HostConnection::require(device);
   // Files that a script names lie beside it.
   const auto folder = std::filesystem::absolute(script).parent_path();
   std::filesystem::current_path(folder);
-  std::istringstream lines(std::string(contents.begin(), contents.end()));
+  std::istringstream lines(text);
   int number = 0;
   for (std::string line; std::getline(lines, line);) {
     ++number;

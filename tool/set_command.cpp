@@ -39,7 +39,7 @@ std::string libraryPath(ScreenLocation location) {
 void storeIncomingFile(ScreenLocation location, const ChosenGif& gif) {
   const std::string path = incomingPath(location);
   platform::createDirectoryAtPath(incomingDirectory);
-  if (!platform::writeToFileAtomically(gif.bytes, path)) {
+  if (!gif.data->writeToFileAtomically(path)) {
     throw Failure("cannot copy the GIF to " + path +
                   " below the device's folder: is it there and writable, and is there space?");
   }
@@ -73,7 +73,7 @@ void watchExtraction(HostConnection& host, Extraction& extraction) {
 std::optional<int> framesInCache(ScreenLocation location, const ChosenGif& gif) {
   const lumora::FrameCacheLayout layout(libraryPath(location));
   const auto durations = lumora::loadFrameDurations(layout);
-  if (!durations || !lumora::isFrameCacheValid(layout, gif.bytes)) return std::nullopt;
+  if (!durations || !lumora::isFrameCacheValid(layout, *gif.data)) return std::nullopt;
   const int count = static_cast<int>(durations->size());
   for (int index = 0; index < count; ++index) {
     if (!platform::fileExistsAtPath(layout.framePath(index))) return std::nullopt;
@@ -120,7 +120,8 @@ void handOver(HostConnection& host, ScreenLocation location, const ChosenGif& gi
   host.post(lumora::control::wallpaperNeedsUpdating);
   // Answered after the notification has been handled, and with it the intake of the file.
   host.status(limit.left());
-  if (platform::contentsOfFile(libraryPath(location)) != gif.bytes) {
+  const auto taken = platform::NSData::dataWithContentsOfFile(libraryPath(location));
+  if (!taken || !taken->isEqualToData(*gif.data)) {
     throw Failure("the home screen could not take the GIF in: is " +
                   std::string(lumora::libraryDirectory) +
                   " below the device's folder there and writable, and is there space?");

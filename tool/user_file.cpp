@@ -4,10 +4,14 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <utility>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/file_manager.h"
+#include "platform/linux/byte_reader.h"
+#include "platform/linux/file_contents.h"
 #include "tool/failure.h"
 
 namespace tool {
@@ -19,19 +23,23 @@ namespace {
 
 }  // namespace
 
-std::vector<std::uint8_t> readUserFile(const std::string& path) {
-  std::error_code error;
-  if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error)) {
-    throw Failure("cannot read " + path + ": not a regular file");
-  }
-  std::ifstream file(path, std::ios::binary);
-  if (!file) fail("read", path);
-  const auto size = std::filesystem::file_size(path, error);
-  if (error || size > platform::largestFile) throw Failure("cannot read " + path + ": too large");
-  std::vector<std::uint8_t> contents(size);
-  file.read(reinterpret_cast<char*>(contents.data()), static_cast<std::streamsize>(size));
-  if (!file) fail("read", path);
-  return contents;
+platform::DataRef openUserFile(const std::string& path) {
+  // Not blocking: opening a pipe must not wait for a writer.
+  platform::FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  struct stat status {};
+  if (!descriptor || fstat(descriptor.get(), &status) != 0) fail("read", path);
+  if (!S_ISREG(status.st_mode)) throw Failure("cannot read " + path + ": not a regular file");
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > platform::largestFile) throw Failure("cannot read " + path + ": too large");
+  return platform::dataOfFile({std::move(descriptor), size});
+}
+
+std::string readUserText(const std::string& path) {
+  const auto data = openUserFile(path);
+  std::string text(data->length(), '\0');
+  platform::ByteReader reader(data->impl());
+  text.resize(reader.read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
+  return text;
 }
 
 void checkUserFileIsWritable(const std::string& path) {

@@ -5,10 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "platform/data.h"
+
 namespace tool {
 
-// Throws Failure with the reason.
-std::vector<std::uint8_t> readUserFile(const std::string& path);
+// The contents of a regular file, which stay there until they are read. Throws Failure with the
+// reason.
+platform::DataRef openUserFile(const std::string& path);
+std::string readUserText(const std::string& path);
 
 // Throws Failure if the file cannot be written, as far as that can be known before.
 void checkUserFileIsWritable(const std::string& path);

@@ -1,7 +1,5 @@
 #include "gifview/appearance.h"
 
-#include <utility>
-
 #include "gifview/blur.h"
 #include "gifview/gif_view.h"
 #include "gifview/mode_predicates.h"
@@ -32,8 +30,8 @@ void rewriteFrames(const LWGIFView& view) {
   const float blur = getGIFBlur(view.location());
   const FrameCacheLayout layout = view.frameCache();
   if (layout.fullGIFPath.empty()) return;
-  auto gif = platform::contentsOfFile(layout.fullGIFPath);
-  const auto source = gif ? CGImageSource::createWithData(std::move(*gif)) : nullptr;
+  const auto gif = platform::NSData::dataWithContentsOfFile(layout.fullGIFPath);
+  const auto source = gif ? CGImageSource::createWithData(gif) : nullptr;
   const std::int32_t count = source ? source->count() : 0;
   for (std::int32_t index = 0; index < count; ++index) rewriteFrame(layout, *source, index, blur);
   DarwinNotifyCenter::post(blurDidFinishNotification);

@@ -11,8 +11,8 @@ platform::ImageRef blurImageWithRadius(const platform::ImageRef& image, std::int
   // The middle of the output: it has grown by the border that the blur adds around the picture.
   const platform::CGRect extent = blurred.extent();
   platform::CGRect crop;
-  crop.width = static_cast<platform::CGFloat>(image->width);
-  crop.height = static_cast<platform::CGFloat>(image->height);
+  crop.width = static_cast<platform::CGFloat>(image->width());
+  crop.height = static_cast<platform::CGFloat>(image->height());
   crop.x = extent.x + (extent.width - crop.width) * platform::CGFloat{0.5};
   crop.y = extent.y + (extent.height - crop.height) * platform::CGFloat{0.5};
   return blurred.render(crop);

@@ -1,6 +1,5 @@
 #include "gifview/frame_cache.h"
 
-#include <utility>
 #include <vector>
 
 #include "gifview/blur.h"
@@ -50,15 +49,15 @@ std::string FrameCacheLayout::durationsPath() const {
   return savedGIFPath + "_durations.plist";
 }
 
-bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::Bytes& gif) {
-  const auto saved = platform::contentsOfFile(layout.savedGIFPath);
-  return saved && *saved == gif;
+bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& gif) {
+  const auto saved = platform::NSData::dataWithContentsOfFile(layout.savedGIFPath);
+  return saved && saved->isEqualToData(gif);
 }
 
-void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
+void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif,
                        FrameExtractionClient& client) {
   prepareDirectory(layout);
-  auto source = CGImageSource::createWithData(std::move(gif));
+  auto source = CGImageSource::createWithData(gif);
   if (!source) return;
   client.setFrameCount(source->count());
   std::vector<std::string> durations;
@@ -71,8 +70,8 @@ void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
                 const platform::ImageRef& image) {
   if (!image) return;
-  const platform::Bytes png = platform::UIImagePNGRepresentation(*image);
-  if (!png.empty()) platform::writeToFileAtomically(png, layout.framePath(index));
+  const auto png = platform::UIImagePNGRepresentation(*image);
+  if (png) png->writeToFileAtomically(layout.framePath(index));
 }
 
 FrameDurations loadFrameDurations(const FrameCacheLayout& layout) {

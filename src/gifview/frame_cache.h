@@ -40,11 +40,11 @@ class FrameExtractionClient {
 };
 
 // Whether the cache was made from exactly these bytes.
-bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::Bytes& gif);
+bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& gif);
 
 // Replaces the cache directory whole. The saved copy comes first; frames that cannot be decoded are
 // left out, with their numbers, while the list of delays closes up.
-void rebuildFrameCache(const FrameCacheLayout& layout, platform::Bytes gif,
+void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif,
                        FrameExtractionClient& client);
 
 // Writes one frame's file, replacing the old one atomically; of no picture, nothing.

@@ -105,11 +105,11 @@ bool LWGIFView::isEligible() const {
 bool LWGIFView::extract(const std::string& path) {
   const FrameCacheLayout layout(path);
   frameCache_.store(layout);
-  auto gif = platform::contentsOfFile(path);
+  const auto gif = platform::NSData::dataWithContentsOfFile(path);
   // Deliberately left unsettled: nothing else changes for a GIF that cannot be read.
   if (!gif) return false;
   const bool wasValid = isFrameCacheValid(layout, *gif);
-  if (!wasValid) rebuildFrameCache(layout, std::move(*gif), *this);
+  if (!wasValid) rebuildFrameCache(layout, gif, *this);
   if (!wasValid || isSelectedInSettings()) DarwinNotifyCenter::post(didStartAnimatingNotification);
   const FrameDurations durations = loadFrameDurations(layout);
   frameDurations_.store(durations);

@@ -2,11 +2,7 @@
 // function tells by its result whether it did what it says; none throws.
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
-
-#include "platform/image.h"
 
 namespace platform {
 
@@ -25,13 +21,5 @@ bool removeItemAtPath(const std::string& path);
 // Both fail where something stands at the target already.
 bool moveItemAtPath(const std::string& path, const std::string& target);
 bool copyItemAtPath(const std::string& path, const std::string& target);
-
-// No file that the system reads is larger; a sparse giant must not take the memory.
-constexpr std::size_t largestFile = std::size_t{1} << 28;
-
-// The whole of a regular file of at most so many bytes.
-std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit = largestFile);
-// The new file replaces the old one in one rename: a reader sees either, whole.
-bool writeToFileAtomically(const Bytes& contents, const std::string& path);
 
 }  // namespace platform

@@ -2,29 +2,35 @@
 // any thread; a picture that cannot be had is nullptr.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "platform/geometry.h"
+#include "platform/data.h"
 
 namespace platform {
 
-using Bytes = std::vector<std::uint8_t>;
+class UIImage {
+ public:
+  struct Impl;
+  // Made by the backend only.
+  explicit UIImage(std::unique_ptr<const Impl> impl);
+  ~UIImage();
 
-// Straight (not premultiplied) RGBA, 8 bits each, row by row from the top, without padding.
-struct UIImage {
-  int width = 0;
-  int height = 0;
-  Bytes pixels;
+  // In pixels.
+  int width() const;
+  int height() const;
+
+  const Impl& impl() const { return *impl_; }
+
+ private:
+  std::unique_ptr<const Impl> impl_;
 };
 using ImageRef = std::shared_ptr<const UIImage>;
 
 // The picture in a file, PNG or the first of a GIF; nullptr if there is none.
 ImageRef imageWithContentsOfFile(const std::string& path);
 
-// The PNG encoding; empty if the picture is empty or the memory does not suffice.
-Bytes UIImagePNGRepresentation(const UIImage& image);
+// The PNG encoding; nullptr if the memory does not suffice.
+DataRef UIImagePNGRepresentation(const UIImage& image);
 
 }  // namespace platform

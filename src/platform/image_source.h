@@ -23,7 +23,7 @@ struct ImageProperties {
 class CGImageSource {
  public:
   // nullptr if the bytes are not an image file, or one too large to hold.
-  static std::unique_ptr<CGImageSource> createWithData(Bytes data);
+  static std::unique_ptr<CGImageSource> createWithData(const DataRef& data);
   ~CGImageSource();
 
   int count() const;

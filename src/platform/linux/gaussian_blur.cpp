@@ -7,6 +7,7 @@
 
 #include "platform/image_filter.h"
 #include "platform/linux/out_of_memory.h"
+#include "platform/linux/picture.h"
 
 namespace platform {
 namespace {
@@ -46,11 +47,12 @@ struct Plane {
 };
 
 Plane premultiplied(const UIImage& image) {
-  Plane plane{image.width, image.height, std::vector<float>(image.pixels.size())};
-  for (std::size_t at = 0; at < image.pixels.size(); at += 4) {
-    const float alpha = image.pixels[at + 3];
+  const Bytes pixels = pixelsOf(image);
+  Plane plane{image.width(), image.height(), std::vector<float>(pixels.size())};
+  for (std::size_t at = 0; at < pixels.size(); at += 4) {
+    const float alpha = pixels[at + 3];
     for (std::size_t channel = 0; channel < 3; ++channel) {
-      plane.values[at + channel] = image.pixels[at + channel] * alpha / 255;
+      plane.values[at + channel] = pixels[at + channel] * alpha / 255;
     }
     plane.values[at + 3] = alpha;
   }
@@ -82,7 +84,7 @@ Plane blurredAndTurned(const Plane& input, const std::vector<float>& weights, in
 }
 
 ImageRef straight(const Plane& plane) {
-  UIImage image{plane.width, plane.height, Bytes(plane.values.size())};
+  Bytes pixels(plane.values.size());
   auto rounded = [](float value) {
     return static_cast<std::uint8_t>(std::clamp(std::lround(value), 0L, 255L));
   };
@@ -90,11 +92,11 @@ ImageRef straight(const Plane& plane) {
     const std::uint8_t alpha = rounded(plane.values[at + 3]);
     if (alpha == 0) continue;
     for (std::size_t channel = 0; channel < 3; ++channel) {
-      image.pixels[at + channel] = rounded(plane.values[at + channel] * 255 / plane.values[at + 3]);
+      pixels[at + channel] = rounded(plane.values[at + channel] * 255 / plane.values[at + 3]);
     }
-    image.pixels[at + 3] = alpha;
+    pixels[at + 3] = alpha;
   }
-  return std::make_shared<UIImage>(std::move(image));
+  return imageFromPixels(plane.width, plane.height, pixels);
 }
 
 }  // namespace
@@ -108,8 +110,8 @@ CIImage CIImage::gaussianBlur(const ImageRef& input, int radius) {
 CGRect CIImage::extent() const {
   const int reach = deviationsReached * radius_;
   return {static_cast<CGFloat>(-reach), static_cast<CGFloat>(-reach),
-          static_cast<CGFloat>(input_->width + 2 * reach),
-          static_cast<CGFloat>(input_->height + 2 * reach)};
+          static_cast<CGFloat>(input_->width() + 2 * reach),
+          static_cast<CGFloat>(input_->height() + 2 * reach)};
 }
 
 ImageRef CIImage::render(CGRect rectangle) const {
@@ -117,7 +119,7 @@ ImageRef CIImage::render(CGRect rectangle) const {
   const int y = static_cast<int>(std::lround(rectangle.y));
   const int width = static_cast<int>(std::lround(rectangle.width));
   const int height = static_cast<int>(std::lround(rectangle.height));
-  const bool isWhole = x == 0 && y == 0 && width == input_->width && height == input_->height;
+  const bool isWhole = x == 0 && y == 0 && width == input_->width() && height == input_->height();
   if (radius_ == 0 && isWhole) return input_;
   return unlessOutOfMemory([&] {
     const std::vector<float> weights = radius_ == 0 ? std::vector<float>{1} : kernel(radius_);

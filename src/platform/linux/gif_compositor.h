@@ -2,15 +2,18 @@
 // left, by the rules of disposal. The canvas starts transparent; images are clipped to it.
 #pragma once
 
-#include "platform/image.h"
+#include <optional>
+
+#include "platform/linux/gif_canvas.h"
 #include "platform/linux/gif_file.h"
+#include "platform/linux/gif_lzw.h"
 
 namespace platform::gif {
 
 class Compositor {
  public:
-  // The file's bytes must outlive this object.
-  explicit Compositor(const File& file) : file_(file) {}
+  // Both must outlive this object.
+  Compositor(const NSData::Impl& data, const File& file) : data_(data), file_(file) {}
 
   // The canvas just after image index was drawn. nullptr if that image is damaged; the others are
   // drawn as if it were not there.
@@ -21,16 +24,22 @@ class Compositor {
   // Whether the image is sound; one that is not leaves the canvas as it was.
   bool draw(const Image& image);
   void dispose(const Image& image);
-  void drawPixels(const Image& image, const Bytes& indices);
+  const ColorTable& colorsOf(const Image& image);
 
+  const NSData::Impl& data_;
   const File& file_;
-  Bytes canvas_;
-  Bytes previousCanvas_;
+  // Both are made when the first image is decoded.
+  std::optional<Canvas> canvas_;
+  IndexBuffer indices_;
+  std::optional<Canvas::Contents> previous_;
   // How many images have been looked at, and whether the last of them is sound.
   int seen_ = 0;
   bool isSound_ = false;
   // The last one that was drawn, which is still to be disposed of.
   const Image* drawn_ = nullptr;
+  // The table read last.
+  ColorTableLocation colorsLocation_;
+  ColorTable colors_;
 };
 
 }  // namespace platform::gif

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
+#include <tuple>
+
+#include "platform/linux/picture.h"
 
 namespace platform::gif {
 namespace {
@@ -20,65 +22,29 @@ constexpr int disposalMask = 0x07;
 
 constexpr std::string_view signatures[] = {"GIF87a", "GIF89a"};
 
-// Reads little-endian values in order; past the end everything is 0 and ended() true.
-class Reader {
- public:
-  explicit Reader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-
-  bool ended() const { return ended_; }
-
-  int byte() {
-    if (bytes_.empty()) {
-      ended_ = true;
-      return 0;
-    }
-    const int value = bytes_.front();
-    bytes_ = bytes_.subspan(1);
-    return value;
-  }
-
-  int word() {
-    const int low = byte();
-    return low | byte() << 8;
-  }
-
-  std::span<const std::uint8_t> take(std::size_t count) {
-    if (count > bytes_.size()) ended_ = true;
-    const auto taken = bytes_.first(std::min(count, bytes_.size()));
-    bytes_ = bytes_.subspan(taken.size());
-    return taken;
-  }
-
-  // Everything up to and with the empty sub-block that ends a chain, or what there is of it.
-  std::span<const std::uint8_t> subBlocks() {
-    const auto start = bytes_;
-    for (int size = byte(); size != 0; size = byte()) take(static_cast<std::size_t>(size));
-    return start.first(start.size() - bytes_.size());
-  }
-
- private:
-  std::span<const std::uint8_t> bytes_;
-  bool ended_ = false;
-};
-
 struct GraphicControl {
   std::optional<std::uint8_t> transparentIndex;
   Disposal disposal = Disposal::Keep;
-  std::optional<int> delay;
+  std::optional<std::uint16_t> delay;
 };
 
-using SharedTable = std::shared_ptr<const ColorTable>;
+constexpr std::size_t bytesPerColor = std::tuple_size_v<Color>;
 
-// nullptr where the flags say that there is none.
-SharedTable readColorTable(Reader& reader, int flags) {
-  if (!(flags & colorTableFlag)) return nullptr;
-  ColorTable colors;
-  const std::size_t count = std::size_t{2} << (flags & colorTableSizeMask);
-  const auto bytes = reader.take(count * 3);
-  for (std::size_t at = 0; at + 3 <= bytes.size(); at += 3) {
-    colors.push_back({bytes[at], bytes[at + 1], bytes[at + 2]});
+// Skips the table that the flags announce.
+ColorTableLocation locateColorTable(ByteReader& reader, int flags) {
+  if (!(flags & colorTableFlag)) return {};
+  ColorTableLocation location;
+  location.offset = static_cast<std::uint32_t>(reader.offset());
+  location.count = static_cast<std::uint16_t>(2 << (flags & colorTableSizeMask));
+  reader.skip(location.count * bytesPerColor);
+  return location;
+}
+
+// Everything up to and with the empty sub-block that ends a chain, or what there is of it.
+void skipSubBlocks(ByteReader& reader) {
+  for (int size = reader.byte(); size != 0; size = reader.byte()) {
+    reader.skip(static_cast<std::size_t>(size));
   }
-  return std::make_shared<const ColorTable>(std::move(colors));
 }
 
 Disposal disposalOf(int flags) {
@@ -92,50 +58,62 @@ Disposal disposalOf(int flags) {
   }
 }
 
-GraphicControl readGraphicControl(std::span<const std::uint8_t> subBlocks) {
-  Reader reader(subBlocks);
+GraphicControl readGraphicControl(ByteReader& reader) {
   GraphicControl control;
   constexpr int fieldBytes = 4;
-  if (reader.byte() < fieldBytes) return control;
-  const int flags = reader.byte();
-  control.disposal = disposalOf(flags);
-  control.delay = reader.word();
-  const auto index = static_cast<std::uint8_t>(reader.byte());
-  if (flags & transparencyFlag) control.transparentIndex = index;
-  return reader.ended() ? GraphicControl() : control;
+  const int size = reader.byte();
+  if (size >= fieldBytes) {
+    const int flags = reader.byte();
+    control.disposal = disposalOf(flags);
+    control.delay = static_cast<std::uint16_t>(reader.word());
+    const auto index = static_cast<std::uint8_t>(reader.byte());
+    if (flags & transparencyFlag) control.transparentIndex = index;
+    reader.skip(static_cast<std::size_t>(size - fieldBytes));
+  } else {
+    reader.skip(static_cast<std::size_t>(size));
+  }
+  if (size != 0) skipSubBlocks(reader);
+  return control;
 }
 
-Image readImage(Reader& reader, const GraphicControl& control, const SharedTable& global) {
+std::uint16_t readWord(ByteReader& reader) {
+  return static_cast<std::uint16_t>(reader.word());
+}
+
+Image readImage(ByteReader& reader, const GraphicControl& control, ColorTableLocation global) {
   Image image;
-  image.left = reader.word();
-  image.top = reader.word();
-  image.width = reader.word();
-  image.height = reader.word();
+  image.left = readWord(reader);
+  image.top = readWord(reader);
+  image.width = readWord(reader);
+  image.height = readWord(reader);
   const int flags = reader.byte();
   image.interlaced = flags & interlaceFlag;
-  image.colors = readColorTable(reader, flags);
-  if (!image.colors) image.colors = global;
+  image.colors = locateColorTable(reader, flags);
+  if (image.colors.count == 0) image.colors = global;
   image.transparentIndex = control.transparentIndex;
   image.disposal = control.disposal;
   image.delay = control.delay;
-  image.minimumCodeSize = reader.byte();
+  image.minimumCodeSize = static_cast<std::uint8_t>(reader.byte());
+  image.dataOffset = static_cast<std::uint32_t>(reader.offset());
   return image;
 }
 
-std::vector<Image> readImages(Reader& reader, const SharedTable& global) {
+std::vector<Image> readImages(ByteReader& reader, ColorTableLocation global) {
   std::vector<Image> images;
   GraphicControl control;
   for (int introducer = reader.byte(); !reader.ended() && images.size() < mostImages;
        introducer = reader.byte()) {
     if (introducer == extensionIntroducer) {
-      const int label = reader.byte();
-      const auto content = reader.subBlocks();
-      if (label == graphicControlLabel) control = readGraphicControl(content);
+      if (reader.byte() == graphicControlLabel) {
+        control = readGraphicControl(reader);
+      } else {
+        skipSubBlocks(reader);
+      }
     } else if (introducer == imageSeparator) {
-      Image image = readImage(reader, control, global);
+      const Image image = readImage(reader, control, global);
       if (reader.ended()) break;
-      image.data = reader.subBlocks();
-      images.push_back(std::move(image));
+      skipSubBlocks(reader);
+      images.push_back(image);
       control = {};
     } else {
       break;
@@ -146,24 +124,47 @@ std::vector<Image> readImages(Reader& reader, const SharedTable& global) {
 
 }  // namespace
 
-std::optional<File> parse(std::span<const std::uint8_t> bytes) {
-  Reader reader(bytes);
-  const auto magic = reader.take(signatures[0].size());
-  const bool known = std::any_of(std::begin(signatures), std::end(signatures), [&](auto signature) {
-    return std::equal(signature.begin(), signature.end(), magic.begin(), magic.end());
-  });
-  if (!known) return std::nullopt;
+std::optional<File> parse(const NSData::Impl& data) {
+  ByteReader reader(data);
+  std::array<char, signatures[0].size()> magic;
+  for (char& character : magic) character = static_cast<char>(reader.byte());
+  const std::string_view signature(magic.data(), magic.size());
+  if (std::ranges::find(signatures, signature) == std::end(signatures)) return std::nullopt;
   File file;
   file.width = reader.word();
   file.height = reader.word();
   const int flags = reader.byte();
-  reader.take(2);  // background colour and pixel aspect, which viewers do not use
-  SharedTable global = readColorTable(reader, flags);
-  if (!global) global = std::make_shared<const ColorTable>();
+  reader.skip(2);  // background colour and pixel aspect, which viewers do not use
+  const ColorTableLocation global = locateColorTable(reader, flags);
   const std::int64_t pixels = std::int64_t{file.width} * file.height;
-  if (reader.ended() || pixels == 0 || pixels > mostPixels) return std::nullopt;
+  if (reader.ended() || reader.offset() > data.length()) return std::nullopt;
+  if (pixels == 0 || pixels > mostPixels) return std::nullopt;
   file.images = readImages(reader, global);
   return file;
+}
+
+ColorTable readColorTable(const NSData::Impl& data, ColorTableLocation location) {
+  std::array<std::uint8_t, mostColors * bytesPerColor> window;
+  const auto bytes =
+      data.view(location.offset, std::span(window).first(location.count * bytesPerColor));
+  ColorTable colors;
+  for (std::size_t at = 0; at + bytesPerColor <= bytes.size(); at += bytesPerColor) {
+    colors.push_back({bytes[at], bytes[at + 1], bytes[at + 2]});
+  }
+  return colors;
+}
+
+std::size_t SubBlocks::read(std::span<std::uint8_t> room) {
+  std::size_t done = 0;
+  while (done < room.size() && !ended_) {
+    if (inBlock_ == 0) inBlock_ = static_cast<std::size_t>(reader_.byte());
+    const std::size_t wanted = std::min(inBlock_, room.size() - done);
+    const std::size_t count = reader_.read(room.subspan(done, wanted));
+    done += count;
+    inBlock_ -= count;
+    ended_ = wanted == 0 || count < wanted;
+  }
+  return done;
 }
 
 }  // namespace platform::gif

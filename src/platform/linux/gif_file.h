@@ -5,34 +5,43 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
+
+#include "platform/linux/byte_reader.h"
+#include "platform/linux/data_storage.h"
 
 namespace platform::gif {
 
 using Color = std::array<std::uint8_t, 3>;
 using ColorTable = std::vector<Color>;
 
-enum class Disposal { Keep, Clear, RestorePrevious };
+enum class Disposal : std::uint8_t { Keep, Clear, RestorePrevious };
+
+// Where a colour table lies in the file; none has no colours.
+struct ColorTableLocation {
+  std::uint32_t offset = 0;
+  std::uint16_t count = 0;
+  friend bool operator==(const ColorTableLocation&, const ColorTableLocation&) = default;
+};
 
 struct Image {
   // Pixels on the logical screen; the rectangle may reach past it.
-  int left = 0;
-  int top = 0;
-  int width = 0;
-  int height = 0;
+  std::uint16_t left = 0;
+  std::uint16_t top = 0;
+  std::uint16_t width = 0;
+  std::uint16_t height = 0;
+  // The table in force.
+  ColorTableLocation colors;
+  // Of the first data sub-block's length byte.
+  std::uint32_t dataOffset = 0;
+  std::uint8_t minimumCodeSize = 0;
   bool interlaced = false;
-  // The table in force; empty if the file gives none.
-  std::shared_ptr<const ColorTable> colors;
-  std::optional<std::uint8_t> transparentIndex;
   Disposal disposal = Disposal::Keep;
+  std::optional<std::uint8_t> transparentIndex;
   // Hundredths of a second, as stored; nothing without a graphic control extension.
-  std::optional<int> delay;
-  int minimumCodeSize = 0;
-  // The data sub-blocks, from the first one's length byte on.
-  std::span<const std::uint8_t> data;
+  std::optional<std::uint16_t> delay;
 };
 
 struct File {
@@ -41,14 +50,27 @@ struct File {
   std::vector<Image> images;
 };
 
-// More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
-constexpr std::int64_t mostPixels = std::int64_t{1} << 25;
-
 // More images than these are not read; the delays of so many still fit into a property list.
 constexpr std::size_t mostImages = std::size_t{1} << 19;
 
 // The images up to the first damage in the structure. Nothing if this is no GIF, or if its screen
-// is empty or too large to hold. The result refers to the bytes.
-std::optional<File> parse(std::span<const std::uint8_t> bytes);
+// is empty or too large to hold.
+std::optional<File> parse(const NSData::Impl& data);
+
+ColorTable readColorTable(const NSData::Impl& data, ColorTableLocation location);
+
+// The contents of a chain of data sub-blocks, as one stream.
+class SubBlocks {
+ public:
+  SubBlocks(const NSData::Impl& data, std::size_t offset) : reader_(data, offset) {}
+
+  // How much was there, up to the room's size; less only at the end of the chain or the file.
+  std::size_t read(std::span<std::uint8_t> room);
+
+ private:
+  ByteReader reader_;
+  std::size_t inBlock_ = 0;
+  bool ended_ = false;
+};
 
 }  // namespace platform::gif

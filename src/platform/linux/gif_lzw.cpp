@@ -1,71 +1,117 @@
 #include "platform/linux/gif_lzw.h"
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
-#include <vector>
+#include <bit>
+#include <cstring>
 
 namespace platform::gif {
 namespace {
 
 constexpr int mostCodeBits = 12;
-constexpr int tableSize = 1 << mostCodeBits;
+constexpr unsigned tableSize = 1U << mostCodeBits;
 
-// Codes of changing width, least significant bit first, across the sub-blocks' borders.
+// Codes of changing width, least significant bit first. Eight bytes are taken in at once.
 class CodeReader {
  public:
-  explicit CodeReader(std::span<const std::uint8_t> subBlocks) : rest_(subBlocks) {}
+  explicit CodeReader(SubBlocks& data) : data_(data) {}
 
-  // -1 at the end of the data.
-  int next(int width) {
-    while (bitCount_ < width) {
-      const int byte = nextByte();
-      if (byte < 0) return -1;
-      bits_ |= static_cast<unsigned>(byte) << bitCount_;
-      bitCount_ += 8;
-    }
-    const int code = static_cast<int>(bits_ & ((1U << width) - 1));
+  // Whether a code of this width is there now.
+  bool has(unsigned width) {
+    if (bitCount_ >= width) return true;
+    fill();
+    return bitCount_ >= width;
+  }
+
+  unsigned take(unsigned width) {
+    const auto code = static_cast<unsigned>(bits_ & ((1U << width) - 1));
     bits_ >>= width;
     bitCount_ -= width;
     return code;
   }
 
  private:
-  int nextByte() {
-    while (inBlock_ == 0) {
-      if (rest_.empty() || rest_.front() == 0) return -1;
-      inBlock_ = rest_.front();
-      rest_ = rest_.subspan(1);
-    }
-    if (rest_.empty()) return -1;
-    --inBlock_;
-    const int byte = rest_.front();
-    rest_ = rest_.subspan(1);
-    return byte;
+  static constexpr std::size_t chunkSize = std::size_t{1} << 14;
+  static_assert(std::endian::native == std::endian::little);
+
+  void fill() {
+    if (chunk_.size() - next_ < sizeof bits_ && !ended_) readChunk();
+    if (end_ - next_ < sizeof bits_) return fillWithTheLastBytes();
+    std::uint64_t ahead = 0;
+    std::memcpy(&ahead, &chunk_[next_], sizeof ahead);
+    bits_ |= ahead << bitCount_;
+    const unsigned taken = (63 - bitCount_) / 8;
+    next_ += taken;
+    bitCount_ += taken * 8;
   }
 
-  std::span<const std::uint8_t> rest_;
-  std::size_t inBlock_ = 0;
-  unsigned bits_ = 0;
-  int bitCount_ = 0;
+  void fillWithTheLastBytes() {
+    for (; next_ < end_ && bitCount_ <= 56; bitCount_ += 8) {
+      bits_ |= std::uint64_t{chunk_[next_++]} << bitCount_;
+    }
+  }
+
+  void readChunk() {
+    std::copy(chunk_.begin() + static_cast<std::ptrdiff_t>(next_),
+              chunk_.begin() + static_cast<std::ptrdiff_t>(end_), chunk_.begin());
+    end_ -= next_;
+    next_ = 0;
+    const std::size_t count = data_.read(std::span(chunk_).subspan(end_));
+    end_ += count;
+    ended_ = end_ < chunk_.size();
+  }
+
+  SubBlocks& data_;
+  std::uint64_t bits_ = 0;
+  unsigned bitCount_ = 0;
+  std::array<std::uint8_t, chunkSize> chunk_;
+  std::size_t next_ = chunkSize;
+  std::size_t end_ = chunkSize;
+  bool ended_ = false;
 };
 
-class Decoder {
+// Where the output has a code's string already.
+struct Entry {
+  std::uint32_t offset;
+  std::uint32_t length;
+};
+
+// Copies forward, in whole vectors, and so may write past the end; what is there by then is
+// overwritten later, or is spare. A string may overlap its copy: it then repeats itself.
+inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::size_t length) {
+  constexpr std::size_t vector = 16;
+  if (static_cast<std::size_t>(target - source) < std::min(length, vector)) {
+    for (std::size_t at = 0; at < length; ++at) target[at] = source[at];
+    return;
+  }
+  for (std::size_t at = 0; at < length; at += vector) {
+    std::memcpy(target + at, source + at, vector);
+  }
+}
+
+}  // namespace
+
+// Every code stands for a string that the output has already: a code is added with each one read,
+// and its string is that of the code before with the index that follows it there.
+class LzwDecoder {
  public:
-  Decoder(std::span<const std::uint8_t> subBlocks, int minimumCodeSize,
-          std::span<std::uint8_t> output)
-      : codes_(subBlocks), clearCode_(1 << minimumCodeSize), rest_(output) {
-    for (int code = 0; code < clearCode_; ++code) {
-      table_[static_cast<std::size_t>(code)] = {-1, static_cast<std::uint8_t>(code), 1};
-    }
+  LzwDecoder(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
+      : codes_(data),
+        clearCode_(1U << minimumCodeSize),
+        base_(buffer.bytes_.get()),
+        next_(buffer.start()),
+        end_(buffer.start() + buffer.count_) {
+    for (std::uint32_t code = 0; code < IndexBuffer::singles; ++code) table_[code] = {code, 1};
     clear();
   }
 
   bool run() {
-    while (!rest_.empty()) {
-      const int code = codes_.next(width_);
+    while (next_ < end_) {
+      if (!codes_.has(width_)) return false;
+      const unsigned code = codes_.take(width_);
       if (code == clearCode_) {
         clear();
-      } else if (code < 0 || code == clearCode_ + 1 || !accept(code)) {
+      } else if (!accept(code)) {
         return false;
       }
     }
@@ -73,72 +119,58 @@ class Decoder {
   }
 
  private:
-  struct Entry {
-    int prefix;
-    std::uint8_t last;
-    int length;
-  };
+  static constexpr Entry none{0, 0};
 
   void clear() {
-    width_ = minimumWidth();
+    width_ = static_cast<unsigned>(std::bit_width(clearCode_));
     used_ = clearCode_ + 2;
-    previous_ = -1;
+    previous_ = none;
   }
 
-  int minimumWidth() const {
-    int width = 1;
-    while (1 << width <= clearCode_) ++width;
-    return width;
-  }
-
-  Entry& entry(int code) { return table_[static_cast<std::size_t>(code)]; }
-
-  std::uint8_t firstOf(int code) {
-    while (entry(code).prefix >= 0) code = entry(code).prefix;
-    return entry(code).last;
-  }
-
-  bool accept(int code) {
-    const bool isNext = code == used_ && previous_ >= 0 && used_ < tableSize;
-    if (code >= used_ && !isNext) return false;
-    if (previous_ >= 0 && used_ < tableSize) {
-      add({previous_, firstOf(isNext ? previous_ : code), entry(previous_).length + 1});
-    }
-    write(code);
-    previous_ = code;
+  bool accept(unsigned code) {
+    if (previous_.length != 0 && used_ < tableSize) add();
+    if (code >= used_ || code == clearCode_ + 1) return false;
+    const Entry entry = table_[code];
+    const auto length = std::min<std::size_t>(entry.length, static_cast<std::size_t>(end_ - next_));
+    copyString(next_, base_ + entry.offset, length);
+    previous_ = {static_cast<std::uint32_t>(next_ - base_), entry.length};
+    next_ += length;
     return true;
   }
 
-  void add(Entry added) {
-    entry(used_++) = added;
-    if (used_ == 1 << width_ && width_ < mostCodeBits) ++width_;
-  }
-
-  // A code's string is known from its end; what does not fit any more is left out.
-  void write(int code) {
-    const auto length = static_cast<std::size_t>(entry(code).length);
-    for (std::size_t at = length; at-- > 0; code = entry(code).prefix) {
-      if (at < rest_.size()) rest_[at] = entry(code).last;
-    }
-    rest_ = rest_.subspan(std::min(length, rest_.size()));
+  void add() {
+    table_[used_++] = {previous_.offset, previous_.length + 1};
+    if (used_ == 1U << width_ && width_ < mostCodeBits) ++width_;
   }
 
   CodeReader codes_;
-  int clearCode_;
-  std::span<std::uint8_t> rest_;
-  int width_ = 0;
-  int used_ = 0;
-  int previous_ = -1;
+  const unsigned clearCode_;
+  std::uint8_t* const base_;
+  std::uint8_t* next_;
+  std::uint8_t* const end_;
+  unsigned width_ = 0;
+  unsigned used_ = 0;
+  Entry previous_ = none;
   std::array<Entry, tableSize> table_;
 };
 
-}  // namespace
+void IndexBuffer::reset(std::size_t count) {
+  const std::size_t needed = singles + spare + count + spare;
+  if (needed > capacity_) {
+    bytes_.reset();
+    bytes_.reset(new std::uint8_t[needed]);
+    capacity_ = needed;
+    for (std::size_t single = 0; single < singles; ++single) {
+      bytes_[single] = static_cast<std::uint8_t>(single);
+    }
+  }
+  count_ = count;
+}
 
-bool decodeLzw(std::span<const std::uint8_t> subBlocks, int minimumCodeSize,
-               std::span<std::uint8_t> indices) {
+bool decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer) {
   constexpr int largestMinimumCodeSize = 8;
   if (minimumCodeSize < 1 || minimumCodeSize > largestMinimumCodeSize) return false;
-  return Decoder(subBlocks, minimumCodeSize, indices).run();
+  return LzwDecoder(data, minimumCodeSize, buffer).run();
 }
 
 }  // namespace platform::gif

@@ -1,15 +1,40 @@
 // The variable-length LZW code of GIF image data.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
+
+#include "platform/linux/gif_file.h"
 
 namespace platform::gif {
 
-// Fills indices from a chain of data sub-blocks; false if the data end or go wrong before. Data
+// Room for an image's indices, used again from image to image. In front of them lie all the single
+// bytes, behind them is space to spare: so the decoder can take every string, even one of a single
+// index, from the buffer itself, and copy it in whole vectors.
+class IndexBuffer {
+ public:
+  // Throws std::bad_alloc.
+  void reset(std::size_t count);
+
+  std::span<const std::uint8_t> indices() const { return {start(), count_}; }
+
+ private:
+  friend class LzwDecoder;
+  static constexpr std::size_t singles = 256;
+  static constexpr std::size_t spare = 64;
+
+  std::uint8_t* start() const { return bytes_.get() + singles + spare; }
+
+  std::unique_ptr<std::uint8_t[]> bytes_;
+  std::size_t capacity_ = 0;
+  std::size_t count_ = 0;
+};
+
+// Fills the buffer's indices from an image's data; false if the data end or go wrong before. Data
 // past the last index wanted are not looked at. A full table stays at 12 bits and stops growing; a
 // missing leading clear code or end code does no harm.
-bool decodeLzw(std::span<const std::uint8_t> subBlocks, int minimumCodeSize,
-               std::span<std::uint8_t> indices);
+bool decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer);
 
 }  // namespace platform::gif

@@ -1,7 +1,10 @@
 #include "platform/image_source.h"
 
+#include <future>
+#include <system_error>
 #include <utility>
 
+#include "platform/linux/data_storage.h"
 #include "platform/linux/gif_compositor.h"
 #include "platform/linux/gif_file.h"
 #include "platform/linux/out_of_memory.h"
@@ -9,24 +12,57 @@
 
 namespace platform {
 
-// A GIF, or any other picture as a source of one image.
+// A GIF, or any other picture as a source of one image. Of a GIF that is read in order, the next
+// picture is decoded on another thread while the caller deals with the last one.
 struct CGImageSource::Impl {
-  Bytes data;
+  DataRef data;
   gif::File file;
   ImageRef single;
-  gif::Compositor compositor{file};
+  gif::Compositor compositor;
+  int lastAskedFor = -1;
+  // Of the picture behind the last one asked for; it uses the compositor until it is ready.
+  std::future<ImageRef> next;
+
+  Impl(DataRef bytes, gif::File parsed)
+      : data(std::move(bytes)), file(std::move(parsed)), compositor(data->impl(), file) {}
+
+  ImageRef decode(int index) {
+    return unlessOutOfMemory([this, index] { return compositor.picture(index); });
+  }
+
+  ImageRef picture(int index) {
+    const bool isInOrder = index == lastAskedFor + 1;
+    const bool isReady = isInOrder && next.valid();
+    ImageRef image = next.valid() ? next.get() : nullptr;
+    if (!isReady) image = decode(index);
+    lastAskedFor = index;
+    // Not after the first picture: many want no other.
+    if (isInOrder && index > 0) decodeAhead(index + 1);
+    return image;
+  }
+
+  void decodeAhead(int index) {
+    // Smaller pictures are done before a thread has started.
+    constexpr std::int64_t fewestPixels = std::int64_t{1} << 16;
+    const bool isWorthIt = std::int64_t{file.width} * file.height >= fewestPixels;
+    if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
+    try {
+      next = std::async(std::launch::async, [this, index] { return decode(index); });
+    } catch (const std::system_error&) {
+      // No thread to be had: it is decoded when it is asked for.
+    }
+  }
 };
 
 CGImageSource::CGImageSource(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 CGImageSource::~CGImageSource() = default;
 
-std::unique_ptr<CGImageSource> CGImageSource::createWithData(Bytes data) {
-  auto impl = std::make_unique<Impl>();
-  impl->data = std::move(data);
-  if (auto file = unlessOutOfMemory([&impl] { return gif::parse(impl->data); })) {
-    impl->file = std::move(*file);
-  } else {
-    impl->single = decodePng(impl->data);
+std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data) {
+  auto parsed = unlessOutOfMemory([&data] { return gif::parse(data->impl()); });
+  const bool isGif = parsed.has_value();
+  auto impl = std::make_unique<Impl>(data, isGif ? std::move(*parsed) : gif::File());
+  if (!isGif) {
+    impl->single = decodePng(*data);
     if (!impl->single) return nullptr;
   }
   return std::unique_ptr<CGImageSource>(new CGImageSource(std::move(impl)));
@@ -39,7 +75,7 @@ int CGImageSource::count() const {
 ImageRef CGImageSource::createImageAtIndex(int index) {
   if (index < 0 || index >= count()) return nullptr;
   if (impl_->single) return impl_->single;
-  return unlessOutOfMemory([this, index] { return impl_->compositor.picture(index); });
+  return impl_->picture(index);
 }
 
 std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) const {

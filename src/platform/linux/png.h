@@ -5,7 +5,8 @@
 
 namespace platform {
 
-// nullptr if the bytes are no sound PNG, or one too large to hold.
-ImageRef decodePng(const Bytes& bytes);
+// nullptr if the bytes are no sound PNG, or one too large to hold. What decoded pictures that are
+// still in use have in common with this one is shared with them.
+ImageRef decodePng(const NSData& data);
 
 }  // namespace platform

@@ -6,7 +6,7 @@
 
 #include <plist/plist.h>
 
-#include "platform/file_manager.h"
+#include "platform/linux/file_contents.h"
 #include "platform/linux/property_list_guard.h"
 
 namespace platform {

@@ -2,7 +2,7 @@
 
 #include <utf8cpp/utf8.h>
 
-#include "platform/file_manager.h"
+#include "platform/linux/file_contents.h"
 
 namespace platform {
 

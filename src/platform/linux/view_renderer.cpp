@@ -5,6 +5,7 @@
 
 #include "platform/image_view.h"
 #include "platform/linux/drawn_view.h"
+#include "platform/linux/picture.h"
 
 namespace platform {
 namespace {
@@ -21,14 +22,15 @@ std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
 }
 
 Surface makeSurface(const UIImage& image) {
-  Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, image.width, image.height));
+  Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, image.width(), image.height()));
   if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
   unsigned char* row = cairo_image_surface_get_data(surface.get());
   const int stride = cairo_image_surface_get_stride(surface.get());
-  const std::uint8_t* source = image.pixels.data();
-  for (int y = 0; y < image.height; ++y, row += stride) {
+  const Bytes pixels = pixelsOf(image);
+  const std::uint8_t* source = pixels.data();
+  for (int y = 0; y < image.height(); ++y, row += stride) {
     auto* target = reinterpret_cast<std::uint32_t*>(row);
-    for (int x = 0; x < image.width; ++x, source += 4) target[x] = premultipliedPixel(source);
+    for (int x = 0; x < image.width(); ++x, source += 4) target[x] = premultipliedPixel(source);
   }
   cairo_surface_mark_dirty(surface.get());
   return surface;
@@ -36,29 +38,29 @@ Surface makeSurface(const UIImage& image) {
 
 // Where a picture of this size goes in a view of that size.
 CGRect placement(const UIImage& image, CGSize size, UIViewContentMode mode) {
-  const CGFloat across = size.width / image.width;
-  const CGFloat down = size.height / image.height;
+  const CGFloat across = size.width / image.width();
+  const CGFloat down = size.height / image.height();
   if (mode == UIViewContentMode::ScaleToFill) return {0, 0, size.width, size.height};
   const bool fits = mode == UIViewContentMode::ScaleAspectFit;
   const CGFloat scale = fits ? std::min(across, down) : std::max(across, down);
-  const CGFloat width = image.width * scale;
-  const CGFloat height = image.height * scale;
+  const CGFloat width = image.width() * scale;
+  const CGFloat height = image.height() * scale;
   return {(size.width - width) / 2, (size.height - height) / 2, width, height};
 }
 
 void drawImage(const UIImageView& view, cairo_t* context, CGSize size) {
   const ImageRef image = view.image();
-  if (!image || image->pixels.empty()) return;
+  if (!image) return;
   const Surface surface = makeSurface(*image);
   if (!surface) return;
   const CGRect at = placement(*image, size, view.contentMode());
   cairo_save(context);
   cairo_translate(context, at.x, at.y);
-  cairo_scale(context, at.width / image->width, at.height / image->height);
+  cairo_scale(context, at.width / image->width(), at.height / image->height());
   cairo_set_source_surface(context, surface.get(), 0, 0);
   // Padding keeps the edge pixels from blending with nothing when the picture is scaled.
   cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
-  cairo_rectangle(context, 0, 0, image->width, image->height);
+  cairo_rectangle(context, 0, 0, image->width(), image->height());
   cairo_fill(context);
   cairo_restore(context);
 }

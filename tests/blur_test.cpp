@@ -1,28 +1,30 @@
+#include "gifview/blur.h"
+
 #include <cmath>
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include "gifview/blur.h"
 #include "platform/image_filter.h"
-#include "platform/linux/png.h"
+#include "platform/linux/picture.h"
 
 namespace {
 
 using namespace platform;
 
-UIImage noise(int width, int height, bool isOpaque) {
+ImageRef noise(int width, int height, bool isOpaque) {
   std::mt19937 random(7);
-  UIImage image{width, height, Bytes(static_cast<std::size_t>(width * height) * 4)};
-  for (std::size_t at = 0; at < image.pixels.size(); ++at) {
-    image.pixels[at] = static_cast<std::uint8_t>(random());
-    if (isOpaque && at % 4 == 3) image.pixels[at] = 255;
+  Bytes pixels(static_cast<std::size_t>(width * height) * 4);
+  for (std::size_t at = 0; at < pixels.size(); ++at) {
+    pixels[at] = static_cast<std::uint8_t>(random());
+    if (isOpaque && at % 4 == 3) pixels[at] = 255;
   }
-  return image;
+  return imageFromPixels(width, height, pixels);
 }
 
 // The definition: every pixel the weighted mean of all others, transparent outside.
 std::array<double, 4> blurredPixel(const UIImage& image, int radius, int x, int y) {
+  const Bytes pixels = pixelsOf(image);
   std::array<double, 4> sum{};
   double total = 0;
   for (int dy = -6 * radius; dy <= 6 * radius; ++dy) {
@@ -31,8 +33,8 @@ std::array<double, 4> blurredPixel(const UIImage& image, int radius, int x, int 
       total += weight;
       const int px = x + dx;
       const int py = y + dy;
-      if (px < 0 || py < 0 || px >= image.width || py >= image.height) continue;
-      const auto* pixel = &image.pixels[static_cast<std::size_t>(py * image.width + px) * 4];
+      if (px < 0 || py < 0 || px >= image.width() || py >= image.height()) continue;
+      const auto* pixel = &pixels[static_cast<std::size_t>(py * image.width() + px) * 4];
       for (std::size_t channel = 0; channel < 3; ++channel) {
         sum[channel] += weight * pixel[channel] * pixel[3] / 255;
       }
@@ -46,14 +48,15 @@ std::array<double, 4> blurredPixel(const UIImage& image, int radius, int x, int 
 
 TEST(Blur, IsATrueGaussianOfTheRadiusAtThePicturesOwnSize) {
   for (const bool isOpaque : {true, false}) {
-    const auto image = std::make_shared<UIImage>(noise(23, 17, isOpaque));
+    const auto image = noise(23, 17, isOpaque);
     for (const int radius : {1, 3, 10}) {
       const auto blurred = lumora::blurImageWithRadius(image, radius);
-      ASSERT_EQ(blurred->width, 23);
-      ASSERT_EQ(blurred->height, 17);
+      ASSERT_EQ(blurred->width(), 23);
+      ASSERT_EQ(blurred->height(), 17);
+      const Bytes pixels = pixelsOf(*blurred);
       for (const auto& [x, y] : {std::pair(0, 0), std::pair(11, 8), std::pair(22, 5)}) {
         const auto expected = blurredPixel(*image, radius, x, y);
-        const auto* pixel = &blurred->pixels[static_cast<std::size_t>(y * 23 + x) * 4];
+        const auto* pixel = &pixels[static_cast<std::size_t>(y * 23 + x) * 4];
         for (std::size_t channel = 0; channel < 4; ++channel) {
           EXPECT_NEAR(pixel[channel], expected[channel], 1) << radius << " " << x << " " << channel;
         }
@@ -63,20 +66,20 @@ TEST(Blur, IsATrueGaussianOfTheRadiusAtThePicturesOwnSize) {
 }
 
 TEST(Blur, OfRadiusZeroGivesThePictureBack) {
-  const auto image = std::make_shared<UIImage>(noise(5, 4, false));
-  EXPECT_EQ(lumora::blurImageWithRadius(image, 0)->pixels, image->pixels);
-  EXPECT_EQ(lumora::blurImageWithRadius(image, -4)->pixels, image->pixels);
-  EXPECT_EQ(lumora::blurImageWithRadius(image, lumora::blurRadius(1e30F))->width, 5);
+  const auto image = noise(5, 4, false);
+  EXPECT_EQ(pixelsOf(*lumora::blurImageWithRadius(image, 0)), pixelsOf(*image));
+  EXPECT_EQ(pixelsOf(*lumora::blurImageWithRadius(image, -4)), pixelsOf(*image));
+  EXPECT_EQ(lumora::blurImageWithRadius(image, lumora::blurRadius(1e30F))->width(), 5);
 }
 
 TEST(Blur, ReachesPastThePictureOnEverySide) {
-  const auto image = std::make_shared<UIImage>(noise(5, 4, true));
+  const auto image = noise(5, 4, true);
   const auto blurred = CIImage::gaussianBlur(image, 2);
   const CGRect extent = blurred.extent();
   EXPECT_LT(extent.x, 0);
   EXPECT_EQ(extent.width - 5, -2 * extent.x);
-  EXPECT_GT(blurred.render({-2, -2, 3, 3})->pixels[3], 0);
-  EXPECT_EQ(blurred.render({-100, -100, 1, 1})->pixels[3], 0);
+  EXPECT_GT(pixelsOf(*blurred.render({-2, -2, 3, 3})).at(3), 0);
+  EXPECT_EQ(pixelsOf(*blurred.render({-100, -100, 1, 1})).at(3), 0);
 }
 
 TEST(BlurRadius, IsTheSettingTruncatedTowardZero) {
@@ -84,23 +87,6 @@ TEST(BlurRadius, IsTheSettingTruncatedTowardZero) {
   EXPECT_EQ(lumora::blurRadius(3.9F), 3);
   EXPECT_EQ(lumora::blurRadius(-3.9F), -3);
   EXPECT_GT(lumora::blurRadius(1e30F), 2000000000);
-}
-
-TEST(Png, GivesBackThePixelsThatWentIn) {
-  for (const bool isOpaque : {true, false}) {
-    const UIImage image = noise(33, 9, isOpaque);
-    const auto decoded = decodePng(UIImagePNGRepresentation(image));
-    ASSERT_NE(decoded, nullptr);
-    EXPECT_EQ(decoded->pixels, image.pixels);
-  }
-}
-
-TEST(Png, CutShortOrDamagedIsNoPicture) {
-  const Bytes png = UIImagePNGRepresentation(noise(16, 16, false));
-  for (std::size_t size = 0; size + 16 < png.size(); size += 7) {
-    EXPECT_EQ(decodePng(Bytes(png.begin(), png.begin() + static_cast<long>(size))), nullptr);
-  }
-  EXPECT_TRUE(UIImagePNGRepresentation({}).empty());
 }
 
 }  // namespace

@@ -1,0 +1,26 @@
+// What the writer and the reader of PNG files agree on.
+//
+// The pixels of the writer's own files come in pieces: a chunk with the two bytes of the zlib
+// header; one chunk for each strip, which can be decompressed by itself; one with the empty final
+// block and the checksum.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace platform::png {
+
+constexpr std::array<std::uint8_t, 8> signature{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+
+using ChunkName = std::array<std::uint8_t, 4>;
+constexpr ChunkName headerChunk{'I', 'H', 'D', 'R'};
+constexpr ChunkName paletteChunk{'P', 'L', 'T', 'E'};
+constexpr ChunkName alphaChunk{'t', 'R', 'N', 'S'};
+constexpr ChunkName dataChunk{'I', 'D', 'A', 'T'};
+constexpr ChunkName endChunk{'I', 'E', 'N', 'D'};
+
+// Deflate with a window of 32 KiB, by the fastest way.
+constexpr std::array<std::uint8_t, 2> zlibHeader{0x78, 0x01};
+constexpr std::array<std::uint8_t, 2> emptyFinalBlock{0x03, 0x00};
+
+}  // namespace platform::png

@@ -1,0 +1,149 @@
+#include "platform/linux/gif_canvas.h"
+
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace platform;
+using gif::Canvas;
+using gif::ColorTable;
+using gif::Image;
+
+constexpr int width = 40;
+constexpr int height = 33;
+
+// The same rules, pixel by pixel, in full colour.
+class PlainCanvas {
+ public:
+  void draw(const Image& image, const ColorTable& colors, const Bytes& indices) {
+    std::size_t next = 0;
+    for (const int row : rowOrder(image)) {
+      for (int column = 0; column < image.width; ++column) {
+        const std::uint8_t index = indices[next++];
+        const int x = image.left + column;
+        const int y = image.top + row;
+        if (x >= width || y >= height || index >= colors.size()) continue;
+        if (index == image.transparentIndex) continue;
+        pixel(x, y) = {colors[index][0], colors[index][1], colors[index][2], 255};
+      }
+    }
+  }
+
+  void clear(const Image& image) {
+    for (int y = image.top; y < std::min(image.top + image.height, height); ++y) {
+      for (int x = image.left; x < std::min(image.left + image.width, width); ++x) {
+        pixel(x, y) = {};
+      }
+    }
+  }
+
+  Bytes pixels() const {
+    Bytes bytes;
+    for (const RGBAColor& color : colors_) bytes.insert(bytes.end(), color.begin(), color.end());
+    return bytes;
+  }
+
+ private:
+  static std::vector<int> rowOrder(const Image& image) {
+    std::vector<int> rows;
+    if (!image.interlaced) {
+      for (int row = 0; row < image.height; ++row) rows.push_back(row);
+      return rows;
+    }
+    for (int row = 0; row < image.height; row += 8) rows.push_back(row);
+    for (int row = 4; row < image.height; row += 8) rows.push_back(row);
+    for (int row = 2; row < image.height; row += 4) rows.push_back(row);
+    for (int row = 1; row < image.height; row += 2) rows.push_back(row);
+    return rows;
+  }
+
+  RGBAColor& pixel(int x, int y) { return colors_[static_cast<std::size_t>(y * width + x)]; }
+
+  std::vector<RGBAColor> colors_ = std::vector<RGBAColor>(width * height);
+};
+
+struct Drawing {
+  Image image;
+  ColorTable colors;
+  Bytes indices;
+};
+
+// colorRange: how many different colours all drawings together may have.
+Drawing randomDrawing(std::mt19937& random, unsigned colorRange) {
+  auto below = [&random](unsigned limit) { return static_cast<unsigned>(random() % limit); };
+  Drawing drawing;
+  Image& image = drawing.image;
+  const bool isWhole = below(3) == 0;
+  image.left = static_cast<std::uint16_t>(isWhole ? 0 : below(width + 5));
+  image.top = static_cast<std::uint16_t>(isWhole ? 0 : below(height + 5));
+  image.width = static_cast<std::uint16_t>(isWhole ? width + below(2) : 1 + below(width));
+  image.height = static_cast<std::uint16_t>(isWhole ? height + below(2) : 1 + below(height));
+  image.interlaced = below(4) == 0;
+  image.minimumCodeSize = static_cast<std::uint8_t>(1 + below(8));
+  const unsigned possible = 1U << image.minimumCodeSize;
+  if (below(2) == 0) image.transparentIndex = static_cast<std::uint8_t>(below(possible));
+  const unsigned count = below(8) == 0 ? 2 + below(possible) : possible;
+  for (unsigned each = 0; each < std::min(count, 256U); ++each) {
+    const unsigned color = below(colorRange);
+    drawing.colors.push_back({static_cast<std::uint8_t>(color),
+                              static_cast<std::uint8_t>(color >> 8),
+                              static_cast<std::uint8_t>(color * 3)});
+  }
+  const unsigned used = 1 + below(possible);
+  for (int each = 0; each < image.width * image.height; ++each) {
+    drawing.indices.push_back(static_cast<std::uint8_t>(below(used)));
+  }
+  return drawing;
+}
+
+TEST(GifCanvas, ShowsWhatPlainDrawingWouldWhateverTheColors) {
+  for (const unsigned colorRange : {5U, 200U, 600U, 5000U}) {
+    std::mt19937 random(colorRange);
+    Canvas canvas(width, height);
+    PlainCanvas plain;
+    std::optional<std::pair<Canvas::Contents, PlainCanvas>> saved;
+    bool wasRGBA = false;
+    bool wasIndexedAgain = false;
+    for (int step = 0; step < 400; ++step) {
+      const Drawing drawing = randomDrawing(random, colorRange);
+      if (random() % 6 == 0) saved.emplace(canvas.save(), plain);
+      if (random() % 5 == 0) {
+        canvas.clear(drawing.image);
+        plain.clear(drawing.image);
+      }
+      canvas.draw(drawing.image, drawing.colors, drawing.indices);
+      plain.draw(drawing.image, drawing.colors, drawing.indices);
+      if (saved && random() % 6 == 0) {
+        canvas.restore(saved->first);
+        plain = saved->second;
+      }
+      const ImageRef picture = canvas.picture();
+      ASSERT_EQ(pixelsOf(*picture), plain.pixels()) << colorRange << " " << step;
+      const bool isRGBA = picture->impl().shape.format == PixelFormat::RGBA;
+      wasIndexedAgain = wasIndexedAgain || (wasRGBA && !isRGBA);
+      wasRGBA = wasRGBA || isRGBA;
+    }
+    EXPECT_EQ(wasRGBA, colorRange > 256) << colorRange;
+    EXPECT_EQ(wasIndexedAgain, colorRange > 256) << colorRange;
+  }
+}
+
+TEST(GifCanvas, GivesTheSameObjectWhileNothingLooksDifferent) {
+  std::mt19937 random(4);
+  Canvas canvas(width, height);
+  Drawing drawing = randomDrawing(random, 5000);
+  drawing.image.transparentIndex.reset();
+  canvas.draw(drawing.image, drawing.colors, drawing.indices);
+  const ImageRef first = canvas.picture();
+  canvas.draw(drawing.image, drawing.colors, drawing.indices);
+  EXPECT_EQ(canvas.picture(), first);
+  drawing.image.left = drawing.image.top = 0;
+  drawing.colors.front() = {1, 2, 3};
+  drawing.indices.front() = 0;
+  canvas.draw(drawing.image, drawing.colors, drawing.indices);
+  EXPECT_NE(canvas.picture(), first);
+}
+
+}  // namespace
