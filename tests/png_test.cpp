@@ -18,7 +18,7 @@ using namespace platform;
 using testing_stage::DeviceRoot;
 
 constexpr int width = 333;
-constexpr int height = 217;
+constexpr int height = 517;
 
 Bytes fileOf(const ImageRef& image) {
   const DeviceRoot root;

@@ -10,6 +10,7 @@
 #include "platform/linux/picture.h"
 #include "tool/failure.h"
 #include "tool/gif_file.h"
+#include "tool/user_file.h"
 
 namespace tool {
 namespace {
@@ -44,14 +45,19 @@ fs::path emptyFolder(const std::string& name) {
 }
 
 void writeFrames(const std::string& gifPath, const std::string& folderName) {
-  const ChosenGif gif = readGif(gifPath);
+  const platform::DataRef gif = openUserFile(gifPath);
+  if (!platform::CGImageSource::createWithData(gif)) throw noPicture(gifPath);
   const fs::path folder = emptyFolder(folderName);
   // Every path of the machine is a path of the device here.
   platform::setDeviceRoot("/");
   lumora::FrameCacheLayout layout(folder.string() + ".gif");
   layout.fullGIFPath = fs::canonical(gifPath).string();
   QuietClient client;
-  lumora::rebuildFrameCache(layout, gif.data, client);
+  lumora::rebuildFrameCache(layout, gif, client);
+  if (client.framesFound() == 0) {
+    fs::remove_all(folder);
+    throw noPicture(gifPath);
+  }
   const auto durations = lumora::loadFrameDurations(layout);
   bool isWhole = durations != nullptr;
   for (std::int32_t index = 0; isWhole && index < client.framesFound(); ++index) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/data.h"
+#include "tool/failure.h"
 
 namespace tool {
 
@@ -12,6 +13,8 @@ struct ChosenGif {
   // As many as the file announces; damaged ones among them.
   int frameCount = 0;
 };
+
+Failure noPicture(const std::string& path);
 
 // Throws Failure if the file cannot be read or gives no frame.
 ChosenGif readGif(const std::string& path);

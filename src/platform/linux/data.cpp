@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <mutex>
 #include <optional>
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include "platform/linux/data_storage.h"
@@ -22,21 +25,36 @@ using Window = std::array<std::uint8_t, windowSize>;
 // Remembers the file that it was last written to: the next one can be a link to it.
 class InMemory : public NSData::Impl {
  public:
-  explicit InMemory(Bytes bytes) : bytes_(std::move(bytes)) {}
+  explicit InMemory(std::vector<Piece> pieces) : pieces_(std::move(pieces)) {
+    for (const Piece& piece : pieces_) length_ += piece.bytes.size();
+  }
 
-  std::size_t length() const override { return bytes_.size(); }
+  std::size_t length() const override { return length_; }
 
   std::span<const std::uint8_t> view(std::size_t offset,
                                      std::span<std::uint8_t> window) const override {
-    const auto rest = std::span(bytes_).subspan(std::min(offset, bytes_.size()));
-    return rest.first(std::min(rest.size(), window.size()));
+    std::size_t done = 0;
+    for (const Piece& piece : pieces_) {
+      if (offset >= piece.bytes.size()) {
+        offset -= piece.bytes.size();
+        continue;
+      }
+      const auto here = piece.bytes.subspan(offset);
+      const std::size_t count = std::min(here.size(), window.size() - done);
+      // In place only if it is all of what is wanted.
+      if (done == 0 && count == window.size()) return here.first(count);
+      std::copy_n(here.begin(), count, window.begin() + static_cast<std::ptrdiff_t>(done));
+      done += count;
+      offset = 0;
+    }
+    return window.first(done);
   }
 
   bool makeFile(int directory, const std::string& name) const override {
     std::lock_guard lock(mutex_);
     if (linkWrittenFile(directory, name)) return true;
     writtenFile_ = createFile(directory, name);
-    if (!writtenFile_ || !writeAll(writtenFile_, bytes_)) return false;
+    if (!writtenFile_ || !writePieces()) return false;
     writtenTime_ = modificationTime();
     return true;
   }
@@ -51,8 +69,25 @@ class InMemory : public NSData::Impl {
   std::optional<Moment> modificationTime() const {
     struct stat status {};
     if (!writtenFile_ || fstat(writtenFile_.get(), &status) != 0) return std::nullopt;
-    if (static_cast<std::size_t>(status.st_size) != bytes_.size()) return std::nullopt;
+    if (static_cast<std::size_t>(status.st_size) != length_) return std::nullopt;
     return Moment{status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+  }
+
+  // In one call, unless the system takes less.
+  bool writePieces() const {
+    std::vector<iovec> parts;
+    for (const Piece& piece : pieces_) {
+      parts.push_back({const_cast<std::uint8_t*>(piece.bytes.data()), piece.bytes.size()});
+    }
+    const auto count = static_cast<int>(std::min<std::size_t>(parts.size(), IOV_MAX));
+    const ssize_t written = writev(writtenFile_.get(), parts.data(), count);
+    auto rest = static_cast<std::size_t>(std::max<ssize_t>(written, 0));
+    for (const Piece& piece : pieces_) {
+      const std::size_t skipped = std::min(rest, piece.bytes.size());
+      rest -= skipped;
+      if (!writeAll(writtenFile_, piece.bytes.subspan(skipped))) return false;
+    }
+    return true;
   }
 
   // Not if somebody has written into that file since.
@@ -63,7 +98,8 @@ class InMemory : public NSData::Impl {
     return linkat(AT_FDCWD, file.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
   }
 
-  const Bytes bytes_;
+  const std::vector<Piece> pieces_;
+  std::size_t length_ = 0;
   mutable std::mutex mutex_;
   mutable FileDescriptor writtenFile_;
   mutable std::optional<Moment> writtenTime_;
@@ -85,32 +121,20 @@ class InFile : public NSData::Impl {
 
   bool makeFile(int directory, const std::string& name) const override {
     const FileDescriptor copy = createFile(directory, name);
-    if (!copy) return false;
-    return copyInKernel(copy) || copyByWindows(copy);
+    off_t done = 0;
+    while (copy && static_cast<std::size_t>(done) < file_.size) {
+      if (copyRest(copy, done) <= 0) return false;
+    }
+    return static_cast<bool>(copy);
   }
 
  private:
-  // Shares the blocks where the file system can.
-  bool copyInKernel(const FileDescriptor& copy) const {
-    off_t done = 0;
-    while (static_cast<std::size_t>(done) < file_.size) {
-      const auto rest = file_.size - static_cast<std::size_t>(done);
-      if (copy_file_range(file_.descriptor.get(), &done, copy.get(), nullptr, rest, 0) <= 0) {
-        return false;
-      }
-    }
-    return true;
-  }
-
-  bool copyByWindows(const FileDescriptor& copy) const {
-    if (ftruncate(copy.get(), 0) != 0 || lseek(copy.get(), 0, SEEK_SET) != 0) return false;
-    Window window;
-    for (std::size_t offset = 0; offset < file_.size;) {
-      const auto piece = view(offset, window);
-      if (piece.empty() || !writeAll(copy, piece)) return false;
-      offset += piece.size();
-    }
-    return true;
+  // The file system may share the blocks; between two of them the kernel copies. Moves done on.
+  ssize_t copyRest(const FileDescriptor& copy, off_t& done) const {
+    const auto rest = file_.size - static_cast<std::size_t>(done);
+    const int from = file_.descriptor.get();
+    const ssize_t shared = copy_file_range(from, &done, copy.get(), nullptr, rest, 0);
+    return shared > 0 ? shared : sendfile(copy.get(), from, &done, rest);
   }
 
   const OpenFile file_;
@@ -122,7 +146,12 @@ NSData::NSData(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
 NSData::~NSData() = default;
 
 DataRef NSData::dataWithBytes(Bytes bytes) {
-  return std::make_shared<NSData>(std::make_unique<InMemory>(std::move(bytes)));
+  auto owner = std::make_shared<const Bytes>(std::move(bytes));
+  return dataOfPieces({{owner, *owner}});
+}
+
+DataRef dataOfPieces(std::vector<Piece> pieces) {
+  return std::make_shared<NSData>(std::make_unique<InMemory>(std::move(pieces)));
 }
 
 DataRef NSData::dataWithContentsOfFile(const std::string& path) {

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "platform/data.h"
 
@@ -19,5 +22,14 @@ struct NSData::Impl {
   // A new file with these bytes; false if it is not whole.
   virtual bool makeFile(int directory, const std::string& name) const = 0;
 };
+
+// Bytes that somebody keeps, and does not change.
+struct Piece {
+  std::shared_ptr<const void> owner;
+  std::span<const std::uint8_t> bytes;
+};
+
+// All pieces in their order, where they lie.
+DataRef dataOfPieces(std::vector<Piece> pieces);
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/linux/deflate.h"
 
 #include <memory>
+#include <new>
 
 #include <isa-l/crc.h>
 #include <isa-l/igzip_lib.h>
@@ -15,16 +16,19 @@ constexpr unsigned levelBufferSize = ISAL_DEF_LVL1_DEFAULT;
 struct Deflater {
   isal_zstream stream;
   std::uint8_t levelBuffer[levelBufferSize];
+  // Room for the worst case, kept from piece to piece.
+  std::unique_ptr<std::uint8_t[]> room;
+  std::size_t roomSize = 0;
 };
 
 // Both are large, and used for every strip of every frame.
 Deflater& threadsDeflater() {
-  thread_local auto deflater = std::make_unique<Deflater>();
+  thread_local const std::unique_ptr<Deflater> deflater(new Deflater);
   return *deflater;
 }
 
 inflate_state& threadsInflater() {
-  thread_local auto inflater = std::make_unique<inflate_state>();
+  thread_local const std::unique_ptr<inflate_state> inflater(new inflate_state);
   return *inflater;
 }
 
@@ -45,7 +49,11 @@ std::uint8_t* pointer(std::span<const std::uint8_t> bytes) {
 
 Bytes deflatePiece(std::span<const std::uint8_t> raw) {
   Deflater& deflater = threadsDeflater();
-  Bytes deflated(mostDeflatedBytes(raw.size()));
+  if (const std::size_t needed = mostDeflatedBytes(raw.size()); needed > deflater.roomSize) {
+    deflater.roomSize = 0;
+    deflater.room.reset(new std::uint8_t[needed]);
+    deflater.roomSize = needed;
+  }
   isal_zstream& stream = deflater.stream;
   isal_deflate_stateless_init(&stream);
   stream.level = level;
@@ -55,12 +63,11 @@ Bytes deflatePiece(std::span<const std::uint8_t> raw) {
   stream.end_of_stream = 0;
   stream.next_in = pointer(raw);
   stream.avail_in = static_cast<std::uint32_t>(raw.size());
-  stream.next_out = deflated.data();
-  stream.avail_out = static_cast<std::uint32_t>(deflated.size());
-  if (isal_deflate_stateless(&stream) != COMP_OK) return {};
-  deflated.resize(stream.total_out);
-  deflated.shrink_to_fit();
-  return deflated;
+  stream.next_out = deflater.room.get();
+  stream.avail_out = static_cast<std::uint32_t>(deflater.roomSize);
+  // It can only fail for want of room.
+  if (isal_deflate_stateless(&stream) != COMP_OK) throw std::bad_alloc();
+  return {deflater.room.get(), deflater.room.get() + stream.total_out};
 }
 
 bool inflatePiece(std::span<const std::uint8_t> deflated, std::span<std::uint8_t> room) {

@@ -157,8 +157,12 @@ std::optional<Canvas::Mapping> Canvas::map(const Mapping& shown, const ColorTabl
   const std::size_t before = palette_.count;
   Mapping mapping = shown;
   for (std::size_t index = 0; index < mostColors; ++index) {
+    mapping.to[index] = static_cast<std::uint8_t>(index);
     if (!shown.shows[index]) continue;
-    const auto place = indexOf(opaque(colors[index]));
+    const RGBAColor color = opaque(colors[index]);
+    // A number that can stay costs nothing.
+    if (index < palette_.count && palette_.colors[index] == color) continue;
+    const auto place = indexOf(color);
     if (!place) {
       palette_.count = before;
       return std::nullopt;
@@ -218,7 +222,7 @@ void Canvas::becomeRGBA() {
 }
 
 // Three ways, from the fastest to the one for everything: nothing is hidden or renumbered; one
-// index is hidden; whatever else.
+// index is hidden; whatever else, as what to keep of the index below and what to add to it.
 void Canvas::drawIndices(const Image& image, const Mapping& mapping,
                          std::span<const std::uint8_t> indices) {
   const std::size_t width = visiblePart(shape_, image).width;
@@ -233,6 +237,14 @@ void Canvas::drawIndices(const Image& image, const Mapping& mapping,
       keepsNumbers = false;
     }
   }
+  struct Change {
+    std::uint8_t kept;
+    std::uint8_t added;
+  };
+  std::array<Change, mostColors> changes;
+  for (std::size_t index = 0; index < mostColors; ++index) {
+    changes[index] = mapping.shows[index] ? Change{0, mapping.to[index]} : Change{255, 0};
+  }
   forEachRow(shape_, image, indices, [&](int y, const std::uint8_t* source) {
     std::uint8_t* target = writableRow(y) + image.left;
     if (keepsNumbers && hidden == 0) {
@@ -243,7 +255,8 @@ void Canvas::drawIndices(const Image& image, const Mapping& mapping,
       }
     } else {
       for (std::size_t x = 0; x < width; ++x) {
-        target[x] = mapping.shows[source[x]] ? mapping.to[source[x]] : target[x];
+        const Change change = changes[source[x]];
+        target[x] = static_cast<std::uint8_t>((target[x] & change.kept) | change.added);
       }
     }
   });
@@ -309,6 +322,10 @@ bool Canvas::looksLikeLast() const {
 }
 
 ImageRef Canvas::picture() {
+  // In a small file, colours that nothing has weigh more than the pixels.
+  constexpr int smallPicture = 1 << 14;
+  const bool isIndexed = shape_.format == PixelFormat::Indexed;
+  if (isIndexed && shape_.width * shape_.height <= smallPicture) dropUnusedColors();
   own_.assign(own_.size(), nullptr);
   std::shared_ptr<const Palette> palette;
   if (looksLikeLast()) {
@@ -322,7 +339,7 @@ ImageRef Canvas::picture() {
     if (strips_ == last.strips) return last_;
     if (last.palette && *last.palette == palette_) palette = last.palette;
   }
-  if (!palette && shape_.format == PixelFormat::Indexed) {
+  if (!palette && isIndexed) {
     palette = std::make_shared<const Palette>(palette_);
   }
   return last_ = makeImage(shape_, std::move(palette), strips_);

@@ -8,47 +8,49 @@
 namespace platform::gif {
 namespace {
 
-constexpr int mostCodeBits = 12;
+constexpr unsigned mostCodeBits = 12;
 constexpr unsigned tableSize = 1U << mostCodeBits;
 
-// Codes of changing width, least significant bit first. Eight bytes are taken in at once.
-class CodeReader {
- public:
-  explicit CodeReader(SubBlocks& data) : data_(data) {}
-
-  // Whether a code of this width is there now.
-  bool has(unsigned width) {
-    if (bitCount_ >= width) return true;
-    fill();
-    return bitCount_ >= width;
-  }
+// Bits read ahead, the next ones lowest.
+struct Bits {
+  std::uint64_t value = 0;
+  unsigned count = 0;
 
   unsigned take(unsigned width) {
-    const auto code = static_cast<unsigned>(bits_ & ((1U << width) - 1));
-    bits_ >>= width;
-    bitCount_ -= width;
-    return code;
+    const auto taken = static_cast<unsigned>(value & ((1U << width) - 1));
+    value >>= width;
+    count -= width;
+    return taken;
+  }
+};
+
+// The image's data in chunks, eight bytes at once.
+class CodeInput {
+ public:
+  explicit CodeInput(SubBlocks& data) : data_(data) {}
+
+  // Whether there are so many bits now.
+  bool refill(Bits& bits, unsigned wanted) {
+    if (end_ - next_ < sizeof bits.value) return refillAtTheEdge(bits, wanted);
+    std::uint64_t ahead = 0;
+    std::memcpy(&ahead, &chunk_[next_], sizeof ahead);
+    bits.value |= ahead << bits.count;
+    const unsigned taken = (63 - bits.count) / 8;
+    next_ += taken;
+    bits.count += taken * 8;
+    return true;
   }
 
  private:
   static constexpr std::size_t chunkSize = std::size_t{1} << 14;
   static_assert(std::endian::native == std::endian::little);
 
-  void fill() {
-    if (chunk_.size() - next_ < sizeof bits_ && !ended_) readChunk();
-    if (end_ - next_ < sizeof bits_) return fillWithTheLastBytes();
-    std::uint64_t ahead = 0;
-    std::memcpy(&ahead, &chunk_[next_], sizeof ahead);
-    bits_ |= ahead << bitCount_;
-    const unsigned taken = (63 - bitCount_) / 8;
-    next_ += taken;
-    bitCount_ += taken * 8;
-  }
-
-  void fillWithTheLastBytes() {
-    for (; next_ < end_ && bitCount_ <= 56; bitCount_ += 8) {
-      bits_ |= std::uint64_t{chunk_[next_++]} << bitCount_;
+  bool refillAtTheEdge(Bits& bits, unsigned wanted) {
+    if (!ended_) readChunk();
+    for (; next_ < end_ && bits.count <= 56; bits.count += 8) {
+      bits.value |= std::uint64_t{chunk_[next_++]} << bits.count;
     }
+    return bits.count >= wanted;
   }
 
   void readChunk() {
@@ -56,17 +58,14 @@ class CodeReader {
               chunk_.begin() + static_cast<std::ptrdiff_t>(end_), chunk_.begin());
     end_ -= next_;
     next_ = 0;
-    const std::size_t count = data_.read(std::span(chunk_).subspan(end_));
-    end_ += count;
+    end_ += data_.read(std::span(chunk_).subspan(end_));
     ended_ = end_ < chunk_.size();
   }
 
   SubBlocks& data_;
-  std::uint64_t bits_ = 0;
-  unsigned bitCount_ = 0;
   std::array<std::uint8_t, chunkSize> chunk_;
-  std::size_t next_ = chunkSize;
-  std::size_t end_ = chunkSize;
+  std::size_t next_ = 0;
+  std::size_t end_ = 0;
   bool ended_ = false;
 };
 
@@ -80,11 +79,13 @@ struct Entry {
 // overwritten later, or is spare. A string may overlap its copy: it then repeats itself.
 inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::size_t length) {
   constexpr std::size_t vector = 16;
-  if (static_cast<std::size_t>(target - source) < std::min(length, vector)) {
+  const auto distance = static_cast<std::size_t>(target - source);
+  if (distance < length && distance < vector) [[unlikely]] {
     for (std::size_t at = 0; at < length; ++at) target[at] = source[at];
     return;
   }
-  for (std::size_t at = 0; at < length; at += vector) {
+  std::memcpy(target, source, vector);
+  for (std::size_t at = vector; at < length; at += vector) {
     std::memcpy(target + at, source + at, vector);
   }
 }
@@ -93,27 +94,46 @@ inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::si
 
 // Every code stands for a string that the output has already: a code is added with each one read,
 // and its string is that of the code before with the index that follows it there.
+//
+// The state is in local variables: the output, being bytes, could alias any member, which would
+// have to be loaded anew after every store.
 class LzwDecoder {
  public:
   LzwDecoder(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
-      : codes_(data),
-        clearCode_(1U << minimumCodeSize),
-        base_(buffer.bytes_.get()),
-        next_(buffer.start()),
-        end_(buffer.start() + buffer.count_) {
+      : input_(data), clearCode_(1U << minimumCodeSize), buffer_(buffer) {
     for (std::uint32_t code = 0; code < IndexBuffer::singles; ++code) table_[code] = {code, 1};
-    clear();
   }
 
   bool run() {
-    while (next_ < end_) {
-      if (!codes_.has(width_)) return false;
-      const unsigned code = codes_.take(width_);
-      if (code == clearCode_) {
-        clear();
-      } else if (!accept(code)) {
-        return false;
+    std::uint8_t* const base = buffer_.bytes_.get();
+    std::uint8_t* next = buffer_.start();
+    std::uint8_t* const end = next + buffer_.count_;
+    const auto firstWidth = static_cast<unsigned>(std::bit_width(clearCode_));
+    unsigned width = firstWidth;
+    unsigned used = clearCode_ + 2;
+    Entry previous = none;
+    Bits bits;
+    while (next < end) {
+      if (bits.count < width && !input_.refill(bits, width)) return false;
+      const unsigned code = bits.take(width);
+      if (code - clearCode_ <= 1) [[unlikely]] {
+        if (code != clearCode_) return false;
+        width = firstWidth;
+        used = clearCode_ + 2;
+        previous = none;
+        continue;
       }
+      if (previous.length != 0 && used < tableSize) {
+        table_[used++] = {previous.offset, previous.length + 1};
+        if (used == 1U << width && width < mostCodeBits) ++width;
+      }
+      if (code >= used) return false;
+      const Entry entry = table_[code];
+      const std::size_t length =
+          std::min<std::size_t>(entry.length, static_cast<std::size_t>(end - next));
+      copyString(next, base + entry.offset, length);
+      previous = {static_cast<std::uint32_t>(next - base), entry.length};
+      next += length;
     }
     return true;
   }
@@ -121,36 +141,9 @@ class LzwDecoder {
  private:
   static constexpr Entry none{0, 0};
 
-  void clear() {
-    width_ = static_cast<unsigned>(std::bit_width(clearCode_));
-    used_ = clearCode_ + 2;
-    previous_ = none;
-  }
-
-  bool accept(unsigned code) {
-    if (previous_.length != 0 && used_ < tableSize) add();
-    if (code >= used_ || code == clearCode_ + 1) return false;
-    const Entry entry = table_[code];
-    const auto length = std::min<std::size_t>(entry.length, static_cast<std::size_t>(end_ - next_));
-    copyString(next_, base_ + entry.offset, length);
-    previous_ = {static_cast<std::uint32_t>(next_ - base_), entry.length};
-    next_ += length;
-    return true;
-  }
-
-  void add() {
-    table_[used_++] = {previous_.offset, previous_.length + 1};
-    if (used_ == 1U << width_ && width_ < mostCodeBits) ++width_;
-  }
-
-  CodeReader codes_;
+  CodeInput input_;
   const unsigned clearCode_;
-  std::uint8_t* const base_;
-  std::uint8_t* next_;
-  std::uint8_t* const end_;
-  unsigned width_ = 0;
-  unsigned used_ = 0;
-  Entry previous_ = none;
+  IndexBuffer& buffer_;
   std::array<Entry, tableSize> table_;
 };
 

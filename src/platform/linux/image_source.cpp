@@ -20,11 +20,14 @@ struct CGImageSource::Impl {
   ImageRef single;
   gif::Compositor compositor;
   int lastAskedFor = -1;
+  bool isCounted = false;
   // Of the picture behind the last one asked for; it uses the compositor until it is ready.
   std::future<ImageRef> next;
 
   Impl(DataRef bytes, gif::File parsed)
       : data(std::move(bytes)), file(std::move(parsed)), compositor(data->impl(), file) {}
+
+  int count() const { return single ? 1 : static_cast<int>(file.images.size()); }
 
   ImageRef decode(int index) {
     return unlessOutOfMemory([this, index] { return compositor.picture(index); });
@@ -36,8 +39,8 @@ struct CGImageSource::Impl {
     ImageRef image = next.valid() ? next.get() : nullptr;
     if (!isReady) image = decode(index);
     lastAskedFor = index;
-    // Not after the first picture: many want no other.
-    if (isInOrder && index > 0) decodeAhead(index + 1);
+    // Many want the first picture only; not those who asked how many there are.
+    if (isInOrder && (index > 0 || isCounted)) decodeAhead(index + 1);
     return image;
   }
 
@@ -69,17 +72,18 @@ std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data
 }
 
 int CGImageSource::count() const {
-  return impl_->single ? 1 : static_cast<int>(impl_->file.images.size());
+  impl_->isCounted = true;
+  return impl_->count();
 }
 
 ImageRef CGImageSource::createImageAtIndex(int index) {
-  if (index < 0 || index >= count()) return nullptr;
+  if (index < 0 || index >= impl_->count()) return nullptr;
   if (impl_->single) return impl_->single;
   return impl_->picture(index);
 }
 
 std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) const {
-  if (index < 0 || index >= count()) return std::nullopt;
+  if (index < 0 || index >= impl_->count()) return std::nullopt;
   if (impl_->single) return ImageProperties{};
   // As on the device, the clamped delay is for viewers that do not bear very short ones.
   constexpr double shortestClampedDelay = 0.02;

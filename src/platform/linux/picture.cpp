@@ -24,7 +24,7 @@ void Strip::setCompressed(std::shared_ptr<const CompressedRows> rows) const {
 // In pixels, whatever their format. Small strips leave more of a picture untouched by a small
 // change; large ones compress better.
 int PictureShape::rowsPerStrip() const {
-  constexpr int smallestStrip = 1 << 14;
+  constexpr int smallestStrip = 1 << 15;
   constexpr int mostStrips = 32;
   const int enough = (smallestStrip + width - 1) / width;
   return std::max(enough, (height + mostStrips - 1) / mostStrips);

@@ -11,25 +11,28 @@ namespace {
 constexpr std::size_t rgb = 3;
 constexpr std::size_t rgba = 4;
 
-// The filters of PNG in use: the bytes themselves, or their differences from those above.
-constexpr std::uint8_t noFilter = 0;
-constexpr std::uint8_t upFilter = 2;
+// The bytes in front of rows, by which PNG names their filter.
+constexpr auto noFilter = static_cast<std::uint8_t>(RowFilter::None);
+constexpr auto upFilter = static_cast<std::uint8_t>(RowFilter::Up);
 
 int bitDepthOf(RowCoding coding) {
   return headerOf(coding).bitDepth;
 }
 
 // The leftmost index takes the highest bits.
-void packIndices(const std::uint8_t* indices, int width, int bitDepth, std::uint8_t* packed) {
-  const int perByte = 8 / bitDepth;
-  for (int x = 0; x < width; x += perByte) {
+template <int bitDepth>
+void packIndices(const std::uint8_t* indices, int width, std::uint8_t* packed) {
+  constexpr int perByte = 8 / bitDepth;
+  auto pack = [indices](int first, int count) {
     unsigned byte = 0;
-    for (int each = 0; each < perByte; ++each) {
-      const unsigned index = x + each < width ? indices[x + each] : 0U;
-      byte = byte << bitDepth | index;
+    for (int each = 0; each < count; ++each) {
+      byte |= unsigned{indices[first + each]} << (8 - bitDepth * (each + 1));
     }
-    *packed++ = static_cast<std::uint8_t>(byte);
-  }
+    return static_cast<std::uint8_t>(byte);
+  };
+  const int whole = width / perByte;
+  for (int byte = 0; byte < whole; ++byte) packed[byte] = pack(byte * perByte, perByte);
+  if (width % perByte != 0) packed[whole] = pack(whole * perByte, width % perByte);
 }
 
 void unpackIndices(const std::uint8_t* packed, int width, int bitDepth, std::uint8_t* indices) {
@@ -55,16 +58,22 @@ void addAlpha(const std::uint8_t* source, int width, std::uint8_t* target) {
 }
 
 void codeRow(const std::uint8_t* row, RowCoding coding, int width, std::uint8_t* target) {
-  if (coding == RowCoding::RGB) {
-    dropAlpha(row, width, target);
-  } else if (bitDepthOf(coding) < 8) {
-    packIndices(row, width, bitDepthOf(coding), target);
-  } else {
-    std::memcpy(target, row, codedRowLength(coding, width));
+  switch (coding) {
+    case RowCoding::Indexed1:
+      return packIndices<1>(row, width, target);
+    case RowCoding::Indexed2:
+      return packIndices<2>(row, width, target);
+    case RowCoding::Indexed4:
+      return packIndices<4>(row, width, target);
+    case RowCoding::RGB:
+      return dropAlpha(row, width, target);
+    case RowCoding::Indexed8:
+    case RowCoding::RGBA:
+      std::memcpy(target, row, codedRowLength(coding, width));
   }
 }
 
-// Colours that change slowly compress far better as differences.
+// The first row has none above.
 void filterUp(Bytes& coded, std::size_t stride) {
   for (std::size_t at = coded.size() - stride; at > 0; at -= stride) {
     std::uint8_t* row = &coded[at];
@@ -92,13 +101,13 @@ bool liesAsCoded(RowCoding coding) {
   return coding == RowCoding::Indexed8;
 }
 
-Bytes codedRows(const Strip& strip, RowCoding coding, int width) {
+Bytes codedRows(const Strip& strip, RowCoding coding, int width, RowFilter filter) {
   const std::size_t stride = codedRowLength(coding, width) + 1;
   Bytes coded(stride * static_cast<std::size_t>(strip.rowCount()));
   for (int row = 0; row < strip.rowCount(); ++row) {
     codeRow(strip.row(row), coding, width, &coded[static_cast<std::size_t>(row) * stride + 1]);
   }
-  if (coding == RowCoding::RGB || coding == RowCoding::RGBA) filterUp(coded, stride);
+  if (filter == RowFilter::Up) filterUp(coded, stride);
   return coded;
 }
 
@@ -143,11 +152,13 @@ std::size_t codedRowLength(RowCoding coding, int width) {
   return (pixels * static_cast<std::size_t>(bitDepthOf(coding)) + 7) / 8;
 }
 
-std::shared_ptr<const CompressedRows> compressRows(const Strip& strip, RowCoding coding,
-                                                   int width) {
+std::shared_ptr<const CompressedRows> compressRows(const Strip& strip, RowCoding coding, int width,
+                                                   RowFilter filter) {
   Bytes coded;
   std::span<const std::uint8_t> bytes = strip.bytes();
-  if (!liesAsCoded(coding)) bytes = coded = codedRows(strip, coding, width);
+  if (!liesAsCoded(coding) || filter != RowFilter::None) {
+    bytes = coded = codedRows(strip, coding, width, filter);
+  }
   return std::make_shared<const CompressedRows>(
       CompressedRows{coding, deflatePiece(bytes), adler32(bytes), bytes.size()});
 }

@@ -1,10 +1,16 @@
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <future>
 #include <span>
+#include <system_error>
+#include <utility>
+#include <vector>
 
 #include <zlib.h>
 
 #include "platform/image.h"
+#include "platform/linux/data_storage.h"
 #include "platform/linux/deflate.h"
 #include "platform/linux/out_of_memory.h"
 #include "platform/linux/png_format.h"
@@ -20,16 +26,52 @@ std::array<std::uint8_t, 4> bigEndian(std::size_t value) {
           static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)};
 }
 
-void append(Bytes& file, std::span<const std::uint8_t> bytes) {
-  file.insert(file.end(), bytes.begin(), bytes.end());
+void append(Bytes& target, std::span<const std::uint8_t> bytes) {
+  target.insert(target.end(), bytes.begin(), bytes.end());
 }
 
-void appendChunk(Bytes& file, const ChunkName& name, std::span<const std::uint8_t> content) {
-  append(file, bigEndian(content.size()));
-  append(file, name);
-  append(file, content);
-  append(file, bigEndian(platform::crc32(platform::crc32(0, name), content)));
-}
+// A file in the making. What is compressed already is not copied into it.
+class PngFile {
+ public:
+  PngFile() { append(loose_, signature); }
+
+  void appendChunk(const ChunkName& name, std::span<const std::uint8_t> content) {
+    begin(name, content.size());
+    append(loose_, content);
+    end(name, content);
+  }
+
+  void appendChunk(const ChunkName& name, const std::shared_ptr<const CompressedRows>& rows) {
+    begin(name, rows->deflated.size());
+    keepLoose();
+    pieces_.push_back({rows, rows->deflated});
+    end(name, rows->deflated);
+  }
+
+  DataRef data() {
+    keepLoose();
+    return dataOfPieces(std::move(pieces_));
+  }
+
+ private:
+  void begin(const ChunkName& name, std::size_t size) {
+    append(loose_, bigEndian(size));
+    append(loose_, name);
+  }
+
+  void end(const ChunkName& name, std::span<const std::uint8_t> content) {
+    append(loose_, bigEndian(platform::crc32(platform::crc32(0, name), content)));
+  }
+
+  void keepLoose() {
+    auto owner = std::make_shared<const Bytes>(std::exchange(loose_, {}));
+    pieces_.push_back({owner, *owner});
+  }
+
+  std::vector<Piece> pieces_;
+  // What follows the pieces.
+  Bytes loose_;
+};
 
 bool isOpaque(const UIImage::Impl& picture) {
   return std::ranges::all_of(picture.strips, [&picture](const auto& strip) {
@@ -55,17 +97,17 @@ RowCoding codingOf(const UIImage::Impl& picture) {
   return RowCoding::Indexed8;
 }
 
-void appendHeader(Bytes& file, const PictureShape& shape, RowCoding coding) {
+void appendHeader(PngFile& file, const PictureShape& shape, RowCoding coding) {
   Bytes header;
   append(header, bigEndian(static_cast<std::size_t>(shape.width)));
   append(header, bigEndian(static_cast<std::size_t>(shape.height)));
   const CodingInHeader inHeader = headerOf(coding);
   // Compression, filter and interlace methods are 0.
   append(header, std::array<std::uint8_t, 5>{inHeader.bitDepth, inHeader.colorType, 0, 0, 0});
-  appendChunk(file, headerChunk, header);
+  file.appendChunk(headerChunk, header);
 }
 
-void appendPalette(Bytes& file, const Palette& palette) {
+void appendPalette(PngFile& file, const Palette& palette) {
   Bytes colors;
   Bytes alphas;
   std::size_t lastTranslucent = 0;
@@ -77,41 +119,74 @@ void appendPalette(Bytes& file, const Palette& palette) {
   }
   // Those left out are opaque.
   alphas.resize(lastTranslucent);
-  appendChunk(file, paletteChunk, colors);
-  if (!alphas.empty()) appendChunk(file, alphaChunk, alphas);
+  file.appendChunk(paletteChunk, colors);
+  if (!alphas.empty()) file.appendChunk(alphaChunk, alphas);
 }
 
-std::shared_ptr<const CompressedRows> compressed(const Strip& strip, RowCoding coding, int width) {
-  auto rows = strip.compressed();
-  if (!rows || rows->coding != coding) {
-    rows = compressRows(strip, coding, width);
-    strip.setCompressed(rows);
+bool isCompressed(const Strip& strip, RowCoding coding) {
+  const auto rows = strip.compressed();
+  return rows && rows->coding == coding;
+}
+
+// The one that does better by this strip; numbers of a palette have no meaningful differences.
+RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
+  if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return RowFilter::None;
+  const auto plain = compressRows(strip, coding, width, RowFilter::None);
+  const auto differences = compressRows(strip, coding, width, RowFilter::Up);
+  const bool isSmaller = differences->deflated.size() < plain->deflated.size();
+  return isSmaller ? RowFilter::Up : RowFilter::None;
+}
+
+// Compresses the strips that are not yet; of many, another thread does its share.
+void compressStrips(const UIImage::Impl& picture, RowCoding coding) {
+  std::vector<const Strip*> strips;
+  for (const auto& strip : picture.strips) {
+    if (!isCompressed(*strip, coding)) strips.push_back(strip.get());
   }
-  return rows;
+  if (strips.empty()) return;
+  const RowFilter filter = bestFilter(*strips.front(), coding, picture.shape.width);
+  std::atomic<std::size_t> next = 0;
+  auto compressSome = [&] {
+    for (std::size_t at = next++; at < strips.size(); at = next++) {
+      strips[at]->setCompressed(compressRows(*strips[at], coding, picture.shape.width, filter));
+    }
+  };
+  std::future<void> helper;
+  // Fewer are done before a thread has started.
+  constexpr std::size_t enoughForTwo = 4;
+  if (strips.size() >= enoughForTwo) {
+    try {
+      helper = std::async(std::launch::async, compressSome);
+    } catch (const std::system_error&) {
+      // No thread to be had: this one does it all.
+    }
+  }
+  compressSome();
+  if (helper.valid()) helper.get();
 }
 
-void appendPixels(Bytes& file, const UIImage::Impl& picture, RowCoding coding) {
-  appendChunk(file, dataChunk, zlibHeader);
+void appendPixels(PngFile& file, const UIImage::Impl& picture, RowCoding coding) {
+  compressStrips(picture, coding);
+  file.appendChunk(dataChunk, zlibHeader);
   uLong adler = 1;
   for (const auto& strip : picture.strips) {
-    const auto rows = compressed(*strip, coding, picture.shape.width);
-    appendChunk(file, dataChunk, rows->deflated);
+    const auto rows = strip->compressed();
+    file.appendChunk(dataChunk, rows);
     adler = adler32_combine(adler, rows->adler, static_cast<z_off_t>(rows->length));
   }
   Bytes end(emptyFinalBlock.begin(), emptyFinalBlock.end());
   append(end, bigEndian(adler));
-  appendChunk(file, dataChunk, end);
+  file.appendChunk(dataChunk, end);
 }
 
-Bytes encode(const UIImage::Impl& picture) {
+DataRef encode(const UIImage::Impl& picture) {
   const RowCoding coding = codingOf(picture);
-  Bytes file(signature.begin(), signature.end());
+  PngFile file;
   appendHeader(file, picture.shape, coding);
   if (picture.palette) appendPalette(file, *picture.palette);
   appendPixels(file, picture, coding);
-  appendChunk(file, endChunk, {});
-  file.shrink_to_fit();
-  return file;
+  file.appendChunk(endChunk, std::span<const std::uint8_t>());
+  return file.data();
 }
 
 }  // namespace
@@ -120,7 +195,7 @@ DataRef UIImagePNGRepresentation(const UIImage& image) {
   const UIImage::Impl& picture = image.impl();
   std::lock_guard lock(picture.mutex);
   if (!picture.png) {
-    picture.png = unlessOutOfMemory([&picture] { return NSData::dataWithBytes(encode(picture)); });
+    picture.png = unlessOutOfMemory([&picture] { return encode(picture); });
   }
   return picture.png;
 }
