@@ -1,0 +1,17 @@
+#include "bench/bench_peers.h"
+
+#include <cstdio>
+#include <string_view>
+
+int main(int count, char** words) {
+  const std::string_view name = count == 2 ? words[1] : "";
+  if (name == "blur") {
+    bench::benchBlur();
+  } else if (name == "loading") {
+    bench::benchLoading();
+  } else {
+    std::fprintf(stderr, "usage: bench-peers blur|loading\n");
+    return 2;
+  }
+  return 0;
+}
