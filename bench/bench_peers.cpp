@@ -3,7 +3,10 @@
 #include <cstdio>
 #include <string_view>
 
+#include "platform/linux/freed_memory.h"
+
 int main(int count, char** words) {
+  platform::keepFreedMemory();
   const std::string_view name = count == 2 ? words[1] : "";
   if (name == "blur") {
     bench::benchBlur();

@@ -7,6 +7,7 @@
 #include "gifview/playback_clock.h"
 #include "platform/linux/deflate.h"
 #include "platform/linux/device_root.h"
+#include "platform/linux/freed_memory.h"
 #include "platform/linux/gif_canvas.h"
 #include "platform/linux/gif_lzw.h"
 #include "platform/linux/picture.h"
@@ -205,4 +206,10 @@ BENCHMARK(Tick);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int count, char** words) {
+  platform::keepFreedMemory();
+  benchmark::Initialize(&count, words);
+  if (benchmark::ReportUnrecognizedArguments(count, words)) return 2;
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}

@@ -9,7 +9,8 @@ namespace bench {
 
 using Way = std::function<void()>;
 
-// For each way the median of its times, in milliseconds. Every way is run once before.
+// For each way the median of its times, in milliseconds; each turn is a run that does not count, and
+// three that do.
 std::vector<double> medianMilliseconds(int rounds, const std::vector<Way>& ways);
 
 // Prints a line of a table: the first cell to the left, the others to the right.

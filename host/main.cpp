@@ -22,6 +22,7 @@
 #include "platform/linux/activity.h"
 #include "platform/linux/bus.h"
 #include "platform/linux/device_root.h"
+#include "platform/linux/freed_memory.h"
 #include "platform/linux/run_loop.h"
 
 namespace {
@@ -120,6 +121,7 @@ int parseAndRun(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::keepFreedMemory();
   int code = exitFailed;
   try {
     code = parseAndRun(argc, argv);

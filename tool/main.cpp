@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "platform/linux/freed_memory.h"
 #include "tool/command_line.h"
 #include "tool/failure.h"
 
@@ -18,6 +19,7 @@ void finishOutput() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::keepFreedMemory();
   try {
     const int code = tool::performLine({argv + 1, argv + argc});
     finishOutput();

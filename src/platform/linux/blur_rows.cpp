@@ -17,15 +17,15 @@ namespace {
 
 constexpr std::size_t pixelSize = channels;
 
-inline std::uint32_t widened(std::uint8_t value) {
-  return std::uint32_t{value} << fractionBits;
+inline Value widened(std::uint8_t value) {
+  return static_cast<Value>(value << fractionBits);
 }
-inline std::uint32_t widened(Value value) {
+inline Value widened(Value value) {
   return value;
 }
 
-inline Value weighted(std::uint32_t value, std::uint32_t weight) {
-  return static_cast<Value>((value & 0xFFFF) * weight >> 16);
+inline Value weighted(Value value, std::uint16_t weight) {
+  return static_cast<Value>(std::uint32_t{value} * weight >> 16);
 }
 
 // The sums of a block stay in registers while the rows go by.
@@ -47,7 +47,7 @@ template <typename Element>
       const Element* behind = rows[reach + distance] + start;
       const std::uint16_t weight = weights[distance];
       for (std::size_t at = 0; at < block; ++at) {
-        const std::uint32_t both = widened(before[at]) + widened(behind[at]);
+        const auto both = static_cast<Value>(widened(before[at]) + widened(behind[at]));
         sums[at] = static_cast<Value>(sums[at] + weighted(both, weight));
       }
     }
@@ -58,6 +58,18 @@ template <typename Element>
 inline std::uint32_t binomial(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d,
                               std::uint32_t e) {
   return a + e + 4 * (b + d) + 6 * c;
+}
+
+[[gnu::always_inline]] inline bool isOpaque(const std::uint8_t* straight, std::size_t pixels) {
+  std::uint32_t all = ~0U;
+  for (std::size_t x = 0; x < pixels; ++x) {
+    std::uint32_t pixel = 0;
+    std::memcpy(&pixel, straight + x * pixelSize, pixelSize);
+    all &= pixel;
+  }
+  std::array<std::uint8_t, pixelSize> bytes{};
+  std::memcpy(bytes.data(), &all, pixelSize);
+  return bytes[3] == 255;
 }
 
 // 255 * 2^16 over every alpha, for a division of values with 8 bits behind the point.
@@ -118,7 +130,7 @@ void weigh(const Value* const* rows, const Kernel& kernel, Value* out, std::size
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void halveRows(const std::uint8_t* const* rows, Value* out, std::size_t values) {
+void halveRows(const std::uint8_t* const* rows, Value* __restrict out, std::size_t values) {
   for (std::size_t at = 0; at < values; ++at) {
     const std::uint32_t sum =
         binomial(rows[0][at], rows[1][at], rows[2][at], rows[3][at], rows[4][at]);
@@ -127,7 +139,7 @@ void halveRows(const std::uint8_t* const* rows, Value* out, std::size_t values) 
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void halveRows(const Value* const* rows, Value* out, std::size_t values) {
+void halveRows(const Value* const* rows, Value* __restrict out, std::size_t values) {
   for (std::size_t at = 0; at < values; ++at) {
     const std::uint32_t sum =
         binomial(rows[0][at], rows[1][at], rows[2][at], rows[3][at], rows[4][at]);
@@ -136,7 +148,7 @@ void halveRows(const Value* const* rows, Value* out, std::size_t values) {
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void halveAlong(const Value* row, Value* out, std::size_t pixels) {
+void halveAlong(const Value* __restrict row, Value* __restrict out, std::size_t pixels) {
   for (std::size_t x = 0; x < pixels; ++x) {
     const Value* around = row + 2 * x * pixelSize;
     for (std::size_t channel = 0; channel < pixelSize; ++channel, ++around) {
@@ -147,8 +159,9 @@ void halveAlong(const Value* row, Value* out, std::size_t pixels) {
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void doubleRows(const Value* before, const Value* middle, const Value* behind, Value* even,
-                Value* odd, std::size_t values) {
+void doubleRows(const Value* __restrict before, const Value* __restrict middle,
+                const Value* __restrict behind, Value* __restrict even, Value* __restrict odd,
+                std::size_t values) {
   for (std::size_t at = 0; at < values; ++at) {
     const std::uint32_t center = middle[at];
     even[at] = static_cast<Value>((before[at] + 6 * center + behind[at] + 4) >> 3);
@@ -157,7 +170,7 @@ void doubleRows(const Value* before, const Value* middle, const Value* behind, V
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void doubleAlong(const Value* row, Value* out, std::size_t pixels) {
+void doubleAlong(const Value* __restrict row, Value* __restrict out, std::size_t pixels) {
   for (std::size_t x = 0; x < pixels; ++x) {
     const Value* around = row + x * pixelSize;
     Value* both = out + 2 * x * pixelSize;
@@ -171,6 +184,10 @@ void doubleAlong(const Value* row, Value* out, std::size_t pixels) {
 
 LUMORA_FOR_EVERY_PROCESSOR
 void premultiply(const std::uint8_t* straight, std::uint8_t* out, std::size_t pixels) {
+  if (isOpaque(straight, pixels)) {
+    std::memcpy(out, straight, pixels * pixelSize);
+    return;
+  }
   for (std::size_t x = 0; x < pixels; ++x, straight += pixelSize, out += pixelSize) {
     const std::uint32_t alpha = straight[3];
     for (std::size_t channel = 0; channel < 3; ++channel) {
@@ -183,22 +200,19 @@ void premultiply(const std::uint8_t* straight, std::uint8_t* out, std::size_t pi
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void finish(const Value* row, std::uint8_t* straight, std::size_t pixels) {
-  constexpr std::uint32_t half = 1U << (fractionBits - 1);
-  constexpr std::size_t group = 16;
+void finish(const Value* __restrict row, std::uint8_t* __restrict straight, std::size_t pixels) {
+  constexpr Value half = 1U << (fractionBits - 1);
+  constexpr Value largest = 255;
+  for (std::size_t at = 0; at < pixels * pixelSize; ++at) {
+    const auto rounded = static_cast<Value>(static_cast<Value>(row[at] + half) >> fractionBits);
+    straight[at] = static_cast<std::uint8_t>(std::min(rounded, largest));
+  }
+  constexpr std::size_t group = 8;
   for (std::size_t start = 0; start < pixels; start += group) {
-    const std::size_t count = std::min(group, pixels - start);
-    const Value* values = row + start * pixelSize;
-    std::uint8_t* target = straight + start * pixelSize;
-    for (std::size_t at = 0; at < count * pixelSize; ++at) {
-      const std::uint32_t rounded = (values[at] + half) >> fractionBits;
-      target[at] = static_cast<std::uint8_t>(std::min(rounded, 255U));
-    }
-    std::uint8_t alphas = 255;
-    for (std::size_t x = 0; x < count; ++x) alphas &= target[x * pixelSize + 3];
-    if (alphas == 255) continue;
-    for (std::size_t x = 0; x < count; ++x) {
-      makeStraight(values + x * pixelSize, target + x * pixelSize);
+    const std::size_t end = std::min(start + group, pixels);
+    if (isOpaque(straight + start * pixelSize, end - start)) continue;
+    for (std::size_t x = start; x < end; ++x) {
+      makeStraight(row + x * pixelSize, straight + x * pixelSize);
     }
   }
 }

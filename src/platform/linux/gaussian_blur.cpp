@@ -1,6 +1,6 @@
-// A Gaussian blur costs as much as its radius is large, unless the picture is small: so it is halved
-// as often as the blur allows, blurred there by what is left to do, and doubled as often. Halving
-// and doubling are blurs themselves, and their share is known: see halvingsFor.
+// A Gaussian blur costs as much as its radius is large, unless the picture is small: so it is
+// halved as often as the blur allows, blurred there by what is left to do, and doubled as often.
+// Halving and doubling are blurs themselves, and their share is known: see halvingsFor.
 
 #include <algorithm>
 #include <cmath>
@@ -85,8 +85,7 @@ void blurRows(const Kernel& kernel, std::size_t stride, int first, int end, RowA
 // The part of a picture that is wanted, and all of the picture besides.
 class Blur {
  public:
-  Blur(const UIImage::Impl& picture, const Rectangle& wanted)
-      : picture_(picture), wanted_(wanted) {
+  Blur(const UIImage::Impl& picture, const Rectangle& wanted) : picture_(picture), wanted_(wanted) {
     const int left = std::min(0, wanted.left);
     const int top = std::min(0, wanted.top);
     whole_ = {left, top, std::max(picture.shape.width, wanted.left + wanted.width) - left,
@@ -267,10 +266,10 @@ CGRect CIImage::extent() const {
 }
 
 ImageRef CIImage::render(CGRect rectangle) const {
-  const Rectangle wanted{
-      static_cast<int>(std::lround(rectangle.x)), static_cast<int>(std::lround(rectangle.y)),
-      static_cast<int>(std::lround(rectangle.width)),
-      static_cast<int>(std::lround(rectangle.height))};
+  const Rectangle wanted{static_cast<int>(std::lround(rectangle.x)),
+                         static_cast<int>(std::lround(rectangle.y)),
+                         static_cast<int>(std::lround(rectangle.width)),
+                         static_cast<int>(std::lround(rectangle.height))};
   const bool isWhole = wanted.left == 0 && wanted.top == 0 && wanted.width == input_->width() &&
                        wanted.height == input_->height();
   if (radius_ == 0 && isWhole) return input_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/linux/activity.h"
+#include "platform/linux/freed_memory.h"
 #include "platform/linux/run_loop.h"
 
 namespace platform {
@@ -43,6 +44,7 @@ class Workers : public std::enable_shared_from_this<Workers> {
       endBackgroundOperation();
       RunLoop::main().wake();
     }
+    if (most_ > 1) giveFreedMemoryBack();
   }
 
   std::function<void()> next() {
