@@ -16,7 +16,16 @@ cairo_status_t append(void* closure, const unsigned char* data, unsigned int len
 }  // namespace
 
 void drawScreen(Screen& screen, cairo_surface_t* surface, int scale) {
+  drawPartOfScreen(
+      screen, surface, scale,
+      {0, 0, cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)});
+}
+
+void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
+                      const cairo_rectangle_int_t& part) {
   cairo_t* context = cairo_create(surface);
+  cairo_rectangle(context, part.x, part.y, part.width, part.height);
+  cairo_clip(context);
   cairo_scale(context, scale, scale);
   platform::renderView(screen.root(), context);
   cairo_destroy(context);

@@ -10,8 +10,10 @@
 
 namespace host {
 
-// Draws the screen over the whole of a surface, scale pixels to the point.
+// Draws the screen over a surface, scale pixels to the point: all of it, or a part in pixels.
 void drawScreen(Screen& screen, cairo_surface_t* surface, int scale);
+void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
+                      const cairo_rectangle_int_t& part);
 
 // A PNG of what the screen shows now; empty if there is no memory for it.
 std::vector<std::uint8_t> takeScreenshot(Screen& screen, int scale);

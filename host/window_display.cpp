@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -12,6 +13,7 @@
 #include <X11/Xlib.h>
 
 #include "host/screenshot.h"
+#include "platform/linux/display_damage.h"
 #include "platform/linux/run_loop.h"
 
 namespace host {
@@ -71,8 +73,10 @@ struct WindowDisplay::Impl {
   bool isDesktop() const { return springBoard.options().display == "desktop"; }
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
-  void draw();
-  void fitToScreen();
+  void draw(bool isAll);
+  // Whether the window has turned.
+  bool fitToScreen();
+  std::optional<SDL_Rect> changedPart(const SDL_Surface& pixels) const;
 
   SpringBoard& springBoard;
   SDL_Window* window = nullptr;
@@ -120,7 +124,7 @@ void WindowDisplay::Impl::open() {
   if (isDesktop()) XLowerWindow(x11.display, x11.window);
   XFlush(x11.display);
   RunLoop::main().addSource(XConnectionNumber(x11.display), [this] { return handleEvents(); });
-  RunLoop::main().setDrawing([this] { draw(); });
+  RunLoop::main().setDrawing([this](bool isAll) { draw(isAll); });
 }
 
 SDL_SysWMinfo WindowDisplay::Impl::systemInfo() const {
@@ -175,27 +179,48 @@ void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {
 }
 
 // The window turns with the device.
-void WindowDisplay::Impl::fitToScreen() {
+bool WindowDisplay::Impl::fitToScreen() {
   const platform::CGSize size = springBoard.screen().size();
   const int scale = springBoard.options().scale;
   const int newWidth = static_cast<int>(std::lround(size.width)) * scale;
   const int newHeight = static_cast<int>(std::lround(size.height)) * scale;
-  if (newWidth == width && newHeight == height) return;
+  if (newWidth == width && newHeight == height) return false;
   width = newWidth;
   height = newHeight;
   SDL_SetWindowSize(window, width, height);
+  return true;
 }
 
-void WindowDisplay::Impl::draw() {
-  fitToScreen();
+// In whole pixels, those on the border included.
+std::optional<SDL_Rect> WindowDisplay::Impl::changedPart(const SDL_Surface& pixels) const {
+  const auto damage = platform::takePictureDamage(springBoard.screen().root());
+  if (!damage) return std::nullopt;
+  const int scale = springBoard.options().scale;
+  const SDL_Rect all{0, 0, pixels.w, pixels.h};
+  const int left = static_cast<int>(std::floor(damage->x * scale));
+  const int top = static_cast<int>(std::floor(damage->y * scale));
+  const SDL_Rect part{left, top,
+                      static_cast<int>(std::ceil((damage->x + damage->width) * scale)) - left,
+                      static_cast<int>(std::ceil((damage->y + damage->height) * scale)) - top};
+  SDL_Rect visible;
+  if (SDL_IntersectRect(&all, &part, &visible) == SDL_FALSE) return std::nullopt;
+  return visible;
+}
+
+void WindowDisplay::Impl::draw(bool isAll) {
+  isAll = fitToScreen() || isAll;
   SDL_Surface* pixels = SDL_GetWindowSurface(window);
   if (pixels == nullptr || pixels->format->BytesPerPixel != sizeof(Uint32)) return;
+  const auto changed = changedPart(*pixels);
+  const auto part = isAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
+  if (!part) return;
   cairo_surface_t* surface =
       cairo_image_surface_create_for_data(static_cast<unsigned char*>(pixels->pixels),
                                           CAIRO_FORMAT_RGB24, pixels->w, pixels->h, pixels->pitch);
-  drawScreen(springBoard.screen(), surface, springBoard.options().scale);
+  drawPartOfScreen(springBoard.screen(), surface, springBoard.options().scale,
+                   {part->x, part->y, part->w, part->h});
   cairo_surface_destroy(surface);
-  SDL_UpdateWindowSurface(window);
+  SDL_UpdateWindowSurfaceRects(window, &*part, 1);
 }
 
 }  // namespace host

@@ -1,6 +1,8 @@
 // A view that shows one picture, placed by its content mode. Main thread.
 #pragma once
 
+#include <memory>
+
 #include "platform/image.h"
 #include "platform/view.h"
 
@@ -11,12 +13,15 @@ class UIImageView : public UIView {
   UIImageView();
   ~UIImageView() override;
 
+  struct Impl;
+  Impl& impl() { return *impl_; }
+
   // nullptr shows nothing.
   void setImage(ImageRef image);
   ImageRef image() const;
 
  private:
-  ImageRef image_;
+  std::unique_ptr<Impl> impl_;
 };
 
 }  // namespace platform

@@ -42,8 +42,8 @@ class Plane {
 // The rows of a picture, premultiplied, as they come by: only the last few are kept.
 class InputRows {
  public:
-  // width, height: of the part of the plane that is looked at; (left, top): where its corner lies in
-  // the picture. Outside of the picture all is 0.
+  // width, height: of the part of the plane that is looked at; (left, top): where its corner lies
+  // in the picture. Outside of the picture all is 0.
   InputRows(const UIImage::Impl& picture, int left, int top, int width, int kept);
 
   std::size_t stride() const { return stride_; }

@@ -2,20 +2,28 @@
 
 #include <utility>
 
+#include "platform/linux/display_damage.h"
 #include "platform/linux/run_loop.h"
+#include "platform/linux/shown_picture.h"
 
 namespace platform {
 
-UIImageView::UIImageView() = default;
+UIImageView::UIImageView() : impl_(std::make_unique<Impl>()) {}
 UIImageView::~UIImageView() = default;
 
 void UIImageView::setImage(ImageRef image) {
-  image_ = std::move(image);
-  RunLoop::main().setNeedsDisplay();
+  if (image == impl_->image) return;
+  const bool replacesPicture = image && impl_->image;
+  impl_->image = std::move(image);
+  if (replacesPicture) {
+    notePictureChanged(std::static_pointer_cast<UIImageView>(shared_from_this()));
+  } else {
+    RunLoop::main().setNeedsDisplay();
+  }
 }
 
 ImageRef UIImageView::image() const {
-  return image_;
+  return impl_->image;
 }
 
 }  // namespace platform

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 namespace platform {
 namespace {
@@ -15,25 +14,22 @@ std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
 
 }  // namespace
 
-PictureSurface::Rows PictureSurface::update(const UIImage& image) {
+void PictureSurface::update(const UIImage& image) {
   const UIImage::Impl& picture = image.impl();
-  const Rows all{0, picture.shape.height};
-  if (!fits(picture.shape)) {
-    surface_.reset(
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, picture.shape.width, picture.shape.height));
-    if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) surface_.reset();
-    strips_.clear();
-    if (!surface_) return all;
-  }
-  shape_ = picture.shape;
+  if (!fits(picture.shape)) start(picture.shape);
+  if (!surface_) return;
   if (palette_ != picture.palette) {
     palette_ = picture.palette;
     strips_.clear();
+    isOpaque_ = palette_ &&
+                std::all_of(palette_->colors.begin(),
+                            palette_->colors.begin() + static_cast<std::ptrdiff_t>(palette_->count),
+                            [](const RGBAColor& color) { return color[3] == 255; });
     for (std::size_t index = 0; palette_ && index < mostColors; ++index) {
       colors_[index] = premultipliedPixel(palette_->colors[index].data());
     }
   }
-  Rows changed{picture.shape.height, 0};
+  shape_ = picture.shape;
   strips_.resize(picture.strips.size());
   cairo_surface_flush(surface_.get());
   for (int index = 0; index < shape_.stripCount(); ++index) {
@@ -43,11 +39,19 @@ PictureSurface::Rows PictureSurface::update(const UIImage& image) {
     shown = wanted;
     lookUp(picture, index);
     const int first = index * shape_.rowsPerStrip();
-    changed.first = std::min(changed.first, first);
-    changed.end = first + shape_.rowsInStrip(index);
+    const int end = first + shape_.rowsInStrip(index);
+    const bool isFirst = changed_.first == changed_.end;
+    changed_ = {isFirst ? first : std::min(changed_.first, first), std::max(changed_.end, end)};
   }
   cairo_surface_mark_dirty(surface_.get());
-  return changed.end == 0 ? Rows{} : changed;
+}
+
+void PictureSurface::start(const PictureShape& shape) {
+  surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, shape.width, shape.height));
+  if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) surface_.reset();
+  shape_ = shape;
+  strips_.clear();
+  changed_ = {0, shape.height};
 }
 
 bool PictureSurface::fits(const PictureShape& shape) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include <cairo.h>
 
@@ -18,10 +19,13 @@ class PictureSurface {
     int end = 0;
   };
 
-  // Shows the picture from now on. Gives the rows that may look different; all of them if the
-  // memory does not suffice, and there is no surface then.
-  Rows update(const UIImage& image);
+  // Shows the picture from now on. There is no surface if the memory does not suffice.
+  void update(const UIImage& image);
+  // The rows that may look different since the last call.
+  Rows takeChangedRows() { return std::exchange(changed_, {}); }
 
+  // Whether nothing shines through the picture.
+  bool isOpaque() const { return isOpaque_; }
   // Premultiplied, 32 bits; nullptr before the first picture.
   cairo_surface_t* surface() const { return surface_.get(); }
   // The same in bytes, without padding.
@@ -33,6 +37,7 @@ class PictureSurface {
   };
 
   bool fits(const PictureShape& shape) const;
+  void start(const PictureShape& shape);
   void lookUp(const UIImage::Impl& picture, int strip);
 
   std::unique_ptr<cairo_surface_t, Destroy> surface_;
@@ -41,6 +46,8 @@ class PictureSurface {
   // Of the palette, as the screen wants them.
   std::array<std::uint32_t, mostColors> colors_{};
   Strips strips_;
+  Rows changed_;
+  bool isOpaque_ = false;
 };
 
 }  // namespace platform

@@ -65,14 +65,23 @@ void RunLoop::clearAlarm() {
   alarm_ = nullptr;
 }
 
-void RunLoop::setDrawing(Block draw) {
+void RunLoop::setDrawing(Draw draw) {
   draw_ = std::move(draw);
 }
 
 void RunLoop::setNeedsDisplay() {
   {
     std::lock_guard lock(mutex_);
-    if (std::exchange(needsDisplay_, true)) return;
+    if (std::exchange(needsDisplay_, Need::All) == Need::All) return;
+  }
+  wake();
+}
+
+void RunLoop::setNeedsPartialDisplay() {
+  {
+    std::lock_guard lock(mutex_);
+    if (needsDisplay_ != Need::Nothing) return;
+    needsDisplay_ = Need::Part;
   }
   wake();
 }
@@ -83,16 +92,23 @@ void RunLoop::stop() {
 }
 
 bool RunLoop::handleDue() {
-  bool worked = handleSources();
+  sourcesMayHaveMore_ = true;
+  return handleWhatMayBeDue();
+}
+
+// A refresh by itself is no reason to look at the sources: most show no new frame.
+bool RunLoop::handleWhatMayBeDue() {
+  bool worked = std::exchange(sourcesMayHaveMore_, false) && handleSources();
   worked = runMainQueue() || worked;
   worked = callAlarm() || worked;
-  worked = DisplayClock::main().refreshIfDue(Clock::now()) || worked;
+  const bool refreshed = DisplayClock::main().refreshIfDue(Clock::now());
   worked = drawIfNeeded() || worked;
-  return worked;
+  if (worked) sourcesMayHaveMore_ = true;
+  return worked || refreshed;
 }
 
 void RunLoop::turn(std::optional<Clock::time_point> limit) {
-  if (!handleDue() && !stopped_) sleep(limit);
+  if (!handleWhatMayBeDue() && !stopped_) sleep(limit);
 }
 
 bool RunLoop::handleSources() {
@@ -112,11 +128,13 @@ bool RunLoop::callAlarm() {
 
 bool RunLoop::drawIfNeeded() {
   if (!draw_) return false;
+  Need need = Need::Nothing;
   {
     std::lock_guard lock(mutex_);
-    if (!std::exchange(needsDisplay_, false)) return false;
+    need = std::exchange(needsDisplay_, Need::Nothing);
   }
-  draw_();
+  if (need == Need::Nothing) return false;
+  draw_(need == Need::All);
   return true;
 }
 
@@ -137,7 +155,9 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
     span.tv_sec = seconds.count();
     span.tv_nsec = std::chrono::nanoseconds(rest - seconds).count();
   }
-  ppoll(descriptors.data(), descriptors.size(), until ? &span : nullptr, nullptr);
+  const int ready =
+      ppoll(descriptors.data(), descriptors.size(), until ? &span : nullptr, nullptr);
+  if (ready != 0) sourcesMayHaveMore_ = true;
   if (descriptors.front().revents != 0) {
     std::uint64_t count = 0;
     [[maybe_unused]] ssize_t size = read(wakeDescriptor_, &count, sizeof count);

@@ -1,6 +1,6 @@
 // The main thread's run loop: main queue, display refreshes, an alarm, file descriptors and
 // drawing. It sleeps while there is nothing to do. All of it belongs to the main thread, but for
-// perform, setNeedsDisplay, stop and wake, which any thread may call.
+// perform, setNeedsDisplay and its like, stop and wake, which any thread may call.
 #pragma once
 
 #include <atomic>
@@ -26,8 +26,9 @@ class RunLoop {
   // Runs queued blocks, also those that they queue, until none is left; whether there were any.
   bool runMainQueue();
 
-  // A source of events on a file descriptor. Its handler is called at every turn, because libraries
-  // read ahead; it handles what is there without waiting and tells whether there was anything.
+  // A source of events on a file descriptor. Its handler is called when there is something to read,
+  // and also after anything else was done, because libraries read ahead; it handles what is there
+  // without waiting and tells whether there was anything.
   using Source = std::function<bool()>;
   void addSource(int fileDescriptor, Source handler);
   void removeSource(int fileDescriptor);
@@ -36,9 +37,12 @@ class RunLoop {
   void setAlarm(Clock::time_point moment, Block block);
   void clearAlarm();
 
-  // What draws the screen; called at most once per turn, and only after setNeedsDisplay.
-  void setDrawing(Block draw);
+  // What draws the screen; called at most once per turn, and only if that is needed. It is told
+  // whether all must be drawn, or only what has changed.
+  using Draw = std::function<void(bool isAll)>;
+  void setDrawing(Draw draw);
   void setNeedsDisplay();
+  void setNeedsPartialDisplay();
 
   // Tells whoever turns the loop to leave it; a sleeping turn ends.
   void stop();
@@ -54,6 +58,7 @@ class RunLoop {
  private:
   RunLoop();
   std::vector<Block> takeQueue();
+  bool handleWhatMayBeDue();
   bool handleSources();
   bool callAlarm();
   bool drawIfNeeded();
@@ -61,13 +66,15 @@ class RunLoop {
 
   std::mutex mutex_;
   std::vector<Block> queue_;
-  bool needsDisplay_ = false;
+  enum class Need { Nothing, Part, All };
+  Need needsDisplay_ = Need::Nothing;
   std::atomic<bool> stopped_ = false;
   int wakeDescriptor_;
   std::map<int, std::shared_ptr<Source>> sources_;
+  bool sourcesMayHaveMore_ = true;
   std::optional<Clock::time_point> alarmTime_;
   Block alarm_;
-  Block draw_;
+  Draw draw_;
 };
 
 }  // namespace platform

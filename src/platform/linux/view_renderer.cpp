@@ -1,111 +1,161 @@
 #include "platform/linux/view_renderer.h"
 
 #include <algorithm>
-#include <memory>
+#include <cmath>
 
-#include "platform/image_view.h"
 #include "platform/linux/drawn_view.h"
-#include "platform/linux/picture.h"
+#include "platform/linux/picture_placement.h"
+#include "platform/linux/shown_picture.h"
 
 namespace platform {
 namespace {
 
-struct DestroySurface {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+// Draws a tree. What lies behind an opaque picture is left out; so is not drawn, with every frame
+// of an animation, what the animation hides.
+class Renderer {
+ public:
+  explicit Renderer(cairo_t* context) : context_(context) {}
+
+  void draw(UIView& root) {
+    double x = 0;
+    double y = 0;
+    cairo_user_to_device(context_, &x, &y);
+    cairo_user_to_device_distance(context_, &scaleX_, &scaleY_);
+    findCover(root, x, y);
+    drawView(root);
+  }
+
+ private:
+  static bool isVisible(const UIView& view) {
+    const CGRect frame = view.frame();
+    return !view.hidden() && view.alpha() > 0 && frame.width > 0 && frame.height > 0;
+  }
+
+  // The last opaque picture in the tree, and the whole pixels that it fills. (x, y) is the corner
+  // of the superview on the surface.
+  void findCover(UIView& view, double x, double y) {
+    if (!isVisible(view) || view.alpha() < 1) return;
+    const CGRect frame = view.frame();
+    x += frame.x * scaleX_;
+    y += frame.y * scaleY_;
+    if (auto* imageView = dynamic_cast<UIImageView*>(&view)) noteIfOpaque(*imageView, x, y);
+    for (const auto& subview : view.subviews()) findCover(*subview, x, y);
+  }
+
+  void noteIfOpaque(UIImageView& view, double x, double y) {
+    const ImageRef image = view.image();
+    if (!image) return;
+    PictureSurface& surface = view.impl().surface;
+    surface.update(*image);
+    if (surface.surface() == nullptr || !surface.isOpaque()) return;
+    const CGRect frame = view.frame();
+    const CGRect at = placementOfPicture(*image, {frame.width, frame.height}, view.contentMode());
+    const double left = std::max<double>(at.x, 0);
+    const double top = std::max<double>(at.y, 0);
+    const double right = std::min<double>(at.x + at.width, frame.width);
+    const double bottom = std::min<double>(at.y + at.height, frame.height);
+    cover_ = &view;
+    coverLeft_ = std::ceil(x + left * scaleX_);
+    coverTop_ = std::ceil(y + top * scaleY_);
+    coverRight_ = std::floor(x + right * scaleX_);
+    coverBottom_ = std::floor(y + bottom * scaleY_);
+  }
+
+  // From here on, until the context is restored, nothing is drawn behind the cover.
+  void leaveCoverOut() {
+    if (cover_ == nullptr || coverRight_ <= coverLeft_ || coverBottom_ <= coverTop_) return;
+    cairo_matrix_t matrix;
+    cairo_get_matrix(context_, &matrix);
+    cairo_identity_matrix(context_);
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(context_, &left, &top, &right, &bottom);
+    cairo_rectangle(context_, left, top, right - left, bottom - top);
+    cairo_rectangle(context_, coverLeft_, coverTop_, coverRight_ - coverLeft_,
+                    coverBottom_ - coverTop_);
+    cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_clip(context_);
+    cairo_set_fill_rule(context_, CAIRO_FILL_RULE_WINDING);
+    cairo_set_matrix(context_, &matrix);
+  }
+
+  void drawView(UIView& view) {
+    if (!isVisible(view)) return;
+    const CGFloat alpha = view.alpha();
+    if (alpha >= 1) {
+      drawWithSubviews(view);
+      return;
+    }
+    cairo_push_group(context_);
+    drawWithSubviews(view);
+    cairo_pop_group_to_source(context_);
+    cairo_paint_with_alpha(context_, alpha);
+  }
+
+  void drawWithSubviews(UIView& view) {
+    const CGRect frame = view.frame();
+    cairo_save(context_);
+    cairo_translate(context_, frame.x, frame.y);
+    cairo_save(context_);
+    cairo_rectangle(context_, 0, 0, frame.width, frame.height);
+    cairo_clip(context_);
+    drawContent(view, {frame.width, frame.height});
+    cairo_restore(context_);
+    if (view.clipsToBounds()) {
+      cairo_rectangle(context_, 0, 0, frame.width, frame.height);
+      cairo_clip(context_);
+    }
+    for (const auto& subview : view.subviews()) drawView(*subview);
+    cairo_restore(context_);
+  }
+
+  void drawContent(UIView& view, CGSize size) {
+    if (&view == cover_) cover_ = nullptr;
+    leaveCoverOut();
+    const UIColor color = view.backgroundColor();
+    if (color.alpha > 0) {
+      cairo_set_source_rgba(context_, color.red, color.green, color.blue, color.alpha);
+      cairo_paint(context_);
+    }
+    if (auto* drawn = dynamic_cast<DrawnView*>(&view)) drawn->draw(context_, size);
+    if (auto* imageView = dynamic_cast<UIImageView*>(&view)) drawImage(*imageView, size);
+  }
+
+  void drawImage(UIImageView& view, CGSize size) {
+    const ImageRef image = view.image();
+    if (!image) return;
+    PictureSurface& surface = view.impl().surface;
+    surface.update(*image);
+    if (surface.surface() == nullptr) return;
+    const CGRect at = placementOfPicture(*image, size, view.contentMode());
+    cairo_save(context_);
+    cairo_translate(context_, at.x, at.y);
+    cairo_scale(context_, at.width / image->width(), at.height / image->height());
+    cairo_set_source_surface(context_, surface.surface(), 0, 0);
+    // Padding keeps the edge pixels from blending with nothing when the picture is scaled.
+    cairo_pattern_set_extend(cairo_get_source(context_), CAIRO_EXTEND_PAD);
+    cairo_rectangle(context_, 0, 0, image->width(), image->height());
+    cairo_fill(context_);
+    cairo_restore(context_);
+  }
+
+  cairo_t* const context_;
+  double scaleX_ = 1;
+  double scaleY_ = 1;
+  // Until it has been drawn.
+  const UIView* cover_ = nullptr;
+  double coverLeft_ = 0;
+  double coverTop_ = 0;
+  double coverRight_ = 0;
+  double coverBottom_ = 0;
 };
-using Surface = std::unique_ptr<cairo_surface_t, DestroySurface>;
-
-std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
-  const std::uint32_t alpha = rgba[3];
-  auto scaled = [alpha](std::uint32_t value) { return (value * alpha + 127) / 255; };
-  return alpha << 24 | scaled(rgba[0]) << 16 | scaled(rgba[1]) << 8 | scaled(rgba[2]);
-}
-
-Surface makeSurface(const UIImage& image) {
-  Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, image.width(), image.height()));
-  if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  unsigned char* row = cairo_image_surface_get_data(surface.get());
-  const int stride = cairo_image_surface_get_stride(surface.get());
-  const Bytes pixels = pixelsOf(image);
-  const std::uint8_t* source = pixels.data();
-  for (int y = 0; y < image.height(); ++y, row += stride) {
-    auto* target = reinterpret_cast<std::uint32_t*>(row);
-    for (int x = 0; x < image.width(); ++x, source += 4) target[x] = premultipliedPixel(source);
-  }
-  cairo_surface_mark_dirty(surface.get());
-  return surface;
-}
-
-// Where a picture of this size goes in a view of that size.
-CGRect placement(const UIImage& image, CGSize size, UIViewContentMode mode) {
-  const CGFloat across = size.width / image.width();
-  const CGFloat down = size.height / image.height();
-  if (mode == UIViewContentMode::ScaleToFill) return {0, 0, size.width, size.height};
-  const bool fits = mode == UIViewContentMode::ScaleAspectFit;
-  const CGFloat scale = fits ? std::min(across, down) : std::max(across, down);
-  const CGFloat width = image.width() * scale;
-  const CGFloat height = image.height() * scale;
-  return {(size.width - width) / 2, (size.height - height) / 2, width, height};
-}
-
-void drawImage(const UIImageView& view, cairo_t* context, CGSize size) {
-  const ImageRef image = view.image();
-  if (!image) return;
-  const Surface surface = makeSurface(*image);
-  if (!surface) return;
-  const CGRect at = placement(*image, size, view.contentMode());
-  cairo_save(context);
-  cairo_translate(context, at.x, at.y);
-  cairo_scale(context, at.width / image->width(), at.height / image->height());
-  cairo_set_source_surface(context, surface.get(), 0, 0);
-  // Padding keeps the edge pixels from blending with nothing when the picture is scaled.
-  cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
-  cairo_rectangle(context, 0, 0, image->width(), image->height());
-  cairo_fill(context);
-  cairo_restore(context);
-}
-
-void drawContent(UIView& view, cairo_t* context, CGSize size) {
-  const UIColor color = view.backgroundColor();
-  if (color.alpha > 0) {
-    cairo_set_source_rgba(context, color.red, color.green, color.blue, color.alpha);
-    cairo_paint(context);
-  }
-  if (auto* drawn = dynamic_cast<DrawnView*>(&view)) drawn->draw(context, size);
-  if (auto* imageView = dynamic_cast<UIImageView*>(&view)) drawImage(*imageView, context, size);
-}
-
-void drawWithSubviews(UIView& view, cairo_t* context, CGRect frame) {
-  cairo_save(context);
-  cairo_translate(context, frame.x, frame.y);
-  cairo_save(context);
-  cairo_rectangle(context, 0, 0, frame.width, frame.height);
-  cairo_clip(context);
-  drawContent(view, context, {frame.width, frame.height});
-  cairo_restore(context);
-  if (view.clipsToBounds()) {
-    cairo_rectangle(context, 0, 0, frame.width, frame.height);
-    cairo_clip(context);
-  }
-  for (const auto& subview : view.subviews()) renderView(*subview, context);
-  cairo_restore(context);
-}
 
 }  // namespace
 
 void renderView(UIView& view, cairo_t* context) {
-  const CGRect frame = view.frame();
-  const CGFloat alpha = view.alpha();
-  const bool isEmpty = !(frame.width > 0 && frame.height > 0);
-  if (view.hidden() || !(alpha > 0) || isEmpty) return;
-  if (alpha >= 1) {
-    drawWithSubviews(view, context, frame);
-    return;
-  }
-  cairo_push_group(context);
-  drawWithSubviews(view, context, frame);
-  cairo_pop_group_to_source(context);
-  cairo_paint_with_alpha(context, alpha);
+  Renderer(context).draw(view);
 }
 
 }  // namespace platform
