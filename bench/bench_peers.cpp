@@ -7,13 +7,17 @@
 
 int main(int count, char** words) {
   platform::keepFreedMemory();
-  const std::string_view name = count == 2 ? words[1] : "";
+  const std::string_view name = count > 1 ? words[1] : "";
+  constexpr int wordsOfLoading = 6;
   if (name == "blur") {
     bench::benchBlur();
-  } else if (name == "loading") {
-    bench::benchLoading();
+  } else if (name == "loading" && count >= wordsOfLoading) {
+    const bool standsStill = count > wordsOfLoading;
+    bench::benchLoading(words[2], {words[3], words[4], words[5], standsStill});
   } else {
-    std::fprintf(stderr, "usage: bench-peers blur|loading\n");
+    std::fprintf(stderr,
+                 "usage: bench-peers blur\n"
+                 "       bench-peers loading NAME OURS.png THEIRS.png BEFORE.png [stands-still]\n");
     return 2;
   }
   return 0;

@@ -6,15 +6,18 @@
 
 namespace bench {
 
-std::vector<double> medianMilliseconds(int rounds, const std::vector<Way>& ways) {
+std::vector<double> medianMilliseconds(int rounds, const Way& prepare,
+                                       const std::vector<Way>& ways) {
   using Clock = std::chrono::steady_clock;
   std::vector<std::vector<double>> times(ways.size());
   constexpr int timesInTurn = 3;
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t at = 0; at < ways.size(); ++at) {
       // Threads of other libraries go on looking for work for some time.
+      prepare();
       ways[at]();
       for (int each = 0; each < timesInTurn; ++each) {
+        prepare();
         const auto start = Clock::now();
         ways[at]();
         const std::chrono::duration<double, std::milli> span = Clock::now() - start;

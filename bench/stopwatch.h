@@ -9,9 +9,10 @@ namespace bench {
 
 using Way = std::function<void()>;
 
-// For each way the median of its times, in milliseconds; each turn is a run that does not count, and
-// three that do.
-std::vector<double> medianMilliseconds(int rounds, const std::vector<Way>& ways);
+// For each way the median of its times, in milliseconds; each turn is a run that does not count,
+// and three that do. prepare runs in front of each, outside of the measure.
+std::vector<double> medianMilliseconds(int rounds, const Way& prepare,
+                                       const std::vector<Way>& ways);
 
 // Prints a line of a table: the first cell to the left, the others to the right.
 void printRow(const std::vector<std::string>& cells);

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "platform/file_manager.h"
+#include "platform/linux/file_contents.h"
 #include "platform/linux/device_root.h"
 
 namespace fuzz {

@@ -1,6 +1,6 @@
 """Writes small inputs for a fuzz target to start from.
 
-usage: seeds.py gif|png|property_list|durations DIRECTORY
+usage: seeds.py gif|png|property_list|durations|blur DIRECTORY
 """
 import os
 import plistlib
@@ -18,13 +18,29 @@ def gif(version, *images):
     return data + b'\x21\xff\x0bNETSCAPE2.0\x03\x01\0\0\0\x3b'
 
 
-def png(color_type, depth, row, interlace=0):
-    def chunk(kind, body):
-        return struct.pack('>I', len(body)) + kind + body + struct.pack('>I', zlib.crc32(kind + body))
+def chunk(kind, body):
+    return struct.pack('>I', len(body)) + kind + body + struct.pack('>I', zlib.crc32(kind + body))
+
+
+def png_around(color_type, depth, interlace, data):
     header = struct.pack('>IIBBBBB', 2, 2, depth, color_type, 0, 0, interlace)
     palette = chunk(b'PLTE', bytes(6)) + chunk(b'tRNS', b'\x80') if color_type == 3 else b''
-    return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', header) + palette +
-            chunk(b'IDAT', zlib.compress((b'\0' + row) * 2)) + chunk(b'IEND', b''))
+    return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', header) + palette + data + chunk(b'IEND', b''))
+
+
+def png(color_type, depth, row, interlace=0):
+    return png_around(color_type, depth, interlace,
+                      chunk(b'IDAT', zlib.compress((b'\0' + row) * 2)))
+
+
+def own_png(color_type, depth, row):
+    """In pieces, as frames are written."""
+    rows = b'\0' + row + b'\2' + row if color_type != 3 else (b'\0' + row) * 2
+    deflater = zlib.compressobj(1, zlib.DEFLATED, -15)
+    piece = deflater.compress(rows) + deflater.flush(zlib.Z_FULL_FLUSH)
+    end = b'\3\0' + struct.pack('>I', zlib.adler32(rows))
+    return png_around(color_type, depth, 0, chunk(b'IDAT', b'\x78\1') + chunk(b'IDAT', piece) +
+                      chunk(b'IDAT', end))
 
 
 def lists(value):
@@ -35,9 +51,11 @@ SEEDS = {
     'gif': [gif(b'GIF89a', (0, 0, 0)), gif(b'GIF89a', (1, 0x40, 9), (0, 0, 12), (2, 0, 1)),
             gif(b'GIF87a', (0, 0, 0), (9, 0, 0))],
     'png': [png(6, 8, bytes(8)), png(2, 8, bytes(6)), png(3, 8, bytes(2)), png(0, 16, bytes(4)),
-            png(3, 1, bytes(1)), png(4, 8, bytes(4), interlace=1)],
+            png(3, 1, bytes(1)), png(4, 8, bytes(4), interlace=1), own_png(3, 8, bytes(2)),
+            own_png(3, 1, b'\x40'), own_png(2, 8, bytes(6)), own_png(6, 8, bytes(8))],
     'property_list': lists({'SHARED_GIF_SPEED': '2.5', 'OTHER': [1, 2.5, True, {'a': b'x'}]}) +
                      [b'\xef\xbb\xbf' + plistlib.dumps({'a': 'b'})],
+    'blur': [b'\x05\x03\x02\0' + bytes(range(100))],
     'durations': lists(['0.100000', '0.050000', '', '-1']) + lists([1, {'a': []}]),
 }
 

@@ -8,6 +8,10 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(openbox python3 xvfb)
+bench_packages=(
+  ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv
+  python3 python3-pil time xvfb
+)
 fuzz_packages=(clang python3)
 lint_packages=(clang-format clang-tidy)
 

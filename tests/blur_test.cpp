@@ -59,7 +59,8 @@ Planes blurredLines(const Planes& planes, int width, int height, int radius) {
       for (int at = std::max(0, x - reach); at <= std::min(width - 1, x + reach); ++at) {
         const double weight = std::exp(-(at - x) * (at - x) / (2.0 * radius * radius)) / total;
         const auto& value = planes[static_cast<std::size_t>(y * width + at)];
-        for (std::size_t channel = 0; channel < 4; ++channel) sum[channel] += weight * value[channel];
+        for (std::size_t channel = 0; channel < 4; ++channel)
+          sum[channel] += weight * value[channel];
       }
     }
   }

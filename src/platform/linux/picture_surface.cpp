@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
 
 namespace platform {
 namespace {
@@ -12,19 +13,24 @@ std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
   return alpha << 24 | scaled(rgba[0]) << 16 | scaled(rgba[1]) << 8 | scaled(rgba[2]);
 }
 
+// Of pictures without a palette it is not known.
+bool isOpaquePalette(const Palette* palette) {
+  if (palette == nullptr) return false;
+  const auto used = std::span(palette->colors).first(palette->count);
+  return std::ranges::all_of(used, [](const RGBAColor& color) { return color[3] == 255; });
+}
+
 }  // namespace
 
 void PictureSurface::update(const UIImage& image) {
   const UIImage::Impl& picture = image.impl();
-  if (!fits(picture.shape)) start(picture.shape);
+  const bool hasNewPalette = palette_ != picture.palette;
+  const bool isOpaque = hasNewPalette ? isOpaquePalette(picture.palette.get()) : isOpaque_;
+  if (!fits(picture.shape) || isOpaque != isOpaque_) start(picture.shape, isOpaque);
   if (!surface_) return;
-  if (palette_ != picture.palette) {
+  if (hasNewPalette) {
     palette_ = picture.palette;
     strips_.clear();
-    isOpaque_ = palette_ &&
-                std::all_of(palette_->colors.begin(),
-                            palette_->colors.begin() + static_cast<std::ptrdiff_t>(palette_->count),
-                            [](const RGBAColor& color) { return color[3] == 255; });
     for (std::size_t index = 0; palette_ && index < mostColors; ++index) {
       colors_[index] = premultipliedPixel(palette_->colors[index].data());
     }
@@ -46,8 +52,11 @@ void PictureSurface::update(const UIImage& image) {
   cairo_surface_mark_dirty(surface_.get());
 }
 
-void PictureSurface::start(const PictureShape& shape) {
-  surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, shape.width, shape.height));
+// The faster ways to scale a picture are for those without alpha.
+void PictureSurface::start(const PictureShape& shape, bool isOpaque) {
+  const cairo_format_t format = isOpaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;
+  surface_.reset(cairo_image_surface_create(format, shape.width, shape.height));
+  isOpaque_ = isOpaque;
   if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) surface_.reset();
   shape_ = shape;
   strips_.clear();
