@@ -82,6 +82,9 @@ struct WindowDisplay::Impl {
   SDL_Window* window = nullptr;
   int width = 0;
   int height = 0;
+  // Until it has been done.
+  bool mustDrawAll = true;
+  const void* drawnPixels = nullptr;
 };
 
 WindowDisplay::WindowDisplay(SpringBoard& springBoard)
@@ -208,11 +211,13 @@ std::optional<SDL_Rect> WindowDisplay::Impl::changedPart(const SDL_Surface& pixe
 }
 
 void WindowDisplay::Impl::draw(bool isAll) {
-  isAll = fitToScreen() || isAll;
+  mustDrawAll = fitToScreen() || isAll || mustDrawAll;
   SDL_Surface* pixels = SDL_GetWindowSurface(window);
   if (pixels == nullptr || pixels->format->BytesPerPixel != sizeof(Uint32)) return;
   const auto changed = changedPart(*pixels);
-  const auto part = isAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
+  // A surface that the window has made anew is empty.
+  mustDrawAll = mustDrawAll || pixels->pixels != drawnPixels;
+  const auto part = mustDrawAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
   if (!part) return;
   cairo_surface_t* surface =
       cairo_image_surface_create_for_data(static_cast<unsigned char*>(pixels->pixels),
@@ -221,6 +226,8 @@ void WindowDisplay::Impl::draw(bool isAll) {
                    {part->x, part->y, part->w, part->h});
   cairo_surface_destroy(surface);
   SDL_UpdateWindowSurfaceRects(window, &*part, 1);
+  mustDrawAll = false;
+  drawnPixels = pixels->pixels;
 }
 
 }  // namespace host

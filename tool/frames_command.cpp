@@ -47,6 +47,7 @@ fs::path emptyFolder(const std::string& name) {
 void writeFrames(const std::string& gifPath, const std::string& folderName) {
   const platform::DataRef gif = openUserFile(gifPath);
   if (!platform::CGImageSource::createWithData(gif)) throw noPicture(gifPath);
+  const bool isNewFolder = !fs::exists(folderName);
   const fs::path folder = emptyFolder(folderName);
   // Every path of the machine is a path of the device here.
   platform::setDeviceRoot("/");
@@ -55,15 +56,18 @@ void writeFrames(const std::string& gifPath, const std::string& folderName) {
   QuietClient client;
   lumora::rebuildFrameCache(layout, gif, client);
   if (client.framesFound() == 0) {
-    fs::remove_all(folder);
+    for (const auto& entry : fs::directory_iterator(folder)) fs::remove_all(entry.path());
+    if (isNewFolder) fs::remove(folder);
     throw noPicture(gifPath);
   }
   const auto durations = lumora::loadFrameDurations(layout);
-  bool isWhole = durations != nullptr;
-  for (std::int32_t index = 0; isWhole && index < client.framesFound(); ++index) {
-    isWhole = fs::exists(layout.framePath(index));
+  std::int32_t written = 0;
+  // A damaged image leaves its number out.
+  for (std::int32_t index = 0; index < client.frameCount(); ++index) {
+    if (fs::exists(layout.framePath(index))) ++written;
   }
-  if (!isWhole) throw Failure("cannot write all frames to " + folderName + ": is there space?");
+  if (!durations || written < client.framesFound())
+    throw Failure("cannot write all frames to " + folderName + ": is there space?");
   std::printf("%d frames in %s\n", client.framesFound(), folderName.c_str());
 }
 

@@ -1,4 +1,5 @@
-// Immutable bytes, in memory or in a file. Any thread.
+// Immutable bytes, in memory or in a file. Those in a file stay there: whoever writes into it,
+// instead of replacing it, changes them. Any thread.
 #pragma once
 
 #include <cstddef>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <mutex>
 #include <optional>
@@ -123,7 +124,8 @@ class InFile : public NSData::Impl {
     const FileDescriptor copy = createFile(directory, name);
     off_t done = 0;
     while (copy && static_cast<std::size_t>(done) < file_.size) {
-      if (copyRest(copy, done) <= 0) return false;
+      const ssize_t count = copyRest(copy, done);
+      if (count == 0 || (count < 0 && errno != EINTR)) return false;
     }
     return static_cast<bool>(copy);
   }

@@ -1,5 +1,7 @@
 #include "platform/linux/gif_compositor.h"
 
+#include <new>
+
 namespace platform::gif {
 namespace {
 
@@ -12,11 +14,17 @@ bool isSound(const Image& image) {
 
 ImageRef Compositor::picture(int index) {
   if (index < seen_ - 1) restart();
-  while (seen_ <= index) {
-    isSound_ = false;
-    isSound_ = draw(file_.images[static_cast<std::size_t>(seen_++)]);
+  try {
+    while (seen_ <= index) {
+      isSound_ = false;
+      isSound_ = draw(file_.images[static_cast<std::size_t>(seen_++)]);
+    }
+    return isSound_ ? canvas_->picture() : nullptr;
+  } catch (const std::bad_alloc&) {
+    // The canvas may be half drawn.
+    restart();
+    throw;
   }
-  return isSound_ ? canvas_->picture() : nullptr;
 }
 
 void Compositor::restart() {

@@ -16,7 +16,7 @@ class Compositor {
   Compositor(const NSData::Impl& data, const File& file) : data_(data), file_(file) {}
 
   // The canvas just after image index was drawn. nullptr if that image is damaged; the others are
-  // drawn as if it were not there.
+  // drawn as if it were not there. Throws std::bad_alloc, and then starts over next time.
   ImageRef picture(int index);
 
  private:

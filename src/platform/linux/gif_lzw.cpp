@@ -150,7 +150,9 @@ class LzwDecoder {
 void IndexBuffer::reset(std::size_t count) {
   const std::size_t needed = singles + spare + count + spare;
   if (needed > capacity_) {
+    // Not both at once; and none is left if there is no memory for the new one.
     bytes_.reset();
+    capacity_ = 0;
     bytes_.reset(new std::uint8_t[needed]);
     capacity_ = needed;
     for (std::size_t single = 0; single < singles; ++single) {

@@ -1,7 +1,7 @@
 #include "platform/image_source.h"
 
+#include <exception>
 #include <future>
-#include <system_error>
 #include <utility>
 
 #include "platform/linux/data_storage.h"
@@ -51,8 +51,8 @@ struct CGImageSource::Impl {
     if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
     try {
       next = std::async(std::launch::async, [this, index] { return decode(index); });
-    } catch (const std::system_error&) {
-      // No thread to be had: it is decoded when it is asked for.
+    } catch (const std::exception&) {
+      // No thread or no memory to be had: it is decoded when it is asked for.
     }
   }
 };

@@ -110,8 +110,7 @@ struct UIImage::Impl {
 ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> palette,
                    Strips strips);
 
-// From and to straight RGBA, row by row from the top, without padding; all four are 0 where alpha
-// is.
+// From and to straight RGBA, row by row from the top, without padding.
 ImageRef imageFromPixels(int width, int height, const Bytes& pixels);
 Bytes pixelsOf(const UIImage& image);
 

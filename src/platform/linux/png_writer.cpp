@@ -123,11 +123,6 @@ void appendPalette(PngFile& file, const Palette& palette) {
   if (!alphas.empty()) file.appendChunk(alphaChunk, alphas);
 }
 
-bool isCompressed(const Strip& strip, RowCoding coding) {
-  const auto rows = strip.compressed();
-  return rows && rows->coding == coding;
-}
-
 // The one that does better by this strip; numbers of a palette have no meaningful differences.
 RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
   if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return RowFilter::None;
@@ -137,24 +132,32 @@ RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
   return isSmaller ? RowFilter::Up : RowFilter::None;
 }
 
-// Compresses the strips that are not yet; of many, another thread does its share.
-void compressStrips(const UIImage::Impl& picture, RowCoding coding) {
-  std::vector<const Strip*> strips;
+using Rows = std::shared_ptr<const CompressedRows>;
+
+// Of all strips. Those that are not compressed yet are; of many, another thread does its share.
+std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding coding) {
+  std::vector<Rows> all;
+  std::vector<std::size_t> missing;
   for (const auto& strip : picture.strips) {
-    if (!isCompressed(*strip, coding)) strips.push_back(strip.get());
+    Rows rows = strip->compressed();
+    if (!rows || rows->coding != coding) missing.push_back(all.size());
+    all.push_back(std::move(rows));
   }
-  if (strips.empty()) return;
-  const RowFilter filter = bestFilter(*strips.front(), coding, picture.shape.width);
+  if (missing.empty()) return all;
+  const int width = picture.shape.width;
+  const RowFilter filter = bestFilter(*picture.strips[missing.front()], coding, width);
   std::atomic<std::size_t> next = 0;
   auto compressSome = [&] {
-    for (std::size_t at = next++; at < strips.size(); at = next++) {
-      strips[at]->setCompressed(compressRows(*strips[at], coding, picture.shape.width, filter));
+    for (std::size_t at = next++; at < missing.size(); at = next++) {
+      const Strip& strip = *picture.strips[missing[at]];
+      all[missing[at]] = compressRows(strip, coding, width, filter);
+      strip.setCompressed(all[missing[at]]);
     }
   };
   std::future<void> helper;
   // Fewer are done before a thread has started.
   constexpr std::size_t enoughForTwo = 4;
-  if (strips.size() >= enoughForTwo) {
+  if (missing.size() >= enoughForTwo) {
     try {
       helper = std::async(std::launch::async, compressSome);
     } catch (const std::system_error&) {
@@ -163,14 +166,13 @@ void compressStrips(const UIImage::Impl& picture, RowCoding coding) {
   }
   compressSome();
   if (helper.valid()) helper.get();
+  return all;
 }
 
 void appendPixels(PngFile& file, const UIImage::Impl& picture, RowCoding coding) {
-  compressStrips(picture, coding);
   file.appendChunk(dataChunk, zlibHeader);
   uLong adler = 1;
-  for (const auto& strip : picture.strips) {
-    const auto rows = strip->compressed();
+  for (const Rows& rows : compressedStrips(picture, coding)) {
     file.appendChunk(dataChunk, rows);
     adler = adler32_combine(adler, rows->adler, static_cast<z_off_t>(rows->length));
   }

@@ -49,6 +49,7 @@ bool RunLoop::runMainQueue() {
 
 void RunLoop::addSource(int fileDescriptor, Source handler) {
   sources_[fileDescriptor] = std::make_shared<Source>(std::move(handler));
+  sourcesMayHaveMore_ = true;
 }
 
 void RunLoop::removeSource(int fileDescriptor) {
@@ -101,10 +102,10 @@ bool RunLoop::handleWhatMayBeDue() {
   bool worked = std::exchange(sourcesMayHaveMore_, false) && handleSources();
   worked = runMainQueue() || worked;
   worked = callAlarm() || worked;
-  const bool refreshed = DisplayClock::main().refreshIfDue(Clock::now());
+  DisplayClock::main().refreshIfDue(Clock::now());
   worked = drawIfNeeded() || worked;
   if (worked) sourcesMayHaveMore_ = true;
-  return worked || refreshed;
+  return worked;
 }
 
 void RunLoop::turn(std::optional<Clock::time_point> limit) {
@@ -155,8 +156,7 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
     span.tv_sec = seconds.count();
     span.tv_nsec = std::chrono::nanoseconds(rest - seconds).count();
   }
-  const int ready =
-      ppoll(descriptors.data(), descriptors.size(), until ? &span : nullptr, nullptr);
+  const int ready = ppoll(descriptors.data(), descriptors.size(), until ? &span : nullptr, nullptr);
   if (ready != 0) sourcesMayHaveMore_ = true;
   if (descriptors.front().revents != 0) {
     std::uint64_t count = 0;

@@ -27,8 +27,8 @@ class RunLoop {
   bool runMainQueue();
 
   // A source of events on a file descriptor. Its handler is called when there is something to read,
-  // and also after anything else was done, because libraries read ahead; it handles what is there
-  // without waiting and tells whether there was anything.
+  // and also after anything else was done but a mere refresh, because libraries read ahead; it
+  // handles what is there without waiting and tells whether there was anything.
   using Source = std::function<bool()>;
   void addSource(int fileDescriptor, Source handler);
   void removeSource(int fileDescriptor);
@@ -49,7 +49,7 @@ class RunLoop {
   bool isStopped() const { return stopped_; }
   // Ends the sleep of a turn.
   void wake() const;
-  // Handles what is due without ever sleeping; whether there was anything.
+  // Handles what is due without ever sleeping; whether there was anything but a refresh.
   bool handleDue();
   // One turn: handles what is due or, if nothing is, sleeps until something happens, at most until
   // the limit.
