@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <tuple>
 
 namespace platform::gif {
 namespace {
@@ -75,19 +76,26 @@ struct Entry {
   std::uint32_t length;
 };
 
+using Vector = std::array<std::uint8_t, 16>;
+
+// By way of a register: the two may overlap.
+inline void copyVector(std::uint8_t* target, const std::uint8_t* source) {
+  Vector vector;
+  std::memcpy(vector.data(), source, vector.size());
+  std::memcpy(target, vector.data(), vector.size());
+}
+
 // Copies forward, in whole vectors, and so may write past the end; what is there by then is
 // overwritten later, or is spare. A string may overlap its copy: it then repeats itself.
 inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::size_t length) {
-  constexpr std::size_t vector = 16;
+  constexpr std::size_t vector = std::tuple_size_v<Vector>;
   const auto distance = static_cast<std::size_t>(target - source);
   if (distance < length && distance < vector) [[unlikely]] {
     for (std::size_t at = 0; at < length; ++at) target[at] = source[at];
     return;
   }
-  std::memcpy(target, source, vector);
-  for (std::size_t at = vector; at < length; at += vector) {
-    std::memcpy(target + at, source + at, vector);
-  }
+  copyVector(target, source);
+  for (std::size_t at = vector; at < length; at += vector) copyVector(target + at, source + at);
 }
 
 }  // namespace
