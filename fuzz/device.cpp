@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "platform/file_manager.h"
-#include "platform/linux/file_contents.h"
 #include "platform/linux/device_root.h"
+#include "platform/linux/file_contents.h"
 
 namespace fuzz {
 namespace {
