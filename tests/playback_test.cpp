@@ -26,6 +26,25 @@ void send(Stage& stage, const char* message) {
   stage.settle();
 }
 
+struct PlaybackDescription : platform::ViewDescription {
+  void addText(std::string_view, std::string_view) override {}
+  void addNumber(std::string_view name, double value) override {
+    if (name == "speed") speed = value;
+  }
+  void addInteger(std::string_view name, long long value) override {
+    if (name == "frames_shown") framesShown = value;
+  }
+  void addFlag(std::string_view, bool) override {}
+  double speed = 0;
+  long long framesShown = 0;
+};
+
+PlaybackDescription playbackOf(const lumora::LWGIFView& view) {
+  PlaybackDescription description;
+  view.describe(description);
+  return description;
+}
+
 TEST(Playback, ShowsTheRightPictureAtTheTimesWorkedOutFromTheDelays) {
   Stage stage(exactRefresh);
   stage.launch();
@@ -179,22 +198,24 @@ TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACentreOfItsOwn) {
   stage.settle();
   stage.refresh();
   // Without a list of delays every refresh shows a frame and ends a cycle.
-  struct Count : platform::ViewDescription {
-    void addText(std::string_view, std::string_view) override {}
-    void addNumber(std::string_view name, double value) override {
-      if (name == "speed") speed = value;
-    }
-    void addInteger(std::string_view name, long long value) override {
-      if (name == "frames_shown") shown = value;
-    }
-    void addFlag(std::string_view, bool) override {}
-    double speed = 0;
-    long long shown = 0;
-  } count;
   stage.refresh(3);
-  view->describe(count);
-  EXPECT_EQ(count.speed, 1);
-  EXPECT_EQ(count.shown, 4);
+  EXPECT_EQ(playbackOf(*view).speed, 1);
+  EXPECT_EQ(playbackOf(*view).framesShown, 4);
+  view->pauseAnimation();
+}
+
+TEST(Playback, LinksLeftOverDoNotMultiplyWhereEveryFrameEndsACycle) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  std::shared_ptr<lumora::LWGIFView> view;
+  platform::NSOperationQueue().addOperationWithBlock(
+      [&view] { view = lumora::LWGIFView::initWithIdentifier("ELSEWHERE"); });
+  stage.settle();
+  for (int each = 0; each < 3; ++each) view->resumeAnimation();
+  stage.settle();
+  stage.refresh(12);
+  // One link is replaced at every refresh, two are left over for good.
+  EXPECT_LE(playbackOf(*view).framesShown, 3 * 12);
   view->pauseAnimation();
 }
 

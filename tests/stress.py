@@ -119,6 +119,21 @@ class Device:
         with open(f'/proc/{self.child("springboard")}/status') as file:
             return int(next(line.split()[1] for line in file if line.startswith('VmRSS')))
 
+    def threads(self):
+        """What each thread of the home screen is doing: state, time used, system call, backtrace."""
+        pid = self.child('springboard')
+        lines = []
+        for thread in os.listdir(f'/proc/{pid}/task'):
+            with open(f'/proc/{pid}/task/{thread}/stat') as stat, \
+                    open(f'/proc/{pid}/task/{thread}/syscall') as call:
+                fields = stat.read().rpartition(')')[2].split()
+                lines.append(f'{thread}: {fields[0]}, {fields[11]} ticks, {call.read().strip()}')
+        if shutil.which('gdb'):
+            trace = subprocess.run(['gdb', '-p', str(pid), '-batch', '-ex', 'thread apply all bt'],
+                                   capture_output=True, text=True)
+            lines.append(trace.stdout)
+        return '\n'.join(lines)
+
     def path(self, name):
         return os.path.join(self.root, name)
 
@@ -325,8 +340,10 @@ def play(arguments, name):
         result = PHASES[name](device, arguments.rounds)
     except BaseException:
         print(f'{name}: failed with --seed {arguments.seed}', flush=True)
-        if device.run is not None:
-            device.run.kill()
+        if device.run is not None and device.run.poll() is None:
+            print(device.threads(), flush=True)
+            os.kill(device.child('springboard'), signal.SIGKILL)
+            print(device.run.communicate(timeout=60)[1], flush=True)
         raise
     device.close()
     print(f'{name}: good, {time.monotonic() - begun:.0f} s {result}', flush=True)

@@ -144,6 +144,7 @@ void LWGIFView::stopDisplayLink() {
 }
 
 void LWGIFView::startDisplayLink() {
+  isNextCycleQueued_ = false;
   auto link = CADisplayLink::displayLinkWithTarget(
       [weak = std::weak_ptr(self())](const CADisplayLink& fired) {
         if (auto view = weak.lock()) view->update(fired);
@@ -158,7 +159,14 @@ void LWGIFView::update(const CADisplayLink& link) {
   const auto due = clock_.tick(link.duration(), frameDurations_.load(), speedModifier_);
   if (!due) return;
   showFrame(*due);
-  if (clock_.advance(animationNumFrames_)) resumeAnimation();
+  if (clock_.advance(animationNumFrames_)) startNextCycle();
+}
+
+// Links left over end cycles too. One new link a refresh is enough: if each of them made one, their
+// number would double at every refresh until the main thread did nothing else.
+void LWGIFView::startNextCycle() {
+  if (std::exchange(isNextCycleQueued_, true)) return;
+  resumeAnimation();
 }
 
 void LWGIFView::showFrame(std::int32_t index) {

@@ -59,6 +59,7 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   void startDisplayLink();
   void stopDisplayLink();
   void update(const platform::CADisplayLink& link);
+  void startNextCycle();
   void showFrame(std::int32_t index);
   std::shared_ptr<LWGIFView> self();
 
@@ -79,6 +80,7 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
 
   // Playback; main thread.
   PlaybackClock clock_;
+  bool isNextCycleQueued_ = false;
   std::int32_t shownFrame_ = -1;
   long long framesShown_ = 0;
 };
