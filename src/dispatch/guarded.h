@@ -10,7 +10,7 @@ namespace lumora {
 template <typename Value>
 class Guarded {
  public:
-  Guarded() = default;
+  constexpr Guarded() = default;
   explicit Guarded(Value value) : value_(std::move(value)) {}
 
   Value load() const {
@@ -30,6 +30,25 @@ class Guarded {
  private:
   mutable std::mutex mutex_;
   Value value_{};
+};
+
+// One that the whole process shares. It is there before any code runs, so the library needs no
+// initialiser for it, and it is never destroyed: late blocks may use it while the process ends.
+template <typename Value>
+class GuardedGlobal {
+ public:
+  constexpr GuardedGlobal() : guarded_() {}
+  constexpr ~GuardedGlobal() {}
+  GuardedGlobal(const GuardedGlobal&) = delete;
+  GuardedGlobal& operator=(const GuardedGlobal&) = delete;
+
+  Value load() const { return guarded_.load(); }
+  void store(Value value) { guarded_.store(std::move(value)); }
+
+ private:
+  union {
+    Guarded<Value> guarded_;
+  };
 };
 
 }  // namespace lumora

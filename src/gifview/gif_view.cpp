@@ -79,8 +79,8 @@ void LWGIFView::observeNotifications() {
   viewNotifyCenter().removeEveryObserver(nullptr);
   for (const auto& [name, handler] : handlers) {
     viewNotifyCenter().addObserver(
-        this, name, [weak = std::weak_ptr(self()), handler = handler](const std::string&) {
-          if (auto view = weak.lock()) handler(view);
+        this, name, [weak = std::weak_ptr(self()), update = handler](const std::string&) {
+          if (auto view = weak.lock()) update(view);
         });
   }
 }

@@ -4,12 +4,12 @@
 
 namespace lumora {
 
-ViewGlobal sharedGIFView;
-ViewGlobal lockscreenGIFView;
-ViewGlobal homescreenGIFView;
-ListenerGlobal sharedListener;
-ListenerGlobal lockscreenListener;
-ListenerGlobal homescreenListener;
+constinit ViewGlobal sharedGIFView;
+constinit ViewGlobal lockscreenGIFView;
+constinit ViewGlobal homescreenGIFView;
+constinit ListenerGlobal sharedListener;
+constinit ListenerGlobal lockscreenListener;
+constinit ListenerGlobal homescreenListener;
 
 const LocationEntry sharedEntry{ScreenLocation::Shared, sharedGIFView, sharedListener,
                                 "_sharedWallpaperView", sharedGIFPath};

@@ -12,8 +12,8 @@
 
 namespace lumora {
 
-using ViewGlobal = Guarded<std::shared_ptr<LWGIFView>>;
-using ListenerGlobal = Guarded<std::shared_ptr<LWWallpaperListener>>;
+using ViewGlobal = GuardedGlobal<std::shared_ptr<LWGIFView>>;
+using ListenerGlobal = GuardedGlobal<std::shared_ptr<LWWallpaperListener>>;
 
 // Written on tweakQueue, read on any thread; nullptr until first made.
 extern ViewGlobal sharedGIFView;

@@ -9,7 +9,7 @@
 namespace lumora {
 namespace {
 
-Guarded<std::shared_ptr<platform::NSOperationQueue>> tweakQueue;
+constinit GuardedGlobal<std::shared_ptr<platform::NSOperationQueue>> tweakQueue;
 
 }  // namespace
 

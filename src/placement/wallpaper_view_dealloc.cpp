@@ -18,7 +18,7 @@ void (*previousWallpaperViewDealloc)(platform::id self, platform::SEL selector) 
 
 void deallocWallpaperView(platform::id self, platform::SEL selector) {
   platform::swallowingNSException([self] {
-    if (platform::UIView* view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
+    if (const auto view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
   });
   previousWallpaperViewDealloc(self, selector);
 }

@@ -10,6 +10,9 @@ class NSAutoreleasePool {
   ~NSAutoreleasePool();
   NSAutoreleasePool(const NSAutoreleasePool&) = delete;
   NSAutoreleasePool& operator=(const NSAutoreleasePool&) = delete;
+
+ private:
+  [[maybe_unused]] void* pool_;
 };
 
 }  // namespace platform

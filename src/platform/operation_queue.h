@@ -23,9 +23,7 @@ class NSOperationQueue {
   void addOperationWithBlock(std::function<void()> block);
 
   // Whether both are the same queue. A copy is the same queue as the original.
-  friend bool operator==(const NSOperationQueue& one, const NSOperationQueue& other) {
-    return one.impl_ == other.impl_;
-  }
+  friend bool operator==(const NSOperationQueue& one, const NSOperationQueue& other);
 
  private:
   struct Impl;

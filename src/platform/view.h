@@ -30,13 +30,17 @@ constexpr unsigned UIViewAutoresizingFlexibleHeight = 16;
 
 class UIView : public std::enable_shared_from_this<UIView> {
  public:
+  struct Impl;
   UIView();
+  // Made by the backend only.
+  explicit UIView(std::unique_ptr<Impl> impl);
   virtual ~UIView();
   UIView(const UIView&) = delete;
   UIView& operator=(const UIView&) = delete;
 
-  // The view behind a host object, nullptr for nil; valid until the object's own dealloc has run.
-  static UIView* viewOfObject(id object);
+  // The view behind a host object, nullptr for nil. It is not retained, as the object may be dying:
+  // valid until its own dealloc has run.
+  static std::shared_ptr<UIView> viewOfObject(id object);
   id object() const;
 
   void addSubview(const std::shared_ptr<UIView>& view);
@@ -69,14 +73,15 @@ class UIView : public std::enable_shared_from_this<UIView> {
                    const void* context);
   // Removes the newest registration of observer; raises the platform's exception if there is none.
   void removeObserver(const KeyValueObserver& observer, std::string_view keyPath);
-  // The registered observers, oldest first.
+  // The registered observers, oldest first; nullptr in the place of any that is not this system's.
   std::vector<std::shared_ptr<KeyValueObserver>> observances() const;
+
+  const Impl& impl() const { return *impl_; }
 
   // Tells a debugger what this view is and shows. Main thread.
   virtual void describe(ViewDescription& description) const;
 
  private:
-  struct Impl;
   std::unique_ptr<Impl> impl_;
 };
 

@@ -3,7 +3,7 @@
 namespace platform {
 
 // Nothing is handed out temporarily here: ownership follows scopes.
-NSAutoreleasePool::NSAutoreleasePool() {}
+NSAutoreleasePool::NSAutoreleasePool() : pool_(nullptr) {}
 NSAutoreleasePool::~NSAutoreleasePool() {}
 
 }  // namespace platform

@@ -99,6 +99,10 @@ NSOperationQueue& NSOperationQueue::mainQueue() {
   return *queue;
 }
 
+bool operator==(const NSOperationQueue& one, const NSOperationQueue& other) {
+  return one.impl_ == other.impl_;
+}
+
 void NSOperationQueue::setMaxConcurrentOperationCount(int count) {
   impl_->workers = std::make_shared<Workers>(count);
 }

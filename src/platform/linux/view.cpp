@@ -27,7 +27,7 @@ struct ViewObject : objc_object {
 };
 
 void deallocView(id self, SEL) {
-  delete UIView::viewOfObject(self);
+  delete static_cast<ViewObject*>(self)->view;
 }
 
 }  // namespace
@@ -116,7 +116,9 @@ struct UIView::Impl {
   }
 };
 
-UIView::UIView() : impl_(std::make_unique<Impl>()) {
+UIView::UIView() : UIView(std::make_unique<Impl>()) {}
+
+UIView::UIView(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {
   impl_->object.isa = viewClass();
   impl_->object.view = this;
 }
@@ -131,8 +133,9 @@ UIView::~UIView() {
   RunLoop::main().setNeedsDisplay();
 }
 
-UIView* UIView::viewOfObject(id object) {
-  return object == nullptr ? nullptr : static_cast<ViewObject*>(object)->view;
+std::shared_ptr<UIView> UIView::viewOfObject(id object) {
+  if (object == nullptr) return nullptr;
+  return {std::shared_ptr<void>(), static_cast<ViewObject*>(object)->view};
 }
 
 id UIView::object() const {

@@ -1,0 +1,67 @@
+"""What the other scripts need to know of a thin Mach-O file: its load commands, and where they are."""
+import struct
+from typing import NamedTuple
+
+MAGIC_32 = 0xFEEDFACE
+MAGIC_64 = 0xFEEDFACF
+
+LC_SEGMENT = 0x1
+LC_SEGMENT_64 = 0x19
+LC_CODE_SIGNATURE = 0x1D
+
+
+class Segment(NamedTuple):
+    command: int  # offset of its load command
+    name: str
+    address: int
+    size: int
+    file_offset: int
+    file_size: int
+
+
+class MachO:
+    """The file's bytes, to be read and changed in place."""
+
+    def __init__(self, data):
+        self.data = bytearray(data)
+        magic = self.word(0)
+        if magic not in (MAGIC_32, MAGIC_64):
+            raise ValueError('not a thin Mach-O file')
+        self.is_64_bit = magic == MAGIC_64
+        self.header_size = 32 if self.is_64_bit else 28
+
+    def word(self, offset):
+        return struct.unpack_from('<I', self.data, offset)[0]
+
+    def set_word(self, offset, value):
+        struct.pack_into('<I', self.data, offset, value)
+
+    def commands(self):
+        """The load commands in order: number and offset of each."""
+        offset = self.header_size
+        for _ in range(self.word(16)):
+            yield self.word(offset), offset
+            offset += self.word(offset + 4)
+
+    def offset_of(self, number):
+        """The offset of the only command with this number, or None."""
+        return next((offset for command, offset in self.commands() if command == number), None)
+
+    def segments(self):
+        for command, offset in self.commands():
+            if command not in (LC_SEGMENT, LC_SEGMENT_64):
+                continue
+            name = self.data[offset + 8:offset + 24].rstrip(b'\0').decode()
+            fields = '<QQQQ' if self.is_64_bit else '<IIII'
+            yield Segment(offset, name, *struct.unpack_from(fields, self.data, offset + 24))
+
+    def segment(self, name):
+        return next(segment for segment in self.segments() if segment.name == name)
+
+    def resize_segment(self, segment, size, file_size):
+        if self.is_64_bit:
+            struct.pack_into('<Q', self.data, segment.command + 32, size)
+            struct.pack_into('<Q', self.data, segment.command + 48, file_size)
+        else:
+            struct.pack_into('<I', self.data, segment.command + 28, size)
+            struct.pack_into('<I', self.data, segment.command + 36, file_size)

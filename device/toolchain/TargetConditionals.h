@@ -1,0 +1,29 @@
+// What the target is: a device with iOS.
+#pragma once
+
+#define TARGET_OS_MAC 1
+#define TARGET_OS_OSX 0
+#define TARGET_OS_IPHONE 1
+#define TARGET_OS_IOS 1
+#define TARGET_OS_TV 0
+#define TARGET_OS_WATCH 0
+#define TARGET_OS_VISION 0
+#define TARGET_OS_BRIDGE 0
+#define TARGET_OS_MACCATALYST 0
+#define TARGET_OS_DRIVERKIT 0
+#define TARGET_OS_SIMULATOR 0
+#define TARGET_OS_EMBEDDED 1
+#define TARGET_OS_WIN32 0
+#define TARGET_OS_UNIX 0
+#define TARGET_OS_LINUX 0
+#define TARGET_OS_WINDOWS 0
+#define TARGET_IPHONE_SIMULATOR 0
+#define TARGET_RT_MAC_CFM 0
+#define TARGET_RT_MAC_MACHO 1
+#define TARGET_RT_LITTLE_ENDIAN 1
+#define TARGET_RT_BIG_ENDIAN 0
+#ifdef __LP64__
+#define TARGET_RT_64_BIT 1
+#else
+#define TARGET_RT_64_BIT 0
+#endif

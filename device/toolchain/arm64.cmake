@@ -1,0 +1,6 @@
+# Code for 64-bit devices from iOS 8.0 on, compiled by Debian's clang against the C++ library's
+# headers that come with it and the Darwin headers that scripts/device fetches.
+set(CMAKE_SYSTEM_NAME Generic)
+set(CMAKE_SYSTEM_PROCESSOR arm64)
+set(target arm64-apple-ios8.0)
+include(${CMAKE_CURRENT_LIST_DIR}/ios.cmake)

@@ -1,0 +1,43 @@
+#include "platform/image_filter.h"
+
+#import <CoreImage/CoreImage.h>
+
+#import "platform/ios/native_image.h"
+
+namespace platform {
+namespace {
+
+// A description only: nothing is computed before it is rendered. nil where there is no such filter.
+::CIImage* blurred(const ImageRef& input, int radius) {
+  CIFilter* filter = [CIFilter filterWithName:@"CIGaussianBlur"];
+  [filter setDefaults];
+  [filter setValue:[::CIImage imageWithCGImage:[input->impl().native.get() CGImage]]
+            forKey:kCIInputImageKey];
+  [filter setValue:[NSNumber numberWithInt:radius] forKey:kCIInputRadiusKey];
+  return [filter outputImage];
+}
+
+}  // namespace
+
+CIImage::CIImage(ImageRef input, int radius) : input_(std::move(input)), radius_(radius) {}
+
+CIImage CIImage::gaussianBlur(const ImageRef& input, int radius) {
+  return {input, radius};
+}
+
+CGRect CIImage::extent() const {
+  ::CIImage* output = blurred(input_, radius_);
+  if (output == nil) return {};
+  const ::CGRect extent = [output extent];
+  return {extent.origin.x, extent.origin.y, extent.size.width, extent.size.height};
+}
+
+ImageRef CIImage::render(CGRect rectangle) const {
+  ::CIImage* output = blurred(input_, radius_);
+  if (output == nil) return nullptr;
+  CIContext* context = [CIContext contextWithOptions:nil];
+  const ::CGRect part = {{rectangle.x, rectangle.y}, {rectangle.width, rectangle.height}};
+  return imageOfBitmap([context createCGImage:output fromRect:part]);
+}
+
+}  // namespace platform

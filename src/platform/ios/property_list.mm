@@ -1,0 +1,67 @@
+#include "platform/property_list.h"
+
+#import "platform/ios/native_string.h"
+#include "platform/ios/retained.h"
+
+namespace platform {
+namespace {
+
+// The text of a value that is one.
+std::optional<std::string> textOf(::id value) {
+  if (![value isKindOfClass:[::NSString class]]) return std::nullopt;
+  return standardString(value);
+}
+
+}  // namespace
+
+struct NSMutableDictionary::Impl {
+  Retained<::NSMutableDictionary> native;
+};
+
+NSMutableDictionary::NSMutableDictionary()
+    : NSMutableDictionary(std::make_unique<Impl>(
+          Impl{Retained<::NSMutableDictionary>([::NSMutableDictionary dictionary])})) {}
+NSMutableDictionary::NSMutableDictionary(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+NSMutableDictionary::~NSMutableDictionary() = default;
+NSMutableDictionary::NSMutableDictionary(NSMutableDictionary&&) noexcept = default;
+NSMutableDictionary& NSMutableDictionary::operator=(NSMutableDictionary&&) noexcept = default;
+
+std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOfFile(
+    const std::string& path) {
+  ::NSMutableDictionary* native =
+      [::NSMutableDictionary dictionaryWithContentsOfFile:nativeString(path)];
+  if (native == nil) return std::nullopt;
+  return NSMutableDictionary(
+      std::make_unique<Impl>(Impl{Retained<::NSMutableDictionary>(native)}));
+}
+
+bool NSMutableDictionary::writeToFile(const std::string& path) const {
+  return [impl_->native.get() writeToFile:nativeString(path) atomically:YES];
+}
+
+std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& key) const {
+  return textOf([impl_->native.get() objectForKey:nativeString(key)]);
+}
+
+void NSMutableDictionary::setString(const std::string& value, const std::string& key) {
+  [impl_->native.get() setObject:nativeString(value) forKey:nativeString(key)];
+}
+
+std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
+  NSArray* native = [NSArray arrayWithContentsOfFile:nativeString(path)];
+  if (native == nil) return std::nullopt;
+  std::vector<std::string> array;
+  const NSUInteger count = [native count];
+  for (NSUInteger index = 0; index < count; ++index) {
+    array.push_back(textOf([native objectAtIndex:index]).value_or(""));
+  }
+  return array;
+}
+
+bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path) {
+  NSMutableArray* native = [NSMutableArray array];
+  for (const std::string& element : array) [native addObject:nativeString(element)];
+  return [native writeToFile:nativeString(path) atomically:YES];
+}
+
+}  // namespace platform

@@ -1,0 +1,34 @@
+// Ownership of an object of the platform, counted by hand: what it holds is retained as long as it
+// lives. Objective-C++ only.
+#pragma once
+
+#include <utility>
+
+namespace platform {
+
+template <typename Object>
+class Retained {
+ public:
+  Retained() = default;
+  explicit Retained(Object* object) : object_([object retain]) {}
+  // Takes over the caller's reference, as alloc and copy give one.
+  static Retained adopt(Object* object) {
+    Retained retained;
+    retained.object_ = object;
+    return retained;
+  }
+  Retained(const Retained& other) : Retained(other.object_) {}
+  Retained(Retained&& other) noexcept : object_(std::exchange(other.object_, nil)) {}
+  Retained& operator=(Retained other) noexcept {
+    std::swap(object_, other.object_);
+    return *this;
+  }
+  ~Retained() { [object_ release]; }
+
+  Object* get() const { return object_; }
+
+ private:
+  Object* object_ = nil;
+};
+
+}  // namespace platform

@@ -1,0 +1,9 @@
+// The hooking loader's one function that the backend uses.
+#pragma once
+
+#include <objc/runtime.h>
+
+#ifdef __cplusplus
+extern "C"
+#endif
+    void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous);
