@@ -9,7 +9,7 @@ NSData::NSData(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
 NSData::~NSData() = default;
 
 DataRef dataOfNative(::NSData* native) {
-  if (native == nil) return nullptr;
+  if (native == nullptr) return nullptr;
   return std::make_shared<NSData>(
       std::make_unique<NSData::Impl>(NSData::Impl{Retained<::NSData>(native)}));
 }

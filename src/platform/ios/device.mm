@@ -6,7 +6,7 @@ namespace platform {
 
 std::optional<CGRect> mainScreenBounds() {
   UIScreen* screen = [UIScreen mainScreen];
-  if (screen == nil) return std::nullopt;
+  if (screen == nullptr) return std::nullopt;
   const ::CGRect bounds = [screen bounds];
   return CGRect{bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height};
 }

@@ -17,12 +17,12 @@
 
 - (instancetype)initWithFunction:(std::function<void()>)fire {
   self = [super init];
-  if (self != nil) fire_ = std::move(fire);
+  if (self != nullptr) fire_ = std::move(fire);
   return self;
 }
 
 // It may invalidate its link, which lets go of this.
-- (void)fire:(CADisplayLink*)__unused link {
+- (void)fire:(CADisplayLink*)link {
   const auto fire = fire_;
   fire();
 }
@@ -44,8 +44,9 @@ std::shared_ptr<CADisplayLink> CADisplayLink::displayLinkWithTarget(Target targe
   const auto fire = [impl, target = std::move(target)] { target(CADisplayLink(impl)); };
   const auto native =
       Retained<LWDisplayLinkTarget>::adopt([[LWDisplayLinkTarget alloc] initWithFunction:fire]);
-  impl->native = Retained<::CADisplayLink>(
-      [::CADisplayLink displayLinkWithTarget:native.get() selector:@selector(fire:)]);
+  impl->native =
+      Retained<::CADisplayLink>([::CADisplayLink displayLinkWithTarget:native.get()
+                                                              selector:@selector(fire:)]);
   return std::shared_ptr<CADisplayLink>(new CADisplayLink(std::move(impl)));
 }
 

@@ -33,20 +33,20 @@ bool fileExistsAtPath(const std::string& path, bool& isDirectory) {
 bool createDirectoryAtPath(const std::string& path) {
   return [manager() createDirectoryAtPath:nativeString(path)
               withIntermediateDirectories:YES
-                               attributes:nil
-                                    error:nil];
+                               attributes:nullptr
+                                    error:nullptr];
 }
 
 bool removeItemAtPath(const std::string& path) {
-  return [manager() removeItemAtPath:nativeString(path) error:nil];
+  return [manager() removeItemAtPath:nativeString(path) error:nullptr];
 }
 
 bool moveItemAtPath(const std::string& path, const std::string& target) {
-  return [manager() moveItemAtPath:nativeString(path) toPath:nativeString(target) error:nil];
+  return [manager() moveItemAtPath:nativeString(path) toPath:nativeString(target) error:nullptr];
 }
 
 bool copyItemAtPath(const std::string& path, const std::string& target) {
-  return [manager() copyItemAtPath:nativeString(path) toPath:nativeString(target) error:nil];
+  return [manager() copyItemAtPath:nativeString(path) toPath:nativeString(target) error:nullptr];
 }
 
 }  // namespace platform

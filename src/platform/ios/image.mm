@@ -10,7 +10,7 @@ UIImage::UIImage(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
 UIImage::~UIImage() = default;
 
 ImageRef imageOfNative(::UIImage* native) {
-  if (native == nil) return nullptr;
+  if (native == nullptr) return nullptr;
   return std::make_shared<UIImage>(
       std::make_unique<UIImage::Impl>(UIImage::Impl{Retained<::UIImage>(native)}));
 }

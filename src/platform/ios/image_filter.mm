@@ -27,15 +27,15 @@ CIImage CIImage::gaussianBlur(const ImageRef& input, int radius) {
 
 CGRect CIImage::extent() const {
   ::CIImage* output = blurred(input_, radius_);
-  if (output == nil) return {};
+  if (output == nullptr) return {};
   const ::CGRect extent = [output extent];
   return {extent.origin.x, extent.origin.y, extent.size.width, extent.size.height};
 }
 
 ImageRef CIImage::render(CGRect rectangle) const {
   ::CIImage* output = blurred(input_, radius_);
-  if (output == nil) return nullptr;
-  CIContext* context = [CIContext contextWithOptions:nil];
+  if (output == nullptr) return nullptr;
+  CIContext* context = [CIContext contextWithOptions:nullptr];
   const ::CGRect part = {{rectangle.x, rectangle.y}, {rectangle.width, rectangle.height}};
   return imageOfBitmap([context createCGImage:output fromRect:part]);
 }

@@ -29,7 +29,8 @@ CGImageSource::CGImageSource(std::unique_ptr<Impl> impl) : impl_(std::move(impl)
 CGImageSource::~CGImageSource() = default;
 
 std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data) {
-  CGImageSourceRef source = CGImageSourceCreateWithData((CFDataRef)data->impl().native.get(), nullptr);
+  CGImageSourceRef source =
+      CGImageSourceCreateWithData((CFDataRef)data->impl().native.get(), nullptr);
   if (source == nullptr) return nullptr;
   return std::unique_ptr<CGImageSource>(new CGImageSource(std::make_unique<Impl>(source)));
 }
@@ -48,7 +49,7 @@ std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) c
   if (index < 0 || index >= count()) return std::nullopt;
   NSDictionary* properties = [(NSDictionary*)CGImageSourceCopyPropertiesAtIndex(
       impl_->source, static_cast<size_t>(index), nullptr) autorelease];
-  if (properties == nil) return std::nullopt;
+  if (properties == nullptr) return std::nullopt;
   ::id gif = [properties objectForKey:(NSString*)kCGImagePropertyGIFDictionary];
   if (![gif isKindOfClass:[NSDictionary class]]) return ImageProperties();
   return ImageProperties{GIFProperties{numberIn(gif, kCGImagePropertyGIFUnclampedDelayTime),

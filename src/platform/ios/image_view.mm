@@ -11,12 +11,12 @@ struct UIImageView::Impl {
 
 UIImageView::UIImageView()
     : UIView(std::make_unique<UIView::Impl>(
-          UIView::Impl{Retained<::UIView>::adopt([[::UIImageView alloc] init]), nil})),
+          UIView::Impl{Retained<::UIView>::adopt([[::UIImageView alloc] init]), nullptr})),
       impl_(std::make_unique<Impl>()) {}
 UIImageView::~UIImageView() = default;
 
 void UIImageView::setImage(ImageRef image) {
-  [(::UIImageView*)nativeView(*this) setImage:image ? image->impl().native.get() : nil];
+  [(::UIImageView*)nativeView(*this) setImage:image ? image->impl().native.get() : nullptr];
   impl_->image = std::move(image);
 }
 

@@ -23,7 +23,7 @@ using platform::KeyValueObserver;
 
 - (instancetype)initWithObserver:(const std::shared_ptr<KeyValueObserver>&)observer {
   self = [super init];
-  if (self != nil) observer_ = observer;
+  if (self != nullptr) observer_ = observer;
   return self;
 }
 
@@ -33,7 +33,7 @@ using platform::KeyValueObserver;
 
 - (void)observeValueForKeyPath:(NSString*)keyPath
                       ofObject:(::id)object
-                        change:(NSDictionary*)__unused change
+                        change:(NSDictionary*)change
                        context:(void*)context {
   const auto view = platform::viewOfDyingNative(object);
   observer_->observeValueForKeyPath(platform::standardString(keyPath), *view, context);
@@ -55,7 +55,7 @@ class Listeners {
   LWWallpaperListener* listenerOf(const std::shared_ptr<KeyValueObserver>& observer) {
     std::lock_guard lock(mutex_);
     auto& listener = listeners_[observer.get()];
-    if (listener.get() == nil) {
+    if (listener.get() == nullptr) {
       listener = Retained<LWWallpaperListener>::adopt(
           [[LWWallpaperListener alloc] initWithObserver:observer]);
     }
@@ -100,11 +100,10 @@ void UIView::addObserver(const std::shared_ptr<KeyValueObserver>& observer,
 
 void UIView::removeObserver(const KeyValueObserver& observer, std::string_view keyPath) {
   const auto listener = Listeners::all().find(observer);
-  if (listener.get() == nil) {
+  if (listener.get() == nullptr) {
     [NSException raise:NSRangeException format:@"the observer is not registered"];
   }
-  [nativeView(*this) removeObserver:listener.get()
-                         forKeyPath:nativeString(std::string(keyPath))];
+  [nativeView(*this) removeObserver:listener.get() forKeyPath:nativeString(std::string(keyPath))];
   Listeners::all().remove(observer);
 }
 

@@ -1,11 +1,11 @@
 #include "platform/messaging_center.h"
 
-#import <AppSupport/CPDistributedMessagingCenter.h>
-
 #include <map>
 #include <mutex>
 #include <utility>
 #include <vector>
+
+#import <AppSupport/CPDistributedMessagingCenter.h>
 
 #import "platform/ios/native_string.h"
 #include "platform/ios/retained.h"
@@ -25,7 +25,7 @@
   targets_.push_back(std::move(target));
 }
 
-- (void)handleMessageNamed:(NSString*)__unused name userInfo:(NSDictionary*)__unused userInfo {
+- (void)handleMessageNamed:(NSString*)name userInfo:(NSDictionary*)userInfo {
   const auto targets = targets_;
   for (const auto& target : targets) target();
 }
@@ -69,7 +69,7 @@ void CPDistributedMessagingCenter::runServerOnCurrentThread() {
 void CPDistributedMessagingCenter::registerForMessageName(const std::string& message,
                                                           std::function<void()> target) {
   auto& known = impl_->targets[message];
-  const bool isFirst = known.get() == nil;
+  const bool isFirst = known.get() == nullptr;
   if (isFirst) known = Retained<LWMessageTarget>::adopt([[LWMessageTarget alloc] init]);
   [known.get() addTarget:std::move(target)];
   if (!isFirst) return;
@@ -79,7 +79,7 @@ void CPDistributedMessagingCenter::registerForMessageName(const std::string& mes
 }
 
 void CPDistributedMessagingCenter::sendMessageName(const std::string& message) const {
-  [impl_->native.get() sendMessageName:nativeString(message) userInfo:nil];
+  [impl_->native.get() sendMessageName:nativeString(message) userInfo:nullptr];
 }
 
 }  // namespace platform

@@ -1,9 +1,9 @@
 // Texts between the portable code, in UTF-8, and the platform. Any thread.
 #pragma once
 
-#import <Foundation/Foundation.h>
-
 #include <string>
+
+#import <Foundation/Foundation.h>
 
 namespace platform {
 

@@ -6,7 +6,7 @@ NSString* nativeString(const std::string& text) {
   NSString* native = [[[NSString alloc] initWithBytes:text.data()
                                                length:text.size()
                                              encoding:NSUTF8StringEncoding] autorelease];
-  return native == nil ? @"" : native;
+  return native == nullptr ? @"" : native;
 }
 
 std::string standardString(NSString* text) {

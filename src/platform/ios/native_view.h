@@ -2,9 +2,9 @@
 // for it.
 #pragma once
 
-#import <UIKit/UIKit.h>
-
 #include <memory>
+
+#import <UIKit/UIKit.h>
 
 #include "platform/ios/retained.h"
 #include "platform/view.h"
@@ -25,9 +25,9 @@ namespace platform {
 struct UIView::Impl {
   Retained<::UIView> native;
   // Instead of native for a view that is being deallocated and can no longer be retained.
-  ::UIView* dying = nil;
+  ::UIView* dying = nullptr;
 
-  ::UIView* view() const { return dying == nil ? native.get() : dying; }
+  ::UIView* view() const { return dying == nullptr ? native.get() : dying; }
 };
 
 inline ::UIView* nativeView(const UIView& view) {

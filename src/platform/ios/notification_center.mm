@@ -8,7 +8,7 @@ void NSNotificationCenter_addObserver(id observer, SEL selector, const char* nam
   [[NSNotificationCenter defaultCenter] addObserver:(::id)observer
                                            selector:(::SEL)selector
                                                name:nativeString(name)
-                                             object:nil];
+                                             object:nullptr];
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/notify_center.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -49,13 +50,13 @@ class Registry {
     std::vector<RegistrationRef> removed;
     {
       std::lock_guard lock(mutex_);
-      const auto rest =
-          std::stable_partition(registrations_.begin(), registrations_.end(),
-                                [&](const RegistrationRef& entry) { return !condition(*entry); });
-      removed.assign(rest, registrations_.end());
-      registrations_.erase(rest, registrations_.end());
+      const auto isRemoved = [&](const RegistrationRef& entry) { return condition(*entry); };
+      std::copy_if(registrations_.begin(), registrations_.end(), std::back_inserter(removed),
+                   isRemoved);
+      std::erase_if(registrations_, isRemoved);
     }
-    for (const auto& entry : removed) CFNotificationCenterRemoveEveryObserver(native(), entry.get());
+    for (const auto& entry : removed)
+      CFNotificationCenterRemoveEveryObserver(native(), entry.get());
   }
 
   // nullptr once it has been removed: a notification may be under way then.

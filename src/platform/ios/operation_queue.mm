@@ -16,14 +16,14 @@ NSOperationQueue::NSOperationQueue()
 NSOperationQueue::NSOperationQueue(std::shared_ptr<Impl> impl) : impl_(std::move(impl)) {}
 
 NSOperationQueue& NSOperationQueue::mainQueue() {
-  static auto* queue = new NSOperationQueue(std::make_shared<Impl>(
-      Impl{Retained<::NSOperationQueue>([::NSOperationQueue mainQueue])}));
+  static auto* queue = new NSOperationQueue(
+      std::make_shared<Impl>(Impl{Retained<::NSOperationQueue>([::NSOperationQueue mainQueue])}));
   return *queue;
 }
 
 std::optional<NSOperationQueue> NSOperationQueue::currentQueue() {
   ::NSOperationQueue* native = [::NSOperationQueue currentQueue];
-  if (native == nil) return std::nullopt;
+  if (native == nullptr) return std::nullopt;
   return NSOperationQueue(std::make_shared<Impl>(Impl{Retained<::NSOperationQueue>(native)}));
 }
 

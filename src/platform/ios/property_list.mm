@@ -30,9 +30,8 @@ std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOf
     const std::string& path) {
   ::NSMutableDictionary* native =
       [::NSMutableDictionary dictionaryWithContentsOfFile:nativeString(path)];
-  if (native == nil) return std::nullopt;
-  return NSMutableDictionary(
-      std::make_unique<Impl>(Impl{Retained<::NSMutableDictionary>(native)}));
+  if (native == nullptr) return std::nullopt;
+  return NSMutableDictionary(std::make_unique<Impl>(Impl{Retained<::NSMutableDictionary>(native)}));
 }
 
 bool NSMutableDictionary::writeToFile(const std::string& path) const {
@@ -49,7 +48,7 @@ void NSMutableDictionary::setString(const std::string& value, const std::string&
 
 std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
   NSArray* native = [NSArray arrayWithContentsOfFile:nativeString(path)];
-  if (native == nil) return std::nullopt;
+  if (native == nullptr) return std::nullopt;
   std::vector<std::string> array;
   const NSUInteger count = [native count];
   for (NSUInteger index = 0; index < count; ++index) {

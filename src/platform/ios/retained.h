@@ -18,7 +18,7 @@ class Retained {
     return retained;
   }
   Retained(const Retained& other) : Retained(other.object_) {}
-  Retained(Retained&& other) noexcept : object_(std::exchange(other.object_, nil)) {}
+  Retained(Retained&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   Retained& operator=(Retained other) noexcept {
     std::swap(object_, other.object_);
     return *this;
@@ -28,7 +28,7 @@ class Retained {
   Object* get() const { return object_; }
 
  private:
-  Object* object_ = nil;
+  Object* object_ = nullptr;
 };
 
 }  // namespace platform

@@ -7,8 +7,8 @@ namespace platform {
 std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
   NSString* text = [NSString stringWithContentsOfFile:nativeString(path)
                                              encoding:NSUTF8StringEncoding
-                                                error:nil];
-  if (text == nil) return std::nullopt;
+                                                error:nullptr];
+  if (text == nullptr) return std::nullopt;
   return standardString(text);
 }
 
@@ -16,7 +16,7 @@ bool writeStringToFileAtomically(const std::string& text, const std::string& pat
   return [nativeString(text) writeToFile:nativeString(path)
                               atomically:YES
                                 encoding:NSUTF8StringEncoding
-                                   error:nil];
+                                   error:nullptr];
 }
 
 }  // namespace platform

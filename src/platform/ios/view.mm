@@ -11,7 +11,7 @@
   [super didMoveToSuperview];
   // Letting go of the portable view may let go of this one.
   [[self retain] autorelease];
-  const bool isInTree = portable_ != nullptr && [self superview] != nil;
+  const bool isInTree = portable_ != nullptr && [self superview] != nullptr;
   portableInTree_ = isInTree ? portable_->weak_from_this().lock() : nullptr;
 }
 
@@ -21,7 +21,7 @@ namespace platform {
 
 UIView::UIView()
     : UIView(std::make_unique<Impl>(
-          Impl{Retained<::UIView>::adopt([[LWGIFView alloc] init]), nil})) {
+          Impl{Retained<::UIView>::adopt([[LWGIFView alloc] init]), nullptr})) {
   [(LWGIFView*)nativeView(*this) setPortable:this];
 }
 
@@ -34,13 +34,13 @@ UIView::~UIView() {
 }
 
 std::shared_ptr<UIView> viewOfNative(::UIView* native) {
-  if (native == nil) return nullptr;
+  if (native == nullptr) return nullptr;
   if ([native isKindOfClass:[LWGIFView class]]) {
     UIView* portable = [(LWGIFView*)native portable];
     if (auto view = portable == nullptr ? nullptr : portable->weak_from_this().lock()) return view;
   }
   return std::make_shared<UIView>(
-      std::make_unique<UIView::Impl>(UIView::Impl{Retained<::UIView>(native), nil}));
+      std::make_unique<UIView::Impl>(UIView::Impl{Retained<::UIView>(native), nullptr}));
 }
 
 std::shared_ptr<UIView> viewOfDyingNative(::UIView* native) {
@@ -129,11 +129,10 @@ bool UIView::clipsToBounds() const {
 }
 
 void UIView::setBackgroundColor(UIColor color) {
-  [nativeView(*this)
-      setBackgroundColor:[::UIColor colorWithRed:static_cast<CGFloat>(color.red)
-                                           green:static_cast<CGFloat>(color.green)
-                                            blue:static_cast<CGFloat>(color.blue)
-                                           alpha:static_cast<CGFloat>(color.alpha)]];
+  [nativeView(*this) setBackgroundColor:[::UIColor colorWithRed:static_cast<CGFloat>(color.red)
+                                                          green:static_cast<CGFloat>(color.green)
+                                                           blue:static_cast<CGFloat>(color.blue)
+                                                          alpha:static_cast<CGFloat>(color.alpha)]];
 }
 
 UIColor UIView::backgroundColor() const {

@@ -1,0 +1,4 @@
+// Where GNUstep looks for the blocks run-time.
+#pragma once
+
+#include <Block.h>

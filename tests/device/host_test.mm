@@ -1,0 +1,127 @@
+// The library in a host of real Objective-C classes, from its hooks to the first picture.
+
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "hooks/hook_table.h"
+#include "placement/location_table.h"
+#import "platform/ios/native_view.h"
+#include "settings/device_paths.h"
+#include "settings/settings_store.h"
+#include "tests/device/pump.h"
+#include "tests/device/stand_ins/stand_ins.h"
+
+namespace {
+
+// One frame of 2 by 1 pixels, to be shown for a tenth of a second.
+void writeGif(const char* path) {
+  const unsigned char gif[] = {'G', 'I', 'F', '8', '9', 'a',  2,    0,    1,    0,    0x80,
+                               0,   0,   255, 0,   0,   0,    255,  0,    0x21, 0xf9, 4,
+                               0,   10,  0,   0,   0,   0x2c, 0,    0,    0,    0,    2,
+                               0,   1,   0,   0,   2,   2,    0x44, 0x0a, 0,    0x3b};
+  std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(gif), sizeof gif);
+}
+
+SBWallpaperController* controller() {
+  return [SBWallpaperController sharedInstance];
+}
+
+SpringBoard* launch() {
+  lumora::installHooks();
+  SpringBoard* host = [[[SpringBoard alloc] init] autorelease];
+  [host applicationDidFinishLaunching:nil];
+  return host;
+}
+
+TEST(Host, FourMethodsAreChangedInTheOrderOfTheTable) {
+  lumora::installHooks();
+  EXPECT_EQ(stand_ins::hookedMethods(),
+            (std::vector<std::string>{
+                "SBFWallpaperView dealloc",
+                "SpringBoard applicationDidFinishLaunching:", "SBDockView defaultHeight"}));
+  EXPECT_TRUE([SpringBoard instancesRespondToSelector:@selector(LumoraDeviceDidRotate:)]);
+}
+
+TEST(Host, LaunchRunsTheHostsOwnAndMakesTheLibrarysFolder) {
+  EXPECT_EQ(launch()->launches_, 1);
+  EXPECT_TRUE([[NSFileManager defaultManager] fileExistsAtPath:@"/var/mobile/Library/Lumora"]);
+}
+
+TEST(Host, TheDocksHeightIsPassedOnAndRecorded) {
+  lumora::installHooks();
+  EXPECT_EQ([SBDockView defaultHeight], 96);
+  EXPECT_EQ(lumora::getDockHeight(), 96);
+}
+
+TEST(Host, AChosenGifIsTakenInAndPlays) {
+  launch();
+  const std::string chosen = "/var/mobile/SHARED_LUMORA_WALLPAPER.gif";
+  writeGif(chosen.c_str());
+  lumora::setPreferencesObjectKey(chosen, "SAFARI_DIRECTORY");
+  stand_ins::postFromOutside("com.brightfen.lumora.wallpaperNeedsUpdating");
+  ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  const auto view = lumora::sharedGIFView.load();
+  ASSERT_TRUE(view);
+  SBFWallpaperView* wallpaper = controller()->_sharedWallpaperView;
+  EXPECT_EQ([platform::nativeView(*view) superview], wallpaper);
+  EXPECT_EQ([platform::nativeView(*view) frame].size.height, 568 - 96);
+  // The host shows its wallpaper, which is what starts playback.
+  [wallpaper setHidden:YES];
+  [wallpaper setHidden:NO];
+  ASSERT_TRUE(runUntil([] { return stand_ins::linkCount() == 1; }));
+  EXPECT_EQ(view->imageView()->image(), nullptr);
+  for (int refresh = 0; refresh < 7; ++refresh) stand_ins::refreshDisplay();
+  ASSERT_TRUE(view->imageView()->image());
+  EXPECT_EQ(view->imageView()->image()->width(), 2);
+  [wallpaper setHidden:YES];
+  EXPECT_TRUE(runUntil([] { return stand_ins::linkCount() == 0; }));
+}
+
+TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) {
+  launch();
+  writeGif(lumora::sharedGIFPath);
+  stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
+  ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  @autoreleasepool {
+    ASSERT_TRUE(platform::viewOfNative(controller()->_sharedWallpaperView)->observances().front());
+    [controller()->_sharedWallpaperView release];
+    controller()->_sharedWallpaperView = nil;
+  }
+  EXPECT_EQ(stand_ins::deallocatedWallpapers, 1);
+  @autoreleasepool {
+    SBFWallpaperView* foreign = [[SBFWallpaperView alloc] init];
+    [foreign addObserver:[[NSObject alloc] init] forKeyPath:@"hidden" options:0 context:nil];
+    [foreign release];
+    [[[SBFWallpaperView alloc] init] release];
+  }
+  EXPECT_EQ(stand_ins::deallocatedWallpapers, 3);
+}
+
+TEST(Host, WithoutWallpaperViewsAnInstallationStillEnds) {
+  launch();
+  writeGif(lumora::sharedGIFPath);
+  // A mode that no method of the host answers leaves all three views nil.
+  lumora::setPreferencesObjectKey("7", "MODE_INDEX");
+  stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
+  EXPECT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  EXPECT_EQ(lumora::sharedGIFView.load(), nullptr);
+}
+
+TEST(Host, AFrameThatIsGoneOrDamagedShowsNothingAndPlaybackGoesOn) {
+  launch();
+  writeGif(lumora::sharedGIFPath);
+  stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
+  ASSERT_TRUE(runUntil([] { return stand_ins::linkCount() == 1; }));
+  const auto view = lumora::sharedGIFView.load();
+  ASSERT_TRUE(view);
+  std::ofstream(view->frameCache().framePath(0)) << "no picture";
+  for (int refresh = 0; refresh < 8; ++refresh) {
+    stand_ins::refreshDisplay();
+    runUntil([] { return stand_ins::linkCount() == 1; });
+  }
+  EXPECT_EQ(view->imageView()->image(), nullptr);
+  EXPECT_EQ(stand_ins::linkCount(), 1U);
+}
+
+}  // namespace

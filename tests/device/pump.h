@@ -1,0 +1,16 @@
+// Time for the platform: its main queue, its background queues and what they ask of each other.
+#pragma once
+
+#include <functional>
+
+#import <Foundation/Foundation.h>
+
+// Runs the main run loop until the condition holds; whether it did within ten seconds.
+inline bool runUntil(const std::function<bool()>& condition) {
+  for (int turns = 0; turns < 1000 && !condition(); ++turns) {
+    @autoreleasepool {
+      [[NSRunLoop mainRunLoop] runUntilDate:[NSDate dateWithTimeIntervalSinceNow:0.01]];
+    }
+  }
+  return condition();
+}

@@ -1,0 +1,100 @@
+#import <Foundation/Foundation.h>
+
+#include "stand_ins.h"
+
+namespace stand_ins {
+int deallocatedWallpapers = 0;
+}
+
+// The device keeps its observers in private objects, whose keys these are.
+@interface Observance : NSObject {
+ @public
+  id _observer;
+  void* context_;
+}
+@end
+@implementation Observance
+@end
+
+@interface ObservationInfo : NSObject {
+ @public
+  NSArray* _observances;
+}
+@end
+@implementation ObservationInfo
+@end
+
+@implementation SBFWallpaperView
+
+- (void)addObserver:(NSObject*)observer
+         forKeyPath:(NSString*)keyPath
+            options:(NSKeyValueObservingOptions)options
+            context:(void*)context {
+  Observance* observance = [[[Observance alloc] init] autorelease];
+  observance->_observer = observer;
+  observance->context_ = context;
+  if (observances_ == nil) observances_ = [[NSMutableArray alloc] init];
+  [observances_ addObject:observance];
+}
+
+- (void)setHidden:(BOOL)hidden {
+  [super setHidden:hidden];
+  for (Observance* observance in [[observances_ copy] autorelease]) {
+    [observance->_observer observeValueForKeyPath:@"hidden"
+                                         ofObject:self
+                                           change:nil
+                                          context:observance->context_];
+  }
+}
+
+- (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath {
+  for (Observance* observance in [[observances_ copy] autorelease]) {
+    if (observance->_observer != observer) continue;
+    [observances_ removeObject:observance];
+    return;
+  }
+  [NSException raise:NSRangeException format:@"%@ is not registered", observer];
+}
+
+- (void*)observationInfo {
+  if ([observances_ count] == 0) return nullptr;
+  ObservationInfo* info = [[[ObservationInfo alloc] init] autorelease];
+  info->_observances = [[observances_ copy] autorelease];
+  return info;
+}
+
+- (void)dealloc {
+  ++stand_ins::deallocatedWallpapers;
+  [observances_ release];
+  [super dealloc];
+}
+
+@end
+
+@implementation SBWallpaperController
+
++ (SBWallpaperController*)sharedInstance {
+  static SBWallpaperController* controller = [[SBWallpaperController alloc] init];
+  return controller;
+}
+- (void)_updateSharedWallpaper {
+  if (_sharedWallpaperView == nil) _sharedWallpaperView = [[SBFWallpaperView alloc] init];
+}
+- (void)_updateSeparateWallpaper {
+  if (_lockscreenWallpaperView == nil) _lockscreenWallpaperView = [[SBFWallpaperView alloc] init];
+  if (_homescreenWallpaperView == nil) _homescreenWallpaperView = [[SBFWallpaperView alloc] init];
+}
+
+@end
+
+@implementation SBDockView
++ (CGFloat)defaultHeight {
+  return 96;
+}
+@end
+
+@implementation SpringBoard
+- (void)applicationDidFinishLaunching:(id)application {
+  ++launches_;
+}
+@end

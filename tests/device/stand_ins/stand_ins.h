@@ -1,0 +1,87 @@
+// What the device has and GNUstep lacks, as far as the backend calls it: small classes that do what
+// the real ones are documented to do, and let a test look and act in their stead.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#import <CoreGraphics/CoreGraphics.h>
+#import <QuartzCore/QuartzCore.h>
+#import <UIKit/UIKit.h>
+
+// What objects of a class hold whose declaration has no room for it.
+template <typename State>
+class StateTable {
+ public:
+  State& operator[](id object) {
+    std::lock_guard lock(mutex_);
+    return states_[object];
+  }
+  void erase(id object) {
+    std::lock_guard lock(mutex_);
+    states_.erase(object);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::map<id, State> states_;
+};
+
+// A bitmap: RGBA, not premultiplied.
+struct CGImage {
+  int references = 1;
+  int width = 0;
+  int height = 0;
+  std::vector<unsigned char> pixels;
+};
+
+namespace stand_ins {
+
+// Fires every link on the run loop once, as a refresh of the display does.
+void refreshDisplay();
+// How many links are on the run loop.
+std::size_t linkCount();
+
+// Names posted on the Darwin notify centre since the last call.
+std::vector<std::string> takePosted();
+// Delivers a name as if another process had posted it.
+void postFromOutside(const std::string& name);
+
+// The rows that were given to the hooking loader, "Class selector" each, in order.
+std::vector<std::string> hookedMethods();
+
+// How wallpaper views tell that they have died.
+extern int deallocatedWallpapers;
+
+}  // namespace stand_ins
+
+// The host's classes, by the names that the library looks for.
+@interface SBFWallpaperView : UIView {
+ @private
+  NSMutableArray* observances_;
+}
+@end
+
+@interface SBWallpaperController : NSObject {
+ @public
+  SBFWallpaperView* _sharedWallpaperView;
+  SBFWallpaperView* _lockscreenWallpaperView;
+  SBFWallpaperView* _homescreenWallpaperView;
+}
++ (SBWallpaperController*)sharedInstance;
+- (void)_updateSharedWallpaper;
+- (void)_updateSeparateWallpaper;
+@end
+
+@interface SBDockView : UIView
++ (CGFloat)defaultHeight;
+@end
+
+@interface SpringBoard : NSObject {
+ @public
+  int launches_;
+}
+- (void)applicationDidFinishLaunching:(id)application;
+@end

@@ -1,0 +1,254 @@
+#import <Foundation/Foundation.h>
+#include <png.h>
+
+#include "stand_ins.h"
+
+namespace {
+
+struct Color {
+  CGFloat components[4];
+};
+StateTable<Color> colors;
+
+StateTable<CGImageRef> bitmaps;
+
+struct View {
+  CGRect frame{};
+  NSInteger tag = 0;
+  BOOL hidden = NO;
+  CGFloat alpha = 1;
+  BOOL clips = NO;
+  UIColor* background = nil;
+  NSUInteger autoresizingMask = 0;
+  UIViewContentMode contentMode = 0;
+  UIView* superview = nil;
+  NSMutableArray* subviews = [[NSMutableArray alloc] init];
+};
+StateTable<View> views;
+
+StateTable<UIImage*> shownImages;
+
+}  // namespace
+
+@implementation UIColor
+
++ (UIColor*)colorWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha {
+  UIColor* color = [[[self alloc] init] autorelease];
+  colors[color] = {{red, green, blue, alpha}};
+  return color;
+}
+
+- (BOOL)getRed:(CGFloat*)red green:(CGFloat*)green blue:(CGFloat*)blue alpha:(CGFloat*)alpha {
+  *red = colors[self].components[0];
+  *green = colors[self].components[1];
+  *blue = colors[self].components[2];
+  *alpha = colors[self].components[3];
+  return YES;
+}
+
+@end
+
+@implementation UIImage
+
++ (UIImage*)imageWithCGImage:(CGImageRef)image {
+  UIImage* made = [[[self alloc] init] autorelease];
+  bitmaps[made] = image;
+  ++image->references;
+  return made;
+}
+
+// A PNG; of a GIF, which the library only asks whether it is a picture, one pixel.
++ (UIImage*)imageWithContentsOfFile:(NSString*)path {
+  NSData* data = [NSData dataWithContentsOfFile:path];
+  CGImageRef bitmap = new CGImage;
+  png_image header{};
+  header.version = PNG_IMAGE_VERSION;
+  if (png_image_begin_read_from_memory(&header, [data bytes], [data length])) {
+    header.format = PNG_FORMAT_RGBA;
+    bitmap->width = static_cast<int>(header.width);
+    bitmap->height = static_cast<int>(header.height);
+    bitmap->pixels.resize(PNG_IMAGE_SIZE(header));
+    png_image_finish_read(&header, nullptr, bitmap->pixels.data(), 0, nullptr);
+  } else if ([data length] > 6 && memcmp([data bytes], "GIF8", 4) == 0) {
+    bitmap->width = bitmap->height = 1;
+    bitmap->pixels.assign(4, 0);
+  }
+  UIImage* image = bitmap->width > 0 ? [self imageWithCGImage:bitmap] : nil;
+  CGImageRelease(bitmap);
+  return image;
+}
+
+- (CGImageRef)CGImage {
+  return bitmaps[self];
+}
+
+- (void)dealloc {
+  CGImageRelease(bitmaps[self]);
+  bitmaps.erase(self);
+  [super dealloc];
+}
+
+@end
+
+NSData* UIImagePNGRepresentation(UIImage* image) {
+  CGImageRef bitmap = [image CGImage];
+  png_image header{};
+  header.version = PNG_IMAGE_VERSION;
+  header.width = static_cast<png_uint_32>(bitmap->width);
+  header.height = static_cast<png_uint_32>(bitmap->height);
+  header.format = PNG_FORMAT_RGBA;
+  png_alloc_size_t size = 0;
+  png_image_write_to_memory(&header, nullptr, &size, 0, bitmap->pixels.data(), 0, nullptr);
+  NSMutableData* data = [NSMutableData dataWithLength:size];
+  png_image_write_to_memory(&header, [data mutableBytes], &size, 0, bitmap -> pixels.data(), 0,
+                            nullptr);
+  return data;
+}
+
+@implementation UIView
+
+- (void)dealloc {
+  for (UIView* view in [self subviews]) [view removeFromSuperview];
+  [views[self].subviews release];
+  [views[self].background release];
+  views.erase(self);
+  [super dealloc];
+}
+
+- (CGRect)frame {
+  return views[self].frame;
+}
+- (void)setFrame:(CGRect)frame {
+  views[self].frame = frame;
+}
+- (NSInteger)tag {
+  return views[self].tag;
+}
+- (void)setTag:(NSInteger)tag {
+  views[self].tag = tag;
+}
+- (BOOL)isHidden {
+  return views[self].hidden;
+}
+- (void)setHidden:(BOOL)hidden {
+  views[self].hidden = hidden;
+}
+- (CGFloat)alpha {
+  return views[self].alpha;
+}
+- (void)setAlpha:(CGFloat)alpha {
+  views[self].alpha = alpha;
+}
+- (void)setOpaque:(BOOL)opaque {
+}
+- (BOOL)clipsToBounds {
+  return views[self].clips;
+}
+- (void)setClipsToBounds:(BOOL)clips {
+  views[self].clips = clips;
+}
+- (UIColor*)backgroundColor {
+  return views[self].background;
+}
+- (void)setBackgroundColor:(UIColor*)color {
+  [views[self].background autorelease];
+  views[self].background = [color retain];
+}
+- (void)setAutoresizingMask:(NSUInteger)mask {
+  views[self].autoresizingMask = mask;
+}
+- (UIViewContentMode)contentMode {
+  return views[self].contentMode;
+}
+- (void)setContentMode:(UIViewContentMode)mode {
+  views[self].contentMode = mode;
+}
+- (UIView*)superview {
+  return views[self].superview;
+}
+- (NSArray*)subviews {
+  return [[views[self].subviews copy] autorelease];
+}
+- (void)didMoveToSuperview {
+}
+
+- (void)addSubview:(UIView*)view {
+  [view retain];
+  [view removeFromSuperview];
+  [views[self].subviews addObject:view];
+  views[view].superview = self;
+  [view didMoveToSuperview];
+  [view release];
+}
+
+- (void)removeFromSuperview {
+  if (views[self].superview == nil) return;
+  [[self retain] autorelease];
+  UIView* parent = views[self].superview;
+  views[self].superview = nil;
+  [views[parent].subviews removeObject:self];
+  [self didMoveToSuperview];
+}
+
+- (void)bringSubviewToFront:(UIView*)view {
+  if (![views[self].subviews containsObject:view]) return;
+  [[view retain] autorelease];
+  [views[self].subviews removeObject:view];
+  [views[self].subviews addObject:view];
+}
+
+@end
+
+@implementation UIImageView
+
+- (UIImage*)image {
+  return shownImages[self];
+}
+- (void)setImage:(UIImage*)image {
+  [shownImages[self] autorelease];
+  shownImages[self] = [image retain];
+}
+- (void)dealloc {
+  [shownImages[self] release];
+  shownImages.erase(self);
+  [super dealloc];
+}
+
+@end
+
+@implementation UIScreen
+
++ (UIScreen*)mainScreen {
+  static UIScreen* screen = [[UIScreen alloc] init];
+  return screen;
+}
+- (CGRect)bounds {
+  const CGRect bounds = {{0, 0}, {320, 568}};
+  return bounds;
+}
+
+@end
+
+@implementation UIApplication
+
++ (UIApplication*)sharedApplication {
+  static UIApplication* application = [[UIApplication alloc] init];
+  return application;
+}
+- (NSInteger)statusBarOrientation {
+  return 1;
+}
+
+@end
+
+@implementation UIDevice
+
++ (UIDevice*)currentDevice {
+  static UIDevice* device = [[UIDevice alloc] init];
+  return device;
+}
+- (NSInteger)userInterfaceIdiom {
+  return 0;
+}
+
+@end
