@@ -1,0 +1,83 @@
+"""A device's files, written by its own backend and read by our Linux programs, and the other way.
+
+usage: exchange_test.py EXCHANGE FOLDER-OF-THE-LINUX-PROGRAMS SAMPLE.gif
+"""
+import os
+import plistlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+EXCHANGE, PROGRAMS, SAMPLE = sys.argv[1:]
+IN_DEVICE = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'in_device.sh')
+LIST = 'mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_durations.plist'
+SETTINGS = 'mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
+
+
+def may_mount():
+    return subprocess.run(['unshare', '-rm', 'true'], stderr=subprocess.DEVNULL).returncode == 0
+
+
+class Exchange(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(prefix='lumora-exchange-')
+        self.var = os.path.join(self.folder.name, 'var')
+        os.mkdir(self.var)
+
+    def tearDown(self):
+        self.folder.cleanup()
+
+    def device(self, *words):
+        environment = dict(os.environ, DEVICE_VAR=self.var)
+        return subprocess.run([IN_DEVICE, EXCHANGE, *words], capture_output=True, text=True,
+                              check=True, env=environment).stdout
+
+    def linux(self, *words):
+        return subprocess.run([os.path.join(PROGRAMS, 'lumora'), '--root', self.folder.name, *words],
+                              capture_output=True, text=True, check=True).stdout
+
+    def test_settings_written_here_are_read_there_and_back(self):
+        values = {'SHARED_GIF_SPEED': '2.5', 'SHARED_TEXT_FIELD_TEXT': 'a & b <c>',
+                  'SAFARI_DIRECTORY': ''}
+        for key, value in values.items():
+            self.linux('put', key, value)
+        for key, value in values.items():
+            self.assertEqual(self.device('get', key), value + '\n')
+            self.device('put', key, value + '!')
+        for key, value in values.items():
+            self.assertEqual(self.linux('get', key), value + '!\n')
+
+    def test_texts_beyond_ascii_are_read_there(self):
+        # Written here only: unlike the device, GNUstep stores no such text in a list.
+        self.linux('put', 'SHARED_TEXT_FIELD_TEXT', 'a\u00e4\u4e2d')
+        self.assertEqual(self.device('get', 'SHARED_TEXT_FIELD_TEXT'), 'a\u00e4\u4e2d\n')
+
+    def test_a_change_by_either_keeps_what_others_stored(self):
+        path = os.path.join(self.var, SETTINGS)
+        os.makedirs(os.path.dirname(path))
+        stored = {'NUMBER': 7, 'FLAG': True, 'LIST': ['x', {'y': 1.5}], 'TEXT': 'z'}
+        # Unlike the device, GNUstep reads no binary list in this way.
+        with open(path, 'wb') as file:
+            plistlib.dump(stored, file)
+        self.device('put', 'TEXT', 'device')
+        self.linux('put', 'OTHER', 'linux')
+        with open(path, 'rb') as file:
+            self.assertEqual(plistlib.load(file), {**stored, 'TEXT': 'device', 'OTHER': 'linux'})
+
+    def test_delay_lists_are_the_same(self):
+        cache = os.path.join(self.var, os.path.dirname(LIST))
+        self.linux('frames', SAMPLE, cache)
+        with open(os.path.join(self.var, LIST), 'rb') as file:
+            delays = plistlib.load(file)
+        self.assertEqual(self.device('delays', '/var/' + LIST).split(), delays)
+        self.device('store-delays', '/var/' + LIST, *delays)
+        with open(os.path.join(self.var, LIST), 'rb') as file:
+            self.assertEqual(plistlib.load(file), delays)
+
+
+if __name__ == '__main__':
+    if not may_mount():
+        print('nothing can be mounted here: skipped')
+        sys.exit(77)
+    unittest.main(argv=sys.argv[:1])
