@@ -1,0 +1,246 @@
+#include "mach_o_image.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+#include <sys/mman.h>
+
+namespace {
+
+// Numbers of the file format that the device's linker documents.
+constexpr std::uint32_t magic64 = 0xfeedfacf;
+constexpr std::uint32_t segment64Command = 0x19;
+constexpr std::uint32_t dyldInfoOnlyCommand = 0x80000022;
+constexpr std::size_t headerSize = 32;
+constexpr std::size_t segmentCommandSize = 72;
+constexpr std::size_t sectionSize = 80;
+constexpr std::uint8_t opcodeMask = 0xf0;
+
+enum RebaseOpcode : std::uint8_t {
+  RebaseDone = 0x00,
+  RebaseSetType = 0x10,
+  RebaseSetSegmentAndOffset = 0x20,
+  RebaseAddAddress = 0x30,
+  RebaseAddAddressScaled = 0x40,
+  RebaseTimes = 0x50,
+  RebaseManyTimes = 0x60,
+  RebaseAndAdd = 0x70,
+  RebaseTimesSkipping = 0x80,
+};
+
+enum BindOpcode : std::uint8_t {
+  BindDone = 0x00,
+  BindSetLibrary = 0x10,
+  BindSetLibraryLong = 0x20,
+  BindSetSpecialLibrary = 0x30,
+  BindSetSymbol = 0x40,
+  BindSetType = 0x50,
+  BindSetAddend = 0x60,
+  BindSetSegmentAndOffset = 0x70,
+  BindAddAddress = 0x80,
+  BindOnce = 0x90,
+  BindAndAdd = 0xa0,
+  BindAndAddScaled = 0xb0,
+  BindTimesSkipping = 0xc0,
+};
+
+[[noreturn]] void fail(const char* reason) {
+  std::fprintf(stderr, "the library cannot be mapped: %s\n", reason);
+  std::exit(1);
+}
+
+template <typename Number>
+Number read(const std::uint8_t* at) {
+  Number number;
+  std::memcpy(&number, at, sizeof number);
+  return number;
+}
+
+std::uint64_t unsignedLeb(const std::uint8_t*& at) {
+  std::uint64_t number = 0;
+  for (int shift = 0;; shift += 7) {
+    number |= std::uint64_t{*at & 0x7fU} << shift;
+    if ((*at++ & 0x80) == 0) return number;
+  }
+}
+
+std::int64_t signedLeb(const std::uint8_t*& at) {
+  std::uint64_t number = 0;
+  int shift = 0;
+  std::uint8_t byte = 0;
+  do {
+    byte = *at++;
+    number |= std::uint64_t{byte & 0x7fU} << shift;
+    shift += 7;
+  } while ((byte & 0x80) != 0);
+  if ((byte & 0x40) != 0 && shift < 64) number |= ~std::uint64_t{0} << shift;
+  return static_cast<std::int64_t>(number);
+}
+
+}  // namespace
+
+MachOImage::MachOImage(const std::string& path, const Resolve& resolve) {
+  std::ifstream stream(path, std::ios::binary);
+  const std::vector<std::uint8_t> file{std::istreambuf_iterator<char>(stream), {}};
+  if (file.size() < headerSize || read<std::uint32_t>(file.data()) != magic64) fail("no such file");
+  map(file);
+  const std::uint8_t* command = file.data() + headerSize;
+  for (auto left = read<std::uint32_t>(file.data() + 16); left > 0; --left) {
+    if (read<std::uint32_t>(command) == dyldInfoOnlyCommand) {
+      auto part = [&](int index) { return read<std::uint32_t>(command + 8 + 4 * index); };
+      auto start = [&](int index) { return file.data() + part(2 * index); };
+      auto end = [&](int index) { return start(index) + part(2 * index + 1); };
+      rebase(start(0), end(0));
+      // Bindings, weak ones, and those that the device makes at their first use.
+      for (const int table : {1, 2, 3}) bind(start(table), end(table), resolve);
+    }
+    command += read<std::uint32_t>(command + 4);
+  }
+}
+
+void MachOImage::map(const std::vector<std::uint8_t>& file) {
+  std::uint64_t size = 0;
+  auto forEachSegment = [&](auto use) {
+    const std::uint8_t* command = file.data() + headerSize;
+    for (auto left = read<std::uint32_t>(file.data() + 16); left > 0; --left) {
+      if (read<std::uint32_t>(command) == segment64Command) use(command);
+      command += read<std::uint32_t>(command + 4);
+    }
+  };
+  forEachSegment([&](const std::uint8_t* command) {
+    size = std::max(size, read<std::uint64_t>(command + 24) + read<std::uint64_t>(command + 32));
+  });
+  void* room =
+      mmap(nullptr, size, PROT_READ | PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (room == MAP_FAILED) fail("no room");
+  auto* const base = static_cast<std::uint8_t*>(room);
+  slide_ = reinterpret_cast<std::intptr_t>(base);
+  forEachSegment([&](const std::uint8_t* command) {
+    const std::string name(reinterpret_cast<const char*>(command + 8));
+    std::uint8_t* const start = base + read<std::uint64_t>(command + 24);
+    std::memcpy(start, file.data() + read<std::uint64_t>(command + 40),
+                read<std::uint64_t>(command + 48));
+    segments_.push_back({name, start});
+    for (std::uint32_t index = 0; index < read<std::uint32_t>(command + 64); ++index) {
+      const std::uint8_t* section = command + segmentCommandSize + index * sectionSize;
+      if (std::strncmp(reinterpret_cast<const char*>(section), "__mod_init_func", 16) != 0)
+        continue;
+      initialisers_ = base + read<std::uint64_t>(section + 32);
+      initialiserCount_ = read<std::uint64_t>(section + 40) / sizeof(void*);
+    }
+  });
+}
+
+void MachOImage::rebase(const std::uint8_t* at, const std::uint8_t* end) {
+  std::uint8_t* place = nullptr;
+  auto move = [&](std::uint64_t times, std::uint64_t skipped) {
+    for (; times > 0; --times) {
+      const auto moved = read<std::uint64_t>(place) + static_cast<std::uint64_t>(slide_);
+      std::memcpy(place, &moved, sizeof moved);
+      place += sizeof moved + skipped;
+    }
+  };
+  while (at < end) {
+    const std::uint8_t opcode = *at & opcodeMask;
+    const std::uint8_t small = *at++ & 0x0f;
+    switch (opcode) {
+      case RebaseDone:
+        return;
+      case RebaseSetType:
+        break;
+      case RebaseSetSegmentAndOffset:
+        place = segments_[small].start + unsignedLeb(at);
+        break;
+      case RebaseAddAddress:
+        place += unsignedLeb(at);
+        break;
+      case RebaseAddAddressScaled:
+        place += small * sizeof(void*);
+        break;
+      case RebaseTimes:
+        move(small, 0);
+        break;
+      case RebaseManyTimes:
+        move(unsignedLeb(at), 0);
+        break;
+      case RebaseAndAdd:
+        move(1, unsignedLeb(at));
+        break;
+      case RebaseTimesSkipping: {
+        const std::uint64_t times = unsignedLeb(at);
+        move(times, unsignedLeb(at));
+        break;
+      }
+      default:
+        fail("a rebase opcode that is none");
+    }
+  }
+}
+
+void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Resolve& resolve) {
+  std::uint8_t* place = nullptr;
+  std::string symbol;
+  std::int64_t addend = 0;
+  auto store = [&](std::uint64_t times, std::uint64_t skipped) {
+    for (; times > 0; --times) {
+      const auto address = reinterpret_cast<std::int64_t>(resolve(symbol)) + addend;
+      std::memcpy(place, &address, sizeof address);
+      place += sizeof address + skipped;
+    }
+  };
+  while (at < end) {
+    const std::uint8_t opcode = *at & opcodeMask;
+    const std::uint8_t small = *at++ & 0x0f;
+    switch (opcode) {
+      // In the table of first uses every entry ends so.
+      case BindDone:
+      case BindSetLibrary:
+      case BindSetSpecialLibrary:
+      case BindSetType:
+        break;
+      case BindSetLibraryLong:
+        unsignedLeb(at);
+        break;
+      case BindSetSymbol:
+        symbol = reinterpret_cast<const char*>(at);
+        at += symbol.size() + 1;
+        break;
+      case BindSetAddend:
+        addend = signedLeb(at);
+        break;
+      case BindSetSegmentAndOffset:
+        place = segments_[small].start + unsignedLeb(at);
+        break;
+      case BindAddAddress:
+        place += unsignedLeb(at);
+        break;
+      case BindOnce:
+        store(1, 0);
+        break;
+      case BindAndAdd:
+        store(1, unsignedLeb(at));
+        break;
+      case BindAndAddScaled:
+        store(1, small * sizeof(void*));
+        break;
+      case BindTimesSkipping: {
+        const std::uint64_t times = unsignedLeb(at);
+        store(times, unsignedLeb(at));
+        break;
+      }
+      default:
+        fail("a bind opcode that is none");
+    }
+  }
+}
+
+int MachOImage::initialise() const {
+  for (std::size_t index = 0; index < initialiserCount_; ++index) {
+    reinterpret_cast<void (*)()>(read<std::uint64_t>(initialisers_ + index * sizeof(void*)))();
+  }
+  return static_cast<int>(initialiserCount_);
+}

@@ -1,0 +1,35 @@
+// A 64-bit Mach-O library in the memory of a process of another system: mapped, moved to where
+// there was room, and bound, as the device's dynamic loader would do it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+class MachOImage {
+ public:
+  // Gives the address that a name stands for; it never gives nullptr.
+  using Resolve = std::function<void*(const std::string& name)>;
+
+  // Ends the process, with a line that says why, if the file is not such a library.
+  MachOImage(const std::string& path, const Resolve& resolve);
+
+  // Calls the load-time initialisers; how many there were.
+  int initialise() const;
+
+ private:
+  struct Segment {
+    std::string name;
+    std::uint8_t* start;
+  };
+
+  void map(const std::vector<std::uint8_t>& file);
+  void rebase(const std::uint8_t* at, const std::uint8_t* end);
+  void bind(const std::uint8_t* at, const std::uint8_t* end, const Resolve& resolve);
+
+  std::vector<Segment> segments_;
+  std::intptr_t slide_ = 0;
+  const std::uint8_t* initialisers_ = nullptr;
+  std::size_t initialiserCount_ = 0;
+};
