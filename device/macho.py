@@ -55,6 +55,25 @@ class MachO:
             fields = '<QQQQ' if self.is_64_bit else '<IIII'
             yield Segment(offset, name, *struct.unpack_from(fields, self.data, offset + 24))
 
+    def sections(self):
+        """Of all segments: the offset of each section's description."""
+        command_size, size = (72, 80) if self.is_64_bit else (56, 68)
+        for segment in self.segments():
+            count = self.word(segment.command + (64 if self.is_64_bit else 48))
+            for index in range(count):
+                yield segment.command + command_size + index * size
+
+    def append_command(self, command):
+        """Where it has been put: between the commands and what the first section holds."""
+        at = self.header_size + self.word(20)
+        offsets = (self.word(section + (48 if self.is_64_bit else 40)) for section in self.sections())
+        if at + len(command) > min(offset for offset in offsets if offset > 0):
+            raise ValueError('there is no room for another load command')
+        self.data[at:at + len(command)] = command
+        self.set_word(16, self.word(16) + 1)
+        self.set_word(20, self.word(20) + len(command))
+        return at
+
     def segment(self, name):
         return next(segment for segment in self.segments() if segment.name == name)
 

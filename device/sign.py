@@ -67,12 +67,18 @@ def signature(code, identifier):
     return blob(SUPER_BLOB, content)
 
 
+def add_signature_command(file):
+    """For a linker that signs nothing: behind the other commands, and at the file's end."""
+    file.data.extend(bytes(-len(file.data) % 16))
+    return file.append_command(struct.pack('<IIII', LC_CODE_SIGNATURE, 16, len(file.data), 0))
+
+
 def sign(data, identifier):
-    """The file with its signature, which takes the place of the one that the linker made."""
+    """The file with its signature, which takes the place of the one that the linker made, if any."""
     file = MachO(data)
     command = file.offset_of(LC_CODE_SIGNATURE)
     if command is None:
-        raise ValueError('the linker has left no place for a signature')
+        command = add_signature_command(file)
     end = file.word(command + 8)
     # The command is part of what is hashed, so the signature's size must be known before.
     size = (len(signature(bytes(end), identifier)) + 15) & ~15

@@ -13,9 +13,9 @@ bench_packages=(
   python3 python3-pil time xvfb
 )
 fuzz_packages=(clang python3)
-device_packages=(binutils clang-19 cmake libc++-19-dev libc++abi-19-dev lld-19 llvm-19 ninja-build python3)
+device_packages=(binutils clang-19 cmake libc++-19-dev libc++abi-19-dev lld-13 lld-19 llvm-19 ninja-build python3)
 device_test_packages=(
-  g++-aarch64-linux-gnu gobjc++ libblocksruntime-dev libgif-dev libgnustep-base-dev libgtest-dev
+  g++-aarch64-linux-gnu g++-arm-linux-gnueabi gobjc++ libblocksruntime-dev libgif-dev libgnustep-base-dev libgtest-dev
   libpng-dev qemu-user util-linux
 )
 lint_packages=(clang-format clang-tidy)

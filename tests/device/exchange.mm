@@ -1,11 +1,12 @@
 // Reads and writes a device's files through its own backend, for comparison with what our Linux
-// programs read and write: exchange get KEY | put KEY VALUE | delays PATH | store-delays PATH TEXT...
-
-#import <Foundation/Foundation.h>
+// programs read and write: exchange get KEY | put KEY VALUE | delays PATH | store-delays PATH
+// TEXT...
 
 #include <cstdio>
 #include <string>
 #include <vector>
+
+#import <Foundation/Foundation.h>
 
 #include "platform/property_list.h"
 #include "settings/device_paths.h"
@@ -17,8 +18,7 @@ int main(int count, char** words) {
     [[NSUserDefaults standardUserDefaults]
         setVolatileDomain:[NSDictionary dictionaryWithObject:@"YES" forKey:@"GSMacOSXCompatible"]
                   forName:@"exchange"];
-    [[NSUserDefaults standardUserDefaults]
-        setSearchList:[NSArray arrayWithObject:@"exchange"]];
+    [[NSUserDefaults standardUserDefaults] setSearchList:[NSArray arrayWithObject:@"exchange"]];
     const std::vector<std::string> arguments(words + 1, words + count);
     const std::string command = arguments.at(0);
     if (command == "get") {

@@ -13,10 +13,12 @@ import struct
 import subprocess
 import sys
 import tarfile
+import tempfile
 import unittest
 
 PROJECT = sys.argv.pop()
-LIBRARY = os.path.join(PROJECT, 'build/ios/bin/Lumora8.dylib')
+LIBRARIES = {'arm64': os.path.join(PROJECT, 'build/ios/bin/Lumora8.dylib'),
+             'armv7': os.path.join(PROJECT, 'build/ios-armv7/bin/Lumora8.dylib')}
 INSTALLED = 'Library/MobileSubstrate/DynamicLibraries/'
 
 
@@ -70,18 +72,24 @@ def check_signature(data):
     return algorithms
 
 
-class Library(unittest.TestCase):
-    headers = output('llvm-objdump-19', '--macho', '--private-headers', LIBRARY)
+class Arm64Library(unittest.TestCase):
+    processor = 'arm64'
+    # Beyond what the oldest system needs.
+    notes = ('LC_UUID', 'LC_ENCRYPTION_INFO_64')
+
+    def setUp(self):
+        self.library = LIBRARIES[self.processor]
+        self.headers = output('llvm-objdump-19', '--macho', '--private-headers', self.library)
 
     def test_loads_on_the_oldest_system_that_we_name(self):
         commands = re.findall(r'cmd (LC_\w+)', self.headers)
         self.assertIn('LC_DYLD_INFO_ONLY', commands)
         self.assertNotIn('LC_DYLD_CHAINED_FIXUPS', commands)
         self.assertNotIn('LC_BUILD_VERSION', commands)
-        for needed in ('LC_UUID', 'LC_CODE_SIGNATURE', 'LC_ENCRYPTION_INFO_64'):
+        for needed in ('LC_CODE_SIGNATURE', *self.notes):
             self.assertEqual(commands.count(needed), 1, needed)
+        self.assertNotRegex(self.headers, r'cryptid [^0]')
         self.assertRegex(self.headers, r'LC_VERSION_MIN_IPHONEOS\n.*\n *version 8\.0\n')
-        self.assertRegex(self.headers, r'cryptid 0\n')
         self.assertRegex(self.headers, r'LC_ID_DYLIB\n.*\n *name /' + INSTALLED + 'Lumora8.dylib ')
 
     def test_needs_only_the_libraries_and_symbols_that_the_stubs_name(self):
@@ -89,24 +97,31 @@ class Library(unittest.TestCase):
         loaded = re.findall(r'LC_LOAD_DYLIB\n.*\n *name (\S+) ', self.headers)
         self.assertEqual(set(loaded), set(known))
         needed = set(output('llvm-nm-19', '--undefined-only', '--just-symbol-name',
-                            LIBRARY).split())
+                            self.library).split())
         self.assertEqual(needed - set().union(*known.values()), set())
 
     def test_has_one_initialiser_and_exports_nothing(self):
-        section = output('llvm-objdump-19', '--macho', '--section=__DATA,__mod_init_func', LIBRARY)
+        section = output('llvm-objdump-19', '--macho', '--section=__DATA,__mod_init_func',
+                         self.library)
         self.assertEqual(len(re.findall(r'^0x', section, re.MULTILINE)), 1, section)
-        self.assertEqual(output('llvm-nm-19', '--extern-only', '--defined-only', LIBRARY), '')
+        symbols = output('llvm-nm-19', '--extern-only', '--defined-only', self.library)
+        self.assertEqual(symbols, '')
 
     def test_tells_nothing_of_where_it_was_built(self):
-        self.assertNotIn(PROJECT.encode(), bytes_of(LIBRARY))
+        self.assertNotIn(PROJECT.encode(), bytes_of(self.library))
 
     def test_is_signed_for_old_systems_and_new_ones(self):
-        signed = bytes_of(LIBRARY)
+        signed = bytes_of(self.library)
         self.assertEqual(check_signature(signed), ['sha1', 'sha256'])
         changed = bytearray(signed)
         changed[0x5000] ^= 1
         with self.assertRaises(AssertionError):
             check_signature(bytes(changed))
+
+
+class Armv7Library(Arm64Library):
+    processor = 'armv7'
+    notes = ()
 
 
 class Package(unittest.TestCase):
@@ -131,7 +146,15 @@ class Package(unittest.TestCase):
                 if member.isfile():
                     files[member.name.removeprefix('./')] = tar.extractfile(member).read()
         self.assertEqual(set(files), {INSTALLED + 'Lumora8.dylib', INSTALLED + 'Lumora8.plist'})
-        self.assertEqual(files[INSTALLED + 'Lumora8.dylib'], bytes_of(LIBRARY))
+        with tempfile.TemporaryDirectory() as folder:
+            both = os.path.join(folder, 'both')
+            with open(both, 'wb') as file:
+                file.write(files[INSTALLED + 'Lumora8.dylib'])
+            self.assertEqual(set(output('llvm-lipo-19', '-archs', both).split()), set(LIBRARIES))
+            for processor, library in LIBRARIES.items():
+                one = os.path.join(folder, processor)
+                output('llvm-lipo-19', '-thin', processor, both, '-output', one)
+                self.assertEqual(bytes_of(one), bytes_of(library))
         self.assertEqual(plistlib.loads(files[INSTALLED + 'Lumora8.plist']),
                          {'Filter': {'Bundles': ['com.apple.springboard']}})
 

@@ -6,4 +6,5 @@
 #ifdef __cplusplus
 extern "C"
 #endif
-    void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous);
+    void
+    MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous);

@@ -7,10 +7,7 @@
 @class CIImage;
 
 @interface UIColor : NSObject
-+ (UIColor*)colorWithRed:(CGFloat)red
-                   green:(CGFloat)green
-                    blue:(CGFloat)blue
-                   alpha:(CGFloat)alpha;
++ (UIColor*)colorWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
 - (BOOL)getRed:(CGFloat*)red green:(CGFloat*)green blue:(CGFloat*)blue alpha:(CGFloat*)alpha;
 @end
 
@@ -23,7 +20,8 @@
 #ifdef __cplusplus
 extern "C"
 #endif
-    NSData* UIImagePNGRepresentation(UIImage* image);
+    NSData*
+    UIImagePNGRepresentation(UIImage* image);
 
 typedef NSInteger UIViewContentMode;
 

@@ -12,12 +12,22 @@
 namespace {
 
 // Numbers of the file format that the device's linker documents.
-constexpr std::uint32_t magic64 = 0xfeedfacf;
-constexpr std::uint32_t segment64Command = 0x19;
+constexpr bool is64Bit = sizeof(void*) == 8;
+constexpr std::uint32_t magic = is64Bit ? 0xfeedfacf : 0xfeedface;
+constexpr std::uint32_t segmentCommand = is64Bit ? 0x19 : 0x1;
 constexpr std::uint32_t dyldInfoOnlyCommand = 0x80000022;
-constexpr std::size_t headerSize = 32;
-constexpr std::size_t segmentCommandSize = 72;
-constexpr std::size_t sectionSize = 80;
+constexpr std::size_t headerSize = is64Bit ? 32 : 28;
+// Offsets in a segment's command and in a section's description.
+constexpr std::size_t word = sizeof(void*);
+constexpr std::size_t segmentAddress = 24;
+constexpr std::size_t segmentSize = segmentAddress + word;
+constexpr std::size_t segmentFileOffset = segmentSize + word;
+constexpr std::size_t segmentFileSize = segmentFileOffset + word;
+constexpr std::size_t segmentSectionCount = segmentFileSize + word + 8;
+constexpr std::size_t segmentCommandSize = segmentSectionCount + 8;
+constexpr std::size_t sectionAddress = 32;
+constexpr std::size_t sectionLength = sectionAddress + word;
+constexpr std::size_t sectionSize = is64Bit ? 80 : 68;
 constexpr std::uint8_t opcodeMask = 0xf0;
 
 enum RebaseOpcode : std::uint8_t {
@@ -86,7 +96,7 @@ std::int64_t signedLeb(const std::uint8_t*& at) {
 MachOImage::MachOImage(const std::string& path, const Resolve& resolve) {
   std::ifstream stream(path, std::ios::binary);
   const std::vector<std::uint8_t> file{std::istreambuf_iterator<char>(stream), {}};
-  if (file.size() < headerSize || read<std::uint32_t>(file.data()) != magic64) fail("no such file");
+  if (file.size() < headerSize || read<std::uint32_t>(file.data()) != magic) fail("no such file");
   map(file);
   const std::uint8_t* command = file.data() + headerSize;
   for (auto left = read<std::uint32_t>(file.data() + 16); left > 0; --left) {
@@ -103,16 +113,17 @@ MachOImage::MachOImage(const std::string& path, const Resolve& resolve) {
 }
 
 void MachOImage::map(const std::vector<std::uint8_t>& file) {
-  std::uint64_t size = 0;
+  std::uintptr_t size = 0;
   auto forEachSegment = [&](auto use) {
     const std::uint8_t* command = file.data() + headerSize;
     for (auto left = read<std::uint32_t>(file.data() + 16); left > 0; --left) {
-      if (read<std::uint32_t>(command) == segment64Command) use(command);
+      if (read<std::uint32_t>(command) == segmentCommand) use(command);
       command += read<std::uint32_t>(command + 4);
     }
   };
   forEachSegment([&](const std::uint8_t* command) {
-    size = std::max(size, read<std::uint64_t>(command + 24) + read<std::uint64_t>(command + 32));
+    size = std::max(size, read<std::uintptr_t>(command + segmentAddress) +
+                              read<std::uintptr_t>(command + segmentSize));
   });
   void* room =
       mmap(nullptr, size, PROT_READ | PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -121,16 +132,17 @@ void MachOImage::map(const std::vector<std::uint8_t>& file) {
   slide_ = reinterpret_cast<std::intptr_t>(base);
   forEachSegment([&](const std::uint8_t* command) {
     const std::string name(reinterpret_cast<const char*>(command + 8));
-    std::uint8_t* const start = base + read<std::uint64_t>(command + 24);
-    std::memcpy(start, file.data() + read<std::uint64_t>(command + 40),
-                read<std::uint64_t>(command + 48));
+    std::uint8_t* const start = base + read<std::uintptr_t>(command + segmentAddress);
+    std::memcpy(start, file.data() + read<std::uintptr_t>(command + segmentFileOffset),
+                read<std::uintptr_t>(command + segmentFileSize));
     segments_.push_back({name, start});
-    for (std::uint32_t index = 0; index < read<std::uint32_t>(command + 64); ++index) {
+    for (std::uint32_t index = 0; index < read<std::uint32_t>(command + segmentSectionCount);
+         ++index) {
       const std::uint8_t* section = command + segmentCommandSize + index * sectionSize;
       if (std::strncmp(reinterpret_cast<const char*>(section), "__mod_init_func", 16) != 0)
         continue;
-      initialisers_ = base + read<std::uint64_t>(section + 32);
-      initialiserCount_ = read<std::uint64_t>(section + 40) / sizeof(void*);
+      initialisers_ = base + read<std::uintptr_t>(section + sectionAddress);
+      initialiserCount_ = read<std::uintptr_t>(section + sectionLength) / sizeof(void*);
     }
   });
 }
@@ -139,7 +151,7 @@ void MachOImage::rebase(const std::uint8_t* at, const std::uint8_t* end) {
   std::uint8_t* place = nullptr;
   auto move = [&](std::uint64_t times, std::uint64_t skipped) {
     for (; times > 0; --times) {
-      const auto moved = read<std::uint64_t>(place) + static_cast<std::uint64_t>(slide_);
+      const auto moved = read<std::uintptr_t>(place) + static_cast<std::uintptr_t>(slide_);
       std::memcpy(place, &moved, sizeof moved);
       place += sizeof moved + skipped;
     }
@@ -187,7 +199,8 @@ void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Res
   std::int64_t addend = 0;
   auto store = [&](std::uint64_t times, std::uint64_t skipped) {
     for (; times > 0; --times) {
-      const auto address = reinterpret_cast<std::int64_t>(resolve(symbol)) + addend;
+      const auto address =
+          reinterpret_cast<std::intptr_t>(resolve(symbol)) + static_cast<std::intptr_t>(addend);
       std::memcpy(place, &address, sizeof address);
       place += sizeof address + skipped;
     }
@@ -240,7 +253,7 @@ void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Res
 
 int MachOImage::initialise() const {
   for (std::size_t index = 0; index < initialiserCount_; ++index) {
-    reinterpret_cast<void (*)()>(read<std::uint64_t>(initialisers_ + index * sizeof(void*)))();
+    reinterpret_cast<void (*)()>(read<std::uintptr_t>(initialisers_ + index * sizeof(void*)))();
   }
   return static_cast<int>(initialiserCount_);
 }

@@ -1,5 +1,5 @@
-// A 64-bit Mach-O library in the memory of a process of another system: mapped, moved to where
-// there was room, and bound, as the device's dynamic loader would do it.
+// A Mach-O library for this processor in the memory of a process of another system: mapped, moved
+// to where there was room, and bound, as the device's dynamic loader would do it.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// Runs the very bytes of Lumora8.dylib for arm64: its initialiser, and then each of the functions
-// that it has put into the host, against a host that only records. usage: run_library LIBRARY
+// Runs the very bytes of Lumora8.dylib for this processor: its initialiser, and then each of the
+// functions that it has put into the host, against a host that only records. usage: run_library
+// LIBRARY
 
 #include <cstdint>
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "mach_o_image.h"
@@ -60,7 +62,10 @@ void ownDealloc(void*, const char*) {
 void ownLaunch(void*, const char*, void*) {
   record("own launch");
 }
-double ownDefaultHeight(void*, const char*) {
+// As wide as an address, like all lengths on the device.
+using CGFloat = std::conditional_t<sizeof(void*) == 8, double, float>;
+
+CGFloat ownDefaultHeight(void*, const char*) {
   record("own defaultHeight");
   return 96;
 }
@@ -174,6 +179,9 @@ void* resolve(const std::string& name) {
       {"_memmove", address(static_cast<void* (*)(void*, const void*, std::size_t)>(std::memmove))},
       {"_memcmp",
        address(static_cast<int (*)(const void*, const void*, std::size_t)>(std::memcmp))},
+      {"_memset", address(static_cast<void* (*)(void*, int, std::size_t)>(std::memset))},
+      {"__Unwind_SjLj_Register", address(nothing)},
+      {"__Unwind_SjLj_Unregister", address(nothing)},
       {"_strlen", address(static_cast<std::size_t (*)(const char*)>(std::strlen))},
       {"_strcmp", address(static_cast<int (*)(const char*, const char*)>(std::strcmp))},
       {"___cxa_guard_acquire", address(acquireGuard)},
@@ -256,8 +264,8 @@ int main(int count, char** words) {
           prefix + "removeHomescreenGIFView", prefix + "updateAnimating",
           "observe UIDeviceOrientationDidChangeNotification with LumoraDeviceDidRotate:"});
 
-  const double height = hook<double(void*, const char*)>(3)(object, "defaultHeight");
-  expect("height passed on", {std::to_string(height)}, {std::to_string(96.0)});
+  const CGFloat height = hook<CGFloat(void*, const char*)>(3)(object, "defaultHeight");
+  expect("height passed on", {std::to_string(height)}, {std::to_string(CGFloat{96})});
   expect("height recorded", takeEvents(), {"own defaultHeight", "store DOCK_HEIGHT"});
   return failures == 0 ? 0 : 1;
 }

@@ -1,0 +1,74 @@
+#!/usr/bin/env python3
+"""Links the library for 32-bit processors. The only linker at hand that still can takes no text
+stubs and stumbles over one section's name, so the stubs become libraries without code, and the
+section, which our assembly calls otherwise, gets its own name back.
+
+usage: link_armv7.py INSTALL-NAME LIBRARY OBJECT.obj... STUB.tbd...
+"""
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+from armv7_assembly import SECTION_NAME, SECTION_NAME_FOR_LINKER
+from macho import MachO
+
+LINKER = ['ld64.lld.darwinold-13', '-arch', 'armv7', '-ios_version_min', '8.0', '-sdk_version',
+          '8.0', '-dylib']
+ASSEMBLER = ['clang++-19', '-target', 'armv7-apple-ios8.0', '-c']
+
+
+def read_stub(path):
+    """Install name and symbols."""
+    with open(path) as file:
+        text = file.read()
+    symbols = re.findall(r'^      - (\S+)$', text, re.MULTILINE)
+    for classes in re.findall(r'objc-classes: \[ (.*) \]', text):
+        for name in classes.split(', '):
+            symbols += ['_OBJC_CLASS_$_' + name, '_OBJC_METACLASS_$_' + name]
+    return re.search(r"install-name: '(.*)'", text)[1], symbols
+
+
+def make_library(stub, folder, others):
+    install_name, symbols = read_stub(stub)
+    base = os.path.join(folder, os.path.basename(stub))
+    with open(base + '.s', 'w') as file:
+        file.write('\t.data\n')
+        for symbol in symbols:
+            file.write(f'\t.globl\t{symbol}\n{symbol}:\n\t.long\t0\n')
+    subprocess.run([*ASSEMBLER, base + '.s', '-o', base + '.o'], check=True)
+    subprocess.run([*LINKER, '-install_name', install_name, '-o', base + '.dylib', base + '.o',
+                    *others], check=True)
+    return base + '.dylib'
+
+
+def restore_section_name(data):
+    file = MachO(data)
+    for section in file.sections():
+        if file.data[section:section + 16].rstrip(b'\0').decode() == SECTION_NAME_FOR_LINKER:
+            file.data[section:section + 16] = SECTION_NAME.encode().ljust(16, b'\0')
+    return file.data
+
+
+def main():
+    install_name, library, *inputs = sys.argv[1:]
+    objects = [path for path in inputs if not path.endswith('.tbd')]
+    # Every library needs the system's own.
+    stubs = sorted((path for path in inputs if path.endswith('.tbd')),
+                   key=lambda path: (os.path.basename(path) != 'libSystem.tbd', path))
+    with tempfile.TemporaryDirectory() as folder:
+        libraries = []
+        for stub in stubs:
+            libraries.append(make_library(stub, folder, libraries[:1]))
+        # An empty list: the library is found by being loaded, not by its symbols.
+        subprocess.run([*LINKER, '-install_name', install_name, '-exported_symbols_list',
+                        os.devnull, '-o', library, *objects, *libraries], check=True)
+    with open(library, 'rb') as file:
+        restored = restore_section_name(file.read())
+    with open(library, 'wb') as file:
+        file.write(restored)
+
+
+if __name__ == '__main__':
+    main()
