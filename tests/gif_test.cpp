@@ -137,6 +137,24 @@ TEST(Lzw, NeedsNeitherALeadingClearCodeNorAnEndCode) {
   EXPECT_EQ(decoded({2, 0b10110001, 0b0, 0}, 2, 4), (Bytes{1, 1, 1, 2}));
 }
 
+TEST(Lzw, AStringMayReachIntoItsOwnCopy) {
+  // Codes of 9 bits, each the string that it begins itself: one index, then two of it, three, ...
+  constexpr unsigned clear = 256;
+  constexpr unsigned strings = 60;
+  Bytes codes((strings * 9 + 7) / 8);
+  for (unsigned string = 0; string < strings; ++string) {
+    const unsigned code = string == 0 ? 7 : clear + 1 + string;
+    for (unsigned bit = 0; bit < 9; ++bit) {
+      const unsigned at = string * 9 + bit;
+      codes[at / 8] = static_cast<std::uint8_t>(codes[at / 8] | (code >> bit & 1) << at % 8);
+    }
+  }
+  Bytes subBlocks{static_cast<std::uint8_t>(codes.size())};
+  subBlocks.insert(subBlocks.end(), codes.begin(), codes.end());
+  const std::size_t count = strings * (strings + 1) / 2;
+  EXPECT_EQ(decoded(subBlocks, 8, count), Bytes(count, 7));
+}
+
 TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
   struct Case {
     std::optional<int> stored;
