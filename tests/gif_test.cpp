@@ -149,10 +149,10 @@ TEST(Lzw, AStringMayReachIntoItsOwnCopy) {
       codes[at / 8] = static_cast<std::uint8_t>(codes[at / 8] | (code >> bit & 1) << at % 8);
     }
   }
-  Bytes subBlocks{static_cast<std::uint8_t>(codes.size())};
+  Bytes subBlocks(1, static_cast<std::uint8_t>(codes.size()));
   subBlocks.insert(subBlocks.end(), codes.begin(), codes.end());
   const std::size_t count = strings * (strings + 1) / 2;
-  EXPECT_EQ(decoded(subBlocks, 8, count), Bytes(count, 7));
+  EXPECT_EQ(decoded(subBlocks, 8, count), Bytes(count, std::uint8_t{7}));
 }
 
 TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
