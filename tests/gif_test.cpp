@@ -141,18 +141,19 @@ TEST(Lzw, AStringMayReachIntoItsOwnCopy) {
   // Codes of 9 bits, each the string that it begins itself: one index, then two of it, three, ...
   constexpr unsigned clear = 256;
   constexpr unsigned strings = 60;
-  Bytes codes((strings * 9 + 7) / 8);
+  constexpr std::size_t size = (strings * 9 + 7) / 8;
+  Bytes subBlock(1 + size);
+  subBlock[0] = size;
   for (unsigned string = 0; string < strings; ++string) {
     const unsigned code = string == 0 ? 7 : clear + 1 + string;
     for (unsigned bit = 0; bit < 9; ++bit) {
       const unsigned at = string * 9 + bit;
-      codes[at / 8] = static_cast<std::uint8_t>(codes[at / 8] | (code >> bit & 1) << at % 8);
+      std::uint8_t& byte = subBlock[1 + at / 8];
+      byte = static_cast<std::uint8_t>(byte | (code >> bit & 1) << at % 8);
     }
   }
-  Bytes subBlocks(1, static_cast<std::uint8_t>(codes.size()));
-  subBlocks.insert(subBlocks.end(), codes.begin(), codes.end());
   const std::size_t count = strings * (strings + 1) / 2;
-  EXPECT_EQ(decoded(subBlocks, 8, count), Bytes(count, std::uint8_t{7}));
+  EXPECT_EQ(decoded(subBlock, 8, count), Bytes(count, std::uint8_t{7}));
 }
 
 TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
