@@ -19,6 +19,13 @@ LINKER = ['ld64.lld.darwinold-13', '-arch', 'armv7', '-ios_version_min', '8.0', 
 ASSEMBLER = ['clang++-19', '-target', 'armv7-apple-ios8.0', '-c']
 
 
+def run_linker(*words):
+    # It leaves gaps between strings as it found its memory: so that is found empty, and without
+    # addresses of the day.
+    environment = dict(os.environ, MALLOC_PERTURB_='255')
+    subprocess.run([*LINKER, *words], check=True, env=environment)
+
+
 def read_stub(path):
     """Install name and symbols."""
     with open(path) as file:
@@ -38,8 +45,7 @@ def make_library(stub, folder, others):
         for symbol in symbols:
             file.write(f'\t.globl\t{symbol}\n{symbol}:\n\t.long\t0\n')
     subprocess.run([*ASSEMBLER, base + '.s', '-o', base + '.o'], check=True)
-    subprocess.run([*LINKER, '-install_name', install_name, '-o', base + '.dylib', base + '.o',
-                    *others], check=True)
+    run_linker('-install_name', install_name, '-o', base + '.dylib', base + '.o', *others)
     return base + '.dylib'
 
 
@@ -62,8 +68,8 @@ def main():
         for stub in stubs:
             libraries.append(make_library(stub, folder, libraries[:1]))
         # An empty list: the library is found by being loaded, not by its symbols.
-        subprocess.run([*LINKER, '-install_name', install_name, '-exported_symbols_list',
-                        os.devnull, '-o', library, *objects, *libraries], check=True)
+        run_linker('-install_name', install_name, '-exported_symbols_list', os.devnull, '-o',
+                   library, *objects, *libraries)
     with open(library, 'rb') as file:
         restored = restore_section_name(file.read())
     with open(library, 'wb') as file:
