@@ -8,6 +8,7 @@
 #include "host/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "placement/wallpaper_view_dealloc.h"
+#include "platform/linux/view_observers.h"
 #include "tests/stage.h"
 
 namespace {
@@ -126,7 +127,7 @@ TEST(Gating, AHostViewDiesWithTheListenerOnIt) {
   Playing stage;
   const std::weak_ptr<LWWallpaperListener> listener = lumora::sharedListener.load();
   const std::weak_ptr<platform::UIView> host = Stage::hostView(lumora::sharedEntry);
-  ASSERT_EQ(host.lock()->observances().size(), 1U);
+  ASSERT_EQ(platform::observersOf(*host.lock()).size(), 1U);
   stage.choose("HOMESCREEN", gif);
   EXPECT_TRUE(host.expired());
   // The global still names it: it could not be removed from a view that it is not registered with.
@@ -137,7 +138,7 @@ void (*hostDealloc)(platform::id, platform::SEL) = nullptr;
 std::vector<std::size_t> observersLeft;
 
 void countingDealloc(platform::id self, platform::SEL selector) {
-  observersLeft.push_back(platform::UIView::viewOfObject(self)->observances().size());
+  observersLeft.push_back(platform::observersOf(*platform::UIView::viewOfObject(self)).size());
   hostDealloc(self, selector);
 }
 
@@ -171,16 +172,16 @@ TEST(Gating, ANewListenerReplacesTheOldOneOnTheSameObjectOnly) {
   };
   listen(first);
   const auto onFirst = listen(first);
-  EXPECT_EQ(first->observances().size(), 1U);
+  EXPECT_EQ(platform::observersOf(*first).size(), 1U);
   // Removal is tried on the object now given: the one on the first object stays.
   const auto onSecond = listen(second);
   EXPECT_NE(onSecond, onFirst);
-  EXPECT_EQ(first->observances().front(), onFirst);
+  EXPECT_EQ(platform::observersOf(*first).front(), onFirst);
   // Without an object the listener is replaced all the same.
   EXPECT_NE(listen(nullptr), onSecond);
-  EXPECT_EQ(second->observances().size(), 1U);
+  EXPECT_EQ(platform::observersOf(*second).size(), 1U);
   LWWallpaperListener::addListenerToObject(second, ScreenLocation::Unknown);
-  EXPECT_EQ(second->observances().size(), 1U);
+  EXPECT_EQ(platform::observersOf(*second).size(), 1U);
 }
 
 TEST(Gating, OnlyThePlatformsExceptionsAreSwallowed) {

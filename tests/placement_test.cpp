@@ -7,6 +7,7 @@
 #include "placement/installation.h"
 #include "placement/location_table.h"
 #include "platform/linux/device_events.h"
+#include "platform/linux/view_observers.h"
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
@@ -101,7 +102,7 @@ TEST(Placement, EndsWithoutATraceIfThePictureInQuestionIsMissingOrDamaged) {
       EXPECT_EQ(watch.take().writes, 0);
       EXPECT_EQ(Stage::view("SHARED"), nullptr);
       EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
-      EXPECT_TRUE(Stage::hostView(lumora::sharedEntry)->observances().empty());
+      EXPECT_TRUE(platform::observersOf(*Stage::hostView(lumora::sharedEntry)).empty());
     }
   }
 }
@@ -125,13 +126,13 @@ TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
   Stage::put("DOCK_ENABLED", "FALSE");
   Stage::put("SHARED_SCALING_MODE", "FILL");
   const auto host = Stage::hostView(lumora::sharedEntry);
-  const auto listener = host->observances();
+  const auto listener = platform::observersOf(*host);
   stage.takePosted();
   install(stage);
   EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 390, 844}));
   EXPECT_EQ(Stage::view("SHARED")->imageView()->contentMode(), UIViewContentMode::ScaleAspectFill);
   EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
-  EXPECT_EQ(host->observances(), listener);
+  EXPECT_EQ(platform::observersOf(*host), listener);
   EXPECT_TRUE(stage.takePosted().empty());
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
@@ -144,7 +145,7 @@ TEST(Placement, ASecondInstallationReusesEverything) {
   install(stage);
   EXPECT_EQ(Stage::view("SHARED"), view);
   EXPECT_EQ(host->subviews().size(), 1U);
-  EXPECT_EQ(host->observances().size(), 1U);
+  EXPECT_EQ(platform::observersOf(*host).size(), 1U);
 }
 
 TEST(Placement, TakesOverTheLastAnimatedViewFoundByItsTag) {

@@ -47,6 +47,7 @@ TEST(OperationQueue, OnesWithoutLimitRunSideBySideButNotWithoutEnd) {
     NSOperationQueue().addOperationWithBlock([&] {
       const unsigned now = ++running;
       if (now > most) most = now;
+      RunLoop::main().wake();
       while (!released) std::this_thread::sleep_for(1ms);
       --running;
     });

@@ -1,5 +1,6 @@
 #include "hooks/dock_height.h"
 
+#include "dispatch/exception_barrier.h"
 #include "platform/string_value.h"
 #include "settings/settings_store.h"
 
@@ -9,7 +10,8 @@ platform::CGFloat (*previousDefaultDockHeight)(platform::id self, platform::SEL 
 
 platform::CGFloat recordDefaultDockHeight(platform::id self, platform::SEL selector) {
   const platform::CGFloat height = previousDefaultDockHeight(self, selector);
-  setPreferencesObjectKey(platform::decimalText(height), "DOCK_HEIGHT");
+  stoppingExceptions(
+      [height] { setPreferencesObjectKey(platform::decimalText(height), "DOCK_HEIGHT"); });
   return height;
 }
 

@@ -1,5 +1,6 @@
 #include "hooks/launch.h"
 
+#include "dispatch/exception_barrier.h"
 #include "hooks/control_notifications.h"
 #include "hooks/rotation.h"
 #include "placement/gating.h"
@@ -26,6 +27,16 @@ void startFirstWallpaper() {
   setWallpaperAnimating(isSeparate ? ScreenLocation::LockScreen : ScreenLocation::Shared, true);
 }
 
+void setUp(platform::id application) {
+  createTweakQueue();
+  createLibraryDirectory();
+  observeControlNotifications();
+  platform::NSNotificationCenter_addObserver(application,
+                                             platform::sel_registerName(deviceDidRotateSelector),
+                                             "UIDeviceOrientationDidChangeNotification");
+  startFirstWallpaper();
+}
+
 }  // namespace
 
 void (*previousApplicationDidFinishLaunching)(platform::id self, platform::SEL selector,
@@ -34,13 +45,7 @@ void (*previousApplicationDidFinishLaunching)(platform::id self, platform::SEL s
 void applicationDidFinishLaunching(platform::id self, platform::SEL selector,
                                    platform::id application) {
   previousApplicationDidFinishLaunching(self, selector, application);
-  createTweakQueue();
-  createLibraryDirectory();
-  observeControlNotifications();
-  platform::NSNotificationCenter_addObserver(self,
-                                             platform::sel_registerName(deviceDidRotateSelector),
-                                             "UIDeviceOrientationDidChangeNotification");
-  startFirstWallpaper();
+  stoppingExceptions([self] { setUp(self); });
 }
 
 }  // namespace lumora

@@ -1,5 +1,6 @@
 #include "hooks/rotation.h"
 
+#include "dispatch/exception_barrier.h"
 #include "placement/installation.h"
 #include "settings/settings_store.h"
 
@@ -8,7 +9,9 @@ namespace lumora {
 // The master switch is deliberately not asked: a disabled wallpaper still follows the screen.
 void LumoraDeviceDidRotate(platform::id /*self*/, platform::SEL /*selector*/,
                            platform::id /*notification*/) {
-  if (getWallpaperSet()) updateWallpaperImages();
+  stoppingExceptions([] {
+    if (getWallpaperSet()) updateWallpaperImages();
+  });
 }
 
 }  // namespace lumora

@@ -6,9 +6,7 @@ namespace lumora {
 namespace {
 
 void removeFirstListener(platform::UIView& view) {
-  const auto observers = view.observances();
-  if (observers.empty()) return;
-  const auto listener = std::dynamic_pointer_cast<LWWallpaperListener>(observers.front());
+  const auto listener = std::dynamic_pointer_cast<LWWallpaperListener>(view.firstObserver());
   if (listener) view.removeObserver(*listener, LWWallpaperListener::keyPath);
 }
 

@@ -73,8 +73,9 @@ class UIView : public std::enable_shared_from_this<UIView> {
                    const void* context);
   // Removes the newest registration of observer; raises the platform's exception if there is none.
   void removeObserver(const KeyValueObserver& observer, std::string_view keyPath);
-  // The registered observers, oldest first; nullptr in the place of any that is not this system's.
-  std::vector<std::shared_ptr<KeyValueObserver>> observances() const;
+  // The observer registered first; nullptr if there is none, or if it is not this system's. No
+  // other is looked at: whoever registered it may be gone.
+  std::shared_ptr<KeyValueObserver> firstObserver() const;
 
   const Impl& impl() const { return *impl_; }
 

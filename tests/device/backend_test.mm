@@ -72,6 +72,35 @@ TEST(Messages, ReachEveryTargetAndWithoutAServerNobody) {
   EXPECT_EQ(called, (std::vector<int>{1, 2}));
 }
 
+}  // namespace
+
+// Counts its own, so that a test sees when they go.
+@interface Sentinel : NSObject
+@end
+static int sentinels = 0;
+@implementation Sentinel
+- (id)init {
+  self = [super init];
+  ++sentinels;
+  return self;
+}
+- (void)dealloc {
+  --sentinels;
+  [super dealloc];
+}
+@end
+
+namespace {
+
+TEST(Pools, WhatIsHandedOutTemporarilyGoesAtTheirEnd) {
+  {
+    const platform::NSAutoreleasePool pool;
+    [[[Sentinel alloc] init] autorelease];
+    EXPECT_EQ(sentinels, 1);
+  }
+  EXPECT_EQ(sentinels, 0);
+}
+
 TEST(Links, FireUntilTheyAreInvalidatedAlsoIfNobodyHoldsThem) {
   int fired = 0;
   const auto held = std::make_shared<int>(0);

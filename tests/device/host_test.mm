@@ -84,28 +84,32 @@ TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) 
   stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   @autoreleasepool {
-    ASSERT_TRUE(platform::viewOfNative(controller()->_sharedWallpaperView)->observances().front());
+    ASSERT_TRUE(platform::viewOfNative(controller()->_sharedWallpaperView)->firstObserver());
     [controller()->_sharedWallpaperView release];
     controller()->_sharedWallpaperView = nil;
   }
-  EXPECT_EQ(stand_ins::deallocatedWallpapers, 1);
+  EXPECT_EQ(stand_ins::observersAtDealloc, std::vector<std::size_t>{0});
   @autoreleasepool {
     SBFWallpaperView* foreign = [[SBFWallpaperView alloc] init];
     [foreign addObserver:[[NSObject alloc] init] forKeyPath:@"hidden" options:0 context:nil];
     [foreign release];
     [[[SBFWallpaperView alloc] init] release];
   }
-  EXPECT_EQ(stand_ins::deallocatedWallpapers, 3);
+  EXPECT_EQ(stand_ins::observersAtDealloc, (std::vector<std::size_t>{0, 1, 0}));
 }
 
 TEST(Host, WithoutWallpaperViewsAnInstallationStillEnds) {
   launch();
   writeGif(lumora::sharedGIFPath);
-  // A mode that no method of the host answers leaves all three views nil.
-  lumora::setPreferencesObjectKey("7", "MODE_INDEX");
+  stand_ins::makesNoWallpapers = true;
   stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
-  EXPECT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
-  EXPECT_EQ(lumora::sharedGIFView.load(), nullptr);
+  ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  ASSERT_TRUE(lumora::sharedGIFView.load());
+  EXPECT_EQ(lumora::sharedGIFView.load()->superview(), nullptr);
+  // The view that was made then is attached as soon as there is something to attach it to.
+  stand_ins::makesNoWallpapers = false;
+  stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
+  EXPECT_TRUE(runUntil([] { return lumora::sharedGIFView.load()->superview() != nullptr; }));
 }
 
 TEST(Host, AFrameThatIsGoneOrDamagedShowsNothingAndPlaybackGoesOn) {

@@ -110,6 +110,12 @@ class Arm64Library(unittest.TestCase):
     def test_tells_nothing_of_where_it_was_built(self):
         self.assertNotIn(PROJECT.encode(), bytes_of(self.library))
 
+    def test_is_the_same_when_made_again(self):
+        made = bytes_of(self.library)
+        os.remove(self.library)
+        output('cmake', '--build', os.path.dirname(os.path.dirname(self.library)))
+        self.assertEqual(bytes_of(self.library), made)
+
     def test_is_signed_for_old_systems_and_new_ones(self):
         signed = bytes_of(self.library)
         self.assertEqual(check_signature(signed), ['sha1', 'sha256'])

@@ -55,7 +55,7 @@ void CADisplayLink::setFrameInterval(int refreshes) {
 }
 
 void CADisplayLink::addToMainRunLoop() {
-  [impl_->native.get() addToRunLoop:[NSRunLoop mainRunLoop] forMode:NSRunLoopCommonModes];
+  [impl_->native.get() addToRunLoop:[NSRunLoop mainRunLoop] forMode:@"kCFRunLoopCommonModes"];
 }
 
 // Lets go of the target, and so of what keeps the link alive.

@@ -32,6 +32,11 @@ std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data
   CGImageSourceRef source =
       CGImageSourceCreateWithData((CFDataRef)data->impl().native.get(), nullptr);
   if (source == nullptr) return nullptr;
+  // Of bytes that are no image file there may be a source all the same.
+  if (CGImageSourceGetCount(source) == 0) {
+    CFRelease(source);
+    return nullptr;
+  }
   return std::unique_ptr<CGImageSource>(new CGImageSource(std::make_unique<Impl>(source)));
 }
 

@@ -36,7 +36,8 @@ using platform::KeyValueObserver;
                         change:(NSDictionary*)change
                        context:(void*)context {
   const auto view = platform::viewOfDyingNative(object);
-  observer_->observeValueForKeyPath(platform::standardString(keyPath), *view, context);
+  const auto observer = observer_;
+  observer->observeValueForKeyPath(platform::standardString(keyPath), *view, context);
 }
 
 @end
@@ -44,7 +45,7 @@ using platform::KeyValueObserver;
 namespace platform {
 namespace {
 
-// The listeners of observers that were ever registered and not removed since.
+// The listeners of observers that have registrations.
 class Listeners {
  public:
   static Listeners& all() {
@@ -52,32 +53,45 @@ class Listeners {
     return *listeners;
   }
 
-  LWWallpaperListener* listenerOf(const std::shared_ptr<KeyValueObserver>& observer) {
+  // For one more registration.
+  Retained<LWWallpaperListener> add(const std::shared_ptr<KeyValueObserver>& observer) {
     std::lock_guard lock(mutex_);
-    auto& listener = listeners_[observer.get()];
-    if (listener.get() == nullptr) {
-      listener = Retained<LWWallpaperListener>::adopt(
+    Entry& entry = entries_[observer.get()];
+    if (entry.registrations++ == 0) {
+      entry.listener = Retained<LWWallpaperListener>::adopt(
           [[LWWallpaperListener alloc] initWithObserver:observer]);
     }
-    return listener.get();
+    return entry.listener;
   }
 
-  // nil if it has none.
+  // Holds nullptr if it has none.
   Retained<LWWallpaperListener> find(const KeyValueObserver& observer) const {
     std::lock_guard lock(mutex_);
-    const auto at = listeners_.find(&observer);
-    return at == listeners_.end() ? Retained<LWWallpaperListener>() : at->second;
+    const auto at = entries_.find(&observer);
+    return at == entries_.end() ? Retained<LWWallpaperListener>() : at->second.listener;
   }
 
   void remove(const KeyValueObserver& observer) {
     std::lock_guard lock(mutex_);
-    listeners_.erase(&observer);
+    const auto at = entries_.find(&observer);
+    if (at != entries_.end() && --at->second.registrations == 0) entries_.erase(at);
   }
 
  private:
+  struct Entry {
+    Retained<LWWallpaperListener> listener;
+    int registrations = 0;
+  };
   mutable std::mutex mutex_;
-  std::map<const KeyValueObserver*, Retained<LWWallpaperListener>> listeners_;
+  std::map<const KeyValueObserver*, Entry> entries_;
 };
+
+// The main thread may be about to call it.
+void releaseOnMainThread(const Retained<LWWallpaperListener>& listener) {
+  [[::NSOperationQueue mainQueue] addOperationWithBlock:^{
+    (void)listener;
+  }];
+}
 
 }  // namespace
 
@@ -92,7 +106,7 @@ bool swallowingNSException(const std::function<void()>& block) {
 
 void UIView::addObserver(const std::shared_ptr<KeyValueObserver>& observer,
                          std::string_view keyPath, const void* context) {
-  [nativeView(*this) addObserver:Listeners::all().listenerOf(observer)
+  [nativeView(*this) addObserver:Listeners::all().add(observer).get()
                       forKeyPath:nativeString(std::string(keyPath))
                          options:0
                          context:const_cast<void*>(context)];
@@ -101,24 +115,21 @@ void UIView::addObserver(const std::shared_ptr<KeyValueObserver>& observer,
 void UIView::removeObserver(const KeyValueObserver& observer, std::string_view keyPath) {
   const auto listener = Listeners::all().find(observer);
   if (listener.get() == nullptr) {
-    [NSException raise:NSRangeException format:@"the observer is not registered"];
+    [NSException raise:@"NSRangeException" format:@"the observer is not registered"];
   }
   [nativeView(*this) removeObserver:listener.get() forKeyPath:nativeString(std::string(keyPath))];
   Listeners::all().remove(observer);
+  releaseOnMainThread(listener);
 }
 
 // Out of the platform's own bookkeeping, which has no public way in.
-std::vector<std::shared_ptr<KeyValueObserver>> UIView::observances() const {
-  std::vector<std::shared_ptr<KeyValueObserver>> observers;
+std::shared_ptr<KeyValueObserver> UIView::firstObserver() const {
   NSObject* info = (NSObject*)[nativeView(*this) observationInfo];
   NSArray* observances = [info valueForKey:@"_observances"];
-  const NSUInteger count = [observances count];
-  for (NSUInteger index = 0; index < count; ++index) {
-    ::id observer = [[observances objectAtIndex:index] valueForKey:@"_observer"];
-    const bool isOwn = [observer isKindOfClass:[LWWallpaperListener class]];
-    observers.push_back(isOwn ? [(LWWallpaperListener*)observer observer] : nullptr);
-  }
-  return observers;
+  if ([observances count] == 0) return nullptr;
+  ::id observer = [[observances objectAtIndex:0] valueForKey:@"_observer"];
+  if (![observer isKindOfClass:[LWWallpaperListener class]]) return nullptr;
+  return [(LWWallpaperListener*)observer observer];
 }
 
 }  // namespace platform

@@ -16,7 +16,7 @@
   std::vector<std::function<void()>> targets_;
 }
 - (void)addTarget:(std::function<void()>)target;
-- (void)handleMessageNamed:(NSString*)name userInfo:(NSDictionary*)userInfo;
+- (NSDictionary*)handleMessageNamed:(NSString*)name userInfo:(NSDictionary*)userInfo;
 @end
 
 @implementation LWMessageTarget
@@ -25,9 +25,11 @@
   targets_.push_back(std::move(target));
 }
 
-- (void)handleMessageNamed:(NSString*)name userInfo:(NSDictionary*)userInfo {
+- (NSDictionary*)handleMessageNamed:(NSString*)name userInfo:(NSDictionary*)userInfo {
   const auto targets = targets_;
   for (const auto& target : targets) target();
+  // No reply.
+  return nullptr;
 }
 
 @end

@@ -1,19 +1,29 @@
 #include "platform/linux/freed_memory.h"
 
+#include <atomic>
+
 #include <malloc.h>
 
 namespace platform {
+namespace {
+
+std::atomic<bool> isKept = false;
+
+}  // namespace
 
 void keepFreedMemory() {
   // Larger than the strips and planes of a frame, smaller than a whole screen in 32 bits.
   constexpr int largestFromHeap = 8 << 20;
   constexpr int mostKept = 64 << 20;
-  mallopt(M_MMAP_THRESHOLD, largestFromHeap);
-  mallopt(M_TRIM_THRESHOLD, mostKept);
+  // An allocator that stands in for the C library's, as a sanitizer's does, refuses both.
+  isKept = mallopt(M_MMAP_THRESHOLD, largestFromHeap) == 1 &&
+           mallopt(M_TRIM_THRESHOLD, mostKept) == 1;
 }
 
+// Not where the C library's own allocator is not the one in use: the call would set that up, and two
+// threads at once would find it half done.
 void giveFreedMemoryBack() {
-  malloc_trim(0);
+  if (isKept) malloc_trim(0);
 }
 
 }  // namespace platform

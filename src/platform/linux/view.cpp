@@ -6,6 +6,7 @@
 
 #include "platform/linux/class_table.h"
 #include "platform/linux/run_loop.h"
+#include "platform/linux/view_observers.h"
 
 namespace platform {
 namespace {
@@ -273,9 +274,14 @@ void UIView::removeObserver(const KeyValueObserver& observer, std::string_view /
   observances.erase(std::next(at).base());
 }
 
-std::vector<std::shared_ptr<KeyValueObserver>> UIView::observances() const {
+std::shared_ptr<KeyValueObserver> UIView::firstObserver() const {
+  const auto observers = observersOf(*this);
+  return observers.empty() ? nullptr : observers.front();
+}
+
+std::vector<std::shared_ptr<KeyValueObserver>> observersOf(const UIView& view) {
   std::vector<std::shared_ptr<KeyValueObserver>> observers;
-  for (const Observance& entry : Impl::load(impl_->observances)) {
+  for (const Observance& entry : UIView::Impl::load(view.impl().observances)) {
     observers.push_back(entry.observer);
   }
   return observers;

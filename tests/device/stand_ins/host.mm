@@ -3,7 +3,8 @@
 #include "stand_ins.h"
 
 namespace stand_ins {
-int deallocatedWallpapers = 0;
+std::vector<std::size_t> observersAtDealloc;
+bool makesNoWallpapers = false;
 }
 
 // The device keeps its observers in private objects, whose keys these are.
@@ -64,7 +65,7 @@ int deallocatedWallpapers = 0;
 }
 
 - (void)dealloc {
-  ++stand_ins::deallocatedWallpapers;
+  stand_ins::observersAtDealloc.push_back([observances_ count]);
   [observances_ release];
   [super dealloc];
 }
@@ -78,6 +79,7 @@ int deallocatedWallpapers = 0;
   return controller;
 }
 - (void)_updateSharedWallpaper {
+  if (stand_ins::makesNoWallpapers) return;
   if (_sharedWallpaperView == nil) _sharedWallpaperView = [[SBFWallpaperView alloc] init];
 }
 - (void)_updateSeparateWallpaper {

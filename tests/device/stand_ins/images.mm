@@ -64,15 +64,14 @@ CGImageSourceRef CGImageSourceCreateWithData(CFDataRef data, CFDictionaryRef) {
   GIFSource* source = [[GIFSource alloc] init];
   source->rest_ = [(NSData*)data retain];
   source->gif_ = DGifOpen(source, readBytes, nullptr);
-  if (source->gif_ == nullptr || DGifSlurp(source->gif_) != GIF_OK) {
-    [source release];
-    return nullptr;
-  }
+  // Bytes of any kind make a source, if need be one of no images.
+  if (source->gif_ != nullptr && DGifSlurp(source->gif_) != GIF_OK) source->gif_->ImageCount = 0;
   return (CGImageSourceRef)source;
 }
 
 size_t CGImageSourceGetCount(CGImageSourceRef source) {
-  return static_cast<size_t>(sourceOf(source)->gif_->ImageCount);
+  GifFileType* gif = sourceOf(source)->gif_;
+  return gif == nullptr ? 0 : static_cast<size_t>(gif->ImageCount);
 }
 
 CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef) {

@@ -52,8 +52,10 @@ void postFromOutside(const std::string& name);
 // The rows that were given to the hooking loader, "Class selector" each, in order.
 std::vector<std::string> hookedMethods();
 
-// How wallpaper views tell that they have died.
-extern int deallocatedWallpapers;
+// How many observers each wallpaper view that has died had left when its own dealloc ran.
+extern std::vector<std::size_t> observersAtDealloc;
+// A host that does not have what its name promises.
+extern bool makesNoWallpapers;
 
 }  // namespace stand_ins
 

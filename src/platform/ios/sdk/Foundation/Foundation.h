@@ -92,11 +92,6 @@ typedef NSUInteger NSKeyValueObservingOptions;
 + (void)raise:(NSString*)name format:(NSString*)format, ... __attribute__((format(NSString, 2, 3)));
 @end
 
-#ifdef __cplusplus
-extern "C"
-#endif
-    NSString* const NSRangeException;
-
 @interface NSOperation : NSObject
 @end
 
@@ -115,11 +110,6 @@ extern "C"
 @interface NSRunLoop : NSObject
 + (NSRunLoop*)mainRunLoop;
 @end
-
-#ifdef __cplusplus
-extern "C"
-#endif
-    NSString* const NSRunLoopCommonModes;
 
 @interface NSNotificationCenter : NSObject
 + (NSNotificationCenter*)defaultCenter;
