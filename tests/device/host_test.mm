@@ -48,6 +48,12 @@ TEST(Host, LaunchRunsTheHostsOwnAndMakesTheLibrarysFolder) {
   EXPECT_TRUE([[NSFileManager defaultManager] fileExistsAtPath:@"/var/mobile/Library/Lumora"]);
 }
 
+TEST(Host, AnExceptionInTheLibrarysLaunchDoesNotReachTheHosts) {
+  stand_ins::raisesAtRegistration = true;
+  EXPECT_EQ(launch()->launches_, 1);
+  EXPECT_FALSE(stand_ins::raisesAtRegistration);
+}
+
 TEST(Host, TheDocksHeightIsPassedOnAndRecorded) {
   lumora::installHooks();
   EXPECT_EQ([SBDockView defaultHeight], 96);

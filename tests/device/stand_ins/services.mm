@@ -48,6 +48,9 @@ CFNotificationCenterRef CFNotificationCenterGetDarwinNotifyCenter(void) {
 void CFNotificationCenterAddObserver(CFNotificationCenterRef, const void* observer,
                                      CFNotificationCallback callback, CFStringRef name, const void*,
                                      CFNotificationSuspensionBehavior) {
+  if (std::exchange(stand_ins::raisesAtRegistration, false)) {
+    [NSException raise:@"NSGenericException" format:@"no"];
+  }
   std::lock_guard lock(mutex);
   observations.push_back({observer, callback, [(NSString*)name UTF8String]});
 }
@@ -64,6 +67,8 @@ void CFNotificationCenterPostNotification(CFNotificationCenterRef, CFStringRef n
 }
 
 namespace stand_ins {
+
+bool raisesAtRegistration = false;
 
 std::vector<std::string> takePosted() {
   std::lock_guard lock(mutex);

@@ -44,6 +44,9 @@ void refreshDisplay();
 // How many links are on the run loop.
 std::size_t linkCount();
 
+// The next registration at the Darwin notify centre raises an exception.
+extern bool raisesAtRegistration;
+
 // Names posted on the Darwin notify centre since the last call.
 std::vector<std::string> takePosted();
 // Delivers a name as if another process had posted it.
