@@ -16,12 +16,12 @@ void keepFreedMemory() {
   constexpr int largestFromHeap = 8 << 20;
   constexpr int mostKept = 64 << 20;
   // An allocator that stands in for the C library's, as a sanitizer's does, refuses both.
-  isKept = mallopt(M_MMAP_THRESHOLD, largestFromHeap) == 1 &&
-           mallopt(M_TRIM_THRESHOLD, mostKept) == 1;
+  isKept =
+      mallopt(M_MMAP_THRESHOLD, largestFromHeap) == 1 && mallopt(M_TRIM_THRESHOLD, mostKept) == 1;
 }
 
-// Not where the C library's own allocator is not the one in use: the call would set that up, and two
-// threads at once would find it half done.
+// Not where the C library's own allocator is not the one in use: the call would set that up, and
+// two threads at once would find it half done.
 void giveFreedMemoryBack() {
   if (isKept) malloc_trim(0);
 }
