@@ -55,10 +55,12 @@ Planes blurredLines(const Planes& planes, int width, int height, int radius) {
   }
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
-      auto& sum = turned[static_cast<std::size_t>(x * height + y)];
+      const int place = x * height + y;
+      auto& sum = turned[static_cast<std::size_t>(place)];
       for (int at = std::max(0, x - reach); at <= std::min(width - 1, x + reach); ++at) {
         const double weight = std::exp(-(at - x) * (at - x) / (2.0 * radius * radius)) / total;
-        const auto& value = planes[static_cast<std::size_t>(y * width + at)];
+        const int from = y * width + at;
+        const auto& value = planes[static_cast<std::size_t>(from)];
         for (std::size_t channel = 0; channel < 4; ++channel)
           sum[channel] += weight * value[channel];
       }

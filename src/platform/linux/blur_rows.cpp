@@ -111,7 +111,7 @@ Kernel gaussianKernel(double deviation) {
   for (const double weight : weights) {
     const long rounded = std::min(std::lround(weight / sum * one), 65535L);
     kernel.weights.push_back(static_cast<std::uint16_t>(rounded));
-    rest -= kernel.weights.back() * (kernel.weights.size() == 1 ? 1 : 2);
+    rest -= kernel.weights.back() * (kernel.weights.size() == 1 ? 1L : 2L);
   }
   constexpr long largestWeight = (1L << 16) - 1;
   kernel.weights.front() =

@@ -172,10 +172,15 @@ class Blur {
     for (int y = first; y < end; ++y) {
       for (int at = 0; at < 2 * reach + 1; ++at) rows[at] = rowAt(2 * y - reach + at);
       halveRows(rows, between.data(), stride);
-      const std::ptrdiff_t back = (2 * Plane::margin - marginOfRows) * channels;
-      halveAlong(between.data() - back, plane.row(y),
-                 static_cast<std::size_t>(plane.width() + 2 * Plane::margin));
+      const std::ptrdiff_t back = std::ptrdiff_t{2 * Plane::margin - marginOfRows} * channels;
+      halveAlong(between.data() - back, plane.row(y), usedWidth(plane));
     }
+  }
+
+  // Of a row, with both margins.
+  static std::size_t usedWidth(const Plane& plane) {
+    const int used = plane.width() + 2 * Plane::margin;
+    return static_cast<std::size_t>(used);
   }
 
   static Plane blurred(const Plane& source, const Kernel& kernel) {
@@ -184,8 +189,7 @@ class Blur {
       blurRows<Value>(
           kernel, plane.stride(), first, end, [&source](int y) { return source.row(y); },
           [&plane](int y, const Value* row) {
-            const auto used = static_cast<std::size_t>(plane.width() + 2 * Plane::margin);
-            std::copy_n(row, used * channels, plane.row(y));
+            std::copy_n(row, usedWidth(plane) * channels, plane.row(y));
           });
     });
     return plane;
@@ -219,7 +223,7 @@ class Blur {
 
   // Where pixel x of a plane lies in the rows that doubleBand makes of a smaller one.
   static constexpr std::ptrdiff_t placeOfPixel(int x) {
-    return (x + 2 * (Plane::margin - 1)) * channels;
+    return std::ptrdiff_t{x + 2 * (Plane::margin - 1)} * channels;
   }
 
   static Plane doubled(const Plane& source, int width, int height) {
@@ -227,8 +231,7 @@ class Blur {
     inBands(-1, source.height() + 1, [&](int first, int end) {
       doubleBand(source, first, end, [&plane](int y, const Value* row) {
         if (y < -Plane::margin || y >= plane.height() + Plane::margin) return;
-        const auto used = static_cast<std::size_t>(plane.width() + 2 * Plane::margin);
-        std::copy_n(row + placeOfPixel(-Plane::margin), used * channels, plane.row(y));
+        std::copy_n(row + placeOfPixel(-Plane::margin), usedWidth(plane) * channels, plane.row(y));
       });
     });
     return plane;

@@ -80,7 +80,7 @@ class RecentPictures {
   ImageRef similar(const PictureShape& shape, const std::optional<Palette>& palette) const {
     std::lock_guard lock(mutex_);
     for (const auto& entry : recent_) {
-      const ImageRef image = entry.lock();
+      ImageRef image = entry.lock();
       if (!image || !(image->impl().shape == shape)) continue;
       if (!palette || *image->impl().palette == *palette) return image;
     }
