@@ -103,11 +103,12 @@ TEST(Pools, WhatIsHandedOutTemporarilyGoesAtTheirEnd) {
 
 TEST(Links, FireUntilTheyAreInvalidatedAlsoIfNobodyHoldsThem) {
   int fired = 0;
-  const auto held = std::make_shared<int>(0);
-  const std::weak_ptr<int> watched = held;
+  std::weak_ptr<int> watched;
   @autoreleasepool {
+    const auto held = std::make_shared<int>();
+    watched = held;
     auto link = platform::CADisplayLink::displayLinkWithTarget(
-        [&fired, held = std::make_shared<int>(1), watched](const platform::CADisplayLink& self) {
+        [&fired, held](const platform::CADisplayLink& self) {
           EXPECT_NEAR(self.duration().count(), 1.0 / 60, 1e-9);
           // From inside, as playback does at the end of a cycle.
           if (++fired == 3) const_cast<platform::CADisplayLink&>(self).invalidate();
@@ -115,13 +116,20 @@ TEST(Links, FireUntilTheyAreInvalidatedAlsoIfNobodyHoldsThem) {
     link->setFrameInterval(1);
     link->addToMainRunLoop();
   }
-  for (int refresh = 0; refresh < 5; ++refresh) stand_ins::refreshDisplay();
+  EXPECT_FALSE(watched.expired());
+  for (int refresh = 0; refresh < 5; ++refresh) {
+    @autoreleasepool {
+      stand_ins::refreshDisplay();
+    }
+  }
   EXPECT_EQ(fired, 3);
   EXPECT_EQ(stand_ins::linkCount(), 0U);
+  // Its target went with it.
+  EXPECT_TRUE(watched.expired());
 }
 
 TEST(Pictures, AreDecodedFilteredAndEncoded) {
-  // Two images of 2 by 1: red and green, then one pixel of each the other way round.
+  // Two images of 2 by 1 pixels, for a quarter and for a hundredth of a second.
   const unsigned char gif[] = {
       'G', 'I', 'F',  '8',  '9', 'a',  2,    0, 1,    0,    0x80, 0,    0,    255, 0,   0, 0,
       255, 0,   0x21, 0xf9, 4,   0,    25,   0, 0,    0,    0x2c, 0,    0,    0,   0,   2, 0,

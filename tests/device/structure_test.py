@@ -17,6 +17,8 @@ import tempfile
 import unittest
 
 PROJECT = sys.argv.pop()
+sys.path.insert(0, os.path.join(PROJECT, 'device'))
+from link_armv7 import read_stub
 LIBRARIES = {'arm64': os.path.join(PROJECT, 'build/ios/bin/Lumora8.dylib'),
              'armv7': os.path.join(PROJECT, 'build/ios-armv7/bin/Lumora8.dylib')}
 INSTALLED = 'Library/MobileSubstrate/DynamicLibraries/'
@@ -29,13 +31,8 @@ def output(*words):
 def stubs():
     """Install name and symbols of every library that we link against."""
     for path in glob.glob(os.path.join(PROJECT, 'device/stubs/*.tbd')):
-        with open(path) as file:
-            text = file.read()
-        symbols = set(re.findall(r'^      - (\S+)$', text, re.MULTILINE))
-        for classes in re.findall(r'objc-classes: \[ (.*) \]', text):
-            for name in classes.split(', '):
-                symbols |= {'_OBJC_CLASS_$_' + name, '_OBJC_METACLASS_$_' + name}
-        yield re.search(r"install-name: '(.*)'", text)[1], symbols
+        install_name, symbols = read_stub(path)
+        yield install_name, set(symbols)
 
 
 def bytes_of(path):

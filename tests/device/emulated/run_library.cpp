@@ -200,8 +200,7 @@ void* resolve(const std::string& name) {
   const bool isData = name.find("_OBJC_") == 0 || name.find("__ZT") == 0 ||
                       name.find("__ZSt7nothrow") == 0 || name.find("___stack_chk_guard") == 0 ||
                       name.find("__NSConcrete") == 0 || name.find("___CFConstant") == 0 ||
-                      name.find("__objc_empty_cache") == 0 || name.find("_k") == 0 ||
-                      name.find("_NSR") == 0;
+                      name.find("__objc_empty_cache") == 0 || name.find("_k") == 0;
   if (place == nullptr) place = isData ? std::calloc(1, room) : address(unexpected);
   return place;
 }
