@@ -1,14 +1,12 @@
 #include "dispatch/exception_barrier.h"
 
-#include "platform/key_value_observing.h"
-
 namespace lumora {
 
 void stoppingExceptions(const std::function<void()>& body) noexcept {
   try {
-    platform::swallowingNSException(body);
+    body();
   } catch (...) {
-    // Failures are silent.
+    // The platform's exceptions are caught here like all others. Failures are silent.
   }
 }
 

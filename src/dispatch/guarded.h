@@ -11,7 +11,6 @@ template <typename Value>
 class Guarded {
  public:
   constexpr Guarded() = default;
-  explicit Guarded(Value value) : value_(std::move(value)) {}
 
   Value load() const {
     std::lock_guard lock(mutex_);
