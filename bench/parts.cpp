@@ -113,7 +113,7 @@ void DecodeLzw(benchmark::State& state) {
   for (auto _ : state) {
     buffer.reset(indices.size());
     gif::SubBlocks blocks(data->impl(), 0);
-    if (!decodeLzw(blocks, 8, buffer)) state.SkipWithError("not decoded");
+    if (decodeLzw(blocks, 8, buffer) < indices.size()) state.SkipWithError("not decoded");
   }
   if (!std::ranges::equal(buffer.indices(), indices)) state.SkipWithError("not the same");
   state.SetBytesProcessed(state.iterations() * pixels);

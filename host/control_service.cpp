@@ -36,7 +36,6 @@ ControlService::ControlService(SpringBoard& springBoard)
 
 void ControlService::announce() {
   platform::Bus::current()->listener().requestName(control::busName);
-  platform::Bus::current()->handlePending();
 }
 
 void ControlService::registerStates() {

@@ -44,10 +44,13 @@ void Screen::start() {
   layOut();
 }
 
+bool Screen::isSideways() const {
+  return orientation_ == UIInterfaceOrientation::LandscapeLeft ||
+         orientation_ == UIInterfaceOrientation::LandscapeRight;
+}
+
 CGSize Screen::size() const {
-  const bool isUpright = orientation_ == UIInterfaceOrientation::Portrait ||
-                         orientation_ == UIInterfaceOrientation::PortraitUpsideDown;
-  return isUpright ? uprightSize_ : CGSize{uprightSize_.height, uprightSize_.width};
+  return isSideways() ? CGSize{uprightSize_.height, uprightSize_.width} : uprightSize_;
 }
 
 void Screen::turn(UIInterfaceOrientation orientation) {
@@ -58,11 +61,9 @@ void Screen::turn(UIInterfaceOrientation orientation) {
 void Screen::layOut() {
   const CGSize whole = size();
   const CGRect everything{0, 0, whole.width, whole.height};
-  const bool isSideways =
-      whole == CGSize{uprightSize_.height, uprightSize_.width} && !(whole == uprightSize_);
-  const bool dockStandsAtSide = isSideways && !isPad_;
+  const bool dockStandsAtSide = isSideways() && !isPad_;
   const CGFloat statusBarHeight =
-      isSideways || isPad_ ? otherStatusBarHeight : uprightPhoneStatusBarHeight;
+      isSideways() || isPad_ ? otherStatusBarHeight : uprightPhoneStatusBarHeight;
   for (const auto& view : std::initializer_list<std::shared_ptr<platform::UIView>>{
            root_, wallpapers_, lockScreen_, app_, keyHelp_}) {
     view->setFrame(everything);

@@ -31,6 +31,7 @@ class Screen {
   platform::UIView& root() const { return *root_; }
 
  private:
+  bool isSideways() const;
   void layOut();
 
   const platform::CGSize uprightSize_;

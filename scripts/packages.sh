@@ -2,7 +2,7 @@
 
 build_packages=(
   cmake g++ ninja-build pkg-config
-  libcairo2-dev libcli11-dev libisal-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libx11-dev libxss-dev
+  libcairo2-dev libcli11-dev libexpat1-dev libisal-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libx11-dev libxss-dev
   zlib1g-dev
   nlohmann-json3-dev libgtest-dev
 )

@@ -9,7 +9,7 @@
 
 #include "platform/file_manager.h"
 #include "platform/image.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/picture.h"
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
@@ -38,6 +38,11 @@ long countOf(const std::vector<std::string>& posted, const char* name) {
   return std::count(posted.begin(), posted.end(), name);
 }
 
+Bytes framePixels() {
+  const auto image = platform::imageWithContentsOfFile(firstFrame);
+  return image ? platform::pixelsOf(*image) : Bytes();
+}
+
 struct WithWallpaper : Stage {
   WithWallpaper() {
     launch();
@@ -45,18 +50,18 @@ struct WithWallpaper : Stage {
     takePosted();
   }
 
-  // Blurs by a setting stored before, from frames that are damaged; the first frame's file then.
-  std::optional<Bytes> blurredFrame(const std::string& setting) {
+  // Blurs by a setting stored before, from frames that are damaged; the first frame then.
+  Bytes blurredFrame(const std::string& setting) {
     put("SHARED_GIF_BLUR", setting);
     root.write(firstFrame, std::string("damaged"));
     post(blurNeedsUpdating);
-    return platform::contentsOfFile(firstFrame);
+    return framePixels();
   }
 };
 
 TEST(Appearance, ABlurFiltersEvenWhereThereIsNothingToBlur) {
   WithWallpaper stage;
-  const auto sharp = platform::contentsOfFile(firstFrame);
+  const auto sharp = framePixels();
   EXPECT_EQ(stage.blurredFrame("0"), sharp);
   EXPECT_EQ(stage.blurredFrame("-3"), sharp);
   EXPECT_EQ(stage.blurredFrame("0.9"), sharp);
@@ -80,7 +85,7 @@ TEST(Appearance, ABlurReadsItsSettingOnceAndTheChosenFileNotItsCopy) {
 
 TEST(Appearance, ABlurOfAFileThatCannotBeReadSaysThatItIsDoneAllTheSame) {
   WithWallpaper stage;
-  const auto before = platform::contentsOfFile(firstFrame);
+  const auto before = framePixels();
   for (const char* damage : {"no picture", ""}) {
     stage.root.write(lumora::sharedGIFPath, std::string(damage));
     stage.post(blurNeedsUpdating);
@@ -89,7 +94,7 @@ TEST(Appearance, ABlurOfAFileThatCannotBeReadSaysThatItIsDoneAllTheSame) {
   platform::removeItemAtPath(lumora::sharedGIFPath);
   stage.post(blurNeedsUpdating);
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{blurDidFinish}));
-  EXPECT_EQ(platform::contentsOfFile(firstFrame), before);
+  EXPECT_EQ(framePixels(), before);
 }
 
 TEST(Appearance, AViewThatNeverHadAGifSaysNothingOfABlur) {
@@ -109,7 +114,7 @@ TEST(Appearance, TwoBlursMayRunSideBySide) {
   const auto posted = stage.takePosted();
   EXPECT_EQ(countOf(posted, frameFound), 4);
   EXPECT_EQ(countOf(posted, blurDidFinish), 2);
-  const auto twice = platform::contentsOfFile(firstFrame);
+  const auto twice = framePixels();
   EXPECT_EQ(stage.blurredFrame("3"), twice);
 }
 

@@ -106,6 +106,16 @@ class Device(unittest.TestCase):
         return self.status()['locations']['shared']
 
 
+class Library(unittest.TestCase):
+    def test_runs_one_initialiser_when_it_is_loaded(self):
+        dynamic = subprocess.run(['readelf', '-dW', os.path.join(PROGRAMS, 'Lumora8.so')],
+                                 capture_output=True, text=True, check=True).stdout
+        if 'san.so' in dynamic:
+            self.skipTest('sanitizers add their own')
+        # The compiler's own start-up code has one, too.
+        self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic)
+
+
 class WithoutHost(Device):
     def test_wrong_use_shows_the_usage(self):
         for words in ([], ['dance'], ['set', 'shared'], ['set', 'moon', self.gif], ['mode', '3'],

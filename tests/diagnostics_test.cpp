@@ -60,6 +60,15 @@ TEST(Log, IsBegunAnewWhereItIsNoTextAndSilentWhereItCannotBe) {
   }
 }
 
+TEST(Log, KeepsOneThatIsTooLargeToBeRead) {
+  const DeviceRoot root;
+  root.write(lumora::logPath, std::string("first"));
+  constexpr std::uintmax_t size = (std::uintmax_t{1} << 28) + 1;
+  std::filesystem::resize_file(root(lumora::logPath), size);
+  lumora::logToFile("last");
+  EXPECT_EQ(std::filesystem::file_size(root(lumora::logPath)), size);
+}
+
 TEST(MainThread, IsWhereABlockOfTheMainQueueRuns) {
   EXPECT_FALSE(lumora::isMainThread());
   bool onMain = false;

@@ -156,15 +156,18 @@ TEST(FrameCache, OfSomethingThatIsNoPictureIsOnlyTheSavedCopyAndASignal) {
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 }
 
-TEST(FrameCache, OfADamagedGifHoldsTheSoundLeadingFrames) {
+TEST(FrameCache, HoldsWhatThereIsOfAGifThatIsCutShort) {
   Stage stage;
   stage.launch();
   Bytes gif = makeGif({{red, 30}, {green, 40}, {blue, 50}}, 16, 16);
+  // Of the last image's 256 indices, a byte each, with a clear code before every hundred.
   gif.resize(gif.size() - 200);
   stage.root.write(gifPath, gif);
   startInBackground(stage, "SHARED", gifPath);
-  EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.400000"}));
-  EXPECT_FALSE(stage.root.has(cache + "/Wallpaper_both_2.png"));
+  EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.400000", "0.500000"}));
+  const auto last = platform::imageWithContentsOfFile(cache + "/Wallpaper_both_2.png");
+  EXPECT_EQ(pixelAt(*last, 15, 2), (platform::RGBAColor{0, 0, 255, 255}));
+  EXPECT_EQ(pixelAt(*last, 0, 3), (platform::RGBAColor{0, 255, 0, 255}));
 }
 
 TEST(FrameCache, LeavesAGapInTheNumbersForAFrameThatCannotBeDecoded) {

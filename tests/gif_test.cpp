@@ -120,7 +120,7 @@ std::optional<Bytes> decoded(const Bytes& subBlocks, int minimumCodeSize, std::s
   platform::gif::SubBlocks blocks(data->impl(), 0);
   platform::gif::IndexBuffer buffer;
   buffer.reset(count);
-  if (!decodeLzw(blocks, minimumCodeSize, buffer)) return std::nullopt;
+  if (decodeLzw(blocks, minimumCodeSize, buffer) < count) return std::nullopt;
   return Bytes(buffer.indices().begin(), buffer.indices().end());
 }
 

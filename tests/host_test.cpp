@@ -52,6 +52,20 @@ TEST(Host, TurnsEverythingButTheMainScreensBounds) {
   }
 }
 
+TEST(Host, PutsTheDockWhereTheLibraryKeepsClearOfItAlsoOnASquareScreen) {
+  Stage stage({.width = 500, .height = 500});
+  stage.launch();
+  stage.choose("SHARED", makeGif({{red}}));
+  stage.rotate(UIInterfaceOrientation::LandscapeLeft);
+  EXPECT_EQ(Stage::view("SHARED")->frame(), (platform::CGRect{0, 0, 404, 500}));
+  const auto status = report(stage);
+  for (const auto& view : status["views"]) {
+    if (view["class"] == "SBDockView") {
+      EXPECT_EQ(view["frame"], (nlohmann::json{404.0, 0.0, 96.0, 500.0}));
+    }
+  }
+}
+
 TEST(Host, DrawsTheStillWallpaperWhereNoAnimatedOneIs) {
   Stage stage;
   stage.launch();

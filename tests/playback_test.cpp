@@ -116,6 +116,18 @@ TEST(Playback, EndsAsTheLastOfManyQuickMessagesSays) {
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
 }
 
+TEST(Playback, HearsAPauseBetweenTheEndOfACycleAndTheLinkOfTheNext) {
+  Stage stage(exactRefresh);
+  stage.launch();
+  stage.choose("SHARED", makeGif({{red, 25}}));
+  stage.refresh(15);
+  stage.refreshBeforeMessage("kLWGIFViewShouldPauseNotification");
+  EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+  stage.refresh(40);
+  EXPECT_EQ(Stage::described("SHARED", "frames_shown"), 1);
+}
+
 TEST(Playback, FollowsTheSpeedFromTheNextRefreshOn) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_SPEED", "2");

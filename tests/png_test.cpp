@@ -2,13 +2,16 @@
 
 #include "platform/linux/png.h"
 
+#include <future>
 #include <random>
 
 #include <gtest/gtest.h>
 #include <png.h>
 #include <sys/stat.h>
 
+#include "platform/linux/deflate.h"
 #include "platform/linux/file_contents.h"
+#include "platform/linux/freed_memory.h"
 #include "platform/linux/picture.h"
 #include "tests/stage.h"
 
@@ -88,6 +91,20 @@ TEST(Png, OfAnyKindIsReadByOthersAndByUsAsItWas) {
     ASSERT_NE(read(file), nullptr);
     EXPECT_EQ(pixelsOf(*read(file)), pixelsOf(*image));
   }
+}
+
+TEST(Png, IsSmallWhateverTheMemoryHeldBefore) {
+  platform::keepFreedMemory();
+  const Bytes raw = pixelsOf(*indexedImage(3));
+  // A thread has a compressor of its own, in memory that was used before.
+  auto sizeAfter = [&raw](std::uint16_t rubbish) {
+    auto compress = [&raw, rubbish] {
+      { const std::vector<std::uint16_t> used(1 << 20, rubbish); }
+      return platform::deflatePiece(raw).size();
+    };
+    return std::async(std::launch::async, compress).get();
+  };
+  for (const std::uint16_t rubbish : {1, 3, 9}) EXPECT_LT(sizeAfter(rubbish), 2 * sizeAfter(0));
 }
 
 TEST(Png, OfAnybodyElseIsReadToo) {

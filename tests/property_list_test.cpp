@@ -70,6 +70,36 @@ Bytes nestedBinaryList(unsigned levels, std::uint64_t countMarker = 0) {
   return list;
 }
 
+// A binary dictionary whose one value is an array that refers to one text of this length again and
+// again.
+Bytes binaryListReferringTo(std::size_t length, unsigned times) {
+  Bytes list{'b', 'p', 'l', 'i', 's', 't', '0', '0'};
+  std::vector<std::size_t> offsets;
+  auto add = [&list](std::uint64_t value, int bytes) {
+    while (bytes-- > 0) list.push_back(static_cast<std::uint8_t>(value >> 8 * bytes));
+  };
+  auto begin = [&](unsigned type, std::size_t count) {
+    offsets.push_back(list.size());
+    add(type << 4 | 0xF, 1);
+    add(0x12, 1);
+    add(count, 4);
+  };
+  begin(0xD, 1);
+  add(0x0102, 2);
+  begin(0x5, 1);
+  add('k', 1);
+  begin(0xA, times);
+  for (unsigned each = 0; each < times; ++each) add(3, 1);
+  begin(0x5, length);
+  list.insert(list.end(), length, 'x');
+  const std::size_t table = list.size();
+  for (const std::size_t offset : offsets) add(offset, 4);
+  add(0, 6);
+  add(0x0401, 2);
+  for (const std::uint64_t field : {offsets.size(), std::size_t{0}, table}) add(field, 8);
+  return list;
+}
+
 TEST(PropertyLists, BinaryOnesAreWrittenBackAsXmlThatEveryProgramReads) {
   const DeviceRoot root;
   auto list = dictionaryOf(root, binaryListOf("a\x02", "two\tparts\x01\x1b"));
@@ -85,60 +115,84 @@ TEST(PropertyLists, BinaryOnesAreWrittenBackAsXmlThatEveryProgramReads) {
   EXPECT_EQ(written->stringForKey("b"), "one\n");
 }
 
-TEST(PropertyLists, AByteOrderMarkIsNoPartOfTheList) {
-  const DeviceRoot root;
-  const auto list =
-      dictionaryOf(root, std::string("\xEF\xBB\xBF<plist version=\"1.0\"><dict>"
-                                     "<key>a</key><string>1</string></dict></plist>"));
-  ASSERT_TRUE(list.has_value());
-  EXPECT_EQ(list->stringForKey("a"), "1");
+std::string listWith(const std::string& other) {
+  return "<plist version=\"1.0\"><dict><key>other</key>" + other +
+         "<key>a</key><string>1</string></dict></plist>";
 }
 
-TEST(PropertyLists, OnesNestedWithoutEndAreNone) {
+std::string contentsOf(const DeviceRoot& root) {
+  std::ifstream file(root(path), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Changes one key as the settings do, starting from nothing where the list cannot be read.
+bool changeOneKey() {
+  auto list = NSMutableDictionary::dictionaryWithContentsOfFile(path);
+  if (!list) list.emplace();
+  list->setString("2", "a");
+  return list->writeToFile(path);
+}
+
+TEST(PropertyLists, KeepEverythingElseWhenOneKeyChanges) {
   const DeviceRoot root;
-  constexpr int levels = 200000;
-  const std::string ends = repeated("</array>", levels);
-  // Some hide from a reader of tags where their containers end.
-  const std::string deep[] = {
-      repeated("<dict><key>k</key>", levels) + repeated("</dict>", levels),
-      repeated("<array><!--></array>-->", levels) + ends,
-      "<!DOCTYPE plist [ " + ends + " ]>" + repeated("<array>", levels),
-      repeated("<array x=\"/>\">", levels) + ends,
-      repeated("<array><?\"?></array>\"?>", levels) + ends,
+  constexpr int levels = 50000;
+  const std::string others[] = {
+      repeated("<array><dict><key>k</key>", levels) + "<true></true>" +
+          repeated("</dict></array>", levels),
+      "<array>" + repeated("<dict></dict>", 20000) + "</array>",
+      "<string>" + repeated("&amp;", 60000) + "</string>",
+      "<array><real>0.10</real><date>2024-01-02T03:04:05Z</date><data>AA\n==</data></array>",
   };
-  for (const std::string& list : deep) {
-    const std::string start = "<plist><dict><key>a</key>";
-    EXPECT_FALSE(dictionaryOf(root, start + list + "</dict></plist>").has_value());
-    EXPECT_FALSE(dictionaryOf(root, list).has_value());
+  for (const std::string& other : others) {
+    auto list = dictionaryOf(root, listWith(other));
+    ASSERT_TRUE(list.has_value()) << other.substr(0, 40);
+    EXPECT_EQ(list->stringForKey("a"), "1");
+    EXPECT_TRUE(changeOneKey());
+    EXPECT_NE(contentsOf(root).find(other), std::string::npos) << other.substr(0, 40);
+    EXPECT_EQ(NSMutableDictionary::dictionaryWithContentsOfFile(path)->stringForKey("a"), "2");
   }
-  for (const unsigned depth : {100U, 30000U, 140000U}) {
-    EXPECT_FALSE(dictionaryOf(root, nestedBinaryList(depth)).has_value()) << depth;
-    for (const std::uint64_t marker : {0x10, 0x13, 0x14, 0x03}) {
-      EXPECT_FALSE(dictionaryOf(root, nestedBinaryList(depth, marker)).has_value()) << marker;
+}
+
+TEST(PropertyLists, AreReadInTheEncodingsOfUnicodeOnly) {
+  const DeviceRoot root;
+  EXPECT_EQ(dictionaryOf(root, "\xEF\xBB\xBF" + listWith("<true/>"))->stringForKey("a"), "1");
+  std::string utf16 = "\xFF\xFE";
+  for (const char letter : listWith("<true/>")) utf16 += {letter, '\0'};
+  EXPECT_EQ(dictionaryOf(root, utf16)->stringForKey("a"), "1");
+  EXPECT_FALSE(dictionaryOf(root, listWith("<string>caf\xE9</string>")).has_value());
+}
+
+TEST(PropertyLists, AreNoneWhereTheyAreDamaged) {
+  const DeviceRoot root;
+  for (const char* damage :
+       {"<true/><false/>", "<key>k</key>", "<string>a<b/></string>", "<colour/>", "text", "&x;",
+        "<dict><key>k</key></dict>", "<array><key>k</key></array>", "<dict><true/></dict>", ""}) {
+    EXPECT_FALSE(dictionaryOf(root, listWith(damage)).has_value()) << damage;
+  }
+  const std::string entity = "<!DOCTYPE plist [<!ENTITY x \"much of little\">]>";
+  EXPECT_FALSE(dictionaryOf(root, entity + listWith("<string>&x;</string>")).has_value());
+  EXPECT_FALSE(dictionaryOf(root, repeated("<", 1000000)).has_value());
+  EXPECT_FALSE(dictionaryOf(root, std::string("<other/>")).has_value());
+}
+
+// Such lists once took minutes, or all memory. What they hold is not lost either: a list that is not
+// read is not replaced.
+TEST(PropertyLists, AreNeitherReadNorReplacedWhereTheyCostTooMuch) {
+  const DeviceRoot root;
+  auto isLeftAlone = [&root](const auto& contents) {
+    const bool isRead = dictionaryOf(root, contents).has_value();
+    return !isRead && !changeOneKey() &&
+           contentsOf(root) == std::string(contents.begin(), contents.end());
+  };
+  EXPECT_TRUE(isLeftAlone(listWith("<string>" + repeated("x", 3000000) + "</string>")));
+  for (const unsigned depth : {1000U, 140000U}) {
+    for (const std::uint64_t marker : {0x00, 0x10, 0x13, 0x14, 0x03}) {
+      EXPECT_TRUE(isLeftAlone(nestedBinaryList(depth, marker))) << depth << " " << marker;
     }
   }
-}
-
-TEST(PropertyLists, SoundOnesOfSomeLevelsAreRead) {
-  const DeviceRoot root;
-  const std::string others = repeated("<key>k</key><dict/>", 200);
-  const auto list = dictionaryOf(root, "<plist version=\"1.0\"><dict>" + others +
-                                           "<key>a</key><string>1</string></dict></plist>");
-  ASSERT_TRUE(list.has_value());
-  EXPECT_EQ(list->stringForKey("a"), "1");
-  EXPECT_TRUE(dictionaryOf(root, nestedBinaryList(20)).has_value());
+  EXPECT_TRUE(isLeftAlone(binaryListReferringTo(std::size_t{1} << 19, 3000)));
+  EXPECT_TRUE(dictionaryOf(root, binaryListReferringTo(1000, 30)).has_value());
   EXPECT_TRUE(dictionaryOf(root, nestedBinaryList(20, 0x10)).has_value());
-}
-
-// Such lists once took minutes; the test run's own limit ends a process that takes them again.
-TEST(PropertyLists, OnesThatWouldTakeMinutesAreNone) {
-  const DeviceRoot root;
-  constexpr int count = 1000000;
-  EXPECT_FALSE(dictionaryOf(root, repeated("<", count)).has_value());
-  EXPECT_FALSE(dictionaryOf(root, repeated("<", count) + ">").has_value());
-  EXPECT_FALSE(dictionaryOf(root, "<plist><dict><key>a</key><string>" + repeated("&amp;", count) +
-                                      "</string></dict></plist>")
-                   .has_value());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include <poll.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -20,6 +21,7 @@
 #include "platform/linux/display_clock.h"
 #include "platform/linux/png.h"
 #include "platform/linux/run_loop.h"
+#include "platform/messaging_center.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
 #include "tool/stored_settings.h"
@@ -41,8 +43,8 @@ constexpr const char* viewPosts[] = {lumora::frameFoundNotification,
 host::HostOptions hostOptions(const StageOptions& options) {
   host::HostOptions result;
   result.display = "headless";
-  result.width = options.isPad ? 820 : 390;
-  result.height = options.isPad ? 1180 : 844;
+  result.width = options.width > 0 ? options.width : options.isPad ? 820 : 390;
+  result.height = options.height > 0 ? options.height : options.isPad ? 1180 : 844;
   result.refreshRate = options.refreshRate;
   result.isPad = options.isPad;
   result.startsLocked = options.startsLocked;
@@ -177,6 +179,19 @@ std::optional<std::string> Stage::stored(const std::string& key) {
 
 void Stage::post(const std::string& name) {
   platform::DarwinNotifyCenter::post(name);
+  settle();
+}
+
+void Stage::refreshBeforeMessage(const std::string& message) {
+  platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.SHARED")
+      ->sendMessageName(message);
+  pollfd listener{platform::Bus::current()->listener().getEventLoopPollData().fd, POLLIN, 0};
+  ASSERT_EQ(poll(&listener, 1, 10000), 1);
+  auto& clock = DisplayClock::main();
+  const std::chrono::nanoseconds second = std::chrono::seconds(1);
+  clock.advance((second + std::chrono::nanoseconds(clock.refreshRate() - 1)) / clock.refreshRate(),
+                [] { return true; });
+  RunLoop::main().turn(RunLoop::Clock::now());
   settle();
 }
 

@@ -26,6 +26,9 @@ using platform::Bytes;
 
 struct StageOptions {
   int refreshRate = 60;
+  // In points; 0 takes the kind of device's usual size.
+  int width = 0;
+  int height = 0;
   bool isPad = false;
   bool startsLocked = false;
 };
@@ -89,6 +92,9 @@ class Stage {
   static void put(const std::string& key, const std::string& value);
   static std::optional<std::string> stored(const std::string& key);
   void post(const std::string& name);
+  // Has a message to the shared view's messaging centre arrive, and then a refresh happen, before
+  // the main queue runs again.
+  void refreshBeforeMessage(const std::string& message);
   // Chooses a GIF for "SHARED", "LOCKSCREEN" or "HOMESCREEN", and has it play.
   void choose(const std::string& identifier, const Bytes& gif);
   void leaveIncomingFile(const std::string& identifier, const Bytes& gif);

@@ -50,6 +50,11 @@ def gif(frames, side, pick):
     return data + b'\x3b'
 
 
+def contents(path):
+    with open(path, 'rb') as file:
+        return file.read()
+
+
 class Device:
     """A device in a folder of its own, and the two GIFs that are chosen for it in turns."""
 
@@ -100,6 +105,10 @@ class Device:
         assert self.run.returncode == 0, (self.run.returncode, errors)
         self.run = None
 
+    def pixels(self, picture):
+        return subprocess.run([self.program, 'frames', '--raw', picture], capture_output=True,
+                              check=True).stdout
+
     def child(self, name):
         with open(f'/proc/{self.run.pid}/task/{self.run.pid}/children') as file:
             for child in file.read().split():
@@ -149,9 +158,11 @@ class Device:
         expected = sorted(os.listdir(self.caches[number]))
         assert sorted(name.replace('Wallpaper_both', base) for name in os.listdir(cache)) == expected
         for name in expected:
-            with open(os.path.join(self.caches[number], name), 'rb') as right, \
-                    open(os.path.join(cache, name.replace(base, 'Wallpaper_both')), 'rb') as file:
-                assert right.read() == file.read(), name
+            files = (os.path.join(self.caches[number], name),
+                     os.path.join(cache, name.replace(base, 'Wallpaper_both')))
+            right, found = (self.pixels(file) if name.endswith('.png') else contents(file)
+                            for file in files)
+            assert right == found, name
 
     def choose(self, number):
         self.ok('put', 'SHARED_GIF_BLUR', '0')

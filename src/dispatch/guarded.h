@@ -2,6 +2,8 @@
 // old or the new one; this only makes sure that it sees either.
 #pragma once
 
+#include <atomic>
+#include <memory>
 #include <mutex>
 #include <utility>
 
@@ -31,23 +33,28 @@ class Guarded {
   Value value_{};
 };
 
-// One that the whole process shares. It is there before any code runs, so the library needs no
-// initialiser for it, and it is never destroyed: late blocks may use it while the process ends.
+// One that the whole process shares. It is made at its first use, so the library needs no initialiser
+// for it, and it is never destroyed: late blocks may use it while the process ends.
 template <typename Value>
 class GuardedGlobal {
  public:
-  constexpr GuardedGlobal() : guarded_() {}
-  constexpr ~GuardedGlobal() {}
+  constexpr GuardedGlobal() = default;
   GuardedGlobal(const GuardedGlobal&) = delete;
   GuardedGlobal& operator=(const GuardedGlobal&) = delete;
 
-  Value load() const { return guarded_.load(); }
-  void store(Value value) { guarded_.store(std::move(value)); }
+  Value load() const { return guarded().load(); }
+  void store(Value value) { guarded().store(std::move(value)); }
 
  private:
-  union {
-    Guarded<Value> guarded_;
-  };
+  Guarded<Value>& guarded() const {
+    Guarded<Value>* made = guarded_.load();
+    if (made != nullptr) return *made;
+    auto own = std::make_unique<Guarded<Value>>();
+    // Another thread may have been faster.
+    return guarded_.compare_exchange_strong(made, own.get()) ? *own.release() : *made;
+  }
+
+  mutable std::atomic<Guarded<Value>*> guarded_ = nullptr;
 };
 
 }  // namespace lumora

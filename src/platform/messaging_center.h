@@ -1,6 +1,7 @@
 // Named endpoints between processes: a message is a name without reply. Sending works on any
 // thread and is silent where no server exists; the rest belongs to the main thread, on which
-// received messages are handed over.
+// received messages are handed over. Blocks that were on the main queue before a message is handed
+// over run before that.
 #pragma once
 
 #include <functional>

@@ -22,11 +22,9 @@ class Bus {
 
   // Whether the caller may use the listener: only the thread that opened the bus may.
   bool isListeningThread() const { return std::this_thread::get_id() == listeningThread_; }
-  // After using it directly call handlePending.
+  // To be used in blocks of the main queue or before the run loop turns: the messages that it reads
+  // ahead are handled in the next turn.
   sdbus::IConnection& listener() { return *listener_; }
-  // Handles one message that has arrived; whether there was one. What it puts on the main queue
-  // runs before the next one is handled, as on the device.
-  bool handlePending();
 
   // These work on any thread and are silent if the bus is gone.
   void emitSignal(const std::string& path, const std::string& interface, const std::string& signal,
@@ -41,6 +39,9 @@ class Bus {
 
  private:
   Bus(const std::string& address, std::function<void()> lost);
+  // Handles one message that has arrived; whether there was one. What it puts on the main queue
+  // runs before the next one is handled, as on the device.
+  bool handlePending();
   void flushSender();
   // Runs a use of the sending connection; whatever goes wrong with the bus ends here.
   void send(const std::function<void(sdbus::IConnection&)>& use);

@@ -25,7 +25,8 @@ Visible visiblePart(const PictureShape& shape, const Image& image) {
       std::min(image.top + image.height, shape.height)};
 }
 
-// Calls draw(y, indices) with every row on the canvas, in the order in which the data come.
+// Calls draw(y, indices) with every row on the canvas, in the order in which the data come, until
+// they end.
 template <typename Draw>
 void forEachRow(const PictureShape& shape, const Image& image,
                 std::span<const std::uint8_t> indices, Draw draw) {
@@ -38,10 +39,11 @@ void forEachRow(const PictureShape& shape, const Image& image,
   const std::span<const Pass> passes =
       image.interlaced ? std::span<const Pass>(interlaced) : std::span<const Pass>(plain);
   const Visible visible = visiblePart(shape, image);
-  const std::uint8_t* row = indices.data();
   for (const Pass& pass : passes) {
-    for (int y = pass.first; y < image.height; y += pass.step, row += image.width) {
-      if (image.top + y < visible.bottom && visible.width > 0) draw(image.top + y, row);
+    for (int y = pass.first; y < image.height; y += pass.step) {
+      if (indices.size() < image.width) return;
+      if (image.top + y < visible.bottom && visible.width > 0) draw(image.top + y, indices.data());
+      indices = indices.subspan(image.width);
     }
   }
 }
@@ -93,9 +95,13 @@ bool Canvas::covers(const Image& image) const {
          image.height >= shape_.height;
 }
 
+bool Canvas::isReplacedBy(const Image& image, std::span<const std::uint8_t> indices) const {
+  return covers(image) && indices.size() == std::size_t{image.width} * image.height;
+}
+
 void Canvas::draw(const Image& image, const ColorTable& colors,
                   std::span<const std::uint8_t> indices) {
-  if (covers(image) && adopt(image, colors, indices)) {
+  if (isReplacedBy(image, indices) && adopt(image, colors, indices)) {
     Mapping same;
     for (std::size_t index = 0; index < mostColors; ++index) {
       same.to[index] = static_cast<std::uint8_t>(index);

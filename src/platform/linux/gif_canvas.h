@@ -17,8 +17,9 @@ class Canvas {
  public:
   Canvas(int width, int height);
 
-  // Draws an image's rectangle, clipped to the canvas. indices: as many as its pixels, in the order
-  // of the file. An index without a colour shows nothing, as a transparent one.
+  // Draws an image's rectangle, clipped to the canvas. indices: whole rows in the order of the file;
+  // rows that are missing at the end are not drawn. An index without a colour shows nothing, as a
+  // transparent one.
   void draw(const Image& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
   // Makes the image's rectangle transparent.
   void clear(const Image& image);
@@ -46,6 +47,7 @@ class Canvas {
 
   void makeBlank();
   bool covers(const Image& image) const;
+  bool isReplacedBy(const Image& image, std::span<const std::uint8_t> indices) const;
   bool adopt(const Image& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
   std::optional<Mapping> map(const Mapping& shown, const ColorTable& colors);
   std::optional<Mapping> mapSomehow(const Image& image, const ColorTable& colors,

@@ -3,23 +3,14 @@
 #include <new>
 
 namespace platform::gif {
-namespace {
-
-bool isSound(const Image& image) {
-  const std::int64_t pixels = std::int64_t{image.width} * image.height;
-  return pixels > 0 && pixels <= mostPixels;
-}
-
-}  // namespace
-
 ImageRef Compositor::picture(int index) {
   if (index < seen_ - 1) restart();
   try {
     while (seen_ <= index) {
-      isSound_ = false;
-      isSound_ = draw(file_.images[static_cast<std::size_t>(seen_++)]);
+      isDrawn_ = false;
+      isDrawn_ = draw(file_.images[static_cast<std::size_t>(seen_++)]);
     }
-    return isSound_ ? canvas_->picture() : nullptr;
+    return isDrawn_ ? canvas_->picture() : nullptr;
   } catch (const std::bad_alloc&) {
     // The canvas may be half drawn.
     restart();
@@ -35,14 +26,13 @@ void Compositor::restart() {
 }
 
 bool Compositor::draw(const Image& image) {
-  if (!isSound(image)) return false;
-  indices_.reset(static_cast<std::size_t>(image.width) * image.height);
-  SubBlocks blocks(data_, image.dataOffset);
-  if (!decodeLzw(blocks, image.minimumCodeSize, indices_)) return false;
+  const int rows = decodeImage(data_, image, indices_);
+  if (rows == 0) return false;
   if (!canvas_) canvas_.emplace(file_.width, file_.height);
   if (drawn_ != nullptr) dispose(*drawn_);
   if (image.disposal == Disposal::RestorePrevious) previous_ = canvas_->save();
-  canvas_->draw(image, colorsOf(image), indices_.indices());
+  const std::size_t decoded = static_cast<std::size_t>(rows) * image.width;
+  canvas_->draw(image, colorsOf(image), indices_.indices().first(decoded));
   drawn_ = &image;
   return true;
 }

@@ -15,13 +15,14 @@ class Compositor {
   // Both must outlive this object.
   Compositor(const NSData::Impl& data, const File& file) : data_(data), file_(file) {}
 
-  // The canvas just after image index was drawn. nullptr if that image is damaged; the others are
-  // drawn as if it were not there. Throws std::bad_alloc, and then starts over next time.
+  // The canvas just after image index was drawn: of an image whose data end early or go wrong, the
+  // rows before that. nullptr if it has no whole row; the other images are drawn as if it were not
+  // there. Throws std::bad_alloc, and then starts over next time.
   ImageRef picture(int index);
 
  private:
   void restart();
-  // Whether the image is sound; one that is not leaves the canvas as it was.
+  // Whether there is anything of the image to show; otherwise the canvas stays as it was.
   bool draw(const Image& image);
   void dispose(const Image& image);
   const ColorTable& colorsOf(const Image& image);
@@ -32,9 +33,9 @@ class Compositor {
   std::optional<Canvas> canvas_;
   IndexBuffer indices_;
   std::optional<Canvas::Contents> previous_;
-  // How many images have been looked at, and whether the last of them is sound.
+  // How many images have been looked at, and whether the last of them was drawn.
   int seen_ = 0;
-  bool isSound_ = false;
+  bool isDrawn_ = false;
   // The last one that was drawn, which is still to be disposed of.
   const Image* drawn_ = nullptr;
   // The table read last.

@@ -12,6 +12,7 @@ namespace {
 // Block introducers and flags of the GIF89a format.
 constexpr int extensionIntroducer = 0x21;
 constexpr int imageSeparator = 0x2C;
+constexpr int trailer = 0x3B;
 constexpr int graphicControlLabel = 0xF9;
 constexpr int colorTableFlag = 0x80;
 constexpr int colorTableSizeMask = 0x07;
@@ -98,10 +99,9 @@ Image readImage(ByteReader& reader, const GraphicControl& control, ColorTableLoc
   return image;
 }
 
-std::vector<Image> readImages(ByteReader& reader, ColorTableLocation global) {
-  std::vector<Image> images;
+void readImages(ByteReader& reader, ColorTableLocation global, File& file) {
   GraphicControl control;
-  for (int introducer = reader.byte(); !reader.ended() && images.size() < mostImages;
+  for (int introducer = reader.byte(); !reader.ended() && file.images.size() < mostImages;
        introducer = reader.byte()) {
     if (introducer == extensionIntroducer) {
       if (reader.byte() == graphicControlLabel) {
@@ -113,13 +113,13 @@ std::vector<Image> readImages(ByteReader& reader, ColorTableLocation global) {
       const Image image = readImage(reader, control, global);
       if (reader.ended()) break;
       skipSubBlocks(reader);
-      images.push_back(image);
+      file.images.push_back(image);
       control = {};
     } else {
+      file.hasTrailer = introducer == trailer;
       break;
     }
   }
-  return images;
 }
 
 }  // namespace
@@ -139,7 +139,7 @@ std::optional<File> parse(const NSData::Impl& data) {
   const std::int64_t pixels = std::int64_t{file.width} * file.height;
   if (reader.ended() || reader.offset() > data.length()) return std::nullopt;
   if (pixels == 0 || pixels > mostPixels) return std::nullopt;
-  file.images = readImages(reader, global);
+  readImages(reader, global, file);
   return file;
 }
 

@@ -48,6 +48,8 @@ struct File {
   int width = 0;
   int height = 0;
   std::vector<Image> images;
+  // Whether the trailer was found where an image or an extension could have been.
+  bool hasTrailer = false;
 };
 
 // More images than these are not read; the delays of so many still fit into a property list.

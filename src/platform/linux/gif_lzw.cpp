@@ -6,6 +6,8 @@
 #include <cstring>
 #include <tuple>
 
+#include "platform/linux/picture.h"
+
 namespace platform::gif {
 namespace {
 
@@ -112,7 +114,7 @@ class LzwDecoder {
     for (std::uint32_t code = 0; code < IndexBuffer::singles; ++code) table_[code] = {code, 1};
   }
 
-  bool run() {
+  std::size_t run() {
     std::uint8_t* const base = buffer_.bytes_.get();
     std::uint8_t* next = buffer_.start();
     std::uint8_t* const end = next + buffer_.count_;
@@ -122,10 +124,10 @@ class LzwDecoder {
     Entry previous = none;
     Bits bits;
     while (next < end) {
-      if (bits.count < width && !input_.refill(bits, width)) return false;
+      if (bits.count < width && !input_.refill(bits, width)) break;
       const unsigned code = bits.take(width);
       if (code - clearCode_ <= 1) [[unlikely]] {
-        if (code != clearCode_) return false;
+        if (code != clearCode_) break;
         width = firstWidth;
         used = clearCode_ + 2;
         previous = none;
@@ -135,7 +137,7 @@ class LzwDecoder {
         table_[used++] = {previous.offset, previous.length + 1};
         if (used == 1U << width && width < mostCodeBits) ++width;
       }
-      if (code >= used) return false;
+      if (code >= used) break;
       const Entry entry = table_[code];
       const std::size_t length =
           std::min<std::size_t>(entry.length, static_cast<std::size_t>(end - next));
@@ -143,7 +145,7 @@ class LzwDecoder {
       previous = {static_cast<std::uint32_t>(next - base), entry.length};
       next += length;
     }
-    return true;
+    return static_cast<std::size_t>(next - buffer_.start());
   }
 
  private:
@@ -170,10 +172,18 @@ void IndexBuffer::reset(std::size_t count) {
   count_ = count;
 }
 
-bool decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer) {
+std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer) {
   constexpr int largestMinimumCodeSize = 8;
-  if (minimumCodeSize < 1 || minimumCodeSize > largestMinimumCodeSize) return false;
+  if (minimumCodeSize < 1 || minimumCodeSize > largestMinimumCodeSize) return 0;
   return LzwDecoder(data, minimumCodeSize, buffer).run();
+}
+
+int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffer) {
+  const std::int64_t pixels = std::int64_t{image.width} * image.height;
+  if (pixels == 0 || pixels > mostPixels) return 0;
+  buffer.reset(static_cast<std::size_t>(pixels));
+  SubBlocks blocks(data, image.dataOffset);
+  return static_cast<int>(decodeLzw(blocks, image.minimumCodeSize, buffer) / image.width);
 }
 
 }  // namespace platform::gif

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/linux/bus.h"
+#include "platform/linux/run_loop.h"
 
 namespace platform {
 namespace {
@@ -29,6 +30,9 @@ struct CPDistributedMessagingCenter::Impl {
   std::vector<std::unique_ptr<sdbus::IObject>> objects;
 
   void handle(const std::string& message) {
+    // What this process queued before comes first, as on the device: else a message could arrive
+    // between the end of an animation's cycle and the block that starts the next one.
+    RunLoop::main().runMainQueue();
     const Targets called = targets[message];
     for (const auto& target : called) target();
   }
@@ -74,7 +78,6 @@ void CPDistributedMessagingCenter::runServerOnCurrentThread() {
   } catch (const sdbus::Error&) {
     // Another process was faster: it is the server then.
   }
-  bus->handlePending();
 }
 
 void CPDistributedMessagingCenter::registerForMessageName(const std::string& message,

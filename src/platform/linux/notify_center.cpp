@@ -55,7 +55,6 @@ class Registry {
       if (bus == nullptr) return;
       std::erase_if(matches_, [this](const auto& match) { return !isRegistered(match.first); });
       addMatches(*bus);
-      bus->handlePending();
     });
   }
 

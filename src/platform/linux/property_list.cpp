@@ -1,75 +1,102 @@
 #include "platform/property_list.h"
 
 #include <algorithm>
-#include <span>
-#include <string_view>
-
-#include <plist/plist.h>
+#include <mutex>
+#include <set>
+#include <utility>
 
 #include "platform/linux/file_contents.h"
-#include "platform/linux/property_list_guard.h"
+#include "platform/linux/out_of_memory.h"
+#include "platform/linux/property_list_binary.h"
+#include "platform/linux/property_list_xml.h"
 
 namespace platform {
 namespace {
 
-struct FreePlist {
-  void operator()(plist_t node) const { plist_free(node); }
+// Many times the settings of this system, whatever other programs store beside them.
+constexpr std::size_t largestDictionary = std::size_t{1} << 21;
+// More than the list with the delays of half a million frames.
+constexpr std::size_t largestArray = std::size_t{1} << 24;
+
+// The files that were too large, or too costly, when they were read last. They are not replaced: what
+// is in them cannot be kept, but is not damaged either.
+class Refused {
+ public:
+  static Refused& files() {
+    static auto* refused = new Refused;
+    return *refused;
+  }
+
+  void note(const std::string& path, bool isRefused) {
+    std::lock_guard lock(mutex_);
+    if (isRefused) {
+      paths_.insert(path);
+    } else {
+      paths_.erase(path);
+    }
+  }
+
+  bool has(const std::string& path) {
+    std::lock_guard lock(mutex_);
+    return paths_.count(path) > 0;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<std::string> paths_;
 };
-using PlistPointer = std::unique_ptr<void, FreePlist>;
 
-// Editors put the mark before UTF-8; the library takes it for the start of something else.
-std::span<const std::uint8_t> withoutByteOrderMark(std::span<const std::uint8_t> text) {
-  constexpr std::uint8_t mark[] = {0xEF, 0xBB, 0xBF};
-  const bool marked =
-      text.size() >= std::size(mark) && std::equal(std::begin(mark), std::end(mark), text.begin());
-  return marked ? text.subspan(std::size(mark)) : text;
+struct Reading {
+  bool isRefused = false;
+  std::optional<PropertyListContents> list;
+};
+
+Reading readList(const OpenFile& file) {
+  Bytes contents(file.size);
+  contents.resize(readAt(file.descriptor, 0, contents));
+  if (!isBinaryPropertyList(contents)) return {false, parsePropertyListXml(contents)};
+  if (costOfBinaryPropertyList(contents) == PropertyListCost::TooHigh) return {true, {}};
+  const std::string xml = validXml(xmlOfBinaryPropertyList(contents));
+  return {false, parsePropertyListXml({reinterpret_cast<const std::uint8_t*>(xml.data()), xml.size()})};
 }
 
-PlistPointer read(const std::string& path) {
-  const auto contents = contentsOfFile(path, largestPropertyList);
-  if (!contents) return nullptr;
-  const std::span<const std::uint8_t> list = withoutByteOrderMark(*contents);
-  if (!isHarmlessPropertyList(list)) return nullptr;
-  plist_t node = nullptr;
-  const auto parse = isBinaryPropertyList(list) ? plist_from_bin : plist_from_xml;
-  parse(reinterpret_cast<const char*>(list.data()), static_cast<std::uint32_t>(list.size()), &node);
-  return PlistPointer(node);
+std::optional<PropertyListContents> read(const std::string& path, std::size_t largest) {
+  const auto file = openFile(path, SIZE_MAX);
+  Reading reading;
+  if (file) {
+    // Without enough memory the list counts as refused, too.
+    reading.isRefused = true;
+    if (file->size <= largest) {
+      reading = unlessOutOfMemory([&file] { return std::optional(readList(*file)); })
+                    .value_or(std::move(reading));
+    }
+  }
+  Refused::files().note(path, reading.isRefused);
+  return std::move(reading.list);
 }
 
-// Characters that XML has no place for would make the whole file unreadable to other programs.
-Bytes writable(std::string_view xml) {
-  Bytes bytes(xml.begin(), xml.end());
-  std::erase_if(bytes,
-                [](std::uint8_t c) { return c < ' ' && c != '\t' && c != '\n' && c != '\r'; });
-  return bytes;
-}
-
-bool write(plist_t node, const std::string& path) {
-  char* xml = nullptr;
-  std::uint32_t length = 0;
-  plist_to_xml(node, &xml, &length);
-  if (xml == nullptr) return false;
-  const Bytes list = writable({xml, length});
-  plist_to_xml_free(xml);
+bool write(const PropertyListContents& list, const std::string& path, std::size_t largest) {
+  const std::string xml = propertyListXml(list);
   // What could not be read again would lose everything that is in the file now.
-  return isHarmlessPropertyList(list) && writeToFileAtomically(list, path);
-}
-
-std::optional<std::string> text(plist_t node) {
-  if (node == nullptr || plist_get_node_type(node) != PLIST_STRING) return std::nullopt;
-  std::uint64_t length = 0;
-  const char* characters = plist_get_string_ptr(node, &length);
-  return std::string(characters, length);
+  if (xml.size() > largest || Refused::files().has(path)) return false;
+  return writeToFileAtomically(Bytes(xml.begin(), xml.end()), path);
 }
 
 }  // namespace
 
 struct NSMutableDictionary::Impl {
-  PlistPointer root;
+  PropertyListContents list;
+
+  // Of several entries with one key the last counts.
+  PropertyListValue* find(const std::string& key) {
+    const auto at = std::find_if(list.entries.rbegin(), list.entries.rend(),
+                                 [&key](const auto& entry) { return entry.key == key; });
+    return at == list.entries.rend() ? nullptr : &at->value;
+  }
 };
 
 NSMutableDictionary::NSMutableDictionary()
-    : NSMutableDictionary(std::make_unique<Impl>(Impl{PlistPointer(plist_new_dict())})) {}
+    : NSMutableDictionary(std::make_unique<Impl>(Impl{{true, {}}})) {}
 NSMutableDictionary::NSMutableDictionary(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 NSMutableDictionary::~NSMutableDictionary() = default;
 NSMutableDictionary::NSMutableDictionary(NSMutableDictionary&&) noexcept = default;
@@ -77,39 +104,42 @@ NSMutableDictionary& NSMutableDictionary::operator=(NSMutableDictionary&&) noexc
 
 std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOfFile(
     const std::string& path) {
-  PlistPointer root = read(path);
-  if (!root || plist_get_node_type(root.get()) != PLIST_DICT) return std::nullopt;
-  return NSMutableDictionary(std::make_unique<Impl>(Impl{std::move(root)}));
+  auto list = read(path, largestDictionary);
+  if (!list || !list->isDictionary) return std::nullopt;
+  return NSMutableDictionary(std::make_unique<Impl>(Impl{std::move(*list)}));
 }
 
 bool NSMutableDictionary::writeToFile(const std::string& path) const {
-  return write(impl_->root.get(), path);
+  return write(impl_->list, path, largestDictionary);
 }
 
 std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& key) const {
-  return text(plist_dict_get_item(impl_->root.get(), key.c_str()));
+  const PropertyListValue* value = impl_->find(key);
+  if (value == nullptr || !value->isString) return std::nullopt;
+  return value->content;
 }
 
-void NSMutableDictionary::setString(const std::string& value, const std::string& key) {
-  plist_dict_set_item(impl_->root.get(), key.c_str(), plist_new_string(value.c_str()));
+void NSMutableDictionary::setString(const std::string& text, const std::string& key) {
+  const PropertyListValue value{true, text};
+  if (PropertyListValue* old = impl_->find(key)) {
+    *old = value;
+  } else {
+    impl_->list.entries.push_back({key, value});
+  }
 }
 
 std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
-  PlistPointer root = read(path);
-  if (!root || plist_get_node_type(root.get()) != PLIST_ARRAY) return std::nullopt;
-  std::vector<std::string> array(plist_array_get_size(root.get()));
-  for (std::uint32_t index = 0; index < array.size(); ++index) {
-    array[index] = text(plist_array_get_item(root.get(), index)).value_or("");
-  }
+  const auto list = read(path, largestArray);
+  if (!list || list->isDictionary) return std::nullopt;
+  std::vector<std::string> array;
+  for (const auto& [key, value] : list->entries) array.push_back(value.isString ? value.content : "");
   return array;
 }
 
 bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path) {
-  PlistPointer root(plist_new_array());
-  for (const std::string& element : array) {
-    plist_array_append_item(root.get(), plist_new_string(element.c_str()));
-  }
-  return write(root.get(), path);
+  PropertyListContents list;
+  for (const std::string& element : array) list.entries.push_back({"", {true, element}});
+  return write(list, path, largestArray);
 }
 
 }  // namespace platform

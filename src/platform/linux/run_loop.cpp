@@ -44,6 +44,7 @@ bool RunLoop::runMainQueue() {
       block = nullptr;
     }
   }
+  if (ran) sourcesMayHaveMore_ = true;
   return ran;
 }
 

@@ -23,7 +23,8 @@ class RunLoop {
 
   // Queues a block for the main thread.
   void perform(Block block);
-  // Runs queued blocks, also those that they queue, until none is left; whether there were any.
+  // Runs queued blocks, also those that they queue, until none is left; whether there were any. Not
+  // within such a block.
   bool runMainQueue();
 
   // A source of events on a file descriptor. Its handler is called when there is something to read,
