@@ -98,9 +98,14 @@ void runHomeScreen(const Arguments& arguments) {
   }
   springBoard->launch();
   RunLoop::main().perform([control] { control->announce(); });
+  bool isVisibilityReported = false;
   while (!RunLoop::main().isStopped()) {
     RunLoop::main().turn(std::nullopt);
     control->runJobs();
+    if (!isVisibilityReported && platform::pendingBackgroundOperations() == 0) {
+      springBoard->reportVisibility();
+      isVisibilityReported = true;
+    }
   }
   if (busWasLost) throw std::runtime_error("the message bus has gone away");
 }

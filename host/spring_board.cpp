@@ -61,6 +61,10 @@ void SpringBoard::launch() {
   platform::objc_msgSend<void, id>(object_.get(), "applicationDidFinishLaunching:", object_.get());
 }
 
+void SpringBoard::reportVisibility() {
+  WallpaperController::instance().reportVisibility();
+}
+
 void SpringBoard::finishLaunching() {
   screen_->start();
   show(options_.startsLocked ? ScreenState::Locked : ScreenState::Home);

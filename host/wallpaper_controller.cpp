@@ -1,5 +1,7 @@
 #include "host/wallpaper_controller.h"
 
+#include <array>
+
 namespace host {
 namespace {
 
@@ -28,6 +30,8 @@ struct WallpaperController::Object : objc_object {
   StrongIvar sharedView;
   StrongIvar lockscreenView;
   StrongIvar homescreenView;
+
+  std::array<StrongIvar*, 3> views() { return {&sharedView, &lockscreenView, &homescreenView}; }
 
   std::ptrdiff_t offsetOf(const StrongIvar& variable) const {
     return reinterpret_cast<const char*>(&variable) -
@@ -68,8 +72,7 @@ void WallpaperController::start(const std::shared_ptr<UIView>& container) {
 
 void WallpaperController::layOut(platform::CGSize screen) {
   screen_ = screen;
-  for (StrongIvar* variable :
-       {&object_->sharedView, &object_->lockscreenView, &object_->homescreenView}) {
+  for (StrongIvar* variable : object_->views()) {
     if (auto view = variable->load()) view->setFrame({0, 0, screen.width, screen.height});
   }
 }
@@ -79,6 +82,12 @@ void WallpaperController::setVisibility(WallpaperVisibility visibility) {
   applyVisibility(object_->sharedView, sharedIsVisible());
   applyVisibility(object_->lockscreenView, visibility.onLockScreen);
   applyVisibility(object_->homescreenView, visibility.onHomeScreen);
+}
+
+void WallpaperController::reportVisibility() {
+  for (StrongIvar* variable : object_->views()) {
+    if (auto view = variable->load()) view->setHidden(view->hidden());
+  }
 }
 
 void WallpaperController::applyVisibility(StrongIvar& variable, bool isVisible) const {

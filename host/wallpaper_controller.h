@@ -26,6 +26,8 @@ class WallpaperController {
   void start(const std::shared_ptr<platform::UIView>& container);
   void layOut(platform::CGSize screen);
   void setVisibility(WallpaperVisibility visibility);
+  // Tells the observers of every wallpaper again whether it is hidden.
+  void reportVisibility();
 
   // Redraw the wallpaper for one picture on both screens, or one on each. A change between the two
   // makes new wallpaper views and lets the old ones die.

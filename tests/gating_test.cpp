@@ -53,6 +53,21 @@ TEST(Gating, InSeparateModeOnlyTheScreenShownPlays) {
   EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
 }
 
+TEST(Gating, AWallpaperThatIsStartedWhereNobodySeesItRests) {
+  Stage stage;
+  stage.root.write("/var/mobile/Library/Lumora/Wallpaper_both.gif", gif);
+  Stage::put("WALLPAPER_SET", "TRUE");
+  stage.springBoard().setCovered(true);
+  stage.launch();
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  stage.springBoard().reportVisibility();
+  stage.settle();
+  EXPECT_FALSE(Stage::isPlaying("SHARED"));
+  stage.springBoard().setCovered(false);
+  stage.settle();
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+}
+
 TEST(Gating, BringsTheHostViewToTheFrontBothWays) {
   Playing stage;
   const auto host = Stage::hostView(lumora::sharedEntry);
