@@ -1,5 +1,7 @@
 #include "host/control_service.h"
 
+#include <algorithm>
+#include <new>
 #include <utility>
 
 #include "host/control_names.h"
@@ -18,6 +20,23 @@ using platform::RunLoop;
 
 constexpr auto failure = "com.brightfen.lumora.Error.Failed";
 
+sdbus::Error refusal(const std::string& reason) {
+  return {failure, reason};
+}
+
+// What a caller may ask for, in nanoseconds: more than anybody waits, and far from any overflow.
+constexpr std::int64_t longestSpan = std::int64_t{1'000'000} * std::nano::den;
+
+// The bus's library is C and lets only its own errors through.
+template <typename Work>
+auto reportingOutOfMemory(Work work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    throw refusal("it ran out of memory");
+  }
+}
+
 // A change of state is answered when its effects are there, but not kept waiting by long work.
 constexpr std::chrono::seconds stateLimit{2};
 
@@ -27,7 +46,7 @@ ControlService::ControlService(SpringBoard& springBoard)
     : springBoard_(springBoard),
       object_(sdbus::createObject(platform::Bus::current()->listener(), control::path)) {
   if (platform::Bus::current()->nameHasOwner(control::busName)) {
-    throw sdbus::Error(failure, "a home screen is running on this bus already");
+    throw refusal("a home screen is running on this bus already");
   }
   registerStates();
   registerQuestions();
@@ -75,12 +94,18 @@ void ControlService::registerQuestions() {
     auto done = std::make_shared<sdbus::Result<bool>>(std::move(result));
     addJob([done] { done->returnResults(settle(RunLoop::Clock::now() + stateLimit)); });
   });
-  add("Status", [this] { return statusReport(springBoard_); });
-  add("Screenshot", [this] {
-    springBoard_.screen().showTime();
-    return takeScreenshot(springBoard_.screen(), springBoard_.options().scale);
-  });
+  add("Status",
+      [this] { return reportingOutOfMemory([this] { return statusReport(springBoard_); }); });
+  add("Screenshot", [this] { return reportingOutOfMemory([this] { return screenshot(); }); });
   add("Stop", [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
+}
+
+// As a file: a picture may be larger than any message.
+sdbus::UnixFd ControlService::screenshot() {
+  springBoard_.screen().showTime();
+  const int file = takeScreenshot(springBoard_.screen(), springBoard_.options().scale);
+  if (file < 0) throw refusal("there is no memory for a screenshot");
+  return sdbus::UnixFd(file, sdbus::adopt_fd);
 }
 
 void ControlService::addJob(std::function<void()> job) {
@@ -107,11 +132,11 @@ void ControlService::whenSettled(sdbus::Result<>&& result) {
 void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
   const auto orientation = orientationNamed(name);
   if (!orientation) {
-    result.returnError(sdbus::Error(failure, "there is no orientation '" + name + "'"));
+    result.returnError(refusal("there is no such orientation"));
     return;
   }
   if (springBoard_.options().display == "desktop") {
-    result.returnError(sdbus::Error(failure, "a desktop does not turn"));
+    result.returnError(refusal("a desktop does not turn"));
     return;
   }
   springBoard_.rotate(*orientation);
@@ -121,8 +146,11 @@ void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
 void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds,
                              std::int64_t timeout) {
   if (!DisplayClock::main().isManual()) {
-    result.returnError(
-        sdbus::Error(failure, "the clock follows real time; start with --clock manual"));
+    result.returnError(refusal("the clock follows real time; start with --clock manual"));
+    return;
+  }
+  if (std::min(nanoseconds, timeout) < 0 || std::max(nanoseconds, timeout) > longestSpan) {
+    result.returnError(refusal("there is no such span of time"));
     return;
   }
   const auto limit = RunLoop::Clock::now() + std::chrono::nanoseconds(timeout);
@@ -140,7 +168,7 @@ void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds,
     if (arrived) {
       done->returnResults();
     } else {
-      done->returnError(sdbus::Error(failure, "the clock has not got there in the time allowed"));
+      done->returnError(refusal("the clock has not got there in the time allowed"));
     }
   });
 }

@@ -26,6 +26,7 @@ class ControlService {
  private:
   void registerStates();
   void registerQuestions();
+  sdbus::UnixFd screenshot();
   void addJob(std::function<void()> job);
   void whenSettled(sdbus::Result<>&& result);
   void rotate(sdbus::Result<>&& result, const std::string& name);

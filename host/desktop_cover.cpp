@@ -27,14 +27,6 @@ struct FreeWithX {
 template <typename Data>
 using XPointer = std::unique_ptr<Data, FreeWithX<Data>>;
 
-// Windows come and go while they are asked about, which is no error for this connection.
-Display* patientDisplay = nullptr;
-int (*otherErrorHandler)(Display*, XErrorEvent*) = nullptr;
-
-int handleError(Display* display, XErrorEvent* event) {
-  return display == patientDisplay ? 0 : otherErrorHandler(display, event);
-}
-
 struct FreeRegion {
   void operator()(cairo_region_t* region) const { cairo_region_destroy(region); }
 };
@@ -80,8 +72,6 @@ bool DesktopCover::isCovered() const {
 DesktopCover::Impl::Impl(Window window, std::function<void()> changed)
     : window_(window), changed_(std::move(changed)), display_(XOpenDisplay(nullptr)) {
   if (display_ == nullptr) throw std::runtime_error("cannot watch the desktop: no X11 screen");
-  patientDisplay = display_;
-  otherErrorHandler = XSetErrorHandler(handleError);
   const Window root = DefaultRootWindow(display_);
   XSelectInput(display_, root, SubstructureNotifyMask);
   int errors = 0;
@@ -93,8 +83,6 @@ DesktopCover::Impl::Impl(Window window, std::function<void()> changed)
 
 DesktopCover::Impl::~Impl() {
   RunLoop::main().removeSource(ConnectionNumber(display_));
-  XSetErrorHandler(otherErrorHandler);
-  patientDisplay = nullptr;
   XCloseDisplay(display_);
 }
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,6 +24,7 @@
 #include "platform/linux/bus.h"
 #include "platform/linux/device_root.h"
 #include "platform/linux/freed_memory.h"
+#include "platform/linux/out_of_memory.h"
 #include "platform/linux/run_loop.h"
 
 namespace {
@@ -100,8 +102,13 @@ void runHomeScreen(const Arguments& arguments) {
   RunLoop::main().perform([control] { control->announce(); });
   bool isVisibilityReported = false;
   while (!RunLoop::main().isStopped()) {
-    RunLoop::main().turn(std::nullopt);
-    control->runJobs();
+    try {
+      RunLoop::main().turn(std::nullopt);
+      control->runJobs();
+    } catch (const std::bad_alloc&) {
+      // What could not be done for want of memory is left undone.
+      platform::noteOutOfMemory();
+    }
     if (!isVisibilityReported && platform::pendingBackgroundOperations() == 0) {
       springBoard->reportVisibility();
       isVisibilityReported = true;

@@ -2,15 +2,17 @@
 
 #include <cmath>
 
+#include <sys/mman.h>
+
+#include "platform/linux/file_contents.h"
 #include "platform/linux/view_renderer.h"
 
 namespace host {
 namespace {
 
 cairo_status_t append(void* closure, const unsigned char* data, unsigned int length) {
-  auto* bytes = static_cast<std::vector<std::uint8_t>*>(closure);
-  bytes->insert(bytes->end(), data, data + length);
-  return CAIRO_STATUS_SUCCESS;
+  const auto& file = *static_cast<const platform::FileDescriptor*>(closure);
+  return platform::writeAll(file, {data, length}) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
 }
 
 }  // namespace
@@ -32,17 +34,17 @@ void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
   cairo_surface_flush(surface);
 }
 
-std::vector<std::uint8_t> takeScreenshot(Screen& screen, int scale) {
+int takeScreenshot(Screen& screen, int scale) {
   const platform::CGSize size = screen.size();
   cairo_surface_t* surface = cairo_image_surface_create(
       CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(size.width)) * scale,
       static_cast<int>(std::lround(size.height)) * scale);
   drawScreen(screen, surface, scale);
-  std::vector<std::uint8_t> png;
-  const cairo_status_t status = cairo_surface_write_to_png_stream(surface, append, &png);
+  platform::FileDescriptor png(memfd_create("screenshot", MFD_CLOEXEC));
+  const cairo_status_t status =
+      png ? cairo_surface_write_to_png_stream(surface, append, &png) : CAIRO_STATUS_NO_MEMORY;
   cairo_surface_destroy(surface);
-  if (status != CAIRO_STATUS_SUCCESS) png.clear();
-  return png;
+  return status == CAIRO_STATUS_SUCCESS ? png.release() : -1;
 }
 
 }  // namespace host

@@ -1,9 +1,6 @@
 // Pictures of the screen. Main thread.
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include <cairo.h>
 
 #include "host/screen.h"
@@ -15,7 +12,8 @@ void drawScreen(Screen& screen, cairo_surface_t* surface, int scale);
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const cairo_rectangle_int_t& part);
 
-// A PNG of what the screen shows now; empty if there is no memory for it.
-std::vector<std::uint8_t> takeScreenshot(Screen& screen, int scale);
+// A PNG of what the screen shows now, in a file without a name whose descriptor the caller owns; -1
+// if there is no memory for it.
+int takeScreenshot(Screen& screen, int scale);
 
 }  // namespace host

@@ -24,8 +24,8 @@ class SpringBoard {
   // Sends the application "applicationDidFinishLaunching:". The libraries that change the host must
   // be loaded by then.
   void launch();
-  // Tells whoever follows the wallpapers whether they are to be seen: a library starts its wallpaper
-  // at launch without asking. To be called once what the launch has begun is done.
+  // Tells whoever follows the wallpapers whether they are to be seen: a library starts its
+  // wallpaper at launch without asking. To be called once what the launch has begun is done.
   void reportVisibility();
 
   void lock();

@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/linux/out_of_memory.h"
+
 namespace host {
 namespace {
 
@@ -87,6 +89,7 @@ std::string statusReport(SpringBoard& springBoard) {
       {"idiom", options.isPad ? "pad" : "phone"},
       {"size", {options.width, options.height}},
       {"scale", options.scale},
+      {"out_of_memory", platform::timesOutOfMemory()},
       {"views", json::array()},
   };
   describeTree(springBoard.screen().root(), true, report["views"]);

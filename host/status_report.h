@@ -7,9 +7,9 @@
 
 namespace host {
 
-// A JSON object: the screen's state, whether it is covered, orientation, kind, size and scale, and
-// under "views" every view of the tree, back to front, with its frame, whether it is to be seen,
-// and what it tells of itself.
+// A JSON object: the screen's state, whether it is covered, orientation, kind, size and scale, how
+// often the memory did not suffice for a picture, and under "views" every view of the tree, back to
+// front, with its frame, whether it is to be seen, and what it tells of itself.
 std::string statusReport(SpringBoard& springBoard);
 
 const char* orientationName(platform::UIInterfaceOrientation orientation);

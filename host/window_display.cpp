@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -11,9 +10,12 @@
 #include <SDL2/SDL.h>
 #include <SDL2/SDL_syswm.h>
 #include <X11/Xlib.h>
+#include <fcntl.h>
 
 #include "host/screenshot.h"
+#include "host/x11_errors.h"
 #include "platform/linux/display_damage.h"
+#include "platform/linux/file_contents.h"
 #include "platform/linux/run_loop.h"
 
 namespace host {
@@ -32,11 +34,11 @@ void saveScreenshot(SpringBoard& springBoard) {
   for (int count = 1; name.empty() || std::filesystem::exists(name); ++count) {
     name = "springboard-" + std::to_string(count) + ".png";
   }
-  const auto png = takeScreenshot(springBoard.screen(), springBoard.options().scale);
-  std::ofstream file(name, std::ios::binary);
-  file.write(reinterpret_cast<const char*>(png.data()), static_cast<std::streamsize>(png.size()));
-  file.close();
-  if (file) {
+  const platform::FileDescriptor png(
+      takeScreenshot(springBoard.screen(), springBoard.options().scale));
+  const platform::FileDescriptor file =
+      platform::createFile(AT_FDCWD, std::filesystem::absolute(name));
+  if (png && file && platform::copyFile(png, file)) {
     std::printf("%s\n", name.c_str());
     std::fflush(stdout);
   } else {
@@ -111,6 +113,7 @@ void WindowDisplay::Impl::open() {
   SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   if (SDL_Init(SDL_INIT_VIDEO) != 0) fail();
+  ignoreX11Errors();
   if (isDesktop()) SDL_SetHint(SDL_HINT_X11_WINDOW_TYPE, "_NET_WM_WINDOW_TYPE_DESKTOP");
   const int place = isDesktop() ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
   // Mapped by hand: SDL would wait for the window to appear, for ever if a window manager that is

@@ -6,6 +6,7 @@ import ctypes
 import json
 import os
 import plistlib
+import resource
 import select
 import shutil
 import signal
@@ -17,7 +18,7 @@ import tempfile
 import time
 import unittest
 
-PROGRAMS = sys.argv.pop()
+PROGRAMS = os.path.abspath(sys.argv.pop())
 SCENARIOS = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../examples/scenarios')
 LUMORA = os.path.join(PROGRAMS, 'lumora')
 PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
@@ -26,21 +27,14 @@ LIBRARY = 'var/mobile/Library/Lumora'
 
 def gif(*colors, delay=10, size=(8, 8)):
     """A GIF of plain frames, written without compression."""
-    data = b'GIF89a' + struct.pack('<HHBBB', *size, 0, 0, 0)
-    for color in colors:
-        codes = bytearray()
-        for pixel in range(size[0] * size[1]):
-            if pixel % 100 == 0:
-                codes.append(128)
-            codes.append(0)
-        codes.append(129)
-        data += b'\x21\xf9\x04\0' + struct.pack('<H', delay) + b'\0\0\x2c'
-        data += struct.pack('<HHHHB', 0, 0, *size, 0x80) + bytes(color) * 2 + b'\x07'
-        for at in range(0, len(codes), 255):
-            block = codes[at:at + 255]
-            data += bytes([len(block)]) + block
-        data += b'\0'
-    return data + b'\x3b'
+    pixels = size[0] * size[1]
+    codes = (b'\x80' + b'\0' * 100) * (pixels // 100) + b'\x80' + b'\0' * (pixels % 100) + b'\x81'
+    blocks = [codes[at:at + 255] for at in range(0, len(codes), 255)]
+    image = b''.join(bytes([len(block)]) + block for block in blocks) + b'\0'
+    frames = [b'\x21\xf9\x04\0' + struct.pack('<H', delay) + b'\0\0\x2c' +
+              struct.pack('<HHHHB', 0, 0, *size, 0x80) + bytes(color) * 2 + b'\x07' + image
+              for color in colors]
+    return b'GIF89a' + struct.pack('<HHBBB', *size, 0, 0, 0) + b''.join(frames) + b'\x3b'
 
 
 RED_GREEN = gif((255, 0, 0), (0, 255, 0))
@@ -98,6 +92,14 @@ class Device(unittest.TestCase):
             [LUMORA, 'run', '--root', self.root, '--display', 'headless', '--clock', clock, *words],
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, stdin=subprocess.DEVNULL)
         self.ok('wait', '--timeout', '30')
+
+    def child(self, name):
+        with open(f'/proc/{self.host.pid}/task/{self.host.pid}/children') as file:
+            for child in file.read().split():
+                with open(f'/proc/{child}/comm') as comm:
+                    if comm.read().strip() == name:
+                        return int(child)
+        raise AssertionError(name + ' does not run')
 
     def status(self):
         return json.loads(self.ok('status', '--json'))
@@ -191,9 +193,81 @@ class WithoutHost(Device):
         with open(os.path.join(frames, 'frames'), 'rb') as file:
             self.assertEqual(file.read(), RED_GREEN)
         self.assertIn('not empty', self.fails(1, 'frames', self.gif, frames))
+        # The folder itself stays the same one.
+        here = os.path.join(self.folder, 'here')
+        os.mkdir(here, 0o700)
+        before = os.stat(here)
+        subprocess.run([LUMORA, 'frames', self.gif, '.'], cwd=here, check=True, capture_output=True)
+        self.assertEqual((os.stat(here).st_ino, os.stat(here).st_mode),
+                         (before.st_ino, before.st_mode))
+        self.assertEqual(len(os.listdir(here)), 4)
         raw = subprocess.run([LUMORA, 'frames', '--raw', self.gif], capture_output=True)
         self.assertEqual(raw.stdout, b'F 8 8 10\n' + b'\xff\0\0\xff' * 64 +
                          b'F 8 8 10\n' + b'\0\xff\0\xff' * 64)
+
+
+    def test_what_a_damaged_gif_has_is_shown_and_what_is_lost_is_said(self):
+        header = 13
+        one = len(gif((1, 1, 1))) - header - 1
+        # The code size of an image, behind its control block, descriptor and colours.
+        code_size = 8 + 10 + 6
+        three = gif((255, 0, 0), (0, 255, 0), (0, 0, 255))
+        damaged = bytearray(three)
+        damaged[header + code_size] = 99
+        for name, contents, frames, loss in (
+                ('first.gif', bytes(damaged), 2, '2 of 3 frames can be shown'),
+                ('cut.gif', three[:-20], 3, '1 frame only in part'),
+                ('end.gif', three[:header + 2 * one], 2, 'cut short after 2 frames')):
+            path = self.file(name, contents)
+            target = os.path.join(self.folder, name + ' frames')
+            for words in (('--raw', path), (path, target)):
+                done = subprocess.run([LUMORA, 'frames', *words], capture_output=True)
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assertIn(f'{name} is damaged: '.encode(), done.stderr)
+                self.assertIn(loss.encode(), done.stderr)
+                self.assertEqual(done.stderr.count(b'\n'), 1)
+            pictures = [each for each in os.listdir(target) if each.endswith('.png')]
+            self.assertEqual(len(pictures), frames)
+
+    def test_a_lack_of_memory_is_not_taken_for_damage(self):
+        big = self.file('big.gif', gif((255, 0, 0), size=(5000, 5000)))
+        limit = 60 << 20
+        done = subprocess.run([LUMORA, 'frames', big, os.path.join(self.folder, 'frames')],
+                              capture_output=True, text=True,
+                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
+        if 'ERROR: AddressSanitizer' in done.stderr or 'ThreadSanitizer' in done.stderr:
+            self.skipTest('a sanitizer needs more')
+        self.assertEqual((done.returncode, done.stderr.count('\n')), (1, 1), done.stderr)
+        self.assertIn('memory', done.stderr)
+
+    def test_nothing_in_the_programs_own_folder_is_followed_or_trusted(self):
+        os.makedirs(self.root)
+        precious = self.file('precious', b'mine')
+        own = self.on_device('.host')
+        for name in ('bus', 'bus.log', 'lock', 'import.lock'):
+            os.makedirs(own, exist_ok=True)
+            os.symlink(precious, os.path.join(own, name))
+            self.lumora('run', '--display', 'headless', '--for', '0')
+            self.assertIn(self.lumora('status').returncode, (1, 3))
+            shutil.rmtree(own)
+        os.symlink(self.folder, own)
+        self.fails(1, 'status')
+        os.remove(own)
+        os.mkdir(own, 0o777)
+        os.mkfifo(os.path.join(own, 'bus'))
+        self.fails(3, 'status')
+        self.assertEqual(stat.S_IMODE(os.stat(own).st_mode), 0o700)
+        # An address that leads to files of somebody else.
+        os.remove(os.path.join(own, 'bus'))
+        victim = os.path.join(self.folder, 'lumora-victim')
+        os.mkdir(victim)
+        for name in ('bus', 'bus.conf', 'letter'):
+            self.file('lumora-victim/' + name, b'mine')
+        self.file('device/.host/bus', f'unix:path={victim}/bus'.encode())
+        self.ok('run', '--display', 'headless', '--for', '0')
+        self.assertEqual(len(os.listdir(victim)), 3)
+        with open(precious, 'rb') as file:
+            self.assertEqual(file.read(), b'mine')
 
 
 class WithHost(Device):
@@ -321,6 +395,82 @@ class WithHost(Device):
         self.assertEqual([each.wait(60) for each in both], [0, 0])
         self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
 
+    def test_overlapping_sets_and_a_frame_that_is_damaged_leave_every_frame_there_is(self):
+        self.start(clock='real')
+        self.ok('put', 'SHARED_GIF_BLUR', '10')
+        colors = [(each * 5, 99, 255 - each * 5) for each in range(40)]
+        long = self.file('long.gif', gif(*colors, size=(900, 900)))
+        short = self.file('short.gif', gif(*colors[:30], size=(900, 900)))
+        for first in (['--no-wait'], ['--timeout', '0.05']):
+            self.lumora('set', 'shared', short, *first)
+            self.assertIn('40 frames', self.ok('set', 'shared', long))
+            self.assertEqual(self.shared()['frames_in_cache'], 40)
+        self.assertIn('still making frames', self.fails(1, 'set', 'shared', short, '--timeout', '0.05'))
+        with subprocess.Popen([LUMORA, '--root', self.root, 'set', 'shared', long],
+                              stderr=subprocess.PIPE, text=True) as interrupted:
+            time.sleep(0.15)
+            interrupted.send_signal(signal.SIGINT)
+            self.assertRegex(interrupted.stderr.read(), '^lumora: interrupted; .*\n$')
+        self.assertEqual(interrupted.returncode, -signal.SIGINT)
+        middle = bytearray(gif((255, 0, 0), (0, 255, 0), (0, 0, 255)))
+        middle[13 + len(gif((1, 1, 1))) - 14 + 24] = 99
+        done = self.lumora('set', 'shared', self.file('middle.gif', bytes(middle)))
+        self.assertEqual((done.returncode, done.stdout), (0, 'shared wallpaper set: 2 frames\n'))
+        self.assertIn('2 of 3 frames', done.stderr)
+
+    def test_settings_that_are_stored_at_the_same_time_are_all_kept(self):
+        self.start(clock='real')
+        self.ok('set', 'shared', self.gif)
+        writers = [subprocess.Popen(
+            ['sh', '-c', 'for i in $(seq 30); do "$0" --root "$1" put "$2$i" x || exit 1; done', LUMORA,
+             self.root, name]) for name in 'AB']
+        for _ in range(10):
+            self.ok('post', 'com.brightfen.lumora.updateWallpaper')
+        self.assertEqual([each.wait(60) for each in writers], [0, 0])
+        with open(self.on_device(PREFERENCES), 'rb') as file:
+            kept = plistlib.load(file)
+        self.assertEqual([name + str(number) for name in 'AB' for number in range(1, 31)
+                          if name + str(number) not in kept], [])
+
+    def test_a_bus_that_does_not_answer_keeps_nobody_waiting(self):
+        self.start()
+        bus = self.child('dbus-daemon')
+        os.kill(bus, signal.SIGSTOP)
+        try:
+            begun = time.monotonic()
+            self.assertIn('does not answer', self.fails(1, 'wait', '--timeout', '1'))
+            self.assertIn('does not answer', self.fails(1, 'set', 'shared', self.gif, '--timeout', '1'))
+            self.assertLess(time.monotonic() - begun, 20)
+        finally:
+            os.kill(bus, signal.SIGCONT)
+        # Nor does a signal that is not one of ours, or a span of time that does not exist.
+        address = self.ok('bus').strip()
+        with subprocess.Popen([LUMORA, '--root', self.root, 'watch'], stdout=subprocess.PIPE,
+                              text=True) as watch:
+            while not select.select([watch.stdout], [], [], 0.1)[0]:
+                for argument in ('int32:1', 'string:heard'):
+                    subprocess.run(['dbus-send', '--bus=' + address, '/x',
+                                    'com.brightfen.lumora.DarwinNotifyCenter.Posted', argument],
+                                   check=True)
+            self.assertIn('heard', watch.stdout.readline())
+            watch.terminate()
+        for span in (2**63 - 1, -2**63):
+            done = subprocess.run(
+                ['dbus-send', '--bus=' + address, '--print-reply', '--dest=com.brightfen.lumora.SpringBoard',
+                 '/com/brightfen/lumora/SpringBoard', 'com.brightfen.lumora.SpringBoard.Advance',
+                 f'int64:{span}', f'int64:{2**62}'], capture_output=True, text=True)
+            self.assertIn('no such span', done.stderr)
+        self.ok('advance', '1')
+
+    def test_a_home_screen_ends_when_its_device_is_moved(self):
+        self.start()
+        os.rename(self.folder, self.folder + ' moved')
+        try:
+            _, errors = self.host.communicate(timeout=20)
+            self.assertIn('moved or deleted', errors)
+        finally:
+            os.rename(self.folder + ' moved', self.folder)
+
     def test_a_long_way_of_the_clock_can_be_left(self):
         self.start()
         self.ok('set', 'shared', self.gif)
@@ -374,7 +524,7 @@ class WithHost(Device):
         shutil.rmtree(self.root)
         _, errors = self.host.communicate(timeout=20)
         self.assertEqual(self.host.returncode, 1)
-        self.assertIn('has been deleted', errors)
+        self.assertIn('moved or deleted', errors)
 
     def test_one_home_screen_per_device(self):
         self.start()
@@ -385,12 +535,7 @@ class WithHost(Device):
     def test_the_next_start_works_after_a_violent_end(self):
         for victim in ('springboard', 'dbus-daemon', 'lumora'):
             self.start()
-            with open(f'/proc/{self.host.pid}/task/{self.host.pid}/children') as file:
-                children = file.read().split()
-            names = {}
-            for child in children:
-                with open(f'/proc/{child}/comm') as file:
-                    names[file.read().strip()] = int(child)
+            names = {name: self.child(name) for name in ('springboard', 'dbus-daemon')}
             names['lumora'] = self.host.pid
             os.kill(names[victim], signal.SIGKILL)
             _, errors = self.host.communicate(timeout=20)
@@ -412,7 +557,7 @@ class WithHost(Device):
             self.skipTest('root may write everywhere')
         self.start()
         os.chmod(self.on_device(LIBRARY), 0o555)
-        self.assertIn('could not take', self.fails(1, 'set', 'shared', self.gif))
+        self.assertIn('could not import', self.fails(1, 'set', 'shared', self.gif))
         os.chmod(self.on_device('var/mobile/Library/Preferences'), 0o555)
         self.assertIn('cannot store', self.fails(1, 'put', 'A', 'B'))
 
@@ -421,7 +566,7 @@ class WithHost(Device):
         self.start()
         shutil.rmtree(self.on_device(LIBRARY))
         self.file('device/' + LIBRARY, b'a file in the folder\'s place')
-        self.assertIn('could not take', self.fails(1, 'set', 'shared', self.gif))
+        self.assertIn('could not import', self.fails(1, 'set', 'shared', self.gif))
         self.assertEqual(self.status()['running'], True)
 
     def test_damaged_settings_do_no_harm(self):

@@ -66,6 +66,16 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   EXPECT_FALSE(removeItemAtPath("/.host"));
   EXPECT_FALSE(removeItemAtPath("/a/../.host/lock"));
   EXPECT_TRUE(root.has("/.host/lock"));
+  // A NUL would hide the rest of a name from the kernel.
+  root.write("/above/below/file", std::string("x"));
+  for (const std::string& path : {std::string("/above/..\0/secret", 18), std::string("/above\0", 7),
+                                  std::string("/.host\0/lock", 12), std::string("/..\0", 4)}) {
+    EXPECT_FALSE(removeItemAtPath(path));
+    EXPECT_FALSE(moveItemAtPath("/inside", path));
+    EXPECT_FALSE(createDirectoryAtPath(path));
+  }
+  EXPECT_TRUE(root.has("/above/below/file"));
+  EXPECT_TRUE(root.has("/.host/lock"));
   // A link itself may go, what it points at stays.
   EXPECT_TRUE(removeItemAtPath("/link"));
   EXPECT_TRUE(writeToFileAtomically(bytes("x"), "/file"));

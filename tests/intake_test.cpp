@@ -106,6 +106,15 @@ TEST(Intake, WithoutAPathNothingOnDiskChanges) {
   EXPECT_EQ(Stage::stored("MODE_INDEX"), std::nullopt);
 }
 
+TEST(Intake, LeavesAFolderAlone) {
+  const FullLibrary device;
+  for (const std::string& name : {std::string("Documents"), std::string(incoming[0].name)}) {
+    device.root.write(downloads + name + "/letter", std::string("mine"));
+    device.takeIn(downloads + name);
+    EXPECT_TRUE(device.root.has(downloads + name + "/letter")) << name;
+  }
+}
+
 TEST(Intake, AFileThatCannotBeMovedIsUsedUpAllTheSame) {
   const FullLibrary device;
   // A folder that stands in for a place that cannot be cleared is moved over nothing.

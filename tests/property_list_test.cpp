@@ -175,8 +175,8 @@ TEST(PropertyLists, AreNoneWhereTheyAreDamaged) {
   EXPECT_FALSE(dictionaryOf(root, std::string("<other/>")).has_value());
 }
 
-// Such lists once took minutes, or all memory. What they hold is not lost either: a list that is not
-// read is not replaced.
+// Such lists once took minutes, or all memory. What they hold is not lost either: a list that is
+// not read is not replaced.
 TEST(PropertyLists, AreNeitherReadNorReplacedWhereTheyCostTooMuch) {
   const DeviceRoot root;
   auto isLeftAlone = [&root](const auto& contents) {

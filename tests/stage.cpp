@@ -8,6 +8,7 @@
 
 #include <poll.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "gifview/notification_names.h"
@@ -19,6 +20,7 @@
 #include "platform/linux/bus.h"
 #include "platform/linux/device_root.h"
 #include "platform/linux/display_clock.h"
+#include "platform/linux/file_contents.h"
 #include "platform/linux/png.h"
 #include "platform/linux/run_loop.h"
 #include "platform/messaging_center.h"
@@ -129,7 +131,7 @@ Stage::Stage(StageOptions options) {
   if (std::exchange(isUsed, true)) {
     throw std::runtime_error("one stage per process: run the tests through ctest");
   }
-  bus_ = std::make_unique<tool::BusDaemon>(root("/bus.log"));
+  bus_ = std::make_unique<tool::BusDaemon>(-1);
   platform::Bus::open(bus_->address(), [] {});
   springBoard_ = std::make_unique<host::SpringBoard>(hostOptions(options));
   lumora::installHooks();
@@ -251,8 +253,11 @@ std::shared_ptr<platform::UIView> Stage::hostView(const lumora::LocationEntry& e
 }
 
 Color Stage::colorAt(int x, int y) {
-  const auto png = host::takeScreenshot(springBoard_->screen(), 1);
-  const auto picture = platform::decodePng(*platform::NSData::dataWithBytes(png));
+  platform::FileDescriptor png(host::takeScreenshot(springBoard_->screen(), 1));
+  struct stat status {};
+  EXPECT_EQ(fstat(png.get(), &status), 0);
+  const auto picture = platform::decodePng(
+      *platform::dataOfFile({std::move(png), static_cast<std::size_t>(status.st_size)}));
   const auto pixel = pixelAt(*picture, x, y);
   return {pixel[0], pixel[1], pixel[2]};
 }

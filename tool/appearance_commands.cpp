@@ -9,6 +9,7 @@
 #include "gifview/notification_names.h"
 #include "settings/control_names.h"
 #include "tool/failure.h"
+#include "tool/file_lock.h"
 #include "tool/progress_bar.h"
 #include "tool/stored_settings.h"
 
@@ -93,6 +94,12 @@ void changeBlur(const DeviceFolder& device, const Words& words) {
   const TimeLimit limit{Seconds(words.timeout)};
   auto host = HostConnection::find(device, limit.left());
   if (!host) return;
+  // Two that rewrite at once would mix their frames: the last one to write a file, not the last one
+  // to be asked for, would stay.
+  FileLock lock(device, FileLock::blur);
+  if (!lock.take(limit.left())) {
+    throw Failure("another blur has not finished before the timeout; the setting is stored");
+  }
   Rewriting rewriting(*host);
   host->post(lumora::blurNeedsUpdatingNotification);
   rewriting.await(limit);

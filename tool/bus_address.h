@@ -3,12 +3,19 @@
 
 #include <string>
 
+#include "tool/time_limit.h"
+
 namespace tool {
 
-// "" for an address of another kind.
-std::string socketPath(const std::string& address);
+enum class BusState {
+  // Nobody listens, or a program of another user does.
+  Absent,
+  // Somebody listens, but does not answer in time.
+  Silent,
+  Answering,
+};
 
-// Whether somebody listens there.
-bool isListening(const std::string& address);
+// Begins to log in, as every client does, and goes away again; so it never waits longer than said.
+BusState stateOfBus(const std::string& address, Seconds timeout);
 
 }  // namespace tool

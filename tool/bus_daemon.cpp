@@ -1,27 +1,33 @@
 #include "tool/bus_daemon.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
+#include <vector>
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/device_root.h"
-#include "tool/bus_address.h"
+#include "platform/linux/file_contents.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"
-#include "tool/user_file.h"
 
 namespace tool {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::FileDescriptor;
 
-constexpr auto directoryPrefix = "lumora-";
+constexpr auto prefix = "lumora-";
+constexpr auto lockName = "lock";
+constexpr const char* fileNames[] = {"bus", "bus.conf", lockName};
 
-// The bus of one user's one device: no services to activate, and room for large screenshots.
+// The bus of one user's one device: no services to activate, room for hundreds of commands at once,
+// and no message that is larger than any of ours.
 std::string configuration(const std::string& socket) {
   return R"(<!DOCTYPE busconfig PUBLIC
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
@@ -36,23 +42,58 @@ std::string configuration(const std::string& socket) {
     <allow eavesdrop="true"/>
     <allow own="*"/>
   </policy>
-  <limit name="max_message_size">134217728</limit>
+  <limit name="max_message_size">1048576</limit>
+  <limit name="max_incomplete_connections">10000</limit>
+  <limit name="max_completed_connections">10000</limit>
+  <limit name="max_connections_per_user">10000</limit>
 </busconfig>
 )";
 }
 
-// A socket's path must be short, which the device's folder may not be.
-std::string makeShortDirectory() {
+// The path goes into the daemon's configuration and into an address: nothing in it may need quoting
+// there.
+bool isSuitable(const std::string& base) {
   constexpr std::size_t longestBase = 64;
+  return base.starts_with('/') && base.size() <= longestBase &&
+         std::ranges::all_of(base, [](unsigned char c) {
+           return std::isalnum(c) || c == '/' || c == '-' || c == '_' || c == '.';
+         });
+}
+
+std::vector<std::string> bases() {
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-  for (const std::string& base :
-       {std::string(runtime == nullptr ? "" : runtime), std::string("/tmp")}) {
-    if (base.empty() || base.size() > longestBase) continue;
-    std::string name = base;
-    name.append("/").append(directoryPrefix).append("XXXXXX");
-    if (mkdtemp(name.data()) != nullptr) return name;
+  std::vector<std::string> suitable;
+  if (runtime != nullptr && isSuitable(runtime)) suitable.emplace_back(runtime);
+  suitable.emplace_back("/tmp");
+  return suitable;
+}
+
+bool isOurFolder(const fs::path& path) {
+  struct stat status {};
+  return path.filename().string().starts_with(prefix) && lstat(path.c_str(), &status) == 0 &&
+         S_ISDIR(status.st_mode) && status.st_uid == geteuid();
+}
+
+void removeFolder(const std::string& path) {
+  for (const char* name : fileNames) unlink((path + "/" + name).c_str());
+  rmdir(path.c_str());
+}
+
+FileDescriptor takeLock(const std::string& folder, int flags) {
+  FileDescriptor lock(open((folder + "/" + lockName).c_str(),
+                           O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags, 0600));
+  const bool isTaken = lock && flock(lock.get(), LOCK_EX | LOCK_NB) == 0;
+  return isTaken ? std::move(lock) : FileDescriptor();
+}
+
+// Whoever uses such a folder holds its lock.
+void removeRemains(const std::string& base) {
+  std::error_code error;
+  for (fs::directory_iterator entry(base, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const std::string folder = entry->path();
+    if (isOurFolder(folder) && takeLock(folder, 0)) removeFolder(folder);
   }
-  throw Failure("cannot make a folder for the message bus in /tmp: is there space?");
 }
 
 // Waits for the address that the daemon prints once it is ready; empty if it ends before.
@@ -70,54 +111,49 @@ std::string readAddress(int descriptor) {
 
 }  // namespace
 
-BusDaemon::BusDaemon(const std::string& errorFile) : directory_(makeShortDirectory()) {
-  try {
-    start(errorFile);
-  } catch (const Failure&) {
-    std::error_code error;
-    fs::remove_all(directory_, error);
-    throw;
+BusFolder::BusFolder() {
+  for (const std::string& base : bases()) {
+    removeRemains(base);
+    std::string name = base + "/" + prefix + "XXXXXX";
+    if (mkdtemp(name.data()) == nullptr) continue;
+    path_ = name;
+    lock_ = takeLock(path_, O_CREAT);
+    if (lock_) return;
+    removeFolder(path_);
   }
+  throw Failure("cannot make a folder for the message bus in /tmp: is there space?");
 }
 
-void BusDaemon::start(const std::string& errorFile) {
-  const std::string file = directory_ + "/bus.conf";
-  const std::string text = configuration(directory_ + "/bus");
-  writeUserFile(file, {text.begin(), text.end()});
+BusFolder::~BusFolder() {
+  removeFolder(path_);
+}
+
+BusDaemon::BusDaemon(int errorFile) {
+  const std::string file = folder_.path() + "/bus.conf";
+  const std::string text = configuration(folder_.path() + "/bus");
+  const FileDescriptor written = platform::createFile(AT_FDCWD, file);
+  if (!written || !platform::writeAll(
+                      written, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()})) {
+    throw Failure("cannot write " + file + ": is there space?");
+  }
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) throw Failure("cannot start dbus-daemon: too many open files");
-  platform::FileDescriptor reader(ends[0]);
-  platform::FileDescriptor writer(ends[1]);
+  const FileDescriptor reader(ends[0]);
+  FileDescriptor writer(ends[1]);
   fcntl(writer.get(), F_SETFD, 0);
   process_ =
       startProgram({"dbus-daemon", "--nofork", "--nopidfile", "--nosyslog", "--config-file=" + file,
                     "--print-address=" + std::to_string(writer.get())},
                    errorFile);
-  writer = platform::FileDescriptor();
+  writer = FileDescriptor();
   address_ = readAddress(reader.get());
   if (!address_.empty()) return;
   endProgram(process_);
-  throw Failure("cannot start dbus-daemon (see " + errorFile + "); is the package dbus installed?");
+  throw Failure("cannot start dbus-daemon; is the package dbus installed?");
 }
 
 BusDaemon::~BusDaemon() {
   endProgram(process_);
-  std::error_code error;
-  fs::remove_all(directory_, error);
-}
-
-void BusDaemon::removeRemains(const std::string& address) {
-  const fs::path socket = socketPath(address);
-  const fs::path directory = socket.parent_path();
-  struct stat status {};
-  const bool isOurs = directory.filename().string().starts_with(directoryPrefix) &&
-                      lstat(directory.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
-                      status.st_uid == getuid();
-  std::error_code error;
-  if (!isOurs) return;
-  fs::remove(socket, error);
-  fs::remove(directory / "bus.conf", error);
-  fs::remove(directory, error);
 }
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 // Programs started by this one.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,9 +11,17 @@ namespace tool {
 
 // Starts a program, found on the PATH unless its name has a slash, apart from the terminal's
 // signals; it is ended with SIGTERM when this process dies. Descriptors at or above 3 that are not
-// close-on-exec go with it. What it says on stderr goes to the file named, if one is. Throws
+// close-on-exec go with it. What it says on stderr goes to the file, unless that is -1. Throws
 // Failure if it cannot be started at all; a program that is not there ends with exit code 127.
-pid_t startProgram(const std::vector<std::string>& arguments, const std::string& errorFile = "");
+pid_t startProgram(const std::vector<std::string>& arguments, int errorFile = -1);
+
+// Does work in a process of its own, which is ended in the same way; the exit code is that of the
+// work. Throws Failure if there can be none.
+pid_t startProcess(const std::function<int()>& work);
+
+// Does work in a process that goes on without this one, and without its terminal, from the moment
+// on when the work calls detach. Returns then. A Failure of the work before that is thrown here.
+void runDetached(const std::function<void(const std::function<void()>& detach)>& work);
 
 // Ends a program that startProgram has started, gently first, and waits for its end.
 void endProgram(pid_t process);

@@ -14,6 +14,7 @@
 #include "tool/play_command.h"
 #include "tool/run_command.h"
 #include "tool/screen_commands.h"
+#include "tool/set_command.h"
 #include "tool/settings_commands.h"
 #include "tool/status_command.h"
 
@@ -29,6 +30,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
   lumora.fallthrough();
   lumora.require_subcommand(1);
   addRunCommand(lumora, context);
+  addSetCommand(lumora, context);
   addScreenCommands(lumora, context);
   addSettingsCommands(lumora, context);
   addAppearanceCommands(lumora, context);

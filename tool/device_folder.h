@@ -17,23 +17,20 @@ class DeviceFolder {
 
   const std::filesystem::path& path() const { return path_; }
 
-  // Locked by whoever runs the device's home screen.
-  std::filesystem::path hostLockFile() const { return hostFolder() / "lock"; }
-  // What the bus daemon has complained of.
-  std::filesystem::path busLog() const { return hostFolder() / "bus.log"; }
-  // Locked by whoever hands a GIF to the home screen.
-  std::filesystem::path handOverLockFile() const { return hostFolder() / "hand-over.lock"; }
+  // The folder in it that is the programs' own: nobody else may look into it, and nothing in it is
+  // followed. Throws Failure if it cannot be had.
+  int hostFolder() const;
+
   // Of the bus of the device's home screen; nothing if none was ever started, or the last one has
-  // ended in order.
+  // ended in order. Throws Failure if the device belongs to another user.
   std::optional<std::string> busAddress() const;
   void setBusAddress(const std::string& address) const;
   void forgetBusAddress() const;
 
  private:
-  std::filesystem::path hostFolder() const { return path_ / platform::hostFolderName; }
-  std::filesystem::path addressFile() const { return hostFolder() / "bus"; }
-
   std::filesystem::path path_;
+  platform::FileDescriptor hostFolder_;
+  int hostFolderError_ = 0;
 };
 
 }  // namespace tool

@@ -1,5 +1,7 @@
 #include "tool/file_lock.h"
 
+#include <cerrno>
+#include <cstring>
 #include <thread>
 
 #include <fcntl.h>
@@ -10,15 +12,13 @@
 
 namespace tool {
 
-FileLock::FileLock(const std::filesystem::path& file, bool isInherited) {
-  std::error_code error;
-  std::filesystem::create_directories(file.parent_path(), error);
+FileLock::FileLock(const DeviceFolder& device, const char* name, bool isInherited) {
   // Not for writing, so that a lock can be taken where nothing can be written any more.
-  const int flags = O_RDONLY | O_CREAT | (isInherited ? 0 : O_CLOEXEC);
-  file_ = platform::FileDescriptor(open(file.c_str(), flags, 0600));
-  if (!file_) {
-    throw Failure("cannot write " + file.string() + ": is the folder yours, and is there space?");
-  }
+  const int flags = O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | (isInherited ? 0 : O_CLOEXEC);
+  file_ = platform::FileDescriptor(openat(device.hostFolder(), name, flags, 0600));
+  if (file_) return;
+  throw Failure("cannot open " + (device.path() / platform::hostFolderName / name).string() + ": " +
+                std::strerror(errno));
 }
 
 bool FileLock::tryToTake() {

@@ -1,7 +1,10 @@
 #include "tool/frames_command.h"
 
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 
@@ -10,7 +13,6 @@
 #include "platform/linux/picture.h"
 #include "tool/failure.h"
 #include "tool/gif_file.h"
-#include "tool/user_file.h"
 
 namespace tool {
 namespace {
@@ -34,41 +36,66 @@ class QuietClient : public lumora::FrameExtractionClient {
 fs::path emptyFolder(const std::string& name) {
   std::error_code error;
   fs::create_directories(name, error);
-  fs::path folder = fs::canonical(name, error);
-  if (error || !fs::is_directory(folder, error)) {
-    throw Failure("cannot use " + name + ": " + (error ? error.message() : "not a folder"));
-  }
-  if (!fs::is_empty(folder, error)) {
-    throw Failure(name + " is not empty; name a new folder");
-  }
+  fs::path folder = error ? fs::path() : fs::canonical(name, error);
+  if (!error && !fs::is_directory(folder, error))
+    error = std::make_error_code(std::errc::not_a_directory);
+  if (error) throw Failure("cannot use " + name + ": " + error.message());
+  if (!fs::is_empty(folder, error)) throw Failure(name + " is not empty; name a new folder");
   return folder;
 }
 
-void writeFrames(const std::string& gifPath, const std::string& folderName) {
-  const platform::DataRef gif = openUserFile(gifPath);
-  if (!platform::CGImageSource::createWithData(gif)) throw noPicture(gifPath);
-  const bool isNewFolder = !fs::exists(folderName);
-  const fs::path folder = emptyFolder(folderName);
+// A folder in another one, gone with the object and with everything in it.
+class ScratchFolder {
+ public:
+  explicit ScratchFolder(const fs::path& parent) {
+    std::string name = (parent / ".frames-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw Failure("cannot write to " + parent.string() + ": " + std::strerror(errno));
+    }
+    path_ = name;
+  }
+  ~ScratchFolder() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+// A cache is made in a folder that is replaced whole; the one that was named stays.
+int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& folder) {
   // Every path of the machine is a path of the device here.
   platform::setDeviceRoot("/");
-  lumora::FrameCacheLayout layout(folder.string() + ".gif");
-  layout.fullGIFPath = fs::canonical(gifPath).string();
+  lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
+  layout.fullGIFPath = fs::canonical(gif.path).string();
   QuietClient client;
-  lumora::rebuildFrameCache(layout, gif, client);
-  if (client.framesFound() == 0) {
-    for (const auto& entry : fs::directory_iterator(folder)) fs::remove_all(entry.path());
-    if (isNewFolder) fs::remove(folder);
-    throw noPicture(gifPath);
-  }
-  const auto durations = lumora::loadFrameDurations(layout);
+  lumora::rebuildFrameCache(layout, gif.data, client);
+  checkMemory(gif.path);
   std::int32_t written = 0;
   // A damaged image leaves its number out.
   for (std::int32_t index = 0; index < client.frameCount(); ++index) {
     if (fs::exists(layout.framePath(index))) ++written;
   }
-  if (!durations || written < client.framesFound())
-    throw Failure("cannot write all frames to " + folderName + ": is there space?");
-  std::printf("%d frames in %s\n", client.framesFound(), folderName.c_str());
+  if (!lumora::loadFrameDurations(layout) || written < client.framesFound())
+    throw Failure("cannot write all frames to " + folder.string() + ": is there space?");
+  for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
+    fs::rename(entry.path(), folder / entry.path().filename());
+  }
+  return written;
+}
+
+void writeFrames(const std::string& gifPath, const std::string& folderName) {
+  const ChosenGif gif = readGif(gifPath, Wanted::AnyFrame);
+  const fs::path folder = emptyFolder(folderName);
+  const ScratchFolder scratch(folder);
+  const int frames = makeFrames(gif, scratch.path(), folder);
+  warnOfDamage(gif);
+  std::printf("%d frames in %s\n", frames, folderName.c_str());
 }
 
 int delayInCentiseconds(const platform::CGImageSource& source, int index) {
@@ -81,7 +108,7 @@ int delayInCentiseconds(const platform::CGImageSource& source, int index) {
 }
 
 void printRawFrames(const std::string& gifPath) {
-  const ChosenGif gif = readGif(gifPath);
+  const ChosenGif gif = readGif(gifPath, Wanted::AnyFrame);
   const auto source = platform::CGImageSource::createWithData(gif.data);
   for (int index = 0; index < source->count(); ++index) {
     const auto image = source->createImageAtIndex(index);
@@ -91,6 +118,8 @@ void printRawFrames(const std::string& gifPath) {
                 delayInCentiseconds(*source, index));
     std::fwrite(pixels.data(), 1, pixels.size(), stdout);
   }
+  checkMemory(gifPath);
+  warnOfDamage(gif);
 }
 
 }  // namespace

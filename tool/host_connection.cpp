@@ -24,6 +24,11 @@ std::uint64_t microseconds(Seconds timeout) {
       std::chrono::duration_cast<std::chrono::microseconds>(timeout).count());
 }
 
+bool isTimeout(const sdbus::Error& error) {
+  return error.getName() == "org.freedesktop.DBus.Error.Timeout" ||
+         error.getName() == "org.freedesktop.DBus.Error.NoReply";
+}
+
 }  // namespace
 
 HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
@@ -33,12 +38,20 @@ HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
 
 std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
   const auto address = device.busAddress();
-  if (!address || !isListening(*address)) return nullptr;
+  // The bus's library would wait for minutes where nobody answers, so that is found out first.
+  constexpr Seconds longestLogin{10};
+  const BusState state =
+      address ? stateOfBus(*address, std::min(timeout, longestLogin)) : BusState::Absent;
+  if (state == BusState::Absent) return nullptr;
+  const Failure silence("the message bus of " + device.path().string() +
+                        " does not answer; if this persists, restart `lumora run`");
+  if (state == BusState::Silent) throw silence;
   try {
     std::unique_ptr<HostConnection> host(
         new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
     return host->serves(control::busName, timeout) ? std::move(host) : nullptr;
-  } catch (const sdbus::Error&) {
+  } catch (const sdbus::Error& error) {
+    if (isTimeout(error)) throw silence;
     return nullptr;
   }
 }
@@ -69,12 +82,12 @@ void HostConnection::ask(Seconds timeout, const std::string& method, Use use) {
     invoker.onInterface(control::interface).withTimeout(microseconds(timeout));
     use(invoker);
   } catch (const sdbus::Error& error) {
-    if (error.getName() == "org.freedesktop.DBus.Error.Timeout") {
+    if (isTimeout(error)) {
       throw Failure(
-          "the home screen does not answer in the time allowed; if it never does, end `lumora run` "
-          "and start it again");
+          "the home screen did not answer before the timeout; if this persists, restart "
+          "`lumora run`");
     }
-    throw Failure("the home screen did not do it: " + error.getMessage());
+    throw Failure("the home screen refused: " + error.getMessage());
   }
 }
 
@@ -107,10 +120,10 @@ bool HostConnection::settle(Seconds timeout) {
   return isAtRest;
 }
 
-std::vector<std::uint8_t> HostConnection::screenshot() {
-  std::vector<std::uint8_t> png;
+platform::FileDescriptor HostConnection::screenshot() {
+  sdbus::UnixFd png;
   ask(usualTimeout, "Screenshot", [&](auto& invoker) { invoker.storeResultsTo(png); });
-  return png;
+  return platform::FileDescriptor(png.release());
 }
 
 void HostConnection::post(const std::string& name) {
@@ -128,8 +141,13 @@ void HostConnection::post(const std::string& name) {
 void HostConnection::watch(std::function<void(const std::string&)> handler) {
   watching_ = std::make_unique<sdbus::Slot>(connection_->addMatch(
       darwin::matchRule(), [handler = std::move(handler)](sdbus::Message& message) {
+        // Anybody on the bus may send such a signal, with anything in it.
         std::string name;
-        message >> name;
+        try {
+          message >> name;
+        } catch (const sdbus::Error&) {
+          return;
+        }
         handler(name);
       }));
 }

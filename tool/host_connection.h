@@ -2,11 +2,9 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -17,7 +15,8 @@ namespace tool {
 
 class HostConnection {
  public:
-  // nullptr if no home screen of this device is running and has finished launching.
+  // nullptr if no home screen of this device is running and has finished launching. Throws Failure
+  // if its bus does not answer.
   static std::unique_ptr<HostConnection> find(const DeviceFolder& device,
                                               Seconds timeout = usualTimeout);
   // The same, but throws Failure with exit code 3.
@@ -29,7 +28,8 @@ class HostConnection {
   void rotate(const std::string& orientation);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
-  std::vector<std::uint8_t> screenshot();
+  // A PNG file, without a name.
+  platform::FileDescriptor screenshot();
 
   // Whether someone on the device serves this name on the bus, for example a messaging centre.
   bool serves(const std::string& name, Seconds timeout = usualTimeout);

@@ -2,10 +2,14 @@
 
 #include <cstdio>
 #include <exception>
+#include <new>
+
+#include <unistd.h>
 
 #include "platform/linux/freed_memory.h"
 #include "tool/command_line.h"
 #include "tool/failure.h"
+#include "tool/terminal.h"
 
 namespace {
 
@@ -25,9 +29,12 @@ int main(int argc, char** argv) {
     finishOutput();
     return code;
   } catch (const tool::Failure& failure) {
-    std::fprintf(stderr, "lumora: %s\n", failure.what());
+    std::fprintf(stderr, "lumora: %s\n", tool::printable(failure.what(), STDERR_FILENO).c_str());
     if (!failure.help().empty()) std::fprintf(stderr, "\n%s", failure.help().c_str());
     return failure.code();
+  } catch (const std::bad_alloc&) {
+    std::fprintf(stderr, "lumora: out of memory\n");
+    return tool::ExitCode::Failed;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "lumora: %s\n", error.what());
     return tool::ExitCode::Failed;

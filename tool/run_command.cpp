@@ -8,19 +8,21 @@
 #include <memory>
 #include <optional>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/inotify.h>
 #include <sys/signalfd.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "host/host_options.h"
-#include "settings/control_names.h"
 #include "tool/bus_daemon.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"
-#include "tool/set_command.h"
+#include "tool/terminal.h"
+#include "tool/wallpaper_import.h"
 
 namespace tool {
 namespace {
@@ -32,6 +34,8 @@ struct RunWords {
   std::optional<double> seconds;
   host::HostOptions options;
 };
+
+constexpr Seconds longestImport{3600};
 
 std::string besideThisProgram(const char* name) {
   return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
@@ -45,11 +49,21 @@ platform::FileDescriptor blockedSignals() {
   return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
-// Readable when something about the file has changed, also when it is deleted.
-platform::FileDescriptor changesOf(const std::filesystem::path& file) {
-  platform::FileDescriptor changes(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
-  inotify_add_watch(changes.get(), file.c_str(), IN_ATTRIB);
-  return changes;
+// Readable when the device's folder, or one that it is in, may have been moved or deleted.
+platform::FileDescriptor movesOf(const DeviceFolder& device) {
+  platform::FileDescriptor moves(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  const auto lock = device.path() / platform::hostFolderName / FileLock::host;
+  for (auto path = lock; path != path.root_path(); path = path.parent_path()) {
+    inotify_add_watch(moves.get(), path.c_str(), IN_MOVE_SELF | IN_DELETE_SELF | IN_ATTRIB);
+  }
+  return moves;
+}
+
+bool isSameFile(int descriptor, const std::filesystem::path& path) {
+  struct stat open {};
+  struct stat named {};
+  return fstat(descriptor, &open) == 0 && stat(path.c_str(), &named) == 0 &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 // The home screen with its bus, from start to end.
@@ -60,16 +74,19 @@ class HostRun {
         words_(words),
         gif_(gif),
         signals_(blockedSignals()),
-        lock_(device.hostLockFile(), true),
-        lockChanges_(changesOf(device.hostLockFile())) {
+        lock_(device, FileLock::host, true),
+        moves_(movesOf(device)) {
     takeLock();
-    if (auto address = device.busAddress()) BusDaemon::removeRemains(*address);
-    bus_ = std::make_unique<BusDaemon>(device.busLog());
+    const platform::FileDescriptor busLog(
+        openat(device.hostFolder(), "bus.log",
+               O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+    bus_ = std::make_unique<BusDaemon>(busLog.get());
     device.setBusAddress(bus_->address());
     start();
   }
 
   ~HostRun() {
+    if (import_ > 0) endProgram(import_);
     if (process_ > 0) endProgram(process_);
     device_.forgetBusAddress();
   }
@@ -118,7 +135,7 @@ class HostRun {
       throw Failure("the home screen was ended by signal " + std::to_string(WTERMSIG(status_)));
     }
     if (WEXITSTATUS(status_) == exitCodeOfMissingProgram) {
-      throw Failure("cannot start springboard, which belongs beside lumora");
+      throw Failure("cannot start springboard: it must be in the same folder as lumora");
     }
     // It has said why itself.
     return WEXITSTATUS(status_) == 0 ? ExitCode::Done : ExitCode::Failed;
@@ -129,26 +146,38 @@ class HostRun {
     if (!host) return;
     isLaunched_ = true;
     if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
-    if (gif_) {
-      FileLock handOverLock(device_.handOverLockFile());
-      handOverLock.take(usualTimeout);
-      handOver(*host, lumora::ScreenLocation::Shared, *gif_, TimeLimit(usualTimeout));
-      host->post(lumora::control::updateAnimating);
-    }
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
                 words_.options.display.c_str(), device_.path().c_str());
     if (words_.options.display == "window") std::printf("in the window, ? lists the keys\n");
     std::fflush(stdout);
+    if (gif_) import_ = startProcess([this] { return import(); });
+  }
+
+  // In a process of its own, since it takes as long as the GIF is large.
+  int import() const {
+    try {
+      const TimeLimit limit(longestImport);
+      auto host = HostConnection::require(device_);
+      WallpaperImport import(device_, *host, lumora::ScreenLocation::Shared, *gif_, limit);
+      import.handOver();
+      import.finish();
+      return ExitCode::Done;
+    } catch (const std::exception& error) {
+      std::fprintf(stderr, "lumora: %s\n", printable(error.what(), STDERR_FILENO).c_str());
+      return ExitCode::Failed;
+    }
   }
 
   // No command could reach the home screen any more.
   void checkFolder() {
     char changes[4096];
-    while (read(lockChanges_.get(), changes, sizeof changes) > 0) {
+    while (read(moves_.get(), changes, sizeof changes) > 0) {
     }
-    if (!lock_.isGone()) return;
+    const bool isMoved =
+        !isSameFile(device_.hostFolder(), device_.path() / platform::hostFolderName);
+    if (!isMoved && !lock_.isGone()) return;
     throw Failure("the device's folder " + device_.path().string() +
-                  " has been deleted; the home screen ends with it");
+                  " has been moved or deleted; the home screen ends with it");
   }
 
   bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
@@ -163,7 +192,7 @@ class HostRun {
           std::chrono::ceil<std::chrono::milliseconds>(*end_ - steady_clock::now()).count();
       pause = static_cast<int>(std::clamp<std::int64_t>(rest, 0, pause));
     }
-    pollfd waiting[] = {{signals_.get(), POLLIN, 0}, {lockChanges_.get(), POLLIN, 0}};
+    pollfd waiting[] = {{signals_.get(), POLLIN, 0}, {moves_.get(), POLLIN, 0}};
     poll(waiting, std::size(waiting), pause);
     checkFolder();
     signalfd_siginfo info{};
@@ -179,9 +208,10 @@ class HostRun {
   const std::optional<ChosenGif>& gif_;
   const platform::FileDescriptor signals_;
   FileLock lock_;
-  const platform::FileDescriptor lockChanges_;
+  const platform::FileDescriptor moves_;
   std::unique_ptr<BusDaemon> bus_;
   pid_t process_ = -1;
+  pid_t import_ = -1;
   int status_ = 0;
   bool isLaunched_ = false;
   std::optional<steady_clock::time_point> end_;

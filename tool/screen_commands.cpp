@@ -8,12 +8,13 @@
 
 #include <sys/file.h>
 #include <sys/signalfd.h>
+#include <unistd.h>
 
 #include "platform/linux/device_root.h"
 #include "settings/control_names.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"
-#include "tool/set_command.h"
+#include "tool/terminal.h"
 #include "tool/user_file.h"
 
 namespace tool {
@@ -26,7 +27,6 @@ struct Words {
   std::string path;
   double seconds = 0;
   double timeout = usualTimeout.count();
-  bool noWait = false;
 };
 
 void awaitHost(const DeviceFolder& device, Seconds timeout) {
@@ -41,7 +41,7 @@ void awaitHost(const DeviceFolder& device, Seconds timeout) {
 void stopHost(const DeviceFolder& device, Seconds timeout) {
   const TimeLimit limit(timeout);
   HostConnection::require(device, limit.left())->call("Stop", limit.left());
-  FileLock lock(device.hostLockFile());
+  FileLock lock(device, FileLock::host);
   if (!lock.take(limit.left())) {
     throw Failure("the home screen is still running after the time allowed (--timeout)");
   }
@@ -49,9 +49,7 @@ void stopHost(const DeviceFolder& device, Seconds timeout) {
 
 void takeScreenshot(const DeviceFolder& device, const std::string& path) {
   checkUserFileIsWritable(path);
-  const auto png = HostConnection::require(device)->screenshot();
-  if (png.empty()) throw Failure("the home screen has no memory for a screenshot");
-  writeUserFile(path, png);
+  writeUserFile(path, HostConnection::require(device)->screenshot());
 }
 
 void advance(const DeviceFolder& device, Seconds span, Seconds timeout) {
@@ -95,7 +93,7 @@ std::string timeOfDay() {
 void watchNotifications(const DeviceFolder& device) {
   auto host = HostConnection::require(device);
   host->watch([](const std::string& name) {
-    std::printf("%s %s\n", timeOfDay().c_str(), name.c_str());
+    std::printf("%s %s\n", timeOfDay().c_str(), printable(name, STDOUT_FILENO).c_str());
     std::fflush(stdout);
   });
   const platform::FileDescriptor ends = endSignals();
@@ -103,6 +101,7 @@ void watchNotifications(const DeviceFolder& device) {
   while (host->pump(steady_clock::time_point::max(), ends.get())) {
     if (read(ends.get(), &info, sizeof info) > 0) return;
   }
+  throw Failure("the home screen has ended");
 }
 
 void addStateCommands(CLI::App& lumora, Context& context) {
@@ -151,14 +150,6 @@ void addWaitingCommands(CLI::App& lumora, Context& context) {
 
 void addWallpaperCommands(CLI::App& lumora, Context& context) {
   auto words = std::make_shared<Words>();
-  auto* set = addCommand(lumora, context, "set", "choose a GIF", [&context, words] {
-    setWallpaper(context.device(), locationNamed(words->word), words->path, !words->noWait,
-                 Seconds(words->timeout));
-  });
-  addChoice(set, "LOCATION", words->word, locationNames);
-  set->add_option("GIF", words->path)->required();
-  set->add_flag("--no-wait", words->noWait, "do not wait until the view is ready");
-  addTimeout(set, words->timeout);
   auto* remove = addCommand(lumora, context, "remove", "take a wallpaper down",
                             [&context, words] { removeWallpaper(context.device(), words->word); });
   addChoice(remove, "LOCATION", words->word, {"shared", "lockscreen", "homescreen", "all"});

@@ -6,10 +6,12 @@
 #include <memory>
 
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 #include "settings/settings_store.h"
 #include "tool/failure.h"
 #include "tool/stored_settings.h"
+#include "tool/terminal.h"
 
 namespace tool {
 namespace {
@@ -56,26 +58,26 @@ ordered_json allSettings() {
   };
 }
 
-std::string printable(const ordered_json& json, int indent = -1) {
+std::string dumped(const ordered_json& json, int indent = -1) {
   return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
 }
 
 void printSettings(bool asJson) {
   const ordered_json settings = allSettings();
   if (asJson) {
-    std::printf("%s\n", printable(settings, 2).c_str());
+    std::printf("%s\n", dumped(settings, 2).c_str());
     return;
   }
   for (const auto& [key, value] : settings.items()) {
-    const std::string text = value.is_string() ? value.get<std::string>() : printable(value);
-    std::printf("%-28s %s\n", key.c_str(), text.c_str());
+    const std::string text = value.is_string() ? value.get<std::string>() : dumped(value);
+    std::printf("%-28s %s\n", key.c_str(), printable(text, STDOUT_FILENO).c_str());
   }
 }
 
 void printSetting(const std::string& key) {
   const auto value = storedSetting(key);
   if (!value) throw Failure(key + " is not set; `lumora settings` shows what applies instead");
-  std::printf("%s\n", value->c_str());
+  std::printf("%s\n", printable(*value, STDOUT_FILENO).c_str());
 }
 
 void addRawCommands(CLI::App& lumora, Context& context) {

@@ -6,7 +6,6 @@
 
 #include "platform/property_list.h"
 #include "settings/device_paths.h"
-#include "settings/settings_store.h"
 #include "tool/failure.h"
 
 namespace tool {
@@ -25,14 +24,17 @@ bool isStorable(const std::string& text) {
 
 void storeSetting(const std::string& key, const std::string& value) {
   if (!isStorable(key) || !isStorable(value)) {
-    throw Failure("cannot store " + key +
-                      ": control characters and damaged text do not go into a " + "property list",
+    throw Failure("cannot store " + key + ": control characters and invalid UTF-8 cannot be stored",
                   ExitCode::WrongUse);
   }
-  lumora::setPreferencesObjectKey(value, key);
-  if (storedSetting(key) == value) return;
+  using platform::NSMutableDictionary;
+  auto settings = NSMutableDictionary::dictionaryWithContentsOfFile(lumora::settingsPath);
+  if (!settings) settings.emplace();
+  settings->setString(value, key);
+  if (settings->writeToFile(lumora::settingsPath)) return;
   throw Failure("cannot store " + key + " in " + lumora::settingsPath +
-                " below the device's folder: is it writable, and is there space?");
+                " in the device's folder; check that it is writable, not larger than 2 MB, and has "
+                "free space");
 }
 
 std::optional<std::string> storedSetting(const std::string& key) {

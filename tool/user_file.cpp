@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <utility>
 
 #include <fcntl.h>
@@ -53,25 +52,19 @@ void checkUserFileIsWritable(const std::string& path) {
   if (access(folder.c_str(), W_OK | X_OK) != 0) fail("write", path);
 }
 
-void writeUserFile(const std::string& path, const std::vector<std::uint8_t>& contents) {
+void writeUserFile(const std::string& path, const platform::FileDescriptor& contents) {
   std::error_code error;
   // What a link points at is replaced, not the link.
   std::filesystem::path target = std::filesystem::canonical(path, error);
-  if (error) target = path;
-  const std::string temporary = target.string() + "." + std::to_string(getpid()) + ".tmp";
-  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  if (!file) fail("write", path);
-  file.write(reinterpret_cast<const char*>(contents.data()),
-             static_cast<std::streamsize>(contents.size()));
-  file.close();
-  error.clear();
-  if (file) std::filesystem::rename(temporary, target, error);
-  if (file && !error) return;
-  if (error) errno = error.value();
-  const int reason = errno;
-  std::filesystem::remove(temporary, error);
-  errno = reason;
-  fail("write", path);
+  if (error) target = std::filesystem::absolute(path);
+  const platform::FileDescriptor folder(
+      open(target.parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const auto make = [&contents](int directory, const std::string& name) {
+    const auto file = platform::createFile(directory, name);
+    return file && platform::copyFile(contents, file);
+  };
+  if (!folder || !platform::replaceFileAt(folder.get(), target.filename(), make))
+    fail("write", path);
 }
 
 }  // namespace tool

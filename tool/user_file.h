@@ -1,11 +1,10 @@
 // Files that the user names on the command line, anywhere on the machine.
 #pragma once
 
-#include <cstdint>
 #include <string>
-#include <vector>
 
 #include "platform/data.h"
+#include "platform/linux/device_root.h"
 
 namespace tool {
 
@@ -17,8 +16,8 @@ std::string readUserText(const std::string& path);
 // Throws Failure if the file cannot be written, as far as that can be known before.
 void checkUserFileIsWritable(const std::string& path);
 
-// Replaces the file, or the one that a link of this name points at, whole or leaves it as it was;
-// throws Failure with the reason.
-void writeUserFile(const std::string& path, const std::vector<std::uint8_t>& contents);
+// Replaces the file, or the one that a link of this name points at, by a copy of another, or leaves
+// it as it was; throws Failure with the reason.
+void writeUserFile(const std::string& path, const platform::FileDescriptor& contents);
 
 }  // namespace tool

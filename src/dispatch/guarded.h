@@ -33,8 +33,8 @@ class Guarded {
   Value value_{};
 };
 
-// One that the whole process shares. It is made at its first use, so the library needs no initialiser
-// for it, and it is never destroyed: late blocks may use it while the process ends.
+// One that the whole process shares. It is made at its first use, so the library needs no
+// initialiser for it, and it is never destroyed: late blocks may use it while the process ends.
 template <typename Value>
 class GuardedGlobal {
  public:

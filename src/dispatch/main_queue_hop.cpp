@@ -3,17 +3,17 @@
 #include <memory>
 #include <utility>
 
-#include "platform/operation_queue.h"
+#include "dispatch/exception_barrier.h"
+#include "dispatch/queues.h"
 
 namespace lumora {
 
 void hopToMainQueue(std::function<void()> block, Deadline deadline) {
   auto semaphore = std::make_shared<Semaphore>();
-  platform::NSOperationQueue::mainQueue().addOperationWithBlock(
-      [block = std::move(block), semaphore] {
-        block();
-        semaphore->signal();
-      });
+  addToMainQueue([block = std::move(block), semaphore] {
+    stoppingExceptions(block);
+    semaphore->signal();
+  });
   semaphore->waitUntil(deadline);
 }
 

@@ -7,7 +7,8 @@
 
 namespace lumora {
 
-// Runs the block on the main queue and waits for its end until the deadline. The block runs late if
+// Runs the block on the main queue and waits until the deadline for its end, which may be by an
+// exception. The block runs late if
 // the deadline passes first, so it must own what it touches. Not to be called on the main thread.
 void hopToMainQueue(std::function<void()> block, Deadline deadline);
 

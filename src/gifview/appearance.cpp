@@ -1,5 +1,6 @@
 #include "gifview/appearance.h"
 
+#include "dispatch/queues.h"
 #include "gifview/blur.h"
 #include "gifview/gif_view.h"
 #include "gifview/mode_predicates.h"
@@ -7,7 +8,6 @@
 #include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/notify_center.h"
-#include "platform/operation_queue.h"
 #include "settings/settings_store.h"
 
 namespace lumora {
@@ -15,7 +15,6 @@ namespace {
 
 using platform::CGImageSource;
 using platform::DarwinNotifyCenter;
-using platform::NSOperationQueue;
 
 void rewriteFrame(const FrameCacheLayout& layout, CGImageSource& source, std::int32_t index,
                   float blur) {
@@ -51,17 +50,17 @@ void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view) {
 
 void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view) {
   const float alpha = getGIFAlpha(view->location());
-  NSOperationQueue::mainQueue().addOperationWithBlock([view, alpha] {
+  addToMainQueue([view, alpha] {
     if (const auto& imageView = view->imageView()) imageView->setAlpha(alpha);
   });
 }
 
 void updateGIFBlur(const std::shared_ptr<LWGIFView>& view) {
-  NSOperationQueue().addOperationWithBlock([view] { rewriteFrames(*view); });
+  runInBackground([view] { rewriteFrames(*view); });
 }
 
 void removeUnneededViews(const std::shared_ptr<LWGIFView>& view) {
-  NSOperationQueue::mainQueue().addOperationWithBlock([view] {
+  addToMainQueue([view] {
     if (!isUnneeded(*view)) return;
     view->removeFromSuperview();
     setPreferencesObjectKey("FALSE", view->identifier() + "_WALLPAPER_SET");

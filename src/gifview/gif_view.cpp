@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "dispatch/exception_barrier.h"
 #include "dispatch/main_queue_hop.h"
+#include "dispatch/queues.h"
 #include "gifview/appearance.h"
 #include "gifview/mode_predicates.h"
 #include "gifview/notification_names.h"
@@ -10,7 +12,6 @@
 #include "platform/file_manager.h"
 #include "platform/messaging_center.h"
 #include "platform/notify_center.h"
-#include "platform/operation_queue.h"
 #include "settings/settings_store.h"
 
 namespace lumora {
@@ -19,7 +20,6 @@ namespace {
 using platform::CADisplayLink;
 using platform::CPDistributedMessagingCenter;
 using platform::DarwinNotifyCenter;
-using platform::NSOperationQueue;
 
 // The views' registrations, apart from those of the host side.
 DarwinNotifyCenter& viewNotifyCenter() {
@@ -61,7 +61,7 @@ void LWGIFView::serveMessages() {
   if (!center->doesServerExist()) center->runServerOnCurrentThread();
   auto call = [weak = std::weak_ptr(self())](void (LWGIFView::*method)()) {
     return [weak, method] {
-      if (auto view = weak.lock()) (view.get()->*method)();
+      if (auto view = weak.lock()) stoppingExceptions([&] { (view.get()->*method)(); });
     };
   };
   center->registerForMessageName(shouldResumeMessage, call(&LWGIFView::resumeAnimation));
@@ -80,7 +80,7 @@ void LWGIFView::observeNotifications() {
   for (const auto& [name, handler] : handlers) {
     viewNotifyCenter().addObserver(
         this, name, [weak = std::weak_ptr(self()), update = handler](const std::string&) {
-          if (auto view = weak.lock()) update(view);
+          if (auto view = weak.lock()) stoppingExceptions([&] { update(view); });
         });
   }
 }
@@ -88,7 +88,7 @@ void LWGIFView::observeNotifications() {
 void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
   if (!platform::fileExistsAtPath(path) || !isEligible()) return;
   auto semaphore = std::make_shared<Semaphore>();
-  NSOperationQueue().addOperationWithBlock([view = self(), path, semaphore] {
+  runInBackground([view = self(), path, semaphore] {
     if (view->extract(path)) semaphore->signal();
   });
   semaphore->waitUntil(deadlineFromNow());
@@ -135,8 +135,7 @@ void LWGIFView::pauseAnimation() {
 // first goes on firing.
 void LWGIFView::resumeAnimation() {
   stopDisplayLink();
-  NSOperationQueue::mainQueue().addOperationWithBlock(
-      [view = self()] { view->startDisplayLink(); });
+  addToMainQueue([view = self()] { view->startDisplayLink(); });
 }
 
 void LWGIFView::stopDisplayLink() {
@@ -147,7 +146,7 @@ void LWGIFView::startDisplayLink() {
   isNextCycleQueued_ = false;
   auto link = CADisplayLink::displayLinkWithTarget(
       [weak = std::weak_ptr(self())](const CADisplayLink& fired) {
-        if (auto view = weak.lock()) view->update(fired);
+        if (auto view = weak.lock()) stoppingExceptions([&] { view->update(fired); });
       });
   displayLink_.store(link);
   link->setFrameInterval(1);
@@ -176,7 +175,7 @@ void LWGIFView::showFrame(std::int32_t index) {
 }
 
 void LWGIFView::setContentMode(platform::UIViewContentMode mode) {
-  NSOperationQueue::mainQueue().addOperationWithBlock([view = self(), mode] {
+  addToMainQueue([view = self(), mode] {
     if (view->imageView_) view->imageView_->setContentMode(mode);
   });
 }

@@ -1,5 +1,6 @@
 #include "hooks/control_notifications.h"
 
+#include "dispatch/exception_barrier.h"
 #include "placement/gating.h"
 #include "placement/installation.h"
 #include "placement/removal.h"
@@ -64,7 +65,7 @@ void observeControlNotifications() {
 void handleSimpleLumoraMessage(const std::string& name) {
   for (const Control& each : controls) {
     if (name != each.name) continue;
-    each.action();
+    stoppingExceptions(each.action);
     return;
   }
 }

@@ -1,6 +1,6 @@
 #include "placement/scaling.h"
 
-#include "platform/operation_queue.h"
+#include "dispatch/queues.h"
 #include "settings/settings_store.h"
 
 namespace lumora {
@@ -33,7 +33,7 @@ UIViewContentMode contentMode(Getter scalingMode) {
 
 void updateScalingModeOfWallpaper(const std::shared_ptr<LWGIFView>& view,
                                   const std::string& identifier) {
-  platform::NSOperationQueue::mainQueue().addOperationWithBlock([view, identifier] {
+  addToMainQueue([view, identifier] {
     const Getter getter = scalingGetter(identifier);
     if (getter != nullptr) view->setContentMode(contentMode(getter));
   });

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "dispatch/guarded.h"
-#include "platform/operation_queue.h"
+#include "dispatch/queues.h"
 
 namespace lumora {
 namespace {
@@ -20,7 +20,7 @@ void createTweakQueue() {
 }
 
 void addToTweakQueue(std::function<void()> block) {
-  if (auto queue = tweakQueue.load()) queue->addOperationWithBlock(std::move(block));
+  if (auto queue = tweakQueue.load()) addToQueue(*queue, std::move(block));
 }
 
 }  // namespace lumora

@@ -1,5 +1,6 @@
 #include "placement/wallpaper_listener.h"
 
+#include "dispatch/exception_barrier.h"
 #include "placement/gating.h"
 #include "placement/location_table.h"
 
@@ -31,7 +32,8 @@ void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UI
 void LWWallpaperListener::observeValueForKeyPath(std::string_view /*changedKeyPath*/,
                                                  platform::UIView& object,
                                                  const void* /*context*/) {
-  setWallpaperAnimating(locationOfTag(object.tag()), !object.hidden());
+  stoppingExceptions(
+      [&object] { setWallpaperAnimating(locationOfTag(object.tag()), !object.hidden()); });
 }
 
 }  // namespace lumora

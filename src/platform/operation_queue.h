@@ -16,7 +16,7 @@ class NSOperationQueue {
   // The queue whose block the calling thread is running; nothing where there is none.
   static std::optional<NSOperationQueue> currentQueue();
 
-  // How many blocks may run at the same time, at least 1; else some dozens, of all such queues
+  // How many blocks may run at the same time, at least 1; else several, of all such queues
   // together. To be set before the first block is added.
   void setMaxConcurrentOperationCount(int count);
   // The block must not throw.

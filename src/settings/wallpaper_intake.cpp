@@ -22,11 +22,15 @@ constexpr IncomingFile incomingFiles[] = {
     {"HOMESCREEN_LUMORA_WALLPAPER.gif", "0", homescreenGIFPath},
 };
 
-void replaceWallpaper(const IncomingFile& incoming, const std::string& source) {
+void makeRoomFor(const IncomingFile& incoming) {
   setPreferencesObjectKey(incoming.modeIndex, "MODE_INDEX");
   platform::removeItemAtPath(incoming.destination);
   platform::removeItemAtPath(platform::stringByDeletingPathExtension(incoming.destination));
-  platform::moveItemAtPath(source, incoming.destination);
+}
+
+bool isFolder(const std::string& path) {
+  bool isDirectory = false;
+  return platform::fileExistsAtPath(path, isDirectory) && isDirectory;
 }
 
 }  // namespace
@@ -37,7 +41,10 @@ void takeInWallpaperFile() {
   const auto* incoming =
       std::find_if(std::begin(incomingFiles), std::end(incomingFiles),
                    [&name](const IncomingFile& file) { return name == file.name; });
-  if (incoming != std::end(incomingFiles)) replaceWallpaper(*incoming, source);
+  const bool isKnown = incoming != std::end(incomingFiles);
+  if (isKnown) makeRoomFor(*incoming);
+  if (isFolder(source)) return;
+  if (isKnown) platform::moveItemAtPath(source, incoming->destination);
   platform::removeItemAtPath(source);
 }
 

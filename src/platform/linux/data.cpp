@@ -2,14 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <climits>
 #include <mutex>
 #include <optional>
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
@@ -122,23 +120,10 @@ class InFile : public NSData::Impl {
 
   bool makeFile(int directory, const std::string& name) const override {
     const FileDescriptor copy = createFile(directory, name);
-    off_t done = 0;
-    while (copy && static_cast<std::size_t>(done) < file_.size) {
-      const ssize_t count = copyRest(copy, done);
-      if (count == 0 || (count < 0 && errno != EINTR)) return false;
-    }
-    return static_cast<bool>(copy);
+    return copy && copyFile(file_.descriptor, copy);
   }
 
  private:
-  // The file system may share the blocks; between two of them the kernel copies. Moves done on.
-  ssize_t copyRest(const FileDescriptor& copy, off_t& done) const {
-    const auto rest = file_.size - static_cast<std::size_t>(done);
-    const int from = file_.descriptor.get();
-    const ssize_t shared = copy_file_range(from, &done, copy.get(), nullptr, rest, 0);
-    return shared > 0 ? shared : sendfile(copy.get(), from, &done, rest);
-  }
-
   const OpenFile file_;
 };
 

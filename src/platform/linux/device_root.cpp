@@ -33,6 +33,10 @@ std::vector<std::string> components(const std::string& path) {
   return names;
 }
 
+FileDescriptor openRoot() {
+  return FileDescriptor(open(rootFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
 FileDescriptor openDirectory(int parent, const std::string& name, bool make) {
   if (make) mkdirat(parent, name.c_str(), directoryMode);
   return FileDescriptor(
@@ -48,10 +52,12 @@ bool endsInDots(std::string_view devicePath) {
 std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
   std::vector<std::string> names = components(devicePath);
   if (names.empty() || rootFolder().empty() || endsInDots(devicePath)) return std::nullopt;
+  // The kernel would take the part before it for the whole.
+  if (devicePath.find('\0') != devicePath.npos) return std::nullopt;
   if (names.front() == hostFolderName) return std::nullopt;
   std::string last = std::move(names.back());
   names.pop_back();
-  FileDescriptor directory(open(rootFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  FileDescriptor directory = openRoot();
   for (const std::string& name : names) {
     if (!directory) return std::nullopt;
     directory = openDirectory(directory.get(), name, make);
@@ -76,6 +82,11 @@ FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
 
 void setDeviceRoot(const std::string& folder) {
   rootFolder() = folder;
+}
+
+FileDescriptor openHostFolder() {
+  const FileDescriptor root = openRoot();
+  return root ? openDirectory(root.get(), hostFolderName, false) : FileDescriptor();
 }
 
 std::optional<ItemLocation> locateItem(const std::string& devicePath) {

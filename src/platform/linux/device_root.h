@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace platform {
 
@@ -22,6 +23,8 @@ class FileDescriptor {
   FileDescriptor& operator=(const FileDescriptor&) = delete;
 
   int get() const { return value_; }
+  // From now on the caller closes it.
+  int release() { return std::exchange(value_, -1); }
   explicit operator bool() const { return value_ >= 0; }
 
  private:
@@ -38,8 +41,11 @@ struct ItemLocation {
 // machine's own.
 void setDeviceRoot(const std::string& folder);
 
-// Nothing if the path is the root itself or in the host's folder, or if a directory on the way is
-// missing or is a link.
+// The host's folder, itself no link; no descriptor if there is none.
+FileDescriptor openHostFolder();
+
+// Nothing if the path is the root itself or in the host's folder, if it contains a NUL, or if a
+// directory on the way is missing or is a link.
 std::optional<ItemLocation> locateItem(const std::string& devicePath);
 // The same, with missing directories on the way made.
 std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath);

@@ -17,9 +17,9 @@ class Canvas {
  public:
   Canvas(int width, int height);
 
-  // Draws an image's rectangle, clipped to the canvas. indices: whole rows in the order of the file;
-  // rows that are missing at the end are not drawn. An index without a colour shows nothing, as a
-  // transparent one.
+  // Draws an image's rectangle, clipped to the canvas. indices: whole rows in the order of the
+  // file; rows that are missing at the end are not drawn. An index without a colour shows nothing,
+  // as a transparent one.
   void draw(const Image& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
   // Makes the image's rectangle transparent.
   void clear(const Image& image);

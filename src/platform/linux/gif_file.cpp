@@ -1,6 +1,7 @@
 #include "platform/linux/gif_file.h"
 
 #include <algorithm>
+#include <atomic>
 #include <string_view>
 #include <tuple>
 
@@ -28,6 +29,8 @@ struct GraphicControl {
   Disposal disposal = Disposal::Keep;
   std::optional<std::uint16_t> delay;
 };
+
+std::atomic<int> damages = 0;
 
 constexpr std::size_t bytesPerColor = std::tuple_size_v<Color>;
 
@@ -140,7 +143,16 @@ std::optional<File> parse(const NSData::Impl& data) {
   if (reader.ended() || reader.offset() > data.length()) return std::nullopt;
   if (pixels == 0 || pixels > mostPixels) return std::nullopt;
   readImages(reader, global, file);
+  if (!file.hasTrailer) noteDamage();
   return file;
+}
+
+void noteDamage() {
+  ++damages;
+}
+
+int timesDamaged() {
+  return damages;
 }
 
 ColorTable readColorTable(const NSData::Impl& data, ColorTableLocation location) {

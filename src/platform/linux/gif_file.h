@@ -61,6 +61,11 @@ std::optional<File> parse(const NSData::Impl& data);
 
 ColorTable readColorTable(const NSData::Impl& data, ColorTableLocation location);
 
+// How often this process has met damage in a GIF: a file without its end, or an image not all of
+// whose rows could be decoded. Any thread.
+void noteDamage();
+int timesDamaged();
+
 // The contents of a chain of data sub-blocks, as one stream.
 class SubBlocks {
  public:

@@ -180,10 +180,14 @@ std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
 
 int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffer) {
   const std::int64_t pixels = std::int64_t{image.width} * image.height;
-  if (pixels == 0 || pixels > mostPixels) return 0;
-  buffer.reset(static_cast<std::size_t>(pixels));
-  SubBlocks blocks(data, image.dataOffset);
-  return static_cast<int>(decodeLzw(blocks, image.minimumCodeSize, buffer) / image.width);
+  int rows = 0;
+  if (pixels > 0 && pixels <= mostPixels) {
+    buffer.reset(static_cast<std::size_t>(pixels));
+    SubBlocks blocks(data, image.dataOffset);
+    rows = static_cast<int>(decodeLzw(blocks, image.minimumCodeSize, buffer) / image.width);
+  }
+  if (rows == 0 || rows < image.height) noteDamage();
+  return rows;
 }
 
 }  // namespace platform::gif

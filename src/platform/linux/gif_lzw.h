@@ -32,10 +32,10 @@ class IndexBuffer {
   std::size_t count_ = 0;
 };
 
-// Fills the buffer's indices from an image's data. Returns how many could be decoded: fewer than the
-// buffer has where the data end early or go wrong; the others have no value then. Data past the last
-// index wanted are not looked at. A full table stays at 12 bits and stops growing; a missing leading
-// clear code or end code does no harm.
+// Fills the buffer's indices from an image's data. Returns how many could be decoded: fewer than
+// the buffer has where the data end early or go wrong; the others have no value then. Data past the
+// last index wanted are not looked at. A full table stays at 12 bits and stops growing; a missing
+// leading clear code or end code does no harm.
 std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer);
 
 // Decodes one image of a file. Returns how many of its rows are whole; 0 also for an image that is

@@ -64,11 +64,11 @@ class Workers : public std::enable_shared_from_this<Workers> {
   int count_ = 0;
 };
 
-// Of all queues without a limit of their own, however many there are: so many that long work in one
-// hardly ever keeps another waiting, and as many as the device allows. Never destroyed, as blocks
+// Of all queues without a limit of their own, however many there are. What runs there works on
+// whole frames, so more at a time would cost memory and gain nothing. Never destroyed, as blocks
 // may still be added while the process ends.
 const std::shared_ptr<Workers>& sharedWorkers() {
-  constexpr int mostThreads = 64;
+  constexpr int mostThreads = 4;
   static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(mostThreads));
   return *workers;
 }

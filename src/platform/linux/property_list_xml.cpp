@@ -13,8 +13,8 @@
 namespace platform {
 namespace {
 
-constexpr std::string_view scalars[] = {"string", "integer", "real", "date", "data",
-                                        "true",   "false",   "key"};
+constexpr std::string_view scalars[] = {"string", "integer", "real",  "date",
+                                        "data",   "true",    "false", "key"};
 
 bool isContainer(std::string_view tag) {
   return tag == "dict" || tag == "array";
@@ -63,12 +63,11 @@ class Reader {
       static_cast<Reader*>(self)->add({text, static_cast<std::size_t>(length)});
     });
     // Entities of a list's own could make much of little.
-    XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char*, int, const char*, int,
-                                               const char*, const char*, const char*,
-                                               const char*) { static_cast<Reader*>(self)->fail(); });
-    XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char*, int) {
-      static_cast<Reader*>(self)->fail();
-    });
+    XML_SetEntityDeclHandler(
+        parser_.get(), [](void* self, const char*, int, const char*, int, const char*, const char*,
+                          const char*, const char*) { static_cast<Reader*>(self)->fail(); });
+    XML_SetSkippedEntityHandler(
+        parser_.get(), [](void* self, const char*, int) { static_cast<Reader*>(self)->fail(); });
   }
 
   std::optional<PropertyListContents> read(std::span<const std::uint8_t> xml) {

@@ -1,0 +1,20 @@
+#include "platform/linux/out_of_memory.h"
+
+#include <atomic>
+
+namespace platform {
+namespace {
+
+std::atomic<int> times = 0;
+
+}  // namespace
+
+void noteOutOfMemory() {
+  ++times;
+}
+
+int timesOutOfMemory() {
+  return times;
+}
+
+}  // namespace platform
