@@ -331,9 +331,13 @@ class WithHost(Device):
         self.ok('blur', 'lockscreen', '2', '--timeout', '20')
 
     def test_the_scenarios_come_to_their_ends(self):
-        self.start()
         for name in sorted(os.listdir(SCENARIOS)):
+            self.start()
             self.ok('play', os.path.join(SCENARIOS, name))
+            self.ok('stop')
+            self.host.communicate(timeout=20)
+            shutil.rmtree(self.root)
+        self.host = None
 
     def test_a_scenario_stops_at_its_first_failure(self):
         self.start()

@@ -45,18 +45,27 @@ std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) 
   return "not started";
 }
 
-std::string whyNotAttached(bool isSet) {
-  if (!isSet) return "nothing set";
-  return lumora::getEnabled() ? "not attached" : "disabled";
+bool isUsedInMode(ScreenLocation location) {
+  const std::int32_t mode = lumora::getModeIndex();
+  return location == ScreenLocation::Shared ? mode == 1 : mode == 0;
 }
 
-std::string why(const ordered_json& view, const ordered_json& report) {
+std::string whyNotAttached(ScreenLocation location, bool isSet) {
+  if (!isSet) return "nothing set";
+  if (!lumora::getEnabled()) return "disabled";
+  return isUsedInMode(location) ? "not attached" : "not used in this mode";
+}
+
+std::string why(const ordered_json& view, const ordered_json& report, bool isSet) {
+  if (!isSet) return "nothing set";
+  if (view.value("frames_in_cache", 0) == 0) return "no frames";
   if (!view.value("playing", false)) return whyNotPlaying(view, report);
   return view.value("visible", false) ? "shown" : "started";
 }
 
+// The clock of a view without frames goes on counting all the same.
 ordered_json shownFrame(const ordered_json& view) {
-  const int frame = view.value("frame_shown", -1);
+  const int frame = view.value("frames_in_cache", 0) > 0 ? view.value("frame_shown", -1) : -1;
   return frame < 0 ? ordered_json() : ordered_json(frame);
 }
 
@@ -70,7 +79,7 @@ ordered_json locationStatus(const ordered_json& report, ScreenLocation location)
   ordered_json status = {{"set", isSet(location)}, {"attached", !view.is_null()}};
   if (view.is_null()) {
     status["playing"] = false;
-    status["why"] = whyNotAttached(status.value("set", false));
+    status["why"] = whyNotAttached(location, status.value("set", false));
     for (const char* key : {"frame", "frame_shown", "frames_in_cache", "frames_shown", "speed",
                             "alpha", "blur", "scaling"}) {
       status[key] = nullptr;
@@ -79,7 +88,7 @@ ordered_json locationStatus(const ordered_json& report, ScreenLocation location)
   }
   status["frame"] = view.value("frame", ordered_json());
   status["playing"] = view.value("playing", false);
-  status["why"] = why(view, report);
+  status["why"] = why(view, report, status.value("set", false));
   status["frame_shown"] = shownFrame(view);
   for (const char* key : {"frames_in_cache", "frames_shown", "speed", "alpha"}) {
     status[key] = view.value(key, ordered_json());
@@ -107,7 +116,7 @@ std::string appearance(const ordered_json& location) {
 void printLocation(const std::string& name, const ordered_json& location) {
   const bool isSet = location.value("set", false);
   std::string what = isSet ? "set" : "not set";
-  if (location.value("attached", false)) {
+  if (isSet && location.value("attached", false)) {
     what += ", " + playback(location) + ", " + appearance(location);
   } else if (isSet) {
     what += ", " + location.value("why", "");

@@ -169,9 +169,10 @@ void LWGIFView::startNextCycle() {
 }
 
 void LWGIFView::showFrame(std::int32_t index) {
-  imageView_->setImage(platform::imageWithContentsOfFile(frameCache_.load().framePath(index)));
+  const auto image = platform::imageWithContentsOfFile(frameCache_.load().framePath(index));
+  imageView_->setImage(image);
   shownFrame_ = index;
-  ++framesShown_;
+  if (image) ++framesShown_;
 }
 
 void LWGIFView::setContentMode(platform::UIViewContentMode mode) {
