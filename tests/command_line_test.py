@@ -409,7 +409,8 @@ class WithHost(Device):
             self.lumora('set', 'shared', short, *first)
             self.assertIn('40 frames', self.ok('set', 'shared', long))
             self.assertEqual(self.shared()['frames_in_cache'], 40)
-        self.assertIn('still making frames', self.fails(1, 'set', 'shared', short, '--timeout', '0.05'))
+        self.assertIn('; the new GIF is in its place',
+                      self.fails(1, 'set', 'shared', short, '--timeout', '0.1'))
         with subprocess.Popen([LUMORA, '--root', self.root, 'set', 'shared', long],
                               stderr=subprocess.PIPE, text=True) as interrupted:
             time.sleep(0.15)

@@ -21,6 +21,7 @@
 #include "tool/child_process.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"
+#include "tool/host_connection.h"
 #include "tool/terminal.h"
 #include "tool/wallpaper_import.h"
 
@@ -157,10 +158,7 @@ class HostRun {
   int import() const {
     try {
       const TimeLimit limit(longestImport);
-      auto host = HostConnection::require(device_);
-      WallpaperImport import(device_, *host, lumora::ScreenLocation::Shared, *gif_, limit);
-      import.handOver();
-      import.finish();
+      importWallpaper(device_, lumora::ScreenLocation::Shared, *gif_, limit, [] {});
       return ExitCode::Done;
     } catch (const std::exception& error) {
       std::fprintf(stderr, "lumora: %s\n", printable(error.what(), STDERR_FILENO).c_str());

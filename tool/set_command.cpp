@@ -21,11 +21,7 @@ struct SetOptions {
 int import(const DeviceFolder& device, const SetOptions& options, const ChosenGif& gif,
            const std::function<void()>& handedOver) {
   const TimeLimit limit{Seconds(options.timeout)};
-  auto host = HostConnection::require(device, limit.left());
-  WallpaperImport wallpaper(device, *host, locationNamed(options.location), gif, limit);
-  wallpaper.handOver();
-  handedOver();
-  return wallpaper.finish();
+  return importWallpaper(device, locationNamed(options.location), gif, limit, handedOver);
 }
 
 void set(const DeviceFolder& device, const SetOptions& options) {

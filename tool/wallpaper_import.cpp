@@ -1,6 +1,8 @@
 #include "tool/wallpaper_import.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
@@ -14,6 +16,8 @@
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
 #include "tool/failure.h"
+#include "tool/file_lock.h"
+#include "tool/host_connection.h"
 #include "tool/interruption.h"
 #include "tool/progress_bar.h"
 #include "tool/stored_settings.h"
@@ -74,7 +78,48 @@ Cache cacheOf(ScreenLocation location, const ChosenGif& gif) {
   return cache;
 }
 
-}  // namespace
+class WallpaperImport {
+ public:
+  // All must outlive this object.
+  WallpaperImport(const DeviceFolder& device, HostConnection& host, lumora::ScreenLocation location,
+                  const ChosenGif& gif, const TimeLimit& limit);
+  // Lets go of the old wallpaper.
+  ~WallpaperImport();
+  WallpaperImport(const WallpaperImport&) = delete;
+  WallpaperImport& operator=(const WallpaperImport&) = delete;
+
+  // The two halves of importWallpaper. They throw Failure.
+  void handOver();
+  int finish();
+
+  // What has become of the wallpaper so far.
+  const char* state() const { return state_; }
+
+ private:
+  void reach(const char* state);
+  void awaitRest();
+  void storeFile(const platform::NSData& contents);
+  void storeChoice();
+  void announce();
+  bool isTaken() const;
+  int timesOutOfMemory();
+  void restore();
+  [[noreturn]] void giveUp(const std::string& problem);
+
+  const DeviceFolder& device_;
+  HostConnection& host_;
+  const lumora::ScreenLocation location_;
+  const ChosenGif& gif_;
+  const TimeLimit& limit_;
+  FileLock lock_;
+  std::string oldMode_;
+  std::string oldLocation_;
+  bool hasOldFile_ = false;
+  int timesOutOfMemory_ = 0;
+  int framesFound_ = 0;
+  bool isAnnounced_ = false;
+  const char* state_ = "nothing was changed";
+};
 
 WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
                                  ScreenLocation location, const ChosenGif& gif,
@@ -96,11 +141,11 @@ WallpaperImport::~WallpaperImport() {
 }
 
 void WallpaperImport::handOver() {
-  Interruption::whatHasHappened("nothing was changed");
+  reach(state_);
   if (!lock_.take(limit_.left())) {
-    throw Failure("another import has not finished before the timeout; nothing was changed");
+    throw Failure("another import has not finished before the timeout");
   }
-  awaitRest("the home screen has not finished its work before the timeout; nothing was changed");
+  awaitRest();
   timesOutOfMemory_ = timesOutOfMemory();
   oldMode_ = storedSetting("MODE_INDEX").value_or("");
   oldLocation_ = storedSetting("LOCATION_INDEX").value_or("");
@@ -111,8 +156,7 @@ void WallpaperImport::handOver() {
   }
   storeFile(*gif_.data);
   storeChoice();
-  Interruption::whatHasHappened(
-      "the new GIF is in its place, and the home screen makes its frames");
+  reach("the new GIF is in its place, and the home screen makes its frames");
   announce();
   if (!isTaken()) giveUp("the home screen could not import the GIF");
 }
@@ -133,8 +177,7 @@ int WallpaperImport::finish() {
       if (host_.settle(limit_.left())) break;
     }
     if (limit_.isOver()) {
-      throw Failure(
-          "the home screen is still making frames after the timeout; the new GIF is in its place");
+      throw Failure("the home screen is still making frames after the timeout");
     }
     const Cache cache = cacheOf(location_, gif_);
     if (timesOutOfMemory() > timesOutOfMemory_) giveUp("the home screen ran out of memory");
@@ -142,7 +185,7 @@ int WallpaperImport::finish() {
     if (cache.listed == wanted) break;
     // Another program's request has ended the work early, as a rotation of the screen may.
     framesFound_ = 0;
-    awaitRest("the home screen has not finished its work before the timeout");
+    awaitRest();
     storeFile(*gif_.data);
     announce();
   }
@@ -153,9 +196,16 @@ int WallpaperImport::finish() {
   return wanted;
 }
 
-void WallpaperImport::awaitRest(const char* problem) {
+void WallpaperImport::reach(const char* state) {
+  state_ = state;
+  Interruption::whatHasHappened(state);
+}
+
+void WallpaperImport::awaitRest() {
   while (!host_.settle(limit_.left())) {
-    if (limit_.isOver()) throw Failure(problem);
+    if (limit_.isOver()) {
+      throw Failure("the home screen has not finished its work before the timeout");
+    }
   }
 }
 
@@ -218,15 +268,29 @@ void WallpaperImport::restore() {
 }
 
 void WallpaperImport::giveUp(const std::string& problem) {
-  const std::string advice = "; check that " + std::string(lumora::libraryDirectory) +
-                             " in the device's folder exists, is writable and has free space";
-  std::string state = hasOldFile_ ? "; the old wallpaper is back" : "; it has no wallpaper there";
   try {
     restore();
+    reach(hasOldFile_ ? "the old wallpaper is back" : "there is no wallpaper, as before");
   } catch (const Failure&) {
-    state = "; the old wallpaper could not be put back";
+    reach("the old wallpaper could not be put back");
   }
-  throw Failure(problem + state + advice);
+  throw Failure(problem + ": check that " + std::string(lumora::libraryDirectory) +
+                " in the device's folder exists, is writable and has free space");
+}
+
+}  // namespace
+
+int importWallpaper(const DeviceFolder& device, ScreenLocation location, const ChosenGif& gif,
+                    const TimeLimit& limit, const std::function<void()>& handedOver) {
+  auto host = HostConnection::require(device, limit.left());
+  WallpaperImport import(device, *host, location, gif, limit);
+  try {
+    import.handOver();
+    handedOver();
+    return import.finish();
+  } catch (const Failure& failure) {
+    throw Failure(failure.what() + std::string("; ") + import.state(), failure.code());
+  }
 }
 
 const char* placeName(ScreenLocation location) {
