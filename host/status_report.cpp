@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/linux/main_thread_check.h"
 #include "platform/linux/out_of_memory.h"
 
 namespace host {
@@ -90,6 +91,7 @@ std::string statusReport(SpringBoard& springBoard) {
       {"size", {options.width, options.height}},
       {"scale", options.scale},
       {"out_of_memory", platform::timesOutOfMemory()},
+      {"changes_off_main_thread", platform::timesOffMainThread()},
       {"views", json::array()},
   };
   describeTree(springBoard.screen().root(), true, report["views"]);

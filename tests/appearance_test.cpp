@@ -10,7 +10,6 @@
 #include "platform/file_manager.h"
 #include "platform/image.h"
 #include "platform/linux/picture.h"
-#include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
 
@@ -25,14 +24,6 @@ constexpr auto savedCopy = "/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_
 constexpr auto firstFrame = "/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_0.png";
 
 const Bytes twoFrames = makeGif({{red}, {green}}, 12, 12);
-
-std::shared_ptr<lumora::LWGIFView> makeView(Stage& stage, const std::string& identifier) {
-  std::shared_ptr<lumora::LWGIFView> view;
-  platform::NSOperationQueue().addOperationWithBlock(
-      [&] { view = lumora::LWGIFView::initWithIdentifier(identifier); });
-  stage.settle();
-  return view;
-}
 
 long countOf(const std::vector<std::string>& posted, const char* name) {
   return std::count(posted.begin(), posted.end(), name);
@@ -100,7 +91,7 @@ TEST(Appearance, ABlurOfAFileThatCannotBeReadSaysThatItIsDoneAllTheSame) {
 TEST(Appearance, AViewThatNeverHadAGifSaysNothingOfABlur) {
   Stage stage;
   stage.launch();
-  const auto view = makeView(stage, "SHARED");
+  const auto view = stage.makeView("SHARED");
   stage.post(blurNeedsUpdating);
   EXPECT_EQ(stage.takePosted(), std::vector<std::string>());
 }
@@ -118,25 +109,38 @@ TEST(Appearance, TwoBlursMayRunSideBySide) {
   EXPECT_EQ(stage.blurredFrame("3"), twice);
 }
 
-TEST(Appearance, EveryViewFollowsTheSettingOfItsOwnLocation) {
+TEST(Appearance, EveryViewFollowsTheSettingsOfItsOwnLocation) {
   Stage stage;
   stage.launch();
-  const auto lockscreen = makeView(stage, "LOCKSCREEN");
-  const auto homescreen = makeView(stage, "HOMESCREEN");
-  const auto elsewhere = makeView(stage, "ELSEWHERE");
-  for (const char* key : {"SHARED_GIF_ALPHA", "LOCKSCREEN_GIF_ALPHA"}) Stage::put(key, "0.25");
-  Stage::put("HOMESCREEN_GIF_ALPHA", "0.5");
+  const std::string identifiers[] = {"SHARED", "LOCKSCREEN", "HOMESCREEN"};
+  std::vector<std::shared_ptr<lumora::LWGIFView>> views;
+  for (const int round : {0, 1}) {
+    for (int each = 0; each < 3; ++each) {
+      Stage::put(identifiers[each] + "_GIF_SPEED", std::to_string(3 * round + each + 2));
+      Stage::put(identifiers[each] + "_GIF_ALPHA", "0." + std::to_string(3 * round + each + 2));
+    }
+    // Those made before learn it by notification.
+    if (round == 0) {
+      for (const std::string& each : identifiers) views.push_back(stage.makeView(each));
+    } else {
+      stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
+      stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
+    }
+    for (int each = 0; each < 3; ++each) {
+      EXPECT_EQ(Stage::described(*views[each], "speed"), 3 * round + each + 2);
+      EXPECT_NEAR(views[each]->imageView()->alpha(), (3 * round + each + 2) / 10.0, 1e-6);
+    }
+  }
+  const auto elsewhere = stage.makeView("ELSEWHERE");
   elsewhere->imageView()->setAlpha(0);
   stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
-  EXPECT_EQ(lockscreen->imageView()->alpha(), 0.25);
-  EXPECT_EQ(homescreen->imageView()->alpha(), 0.5);
   EXPECT_EQ(elsewhere->imageView()->alpha(), 1);
 }
 
 TEST(Appearance, AScalingModeIsTheImageViewsAlone) {
   Stage stage;
   stage.launch();
-  const auto view = makeView(stage, "SHARED");
+  const auto view = stage.makeView("SHARED");
   using Mode = platform::UIViewContentMode;
   const Mode before = view->contentMode();
   for (const Mode mode : {Mode::ScaleToFill, Mode::ScaleAspectFit, Mode::ScaleAspectFill}) {
@@ -159,7 +163,7 @@ TEST(Appearance, AViewThatTheModeHasNoUseForLeavesTheScreen) {
   stage.launch();
   const auto parent = std::make_shared<platform::UIView>();
   for (const char* identifier : {"SHARED", "LOCKSCREEN", "HOMESCREEN", "ELSEWHERE"}) {
-    const auto view = makeView(stage, identifier);
+    const auto view = stage.makeView(identifier);
     for (const Case& each : cases) {
       SCOPED_TRACE(std::string(identifier) + " in mode " + each.mode.value_or("of no file"));
       platform::removeItemAtPath(lumora::settingsPath);

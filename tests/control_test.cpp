@@ -38,10 +38,18 @@ TEST(Control, EveryNameHasItsAction) {
   stage.post("com.brightfen.lumora.updateWallpaper");
   EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "TRUE");
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
-  stage.post("com.brightfen.lumora.updateAnimating");
-  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  SettingsWatch watch(stage.root);
+  stage.post("com.brightfen.lumora.updateWallpaper");
+  const int writesOfOneInstallation = watch.take().writes;
   stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "FALSE");
+  watch.take();
+  // The sweep finds the view that the installation has put back: it need not do so itself.
+  stage.post("com.brightfen.lumora.updateAnimating");
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
+  EXPECT_EQ(watch.take().writes, writesOfOneInstallation);
+  stage.post("com.brightfen.lumora.updateAnimating");
+  EXPECT_EQ(watch.take().writes, writesOfOneInstallation);
   for (const auto& [name, key] :
        {std::pair("com.brightfen.lumora.removeSharedGIFView", "SHARED_WALLPAPER_SET"),
         std::pair("com.brightfen.lumora.removeLockscreenGIFView", "LOCKSCREEN_WALLPAPER_SET"),

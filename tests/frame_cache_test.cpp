@@ -1,15 +1,17 @@
 #include "gifview/frame_cache.h"
 
 #include <algorithm>
-#include <map>
+#include <optional>
 #include <string>
-#include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <time.h>
 
 #include "gifview/gif_frame_delay.h"
 #include "gifview/notification_names.h"
+#include "platform/file_manager.h"
 #include "platform/linux/file_contents.h"
 #include "platform/linux/png.h"
 #include "platform/operation_queue.h"
@@ -47,15 +49,32 @@ Color frameColor(int index) {
   return {pixel[0], pixel[1], pixel[2]};
 }
 
-// A view is made and started as an installation does it: not on the main thread.
-void startInBackground(Stage& stage, const std::string& identifier, const std::string& path) {
-  platform::NSOperationQueue().addOperationWithBlock([identifier, path] {
-    static auto* views = new std::map<std::string, std::shared_ptr<lumora::LWGIFView>>;
-    auto& view = (*views)[identifier];
-    if (!view) view = lumora::LWGIFView::initWithIdentifier(identifier);
-    view->startAnimationWithGIFAtPath(path);
+using View = std::shared_ptr<lumora::LWGIFView>;
+
+void start(Stage& stage, const View& view) {
+  platform::NSOperationQueue().addOperationWithBlock(
+      [view] { view->startAnimationWithGIFAtPath(gifPath); });
+  stage.settle();
+}
+
+// Like start; how much of the process's work was done on the starting thread itself.
+double shareOfStartingThread(Stage& stage, const View& view) {
+  auto now = [](clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+  };
+  double own = 0;
+  double all = 0;
+  platform::NSOperationQueue().addOperationWithBlock([&] {
+    const double before = now(CLOCK_THREAD_CPUTIME_ID);
+    const double allBefore = now(CLOCK_PROCESS_CPUTIME_ID);
+    view->startAnimationWithGIFAtPath(gifPath);
+    own = now(CLOCK_THREAD_CPUTIME_ID) - before;
+    all = now(CLOCK_PROCESS_CPUTIME_ID) - allBefore;
   });
   stage.settle();
+  return own / all;
 }
 
 TEST(FrameCache, HoldsTheGifItsFramesAndTheirDelays) {
@@ -64,7 +83,8 @@ TEST(FrameCache, HoldsTheGifItsFramesAndTheirDelays) {
   stage.root.write(gifPath, gif);
   stage.root.write(cache + "/left over", std::string("from an older GIF"));
   stage.launch();
-  startInBackground(stage, "SHARED", gifPath);
+  const auto view = stage.makeView("SHARED");
+  start(stage, view);
   EXPECT_EQ(
       filesIn(stage.root(cache)),
       (std::vector<std::string>{"Wallpaper_both", "Wallpaper_both_0.png", "Wallpaper_both_1.png",
@@ -86,18 +106,22 @@ TEST(FrameCache, IsKeptForTheSameBytesAndRebuiltForOthers) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}, {green}}));
-  startInBackground(stage, "SHARED", gifPath);
+  start(stage, stage.makeView("SHARED"));
   stage.root.write(cache + "/Wallpaper_both_0.png", std::string("touched"));
   stage.takePosted();
 
-  startInBackground(stage, "SHARED", gifPath);
+  // As after a restart: a new view has all it needs from the cache.
+  const auto view = stage.makeView("SHARED");
+  start(stage, view);
   EXPECT_EQ(platform::contentsOfFile(cache + "/Wallpaper_both_0.png")->size(), 7U);
+  EXPECT_EQ(Stage::described(*view, "frames_in_cache"), 2);
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 
-  stage.root.write(gifPath, makeGif({{blue}}));
-  startInBackground(stage, "SHARED", gifPath);
+  // Of the same length.
+  stage.root.write(gifPath, makeGif({{blue}, {green}}));
+  start(stage, view);
   EXPECT_EQ(frameColor(0), blue);
-  EXPECT_EQ(filesIn(stage.root(cache)).size(), 3U);
+  EXPECT_EQ(filesIn(stage.root(cache)).size(), 4U);
 }
 
 TEST(FrameCache, IsTrustedOnceTheSavedCopyIsThereEvenWithoutFrames) {
@@ -106,7 +130,7 @@ TEST(FrameCache, IsTrustedOnceTheSavedCopyIsThereEvenWithoutFrames) {
   const Bytes gif = makeGif({{red}});
   stage.root.write(gifPath, gif);
   stage.root.write(cache + "/Wallpaper_both", gif);
-  startInBackground(stage, "SHARED", gifPath);
+  start(stage, stage.makeView("SHARED"));
   EXPECT_EQ(filesIn(stage.root(cache)), (std::vector<std::string>{"Wallpaper_both"}));
 }
 
@@ -135,11 +159,12 @@ TEST(FrameCache, OnlyViewsOfTheModeInForceMakeOne) {
     Stage::put("MODE_INDEX", each.mode);
     Stage::put("LOCATION_INDEX", each.location);
     stage.takePosted();
-    startInBackground(stage, each.identifier, gifPath);
+    const auto view = stage.makeView(each.identifier);
+    start(stage, view);
     EXPECT_EQ(stage.root.has(cache), each.isMade);
     EXPECT_EQ(stage.takePosted().size(), each.isMade ? 2U : 0U);
     // On a valid cache only the view that the settings program is looking at speaks.
-    startInBackground(stage, each.identifier, gifPath);
+    start(stage, view);
     EXPECT_EQ(stage.takePosted().size(), each.isAnnouncedAgain ? 1U : 0U);
   }
 }
@@ -148,10 +173,13 @@ TEST(FrameCache, OfSomethingThatIsNoPictureIsOnlyTheSavedCopyAndASignal) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}}));
-  startInBackground(stage, "SHARED", gifPath);
+  const auto view = stage.makeView("SHARED");
+  start(stage, view);
   stage.root.write(gifPath, std::string("no picture"));
   stage.takePosted();
-  startInBackground(stage, "SHARED", gifPath);
+  start(stage, view);
+  EXPECT_EQ(Stage::described(*view, "frames_in_cache"), 0);
+  EXPECT_EQ(Stage::described(*view, "frame_count"), 0);
   EXPECT_EQ(filesIn(stage.root(cache)), (std::vector<std::string>{"Wallpaper_both"}));
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 }
@@ -163,7 +191,7 @@ TEST(FrameCache, HoldsWhatThereIsOfAGifThatIsCutShort) {
   // Of the last image's 256 indices, a byte each, with a clear code before every hundred.
   gif.resize(gif.size() - 200);
   stage.root.write(gifPath, gif);
-  startInBackground(stage, "SHARED", gifPath);
+  start(stage, stage.makeView("SHARED"));
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.400000", "0.500000"}));
   const auto last = platform::imageWithContentsOfFile(cache + "/Wallpaper_both_2.png");
   EXPECT_EQ(pixelAt(*last, 15, 2), (platform::RGBAColor{0, 0, 255, 255}));
@@ -179,20 +207,69 @@ TEST(FrameCache, LeavesAGapInTheNumbersForAFrameThatCannotBeDecoded) {
   constexpr std::size_t codeSizeAt = 8 + 10 + 6;
   gif[first.size() - 1 + codeSizeAt] = 13;
   stage.root.write(gifPath, gif);
-  startInBackground(stage, "SHARED", gifPath);
+  const auto view = stage.makeView("SHARED");
+  start(stage, view);
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.500000"}));
-  EXPECT_EQ(frameColor(0), red);
-  EXPECT_FALSE(stage.root.has(cache + "/Wallpaper_both_1.png"));
-  EXPECT_EQ(frameColor(2), blue);
+  // A blur keeps the numbers.
+  for (const bool isRewritten : {false, true}) {
+    if (isRewritten) stage.post("kLWGIFViewGIFBlurNeedsUpdating");
+    const auto posted = stage.takePosted();
+    EXPECT_EQ(std::count(posted.begin(), posted.end(), frameFoundNotification), 2);
+    EXPECT_EQ(frameColor(0), red);
+    EXPECT_FALSE(stage.root.has(cache + "/Wallpaper_both_1.png"));
+    EXPECT_EQ(frameColor(2), blue);
+  }
+}
+
+TEST(FrameCache, IsMadeInTheBackground) {
+  Stage stage;
+  stage.launch();
+  stage.root.write(gifPath, makeGif(std::vector<Frame>(40), 100, 100));
+  EXPECT_LT(shareOfStartingThread(stage, stage.makeView("SHARED")), 0.5);
+}
+
+struct OrderOfWriting : lumora::FrameExtractionClient {
+  explicit OrderOfWriting(const lumora::FrameCacheLayout& of) : layout(of) {}
+  void setFrameCount(std::int32_t) override {
+    EXPECT_TRUE(platform::fileExistsAtPath(layout.savedGIFPath));
+  }
+  std::int32_t frameCount() const override { return 2; }
+  void frameFound() override { EXPECT_FALSE(platform::fileExistsAtPath(layout.durationsPath())); }
+  float blur() override { return 0; }
+  const lumora::FrameCacheLayout& layout;
+};
+
+TEST(FrameCache, BeginsWithTheSavedCopyAndEndsWithTheDelays) {
+  const DeviceRoot root;
+  root.write(gifPath, makeGif({{red}, {green}}));
+  const lumora::FrameCacheLayout layout(gifPath);
+  OrderOfWriting client(layout);
+  lumora::rebuildFrameCache(layout, platform::NSData::dataWithContentsOfFile(gifPath), client);
+  EXPECT_EQ(storedDurations().size(), 2U);
+}
+
+TEST(FrameDelay, IsTheUnclampedOneUnlessThatIsNotPositive) {
+  using platform::GIFProperties;
+  const std::pair<GIFProperties, double> cases[] = {
+      {{std::nullopt, 0.5}, 0.1}, {{0, 0.5}, 0.5},  {{-1, 0.5}, 0.5},    {{0, std::nullopt}, 0.1},
+      {{0.3, 0.5}, 0.3},          {{0, 0.01}, 0.1}, {{0.02, 0.5}, 0.02}, {{0.0199, 0.5}, 0.1},
+  };
+  for (const auto& [gif, delay] : cases) {
+    EXPECT_EQ(lumora::gifFrameDelay(platform::ImageProperties{gif}), delay);
+  }
+  EXPECT_EQ(lumora::gifFrameDelay(platform::ImageProperties()), 0.1);
+  EXPECT_EQ(lumora::gifFrameDelay(std::nullopt), 0.1);
 }
 
 TEST(FrameCache, AnUnreadableGifKeepsTheCallerWaitingItsFiveSecondsAndChangesNothing) {
   Stage stage;
   stage.launch();
   std::filesystem::create_directories(stage.root(gifPath));
-  const auto start = std::chrono::steady_clock::now();
-  startInBackground(stage, "SHARED", gifPath);
-  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(4900));
+  const auto begin = std::chrono::steady_clock::now();
+  const auto view = stage.makeView("SHARED");
+  start(stage, view);
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(4900));
+  EXPECT_EQ(view->frameCache().fullGIFPath, gifPath);
   EXPECT_TRUE(stage.takePosted().empty());
   EXPECT_FALSE(stage.root.has(cache));
 }
@@ -201,22 +278,33 @@ TEST(FrameCache, BlursEachFrameByTheSettingOfTheViewsLocation) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}}, 8, 8));
-  Stage::put("LOCKSCREEN_GIF_BLUR", "3");
-  startInBackground(stage, "SHARED", gifPath);
-  const std::string frame = cache + "/Wallpaper_both_0.png";
-  EXPECT_EQ(pixelAt(*platform::imageWithContentsOfFile(frame), 0, 0)[3], 255);
-
-  for (const auto& [setting, isBlurred] :
-       {std::pair("0.9", false), std::pair("3.9", true), std::pair("-3", false)}) {
-    SCOPED_TRACE(setting);
-    std::filesystem::remove_all(stage.root(cache));
-    Stage::put("SHARED_GIF_BLUR", setting);
-    startInBackground(stage, "SHARED", gifPath);
-    const auto image = platform::imageWithContentsOfFile(frame);
+  const char* const identifiers[] = {"SHARED", "LOCKSCREEN", "HOMESCREEN"};
+  auto put = [&](const std::string& own, const char* setting) {
+    for (const std::string each : identifiers) {
+      Stage::put(each + "_GIF_BLUR", each == own ? setting : std::stoi(setting) > 0 ? "0" : "3");
+    }
+  };
+  auto isBlurred = [] {
+    const auto image = platform::imageWithContentsOfFile(cache + "/Wallpaper_both_0.png");
     EXPECT_EQ(image->width(), 8);
     EXPECT_EQ(image->height(), 8);
     // What lies outside the picture is transparent and bleeds into a blurred corner.
-    EXPECT_EQ(pixelAt(*image, 0, 0)[3] < 200, isBlurred);
+    return pixelAt(*image, 0, 0)[3] < 200;
+  };
+  for (const char* identifier : identifiers) {
+    Stage::put("MODE_INDEX", identifier == identifiers[0] ? "1" : "0");
+    for (const auto& [setting, blurs] :
+         {std::pair("0.9", false), std::pair("3.9", true), std::pair("-3", false)}) {
+      SCOPED_TRACE(std::string(identifier) + " " + setting);
+      std::filesystem::remove_all(stage.root(cache));
+      put(identifier, setting);
+      const auto view = stage.makeView(identifier);
+      start(stage, view);
+      EXPECT_EQ(isBlurred(), blurs);
+      put(identifier, blurs ? "0" : "3");
+      stage.post("kLWGIFViewGIFBlurNeedsUpdating");
+      EXPECT_EQ(isBlurred(), !blurs);
+    }
   }
 }
 
@@ -224,10 +312,11 @@ TEST(FrameCache, ReadsTheBlurAfreshForEveryFrame) {
   Stage stage;
   stage.launch();
   Stage::put("MODE_INDEX", "1");
-  auto readsFor = [&stage](const Bytes& gif) {
+  const auto view = stage.makeView("SHARED");
+  auto readsFor = [&stage, &view](const Bytes& gif) {
     stage.root.write(gifPath, gif);
     SettingsWatch watch(stage.root);
-    startInBackground(stage, "SHARED", gifPath);
+    start(stage, view);
     return watch.take().reads;
   };
   readsFor(makeGif({{blue}}));
@@ -238,18 +327,16 @@ TEST(FrameCache, ReadsTheBlurAfreshForEveryFrame) {
 TEST(FrameCache, SurvivesOverlappingStartsOfOneView) {
   Stage stage;
   stage.launch();
-  startInBackground(stage, "SHARED", gifPath);
-  stage.root.write(gifPath, makeGif(std::vector<Frame>(40, Frame{green, 5}), 64, 64));
-  stage.post("com.brightfen.lumora.updateWallpaper");
+  const auto view = stage.makeView("SHARED");
   for (int each = 0; each < 4; ++each) {
     stage.root.write(gifPath, makeGif(std::vector<Frame>(40, Frame{red, 5 + each}), 64, 64));
     platform::NSOperationQueue().addOperationWithBlock(
-        [] { Stage::view("SHARED")->startAnimationWithGIFAtPath(gifPath); });
+        [&view] { view->startAnimationWithGIFAtPath(gifPath); });
   }
   stage.settle();
   // Nothing serialises them, so what they leave may be incomplete; the next GIF's cache is not.
   stage.root.write(gifPath, makeGif({{blue, 20}, {red, 30}}));
-  startInBackground(stage, "SHARED", gifPath);
+  start(stage, view);
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.200000", "0.300000"}));
 }
 

@@ -90,15 +90,16 @@ TEST(Gating, WhileDisabledHidingAndShowingHaveNoEffect) {
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Gating, ADetachedViewIsInstalledAgainBeforeItResumes) {
+TEST(Gating, ADetachedViewIsInstalledAgainBeforeItPausesOrResumes) {
   Playing stage;
-  stage.hideWallpaper();
-  stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
-  ASSERT_EQ(Stage::view("SHARED")->superview(), nullptr);
-  stage.showWallpaper();
-  EXPECT_NE(Stage::view("SHARED")->superview(), nullptr);
-  EXPECT_TRUE(Stage::isPlaying("SHARED"));
-  EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+  for (const bool hides : {true, false}) {
+    stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
+    ASSERT_EQ(Stage::view("SHARED")->superview(), nullptr);
+    hides ? stage.hideWallpaper() : stage.showWallpaper();
+    EXPECT_NE(Stage::view("SHARED")->superview(), nullptr);
+    EXPECT_EQ(Stage::isPlaying("SHARED"), !hides);
+    EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+  }
 }
 
 TEST(Gating, AViewWithAForeignTagSendsNothingAndInstallsNothing) {
@@ -116,12 +117,18 @@ TEST(Gating, TheSweepResumesWhatIsShownAndPausesNothing) {
   stage.launch();
   stage.choose("LOCKSCREEN", gif);
   stage.choose("HOMESCREEN", gif);
-  for (const char* identifier : {"LOCKSCREEN", "HOMESCREEN"}) {
-    Stage::view(identifier)->pauseAnimation();
+  // Whatever the mode: what counts is which wallpapers the host shows.
+  for (const char* mode : {"0", "1", "2"}) {
+    Stage::put("MODE_INDEX", mode);
+    for (const char* identifier : {"LOCKSCREEN", "HOMESCREEN"}) {
+      Stage::view(identifier)->pauseAnimation();
+    }
+    lumora::resumeVisibleWallpapers();
+    stage.settle();
+    EXPECT_FALSE(Stage::isPlaying("LOCKSCREEN"));
+    EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
   }
-  stage.post("com.brightfen.lumora.updateAnimating");
-  EXPECT_FALSE(Stage::isPlaying("LOCKSCREEN"));
-  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
+  Stage::put("MODE_INDEX", "0");
   stage.hideWallpaper();
   Stage::view("LOCKSCREEN")->resumeAnimation();
   stage.post("com.brightfen.lumora.updateAnimating");

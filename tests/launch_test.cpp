@@ -1,6 +1,11 @@
+#include "hooks/launch.h"
+
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "hooks/dock_height.h"
+#include "platform/file_manager.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
 
@@ -17,9 +22,19 @@ void furnish(const Stage& stage) {
   }
 }
 
+bool wasSetUpBeforeTheHost = false;
+void (*hostLaunch)(platform::id, platform::SEL, platform::id) = nullptr;
+
+void watchedHostLaunch(platform::id self, platform::SEL selector, platform::id application) {
+  wasSetUpBeforeTheHost = platform::fileExistsAtPath(lumora::libraryDirectory);
+  hostLaunch(self, selector, application);
+}
+
 TEST(Launch, WithoutSettingsMakesTheLibraryDirectoryAndStartsNothing) {
   Stage stage;
+  hostLaunch = std::exchange(lumora::previousApplicationDidFinishLaunching, watchedHostLaunch);
   stage.launch();
+  EXPECT_FALSE(wasSetUpBeforeTheHost);
   EXPECT_TRUE(std::filesystem::is_directory(stage.root(lumora::libraryDirectory)));
   EXPECT_EQ(Stage::view("SHARED"), nullptr);
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), std::nullopt);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/messaging_center.h"
-#include "platform/operation_queue.h"
 #include "settings/settings_store.h"
 #include "tests/stage.h"
 
@@ -24,25 +23,6 @@ void send(Stage& stage, const char* message) {
   platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.SHARED")
       ->sendMessageName(message);
   stage.settle();
-}
-
-struct PlaybackDescription : platform::ViewDescription {
-  void addText(std::string_view, std::string_view) override {}
-  void addNumber(std::string_view name, double value) override {
-    if (name == "speed") speed = value;
-  }
-  void addInteger(std::string_view name, long long value) override {
-    if (name == "frame_shown") frameShown = value;
-  }
-  void addFlag(std::string_view, bool) override {}
-  double speed = 0;
-  long long frameShown = 0;
-};
-
-PlaybackDescription playbackOf(const lumora::LWGIFView& view) {
-  PlaybackDescription description;
-  view.describe(description);
-  return description;
 }
 
 TEST(Playback, ShowsTheRightPictureAtTheTimesWorkedOutFromTheDelays) {
@@ -100,6 +80,9 @@ TEST(Playback, TwoQuickResumesLeaveTwoLinksOfWhichAPauseStopsOne) {
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
   stage.refresh(32);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
+  // The link left over ends the cycle, and so starts a new one that a pause can stop.
+  stage.refresh(17);
+  EXPECT_TRUE(Stage::isPlaying("SHARED"));
 }
 
 TEST(Playback, EndsAsTheLastOfManyQuickMessagesSays) {
@@ -163,6 +146,17 @@ TEST(Playback, FollowsTheOpacityOfTheImageViewOnly) {
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
 }
 
+TEST(Playback, APictureThatFillsItsViewDoesNotReachBeyondIt) {
+  Stage stage(exactRefresh);
+  Stage::put("SHARED_SCALING_MODE", "FILL");
+  stage.launch();
+  const Color besideTheDock = stage.colorAt(2, 840);
+  stage.choose("SHARED", makeGif({{red, 25}}, 39, 300));
+  stage.refresh(16);
+  EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
+  EXPECT_EQ(stage.colorAt(2, 840), besideTheDock);
+}
+
 TEST(Playback, ABlurThatChangesRewritesEveryFrameAndSaysSo) {
   Stage stage(exactRefresh);
   stage.launch();
@@ -198,10 +192,7 @@ TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACentreOfItsOwn) {
   Stage::put("SHARED_GIF_SPEED", "3");
   Stage::put("SHARED_GIF_ALPHA", "0.1");
   stage.launch();
-  std::shared_ptr<lumora::LWGIFView> view;
-  platform::NSOperationQueue().addOperationWithBlock(
-      [&view] { view = lumora::LWGIFView::initWithIdentifier("ELSEWHERE"); });
-  stage.settle();
+  const auto view = stage.makeView("ELSEWHERE");
   EXPECT_EQ(view->imageView()->alpha(), 1);
   auto center =
       platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.ELSEWHERE");
@@ -211,23 +202,20 @@ TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACentreOfItsOwn) {
   stage.refresh();
   // Without a list of delays every refresh shows a frame and ends a cycle.
   stage.refresh(3);
-  EXPECT_EQ(playbackOf(*view).speed, 1);
-  EXPECT_EQ(playbackOf(*view).frameShown, 3);
+  EXPECT_EQ(Stage::described(*view, "speed"), 1);
+  EXPECT_EQ(Stage::described(*view, "frame_shown"), 3);
   view->pauseAnimation();
 }
 
 TEST(Playback, LinksLeftOverDoNotMultiplyWhereEveryFrameEndsACycle) {
   Stage stage(exactRefresh);
   stage.launch();
-  std::shared_ptr<lumora::LWGIFView> view;
-  platform::NSOperationQueue().addOperationWithBlock(
-      [&view] { view = lumora::LWGIFView::initWithIdentifier("ELSEWHERE"); });
-  stage.settle();
+  const auto view = stage.makeView("ELSEWHERE");
   for (int each = 0; each < 3; ++each) view->resumeAnimation();
   stage.settle();
   stage.refresh(12);
   // One link is replaced at every refresh, two are left over for good.
-  EXPECT_LT(playbackOf(*view).frameShown, 3 * 12);
+  EXPECT_LT(Stage::described(*view, "frame_shown"), 3 * 12);
   view->pauseAnimation();
 }
 

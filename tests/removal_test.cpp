@@ -1,3 +1,8 @@
+#include "placement/removal.h"
+
+#include <chrono>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include "settings/device_paths.h"
@@ -29,7 +34,25 @@ TEST(Removal, OfOneLocationTakesItsViewItsFilesAndItsMarkOnly) {
   EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
   EXPECT_TRUE(stage.root.has(lumora::homescreenGIFPath));
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "TRUE");
+  // What it is made of goes, too; only its playback is left alone.
+  ASSERT_TRUE(Stage::isPlaying("HOMESCREEN"));
+  stage.post("com.brightfen.lumora.removeHomescreenGIFView");
+  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
+  EXPECT_FALSE(stage.root.has(lumora::homescreenGIFPath));
+  EXPECT_FALSE(stage.root.has("/var/mobile/Library/Lumora/Wallpaper_homescreen"));
+  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
+}
+
+TEST(Removal, WaitsFiveSecondsForAMainThreadThatDoesNotAnswer) {
+  Separate stage;
+  lumora::removeLockscreenGIFView();
+  lumora::removeGIFFromAllWallpapers();
+  std::this_thread::sleep_for(std::chrono::seconds(13));
+  EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "FALSE");
+  EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "FALSE");
+  stage.settle();
+  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
 }
 
 TEST(Removal, OfAViewThatNeverWasStillClearsFilesAndMark) {
@@ -77,13 +100,6 @@ TEST(Removal, IsUndoneByAnInstallationWithTheVerySameViews) {
             (std::vector<std::string>{"kLWGIFViewDidStartAnimatingNotification"}));
 }
 
-TEST(Removal, LeavesADetachedViewsPlaybackAlone) {
-  Separate stage;
-  ASSERT_TRUE(Stage::isPlaying("HOMESCREEN"));
-  stage.post("com.brightfen.lumora.removeHomescreenGIFView");
-  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
-}
-
 TEST(Removal, AChangeOfModeTakesOnlyTheUnneededViewsDown) {
   Separate stage;
   Stage::put("MODE_INDEX", "2");
@@ -93,6 +109,7 @@ TEST(Removal, AChangeOfModeTakesOnlyTheUnneededViewsDown) {
   stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
   EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
   EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
+  EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
   EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "FALSE");
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "FALSE");
 

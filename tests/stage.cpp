@@ -21,9 +21,11 @@
 #include "platform/linux/device_root.h"
 #include "platform/linux/display_clock.h"
 #include "platform/linux/file_contents.h"
+#include "platform/linux/main_thread_check.h"
 #include "platform/linux/png.h"
 #include "platform/linux/run_loop.h"
 #include "platform/messaging_center.h"
+#include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
 #include "tool/stored_settings.h"
@@ -57,13 +59,15 @@ host::HostOptions hostOptions(const StageOptions& options) {
 class Description : public platform::ViewDescription {
  public:
   void addText(std::string_view, std::string_view) override {}
-  void addNumber(std::string_view, double) override {}
-  void addInteger(std::string_view name, long long value) override {
+  void addNumber(std::string_view name, double value) override {
     values[std::string(name)] = value;
   }
-  void addFlag(std::string_view name, bool value) override { values[std::string(name)] = value; }
+  void addInteger(std::string_view name, long long value) override {
+    addNumber(name, static_cast<double>(value));
+  }
+  void addFlag(std::string_view name, bool value) override { addNumber(name, value); }
 
-  std::map<std::string, long long> values;
+  std::map<std::string, double> values;
 };
 
 }  // namespace
@@ -143,6 +147,7 @@ Stage::Stage(StageOptions options) {
 
 Stage::~Stage() {
   host::settle(RunLoop::Clock::now() + settleLimit);
+  EXPECT_EQ(platform::timesOffMainThread(), 0);
 }
 
 void Stage::launch() {
@@ -234,10 +239,22 @@ std::shared_ptr<lumora::LWGIFView> Stage::view(const std::string& identifier) {
   return lumora::entryOf(lumora::locationOfIdentifier(identifier))->view.load();
 }
 
-long long Stage::described(const std::string& identifier, const std::string& name) {
+std::shared_ptr<lumora::LWGIFView> Stage::makeView(const std::string& identifier) {
+  std::shared_ptr<lumora::LWGIFView> view;
+  platform::NSOperationQueue().addOperationWithBlock(
+      [&] { view = lumora::LWGIFView::initWithIdentifier(identifier); });
+  settle();
+  return view;
+}
+
+double Stage::described(const lumora::LWGIFView& view, const std::string& name) {
   Description description;
-  view(identifier)->describe(description);
+  view.describe(description);
   return description.values.at(name);
+}
+
+double Stage::described(const std::string& identifier, const std::string& name) {
+  return described(*view(identifier), name);
 }
 
 bool Stage::isPlaying(const std::string& identifier) {

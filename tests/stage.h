@@ -108,8 +108,11 @@ class Stage {
   std::vector<std::string> takePosted();
 
   static std::shared_ptr<lumora::LWGIFView> view(const std::string& identifier);
+  // Made as an installation does it: not on the main thread.
+  std::shared_ptr<lumora::LWGIFView> makeView(const std::string& identifier);
   // What a debugger would be told of the view.
-  static long long described(const std::string& identifier, const std::string& name);
+  static double described(const lumora::LWGIFView& view, const std::string& name);
+  static double described(const std::string& identifier, const std::string& name);
   static bool isPlaying(const std::string& identifier);
   static int shownFrame(const std::string& identifier);
   static std::shared_ptr<platform::UIView> hostView(const lumora::LocationEntry& entry);

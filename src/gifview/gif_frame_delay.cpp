@@ -7,8 +7,7 @@ namespace {
 constexpr double shortestDelay = 0x1.47ad947ae147bp-6;
 constexpr double delayOfTooShort = 0.1;
 
-double storedDelay(const platform::CGImageSource& source, int index) {
-  const auto properties = source.copyPropertiesAtIndex(index);
+double storedDelay(const std::optional<platform::ImageProperties>& properties) {
   if (!properties || !properties->gif) return 0;
   const platform::GIFProperties& gif = *properties->gif;
   if (!gif.unclampedDelayTime) return 0;
@@ -19,7 +18,11 @@ double storedDelay(const platform::CGImageSource& source, int index) {
 }  // namespace
 
 double CGImageSourceGetGifFrameDelay(const platform::CGImageSource& source, int index) {
-  const double delay = storedDelay(source, index);
+  return gifFrameDelay(source.copyPropertiesAtIndex(index));
+}
+
+double gifFrameDelay(const std::optional<platform::ImageProperties>& properties) {
+  const double delay = storedDelay(properties);
   return delay < shortestDelay ? delayOfTooShort : delay;
 }
 

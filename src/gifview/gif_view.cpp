@@ -205,6 +205,7 @@ void LWGIFView::describe(platform::ViewDescription& description) const {
   description.addInteger("frame_shown", shownFrame_);
   description.addInteger("frames_in_cache",
                          durations ? static_cast<long long>(durations->size()) : 0);
+  description.addInteger("frame_count", animationNumFrames_);
   description.addInteger("frames_shown", framesShown_);
   description.addNumber("speed", speedModifier_);
   if (!imageView_) return;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/linux/display_damage.h"
+#include "platform/linux/main_thread_check.h"
 #include "platform/linux/run_loop.h"
 #include "platform/linux/shown_picture.h"
 
@@ -12,6 +13,7 @@ UIImageView::UIImageView() : impl_(std::make_unique<Impl>()) {}
 UIImageView::~UIImageView() = default;
 
 void UIImageView::setImage(ImageRef image) {
+  expectMainThread();
   if (image == impl_->image) return;
   const bool replacesPicture = image && impl_->image;
   impl_->image = std::move(image);

@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "platform/linux/class_table.h"
+#include "platform/linux/main_thread_check.h"
 #include "platform/linux/run_loop.h"
 #include "platform/linux/view_observers.h"
 
@@ -29,6 +30,12 @@ struct ViewObject : objc_object {
 
 void deallocView(id self, SEL) {
   delete static_cast<ViewObject*>(self)->view;
+}
+
+// After every change of what the screen shows.
+void noteChange() {
+  expectMainThread();
+  RunLoop::main().setNeedsDisplay();
 }
 
 }  // namespace
@@ -107,7 +114,7 @@ struct UIView::Impl {
       std::lock_guard lock(treeMutex());
       field = value;
     }
-    RunLoop::main().setNeedsDisplay();
+    noteChange();
   }
 
   template <typename Value>
@@ -151,7 +158,7 @@ void UIView::addSubview(const std::shared_ptr<UIView>& view) {
     impl_->subviews.push_back(view);
     view->impl_->superview = this;
   }
-  RunLoop::main().setNeedsDisplay();
+  noteChange();
 }
 
 void UIView::removeFromSuperview() {
@@ -160,7 +167,7 @@ void UIView::removeFromSuperview() {
     std::lock_guard lock(treeMutex());
     unlinked = Impl::unlink(*this);
   }
-  RunLoop::main().setNeedsDisplay();
+  noteChange();
 }
 
 void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
@@ -171,7 +178,7 @@ void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
     if (at == views.end() || std::next(at) == views.end()) return;
     std::rotate(at, std::next(at), views.end());
   }
-  RunLoop::main().setNeedsDisplay();
+  noteChange();
 }
 
 std::shared_ptr<UIView> UIView::superview() const {
@@ -189,7 +196,7 @@ void UIView::setFrame(CGRect frame) {
     std::lock_guard lock(treeMutex());
     impl_->resize(frame);
   }
-  RunLoop::main().setNeedsDisplay();
+  noteChange();
 }
 
 CGRect UIView::frame() const {
@@ -244,8 +251,7 @@ UIColor UIView::backgroundColor() const {
 }
 
 void UIView::setAutoresizingMask(unsigned mask) {
-  std::lock_guard lock(treeMutex());
-  impl_->autoresizingMask = mask;
+  Impl::store(impl_->autoresizingMask, mask);
 }
 
 void UIView::setContentMode(UIViewContentMode mode) {
