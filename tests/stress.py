@@ -2,10 +2,12 @@
 
 usage: stress.py DIRECTORY-OF-THE-PROGRAMS [--rounds N] [--seed N] [PHASE ...]
 
-Phases: kills, settings, burst, bus, full-disk, read-only (the last two need to mount, as root or in
-a namespace of their own, and are skipped where that is not allowed).
+Phases: kills, settings, burst, pauses, bus, full-disk, read-only. A part of pauses needs Xvfb; the last
+two need to mount, as root or in a namespace of their own. What is not to be had is skipped.
 """
 import argparse
+import contextlib
+import json
 import os
 import plistlib
 import random
@@ -50,6 +52,16 @@ def gif(frames, side, pick):
     return data + b'\x3b'
 
 
+def plain_gif(width, height):
+    """One frame of one colour, for as short a time as can be."""
+    codes = (b'\x80' + b'\0' * 100) * (width * height // 100 + 1) + b'\x81'
+    blocks = (codes[at:at + 255] for at in range(0, len(codes), 255))
+    return (b'GIF89a' + struct.pack('<HHBBB', width, height, 0, 0, 0) +
+            b'\x21\xf9\x04\0\x02\0\0\0\x2c' + struct.pack('<HHHHB', 0, 0, width, height, 0x80) +
+            b'\xff\0\0' * 2 + b'\x07' + b''.join(bytes([len(block)]) + block for block in blocks) +
+            b'\0\x3b')
+
+
 def contents(path):
     with open(path, 'rb') as file:
         return file.read()
@@ -90,10 +102,10 @@ class Device:
         return subprocess.Popen([self.program, '--root', self.root, *words],
                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
-    def start(self, *words):
+    def start(self, *words, display='headless', environment=None):
         self.run = subprocess.Popen(
-            [self.program, 'run', '--root', self.root, '--display', 'headless', *words],
-            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+            [self.program, 'run', '--root', self.root, '--display', display, *words],
+            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, env=environment)
         self.ok('wait')
 
     def stop(self):
@@ -247,6 +259,58 @@ def burst(device, rounds):
     return finish(device, before)
 
 
+@contextlib.contextmanager
+def x_server():
+    """The display of an X server, or nothing where there is none to be had."""
+    if not shutil.which('Xvfb'):
+        yield None
+        return
+    reading, writing = os.pipe()
+    server = subprocess.Popen(['Xvfb', '-displayfd', str(writing), '-screen', '0', '640x960x24',
+                               '-nolisten', 'tcp'], pass_fds=[writing], stderr=subprocess.DEVNULL)
+    os.close(writing)
+    with os.fdopen(reading) as file:
+        yield ':' + file.readline().strip()
+    server.terminate()
+    server.wait(60)
+
+
+def lost_pauses(device, count, advances):
+    """Hides the wallpaper at random moments of a cycle; how often it went on playing."""
+    lost = 0
+    for _ in range(count):
+        action = device.begin('advance', '1') if advances else None
+        time.sleep(device.pick.uniform(0, 0.03))
+        device.ok('app', 'open')
+        if action:
+            action.wait(120)
+            device.ok('advance', '0.1')
+        shown = [json.loads(device.ok('status', '--json'))['locations']['shared'] for _ in range(2)]
+        lost += shown[0] != shown[1] or shown[0]['playing']
+        device.ok('app', 'close')
+    return lost
+
+
+def pauses(device, rounds):
+    """At the end of every cycle a view has no display link for a moment; a pause then counts, too."""
+    picture = os.path.join(device.folder, 'plain.gif')
+    with x_server() as display:
+        for kind, size, *words in (('headless', (3500, 3500)),
+                                   ('headless', (1080, 1920), '--clock', 'manual'),
+                                   ('window', (1080, 1920), '--screen', '640x960')):
+            if kind == 'window' and display is None:
+                continue
+            with open(picture, 'wb') as file:
+                file.write(plain_gif(*size))
+            device.start(*words, display=kind,
+                         environment=dict(os.environ, DISPLAY=display or '', HOME=device.folder))
+            device.ok('set', 'shared', picture)
+            lost = lost_pauses(device, max(rounds * 8 // 10, 5), 'manual' in words)
+            assert lost == 0, (kind, size, lost)
+            device.stop()
+    return '' if display else 'without a window'
+
+
 def finish(device, before):
     """Whatever happened, a GIF can be chosen and plays, and the memory has not grown for good."""
     if os.path.exists(device.path(PREFERENCES)):
@@ -327,8 +391,8 @@ def read_only(device, rounds):
     return ''
 
 
-PHASES = {'kills': kills, 'settings': settings, 'burst': burst, 'bus': bus, 'full-disk': full_disk,
-          'read-only': read_only}
+PHASES = {'kills': kills, 'settings': settings, 'burst': burst, 'pauses': pauses, 'bus': bus,
+          'full-disk': full_disk, 'read-only': read_only}
 MOUNTING = ('full-disk', 'read-only')
 
 
