@@ -26,19 +26,23 @@ def run_linker(*words):
     subprocess.run([*LINKER, *words], check=True, env=environment)
 
 
-def read_stub(path):
-    """Install name and symbols."""
+def read_stub(path, processor):
+    """Install name, and the symbols that the library has for this kind of processor."""
     with open(path) as file:
-        text = file.read()
-    symbols = re.findall(r'^      - (\S+)$', text, re.MULTILINE)
-    for classes in re.findall(r'objc-classes: \[ (.*) \]', text):
-        for name in classes.split(', '):
-            symbols += ['_OBJC_CLASS_$_' + name, '_OBJC_METACLASS_$_' + name]
-    return re.search(r"install-name: '(.*)'", text)[1], symbols
+        head, *exports = file.read().split('\n  - targets: ')
+    symbols = []
+    for text in exports:
+        if processor + '-ios' not in text.partition('\n')[0]:
+            continue
+        symbols += re.findall(r'^      - (\S+)$', text, re.MULTILINE)
+        for classes in re.findall(r'objc-classes: \[ (.*) \]', text):
+            for name in classes.split(', '):
+                symbols += ['_OBJC_CLASS_$_' + name, '_OBJC_METACLASS_$_' + name]
+    return re.search(r"install-name: '(.*)'", head)[1], symbols
 
 
 def make_library(stub, folder, others):
-    install_name, symbols = read_stub(stub)
+    install_name, symbols = read_stub(stub, 'armv7')
     base = os.path.join(folder, os.path.basename(stub))
     with open(base + '.s', 'w') as file:
         file.write('\t.data\n')

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Signs a library ad hoc, in place, for old systems and new ones: the kernel of iOS 8 reads hashes
-by SHA-1 only, later ones prefer those by SHA-256 and find them beside the others.
+by SHA-1 only, later ones prefer those by SHA-256 and find them beside the others. A library without
+a UUID, by which crash logs name it, gets one of its contents.
 
 usage: sign.py LIBRARY IDENTIFIER
 """
@@ -8,7 +9,7 @@ import hashlib
 import struct
 import sys
 
-from macho import LC_CODE_SIGNATURE, MachO
+from macho import LC_CODE_SIGNATURE, LC_UUID, MachO
 
 # Numbers of the signature's blobs; big-endian, unlike all else in the file.
 SUPER_BLOB = 0xFADE0CC0
@@ -67,6 +68,14 @@ def signature(code, identifier):
     return blob(SUPER_BLOB, content)
 
 
+def add_uuid(file):
+    digest = bytearray(hashlib.sha256(file.data).digest()[:16])
+    # Made from contents, by a method of one's own.
+    digest[6] = digest[6] & 0x0F | 0x80
+    digest[8] = digest[8] & 0x3F | 0x80
+    file.append_command(struct.pack('<II', LC_UUID, 24) + digest)
+
+
 def add_signature_command(file):
     """For a linker that signs nothing: behind the other commands, and at the file's end."""
     file.data.extend(bytes(-len(file.data) % 16))
@@ -76,6 +85,8 @@ def add_signature_command(file):
 def sign(data, identifier):
     """The file with its signature, which takes the place of the one that the linker made, if any."""
     file = MachO(data)
+    if file.offset_of(LC_UUID) is None:
+        add_uuid(file)
     command = file.offset_of(LC_CODE_SIGNATURE)
     if command is None:
         command = add_signature_command(file)

@@ -10,6 +10,7 @@
 #include "platform/file_manager.h"
 #include "platform/image.h"
 #include "platform/linux/picture.h"
+#include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
 
@@ -144,7 +145,7 @@ TEST(Appearance, AScalingModeIsTheImageViewsAlone) {
   using Mode = platform::UIViewContentMode;
   const Mode before = view->contentMode();
   for (const Mode mode : {Mode::ScaleToFill, Mode::ScaleAspectFit, Mode::ScaleAspectFill}) {
-    view->setContentMode(mode);
+    platform::NSOperationQueue().addOperationWithBlock([&] { view->setContentMode(mode); });
     stage.settle();
     EXPECT_EQ(view->imageView()->contentMode(), mode);
     EXPECT_EQ(view->contentMode(), before);

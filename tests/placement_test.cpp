@@ -9,6 +9,7 @@
 #include "placement/host_wallpaper.h"
 #include "placement/installation.h"
 #include "placement/location_table.h"
+#include "placement/scaling.h"
 #include "platform/linux/device_events.h"
 #include "platform/linux/view_observers.h"
 #include "settings/device_paths.h"
@@ -276,6 +277,11 @@ TEST(Placement, FramesAndScalesEveryViewWhateverTheMode) {
   EXPECT_EQ(mode("LOCKSCREEN"), UIViewContentMode::ScaleAspectFill);
   EXPECT_EQ(mode("HOMESCREEN"), UIViewContentMode::ScaleAspectFit);
   EXPECT_EQ(Stage::view("SHARED")->UIView::contentMode(), UIViewContentMode::ScaleToFill);
+  // The setting is read when the main queue comes to it.
+  lumora::updateScalingModeOfWallpaper(Stage::view("SHARED"), "SHARED");
+  Stage::put("SHARED_SCALING_MODE", "FILL");
+  stage.settle();
+  EXPECT_EQ(mode("SHARED"), UIViewContentMode::ScaleAspectFill);
 }
 
 TEST(Placement, AMainThreadThatDoesNotAnswerDelaysTheWholeInstallationByFiveSecondsOnce) {

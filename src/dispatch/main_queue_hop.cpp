@@ -5,16 +5,17 @@
 
 #include "dispatch/exception_barrier.h"
 #include "dispatch/queues.h"
+#include "platform/semaphore.h"
 
 namespace lumora {
 
 void hopToMainQueue(std::function<void()> block, Deadline deadline) {
-  auto semaphore = std::make_shared<Semaphore>();
+  auto semaphore = std::make_shared<platform::DispatchSemaphore>();
   addToMainQueue([block = std::move(block), semaphore] {
     stoppingExceptions(block);
     semaphore->signal();
   });
-  semaphore->waitUntil(deadline);
+  semaphore->wait(timeLeft(deadline));
 }
 
 }  // namespace lumora

@@ -3,13 +3,13 @@
 
 #include <functional>
 
-#include "dispatch/semaphore.h"
+#include "dispatch/deadline.h"
 
 namespace lumora {
 
 // Runs the block on the main queue and waits until the deadline for its end, which may be by an
-// exception. The block runs late if
-// the deadline passes first, so it must own what it touches. Not to be called on the main thread.
+// exception. The block runs late if the deadline passes first, so it must own what it touches. Not
+// to be called on the main thread.
 void hopToMainQueue(std::function<void()> block, Deadline deadline);
 
 }  // namespace lumora

@@ -12,6 +12,7 @@
 #include "platform/file_manager.h"
 #include "platform/messaging_center.h"
 #include "platform/notify_center.h"
+#include "platform/semaphore.h"
 #include "settings/settings_store.h"
 
 namespace lumora {
@@ -87,11 +88,11 @@ void LWGIFView::observeNotifications() {
 
 void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
   if (!platform::fileExistsAtPath(path) || !isEligible()) return;
-  auto semaphore = std::make_shared<Semaphore>();
+  auto semaphore = std::make_shared<platform::DispatchSemaphore>();
   runInBackground([view = self(), path, semaphore] {
     if (view->extract(path)) semaphore->signal();
   });
-  semaphore->waitUntil(deadlineFromNow());
+  semaphore->wait(timeLeft(deadlineFromNow()));
 }
 
 // In any mode but 0 and 1 no view is eligible.

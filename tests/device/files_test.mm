@@ -38,6 +38,24 @@ TEST(Files, AreMadeMovedCopiedAndRemoved) {
   EXPECT_EQ(platform::NSData::dataWithContentsOfFile(file), nullptr);
 }
 
+TEST(Files, APathThatNamesNothingIsNotAskedFor) {
+  const std::string sound = "/var/mobile/sound";
+  ASSERT_TRUE(platform::writeStringToFileAtomically("text", sound));
+  for (const std::string& path : {std::string(), sound + std::string("\0/x", 3)}) {
+    EXPECT_FALSE(platform::fileExistsAtPath(path));
+    EXPECT_FALSE(platform::removeItemAtPath(path));
+    EXPECT_FALSE(platform::createDirectoryAtPath(path));
+    EXPECT_FALSE(platform::moveItemAtPath(path, sound));
+    EXPECT_FALSE(platform::moveItemAtPath(sound, path));
+    EXPECT_FALSE(platform::copyItemAtPath(path, sound));
+    EXPECT_FALSE(platform::writeStringToFileAtomically("other", path));
+    EXPECT_EQ(platform::stringWithContentsOfFile(path), std::nullopt);
+    EXPECT_EQ(platform::NSData::dataWithContentsOfFile(path), nullptr);
+    EXPECT_EQ(platform::arrayWithContentsOfFile(path), std::nullopt);
+  }
+  EXPECT_EQ(platform::stringWithContentsOfFile(sound), "text");
+}
+
 TEST(Files, NamesAndNumbersAreReadAsThePlatformReadsThem) {
   EXPECT_EQ(platform::lastPathComponent("/a/b.gif/"), "b.gif");
   EXPECT_EQ(platform::stringByDeletingPathExtension("/a/b.gif"), "/a/b");

@@ -62,6 +62,8 @@ TEST(Host, TheDocksHeightIsPassedOnAndRecorded) {
 
 TEST(Host, AChosenGifIsTakenInAndPlays) {
   launch();
+  // Nothing chosen yet is no reason to end the host.
+  stand_ins::postFromOutside("com.brightfen.lumora.wallpaperNeedsUpdating");
   const std::string chosen = "/var/mobile/SHARED_LUMORA_WALLPAPER.gif";
   writeGif(chosen.c_str());
   lumora::setPreferencesObjectKey(chosen, "SAFARI_DIRECTORY");
@@ -72,6 +74,7 @@ TEST(Host, AChosenGifIsTakenInAndPlays) {
   SBFWallpaperView* wallpaper = controller()->_sharedWallpaperView;
   EXPECT_EQ([platform::nativeView(*view) superview], wallpaper);
   EXPECT_EQ([platform::nativeView(*view) frame].size.height, 568 - 96);
+  EXPECT_EQ([platform::nativeView(*view->imageView()) frame].size.height, 568 - 96);
   // The host shows its wallpaper, which is what starts playback.
   [wallpaper setHidden:YES];
   [wallpaper setHidden:NO];
@@ -82,6 +85,32 @@ TEST(Host, AChosenGifIsTakenInAndPlays) {
   EXPECT_EQ(view->imageView()->image()->width(), 2);
   [wallpaper setHidden:YES];
   EXPECT_TRUE(runUntil([] { return stand_ins::linkCount() == 0; }));
+  view->imageView()->setImage(nullptr);
+}
+
+TEST(Host, ATurnOfTheDeviceReachesTheLibrary) {
+  launch();
+  writeGif(lumora::sharedGIFPath);
+  stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
+  ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  stand_ins::orientation = 3;
+  [[NSNotificationCenter defaultCenter]
+      postNotificationName:@"UIDeviceOrientationDidChangeNotification"
+                    object:nil];
+  const auto view = lumora::sharedGIFView.load();
+  EXPECT_TRUE(runUntil([&view] { return view->frame() == platform::CGRect{0, 0, 568 - 96, 320}; }));
+}
+
+TEST(Host, AnExceptionOfTheHostsDoesNotHoldUpAnInstallation) {
+  launch();
+  writeGif(lumora::sharedGIFPath);
+  stand_ins::raisesAtRedraw = true;
+  NSDate* const begin = [NSDate date];
+  stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
+  EXPECT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  // Nobody waits the five seconds that an answer may take.
+  EXPECT_GT([begin timeIntervalSinceNow], -4);
+  EXPECT_FALSE(stand_ins::raisesAtRedraw);
 }
 
 TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) {
@@ -95,13 +124,30 @@ TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) 
     controller()->_sharedWallpaperView = nil;
   }
   EXPECT_EQ(stand_ins::observersAtDealloc, std::vector<std::size_t>{0});
+  // Of what goes wrong then, only the host's own part reaches the host.
+  auto raisedAtDealloc = [](NSObject* observer) {
+    SBFWallpaperView* wallpaper = [[SBFWallpaperView alloc] init];
+    if (observer != nil) {
+      [wallpaper addObserver:observer forKeyPath:@"hidden" options:0 context:nil];
+    } else {
+      lumora::LWWallpaperListener::addListenerToObject(platform::viewOfNative(wallpaper),
+                                                       lumora::ScreenLocation::HomeScreen);
+    }
+    @try {
+      [wallpaper release];
+    } @catch (NSException* raised) {
+      return std::string([[raised name] UTF8String]);
+    }
+    return std::string();
+  };
   @autoreleasepool {
-    SBFWallpaperView* foreign = [[SBFWallpaperView alloc] init];
-    [foreign addObserver:[[NSObject alloc] init] forKeyPath:@"hidden" options:0 context:nil];
-    [foreign release];
-    [[[SBFWallpaperView alloc] init] release];
+    EXPECT_EQ(raisedAtDealloc([[[NSObject alloc] init] autorelease]),
+              "NSInternalInconsistencyException");
+    EXPECT_EQ(raisedAtDealloc(nil), "");
+    stand_ins::raisesAtRemoval = true;
+    EXPECT_EQ(raisedAtDealloc(nil), "NSInternalInconsistencyException");
   }
-  EXPECT_EQ(stand_ins::observersAtDealloc, (std::vector<std::size_t>{0, 1, 0}));
+  EXPECT_EQ(stand_ins::observersAtDealloc, (std::vector<std::size_t>{0, 1, 0, 1}));
 }
 
 TEST(Host, WithoutWallpaperViewsAnInstallationStillEnds) {

@@ -28,10 +28,10 @@ def output(*words):
     return subprocess.run(words, capture_output=True, text=True, check=True).stdout
 
 
-def stubs():
+def stubs(processor):
     """Install name and symbols of every library that we link against."""
     for path in glob.glob(os.path.join(PROJECT, 'device/stubs/*.tbd')):
-        install_name, symbols = read_stub(path)
+        install_name, symbols = read_stub(path, processor)
         yield install_name, set(symbols)
 
 
@@ -71,8 +71,6 @@ def check_signature(data):
 
 class Arm64Library(unittest.TestCase):
     processor = 'arm64'
-    # Beyond what the oldest system needs.
-    notes = ('LC_UUID', 'LC_ENCRYPTION_INFO_64')
 
     def setUp(self):
         self.library = LIBRARIES[self.processor]
@@ -83,14 +81,14 @@ class Arm64Library(unittest.TestCase):
         self.assertIn('LC_DYLD_INFO_ONLY', commands)
         self.assertNotIn('LC_DYLD_CHAINED_FIXUPS', commands)
         self.assertNotIn('LC_BUILD_VERSION', commands)
-        for needed in ('LC_CODE_SIGNATURE', *self.notes):
+        for needed in ('LC_CODE_SIGNATURE', 'LC_UUID'):
             self.assertEqual(commands.count(needed), 1, needed)
         self.assertNotRegex(self.headers, r'cryptid [^0]')
         self.assertRegex(self.headers, r'LC_VERSION_MIN_IPHONEOS\n.*\n *version 8\.0\n')
         self.assertRegex(self.headers, r'LC_ID_DYLIB\n.*\n *name /' + INSTALLED + 'Lumora8.dylib ')
 
     def test_needs_only_the_libraries_and_symbols_that_the_stubs_name(self):
-        known = dict(stubs())
+        known = dict(stubs(self.processor))
         loaded = re.findall(r'LC_LOAD_DYLIB\n.*\n *name (\S+) ', self.headers)
         self.assertEqual(set(loaded), set(known))
         needed = set(output('llvm-nm-19', '--undefined-only', '--just-symbol-name',
@@ -106,6 +104,17 @@ class Arm64Library(unittest.TestCase):
 
     def test_tells_nothing_of_where_it_was_built(self):
         self.assertNotIn(PROJECT.encode(), bytes_of(self.library))
+
+    def test_has_no_names_but_a_map_that_names_every_function(self):
+        names = output('llvm-nm-19', '--defined-only', self.library)
+        self.assertLessEqual(names.count('\n'), 1, names)
+        uuid = re.search(r'uuid (\S+)', self.headers)[1]
+        mapped = bytes_of(os.path.join(PROJECT, f'build/device-package/maps/{uuid}.map')).decode()
+        addresses = {int(line.split()[0], 16) for line in mapped.splitlines()}
+        starts = re.findall(r'^([0-9a-f]+)$', output('llvm-objdump-19', '--macho',
+                                                     '--function-starts', self.library), re.MULTILINE)
+        self.assertGreater(len(starts), 300)
+        self.assertLessEqual({int(start, 16) for start in starts}, addresses)
 
     def test_is_the_same_when_made_again(self):
         made = bytes_of(self.library)
@@ -124,7 +133,6 @@ class Arm64Library(unittest.TestCase):
 
 class Armv7Library(Arm64Library):
     processor = 'armv7'
-    notes = ()
 
 
 class Package(unittest.TestCase):
@@ -135,7 +143,7 @@ class Package(unittest.TestCase):
                       if not line.startswith(' '))
         self.assertEqual(fields['Package'], 'com.brightfen.lumora')
         self.assertEqual(fields['Architecture'], 'iphoneos-arm')
-        self.assertEqual(fields['Depends'], 'mobilesubstrate, firmware (>= 8.0)')
+        self.assertEqual(fields['Depends'], 'mobilesubstrate, firmware (>= 8.0), firmware (<< 14.0)')
         name = f'com.brightfen.lumora_{fields["Version"]}_iphoneos-arm.deb'
         self.assertEqual(os.path.basename(self.path), name)
 
@@ -159,7 +167,8 @@ class Package(unittest.TestCase):
                 output('llvm-lipo-19', '-thin', processor, both, '-output', one)
                 self.assertEqual(bytes_of(one), bytes_of(library))
         self.assertEqual(plistlib.loads(files[INSTALLED + 'Lumora8.plist']),
-                         {'Filter': {'Bundles': ['com.apple.springboard']}})
+                         {'Filter': {'Bundles': ['com.apple.springboard'],
+                                     'CoreFoundationVersion': [1140.1, 1740]}})
 
     def test_can_be_read_by_old_package_managers(self):
         self.assertEqual(output('ar', 't', self.path).split(),

@@ -1,10 +1,15 @@
 // Portable views and the platform's own that stand for them.
 
+#include <thread>
+
+#import <Foundation/NSDebug.h>
 #include <gtest/gtest.h>
 
 #include "gifview/gif_view.h"
+#include "platform/autorelease_pool.h"
 #include "platform/image_view.h"
 #import "platform/ios/native_view.h"
+#include "tests/device/pump.h"
 #include "tests/device/stand_ins/stand_ins.h"
 
 namespace {
@@ -79,6 +84,20 @@ TEST(Views, TellTheirObserversUntilThoseAreRemoved) {
   view->removeObserver(*observer, "hidden");
   view->setHidden(true);
   EXPECT_EQ(observer->hidden.size(), 2U);
+}
+
+TEST(Views, AListenerThatIsRemovedElsewhereStaysForTheMainThreadThatMayBeCallingIt) {
+  const auto view = platform::viewOfNative([[[SBFWallpaperView alloc] init] autorelease]);
+  const auto observer = std::make_shared<Observer>();
+  view->addObserver(observer, "hidden", nullptr);
+  auto listeners = [] { return GSDebugAllocationCount(NSClassFromString(@"LWWallpaperListener")); };
+  ASSERT_EQ(listeners(), 1);
+  std::thread([&] {
+    const platform::NSAutoreleasePool pool;
+    view->removeObserver(*observer, "hidden");
+  }).join();
+  EXPECT_EQ(listeners(), 1);
+  EXPECT_TRUE(runUntil([&] { return listeners() == 0; }));
 }
 
 TEST(Views, OneOfTwoRegistrationsStays) {

@@ -19,7 +19,11 @@ DataRef NSData::dataWithBytes(Bytes bytes) {
 }
 
 DataRef NSData::dataWithContentsOfFile(const std::string& path) {
-  return dataOfNative([::NSData dataWithContentsOfFile:nativeString(path)]);
+  NSString* native = nativePath(path);
+  if (native == nullptr) return nullptr;
+  return dataOfNative([::NSData dataWithContentsOfFile:native
+                                               options:NSDataReadingMappedIfSafe
+                                                 error:nullptr]);
 }
 
 std::size_t NSData::length() const {
@@ -31,7 +35,8 @@ bool NSData::isEqualToData(const NSData& other) const {
 }
 
 bool NSData::writeToFileAtomically(const std::string& path) const {
-  return [impl_->native.get() writeToFile:nativeString(path) atomically:YES];
+  NSString* native = nativePath(path);
+  return native != nullptr && [impl_->native.get() writeToFile:native atomically:YES];
 }
 
 }  // namespace platform

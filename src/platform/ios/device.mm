@@ -7,7 +7,7 @@ namespace platform {
 std::optional<CGRect> mainScreenBounds() {
   UIScreen* screen = [UIScreen mainScreen];
   if (screen == nullptr) return std::nullopt;
-  const ::CGRect bounds = [screen bounds];
+  const ::CGRect bounds = [[screen fixedCoordinateSpace] bounds];
   return CGRect{bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height};
 }
 

@@ -1,5 +1,8 @@
 #include "platform/display_link.h"
 
+#include <mutex>
+#include <utility>
+
 #import <QuartzCore/QuartzCore.h>
 
 #include "platform/ios/retained.h"
@@ -23,15 +26,25 @@
 
 // It may invalidate its link, which lets go of this.
 - (void)fire:(CADisplayLink*)link {
-  const auto fire = fire_;
-  fire();
+  [[self retain] autorelease];
+  fire_();
 }
 
 @end
 
 namespace platform {
 
+// Empty once the link has been invalidated, which any thread may do.
 struct CADisplayLink::Impl {
+  Retained<::CADisplayLink> get() {
+    std::lock_guard lock(mutex);
+    return native;
+  }
+  Retained<::CADisplayLink> take() {
+    std::lock_guard lock(mutex);
+    return std::exchange(native, {});
+  }
+  std::mutex mutex;
   Retained<::CADisplayLink> native;
 };
 
@@ -51,21 +64,20 @@ std::shared_ptr<CADisplayLink> CADisplayLink::displayLinkWithTarget(Target targe
 }
 
 void CADisplayLink::setFrameInterval(int refreshes) {
-  [impl_->native.get() setFrameInterval:refreshes];
+  [impl_->get().get() setFrameInterval:refreshes];
 }
 
 void CADisplayLink::addToMainRunLoop() {
-  [impl_->native.get() addToRunLoop:[NSRunLoop mainRunLoop] forMode:@"kCFRunLoopCommonModes"];
+  [impl_->get().get() addToRunLoop:[NSRunLoop mainRunLoop] forMode:NSRunLoopCommonModes];
 }
 
-// Lets go of the target, and so of what keeps the link alive.
+// Link and target hold each other no longer, whatever the platform does with the target.
 void CADisplayLink::invalidate() {
-  const Retained<::CADisplayLink> native = impl_->native;
-  [native.get() invalidate];
+  [impl_->take().get() invalidate];
 }
 
 std::chrono::duration<double> CADisplayLink::duration() const {
-  return std::chrono::duration<double>([impl_->native.get() duration]);
+  return std::chrono::duration<double>([impl_->get().get() duration]);
 }
 
 }  // namespace platform

@@ -20,33 +20,43 @@ std::string stringByDeletingPathExtension(const std::string& path) {
 }
 
 bool fileExistsAtPath(const std::string& path) {
-  return [manager() fileExistsAtPath:nativeString(path)];
+  NSString* native = nativePath(path);
+  return native != nullptr && [manager() fileExistsAtPath:native];
 }
 
 bool fileExistsAtPath(const std::string& path, bool& isDirectory) {
+  NSString* native = nativePath(path);
   BOOL answer = NO;
-  if (![manager() fileExistsAtPath:nativeString(path) isDirectory:&answer]) return false;
+  if (native == nullptr || ![manager() fileExistsAtPath:native isDirectory:&answer]) return false;
   isDirectory = answer;
   return true;
 }
 
 bool createDirectoryAtPath(const std::string& path) {
-  return [manager() createDirectoryAtPath:nativeString(path)
-              withIntermediateDirectories:YES
-                               attributes:nullptr
-                                    error:nullptr];
+  NSString* native = nativePath(path);
+  return native != nullptr && [manager() createDirectoryAtPath:native
+                                   withIntermediateDirectories:YES
+                                                    attributes:nullptr
+                                                         error:nullptr];
 }
 
 bool removeItemAtPath(const std::string& path) {
-  return [manager() removeItemAtPath:nativeString(path) error:nullptr];
+  NSString* native = nativePath(path);
+  return native != nullptr && [manager() removeItemAtPath:native error:nullptr];
 }
 
 bool moveItemAtPath(const std::string& path, const std::string& target) {
-  return [manager() moveItemAtPath:nativeString(path) toPath:nativeString(target) error:nullptr];
+  NSString* from = nativePath(path);
+  NSString* to = nativePath(target);
+  return from != nullptr && to != nullptr &&
+         [manager() moveItemAtPath:from toPath:to error:nullptr];
 }
 
 bool copyItemAtPath(const std::string& path, const std::string& target) {
-  return [manager() copyItemAtPath:nativeString(path) toPath:nativeString(target) error:nullptr];
+  NSString* from = nativePath(path);
+  NSString* to = nativePath(target);
+  return from != nullptr && to != nullptr &&
+         [manager() copyItemAtPath:from toPath:to error:nullptr];
 }
 
 }  // namespace platform

@@ -31,7 +31,8 @@ int UIImage::height() const {
 }
 
 ImageRef imageWithContentsOfFile(const std::string& path) {
-  return imageOfNative([::UIImage imageWithContentsOfFile:nativeString(path)]);
+  NSString* native = nativePath(path);
+  return native == nullptr ? nullptr : imageOfNative([::UIImage imageWithContentsOfFile:native]);
 }
 
 DataRef UIImagePNGRepresentation(const UIImage& image) {

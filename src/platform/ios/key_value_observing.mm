@@ -86,8 +86,9 @@ class Listeners {
   std::map<const KeyValueObserver*, Entry> entries_;
 };
 
-// The main thread may be about to call it.
-void releaseOnMainThread(const Retained<LWWallpaperListener>& listener) {
+// The main thread may be about to call it. By value: a block keeps no more of a reference than an
+// address.
+void releaseOnMainThread(Retained<LWWallpaperListener> listener) {
   [[::NSOperationQueue mainQueue] addOperationWithBlock:^{
     (void)listener;
   }];

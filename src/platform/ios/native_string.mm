@@ -1,5 +1,7 @@
 #import "platform/ios/native_string.h"
 
+#include <cstring>
+
 namespace platform {
 
 NSString* nativeString(const std::string& text) {
@@ -7,6 +9,12 @@ NSString* nativeString(const std::string& text) {
                                                length:text.size()
                                              encoding:NSUTF8StringEncoding] autorelease];
   return native == nullptr ? @"" : native;
+}
+
+NSString* nativePath(const std::string& path) {
+  if (std::strlen(path.c_str()) != path.size()) return nullptr;
+  NSString* native = nativeString(path);
+  return [native length] == 0 ? nullptr : native;
 }
 
 std::string standardString(NSString* text) {

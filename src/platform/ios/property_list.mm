@@ -28,14 +28,16 @@ NSMutableDictionary& NSMutableDictionary::operator=(NSMutableDictionary&&) noexc
 
 std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOfFile(
     const std::string& path) {
+  NSString* file = nativePath(path);
   ::NSMutableDictionary* native =
-      [::NSMutableDictionary dictionaryWithContentsOfFile:nativeString(path)];
+      file == nullptr ? nullptr : [::NSMutableDictionary dictionaryWithContentsOfFile:file];
   if (native == nullptr) return std::nullopt;
   return NSMutableDictionary(std::make_unique<Impl>(Impl{Retained<::NSMutableDictionary>(native)}));
 }
 
 bool NSMutableDictionary::writeToFile(const std::string& path) const {
-  return [impl_->native.get() writeToFile:nativeString(path) atomically:YES];
+  NSString* file = nativePath(path);
+  return file != nullptr && [impl_->native.get() writeToFile:file atomically:YES];
 }
 
 std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& key) const {
@@ -47,7 +49,8 @@ void NSMutableDictionary::setString(const std::string& value, const std::string&
 }
 
 std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
-  NSArray* native = [NSArray arrayWithContentsOfFile:nativeString(path)];
+  NSString* file = nativePath(path);
+  NSArray* native = file == nullptr ? nullptr : [NSArray arrayWithContentsOfFile:file];
   if (native == nullptr) return std::nullopt;
   std::vector<std::string> array;
   const NSUInteger count = [native count];
@@ -58,9 +61,11 @@ std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::strin
 }
 
 bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path) {
+  NSString* file = nativePath(path);
+  if (file == nullptr) return false;
   NSMutableArray* native = [NSMutableArray array];
   for (const std::string& element : array) [native addObject:nativeString(element)];
-  return [native writeToFile:nativeString(path) atomically:YES];
+  return [native writeToFile:file atomically:YES];
 }
 
 }  // namespace platform

@@ -5,18 +5,21 @@
 namespace platform {
 
 std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
-  NSString* text = [NSString stringWithContentsOfFile:nativeString(path)
-                                             encoding:NSUTF8StringEncoding
-                                                error:nullptr];
+  NSString* file = nativePath(path);
+  NSString* text = file == nullptr ? nullptr
+                                   : [NSString stringWithContentsOfFile:file
+                                                               encoding:NSUTF8StringEncoding
+                                                                  error:nullptr];
   if (text == nullptr) return std::nullopt;
   return standardString(text);
 }
 
 bool writeStringToFileAtomically(const std::string& text, const std::string& path) {
-  return [nativeString(text) writeToFile:nativeString(path)
-                              atomically:YES
-                                encoding:NSUTF8StringEncoding
-                                   error:nullptr];
+  NSString* file = nativePath(path);
+  return file != nullptr && [nativeString(text) writeToFile:file
+                                                 atomically:YES
+                                                   encoding:NSUTF8StringEncoding
+                                                      error:nullptr];
 }
 
 }  // namespace platform

@@ -1,9 +1,13 @@
+#include <utility>
+
 #import <Foundation/Foundation.h>
 
 #include "stand_ins.h"
 
 namespace stand_ins {
 std::vector<std::size_t> observersAtDealloc;
+bool raisesAtRemoval = false;
+bool raisesAtRedraw = false;
 bool makesNoWallpapers = false;
 }
 
@@ -50,7 +54,7 @@ bool makesNoWallpapers = false;
 
 - (void)removeObserver:(NSObject*)observer forKeyPath:(NSString*)keyPath {
   for (Observance* observance in [[observances_ copy] autorelease]) {
-    if (observance->_observer != observer) continue;
+    if (observance->_observer != observer || stand_ins::raisesAtRemoval) continue;
     [observances_ removeObject:observance];
     return;
   }
@@ -64,8 +68,13 @@ bool makesNoWallpapers = false;
   return info;
 }
 
+// As up to iOS 10.
 - (void)dealloc {
   stand_ins::observersAtDealloc.push_back([observances_ count]);
+  if ([observances_ count] > 0) {
+    [NSException raise:NSInternalInconsistencyException
+                format:@"%@ was deallocated while observers were still registered with it", self];
+  }
   [observances_ release];
   [super dealloc];
 }
@@ -79,6 +88,9 @@ bool makesNoWallpapers = false;
   return controller;
 }
 - (void)_updateSharedWallpaper {
+  if (std::exchange(stand_ins::raisesAtRedraw, false)) {
+    [NSException raise:NSGenericException format:@"no"];
+  }
   if (stand_ins::makesNoWallpapers) return;
   if (_sharedWallpaperView == nil) _sharedWallpaperView = [[SBFWallpaperView alloc] init];
 }

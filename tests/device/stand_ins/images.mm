@@ -8,6 +8,10 @@
 
 #include "stand_ins.h"
 
+namespace stand_ins {
+std::atomic<int> bitmaps = 0;
+}
+
 size_t CGImageGetWidth(CGImageRef image) {
   return image == nullptr ? 0 : image->width;
 }

@@ -118,8 +118,9 @@ void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous) {
 }
 - (void)setFrameInterval:(NSInteger)refreshes {
 }
+// In any other mode, were it only one of the same name, no link ever fires.
 - (void)addToRunLoop:(NSRunLoop*)loop forMode:(NSString*)mode {
-  [links() addObject:self];
+  if (loop == [NSRunLoop mainRunLoop] && mode == NSRunLoopCommonModes) [links() addObject:self];
 }
 - (void)fire {
   const Target target = linkTargets[self];

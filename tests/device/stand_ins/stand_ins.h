@@ -2,6 +2,7 @@
 // the real ones are documented to do, and let a test look and act in their stead.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
@@ -29,8 +30,18 @@ class StateTable {
   std::map<id, State> states_;
 };
 
+namespace stand_ins {
+// How many there are.
+extern std::atomic<int> bitmaps;
+}
+
 // A bitmap: RGBA, not premultiplied.
 struct CGImage {
+  CGImage() { ++stand_ins::bitmaps; }
+  ~CGImage() { --stand_ins::bitmaps; }
+  CGImage(const CGImage&) = delete;
+  CGImage& operator=(const CGImage&) = delete;
+
   int references = 1;
   int width = 0;
   int height = 0;
@@ -43,6 +54,9 @@ namespace stand_ins {
 void refreshDisplay();
 // How many links are on the run loop.
 std::size_t linkCount();
+
+// How the device is held: 1 is upright, 3 and 4 are sideways.
+extern NSInteger orientation;
 
 // The next registration at the Darwin notify centre raises an exception.
 extern bool raisesAtRegistration;
@@ -57,6 +71,10 @@ std::vector<std::string> hookedMethods();
 
 // How many observers each wallpaper view that has died had left when its own dealloc ran.
 extern std::vector<std::size_t> observersAtDealloc;
+// Every removal of an observer raises, whether it is registered or not.
+extern bool raisesAtRemoval;
+// The next redrawing of the wallpaper raises an exception.
+extern bool raisesAtRedraw;
 // A host that does not have what its name promises.
 extern bool makesNoWallpapers;
 

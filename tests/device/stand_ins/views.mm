@@ -1,7 +1,15 @@
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
 #import <Foundation/Foundation.h>
 #include <png.h>
 
 #include "stand_ins.h"
+
+namespace stand_ins {
+NSInteger orientation = 1;
+}
 
 namespace {
 
@@ -27,6 +35,15 @@ struct View {
 StateTable<View> views;
 
 StateTable<UIImage*> shownImages;
+
+// What is changed elsewhere damages the device's tree, sometimes.
+View& changed(UIView* view) {
+  if (![NSThread isMainThread]) {
+    std::fprintf(stderr, "a view was changed off the main thread\n");
+    std::abort();
+  }
+  return views[view];
+}
 
 }  // namespace
 
@@ -119,7 +136,15 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
   return views[self].frame;
 }
 - (void)setFrame:(CGRect)frame {
-  views[self].frame = frame;
+  const CGRect before = views[self].frame;
+  changed(self).frame = frame;
+  for (UIView* view in [self subviews]) {
+    CGRect follow = [view frame];
+    const NSUInteger mask = views[view].autoresizingMask;
+    if (mask & 2) follow.size.width += frame.size.width - before.size.width;
+    if (mask & 16) follow.size.height += frame.size.height - before.size.height;
+    [view setFrame:follow];
+  }
 }
 - (NSInteger)tag {
   return views[self].tag;
@@ -131,13 +156,13 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
   return views[self].hidden;
 }
 - (void)setHidden:(BOOL)hidden {
-  views[self].hidden = hidden;
+  changed(self).hidden = hidden;
 }
 - (CGFloat)alpha {
   return views[self].alpha;
 }
 - (void)setAlpha:(CGFloat)alpha {
-  views[self].alpha = alpha;
+  changed(self).alpha = alpha;
 }
 - (void)setOpaque:(BOOL)opaque {
 }
@@ -145,23 +170,23 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
   return views[self].clips;
 }
 - (void)setClipsToBounds:(BOOL)clips {
-  views[self].clips = clips;
+  changed(self).clips = clips;
 }
 - (UIColor*)backgroundColor {
   return views[self].background;
 }
 - (void)setBackgroundColor:(UIColor*)color {
   [views[self].background autorelease];
-  views[self].background = [color retain];
+  changed(self).background = [color retain];
 }
 - (void)setAutoresizingMask:(NSUInteger)mask {
-  views[self].autoresizingMask = mask;
+  changed(self).autoresizingMask = mask;
 }
 - (UIViewContentMode)contentMode {
   return views[self].contentMode;
 }
 - (void)setContentMode:(UIViewContentMode)mode {
-  views[self].contentMode = mode;
+  changed(self).contentMode = mode;
 }
 - (UIView*)superview {
   return views[self].superview;
@@ -175,7 +200,7 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
 - (void)addSubview:(UIView*)view {
   [view retain];
   [view removeFromSuperview];
-  [views[self].subviews addObject:view];
+  [changed(self).subviews addObject:view];
   views[view].superview = self;
   [view didMoveToSuperview];
   [view release];
@@ -185,7 +210,7 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
   if (views[self].superview == nil) return;
   [[self retain] autorelease];
   UIView* parent = views[self].superview;
-  views[self].superview = nil;
+  changed(self).superview = nil;
   [views[parent].subviews removeObject:self];
   [self didMoveToSuperview];
 }
@@ -193,7 +218,7 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
 - (void)bringSubviewToFront:(UIView*)view {
   if (![views[self].subviews containsObject:view]) return;
   [[view retain] autorelease];
-  [views[self].subviews removeObject:view];
+  [changed(self).subviews removeObject:view];
   [views[self].subviews addObject:view];
 }
 
@@ -205,6 +230,7 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
   return shownImages[self];
 }
 - (void)setImage:(UIImage*)image {
+  changed(self);
   [shownImages[self] autorelease];
   shownImages[self] = [image retain];
 }
@@ -216,14 +242,28 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
 
 @end
 
+@interface UprightScreen : NSObject <UICoordinateSpace>
+@end
+@implementation UprightScreen
+- (CGRect)bounds {
+  const CGRect bounds = {{0, 0}, {320, 568}};
+  return bounds;
+}
+@end
+
 @implementation UIScreen
 
 + (UIScreen*)mainScreen {
   static UIScreen* screen = [[UIScreen alloc] init];
   return screen;
 }
+- (id<UICoordinateSpace>)fixedCoordinateSpace {
+  static UprightScreen* upright = [[UprightScreen alloc] init];
+  return upright;
+}
 - (CGRect)bounds {
-  const CGRect bounds = {{0, 0}, {320, 568}};
+  CGRect bounds = [[self fixedCoordinateSpace] bounds];
+  if (stand_ins::orientation >= 3) std::swap(bounds.size.width, bounds.size.height);
   return bounds;
 }
 
@@ -236,7 +276,7 @@ NSData* UIImagePNGRepresentation(UIImage* image) {
   return application;
 }
 - (NSInteger)statusBarOrientation {
-  return 1;
+  return stand_ins::orientation;
 }
 
 @end

@@ -12,6 +12,8 @@ typedef double NSTimeInterval;
 typedef NSUInteger NSStringEncoding;
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 typedef NSUInteger NSKeyValueObservingOptions;
+typedef NSUInteger NSDataReadingOptions;
+enum : NSDataReadingOptions { NSDataReadingMappedIfSafe = 1 };
 
 @interface NSString : NSObject
 + (instancetype)stringWithContentsOfFile:(NSString*)path
@@ -21,6 +23,7 @@ typedef NSUInteger NSKeyValueObservingOptions;
 - (instancetype)initWithBytes:(const void*)bytes
                        length:(NSUInteger)length
                      encoding:(NSStringEncoding)encoding;
+- (NSUInteger)length;
 - (const char*)UTF8String;
 - (NSUInteger)lengthOfBytesUsingEncoding:(NSStringEncoding)encoding;
 - (BOOL)writeToFile:(NSString*)path
@@ -46,7 +49,9 @@ typedef NSUInteger NSKeyValueObservingOptions;
 
 @interface NSData : NSObject
 + (instancetype)dataWithBytes:(const void*)bytes length:(NSUInteger)length;
-+ (instancetype)dataWithContentsOfFile:(NSString*)path;
++ (instancetype)dataWithContentsOfFile:(NSString*)path
+                               options:(NSDataReadingOptions)options
+                                 error:(NSError**)error;
 - (NSUInteger)length;
 - (BOOL)isEqualToData:(NSData*)other;
 - (BOOL)writeToFile:(NSString*)path atomically:(BOOL)atomically;
@@ -106,6 +111,12 @@ typedef NSUInteger NSKeyValueObservingOptions;
 - (void)addOperation:(NSOperation*)operation;
 - (void)addOperationWithBlock:(void (^)(void))block;
 @end
+
+// Foundation tells its modes apart by their addresses.
+#ifdef __cplusplus
+extern "C"
+#endif
+    NSString* const NSRunLoopCommonModes;
 
 @interface NSRunLoop : NSObject
 + (NSRunLoop*)mainRunLoop;

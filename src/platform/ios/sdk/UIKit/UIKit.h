@@ -55,9 +55,15 @@ typedef NSInteger UIViewContentMode;
 - (void)setImage:(UIImage*)image;
 @end
 
+// Has bounds, among other things.
+@protocol UICoordinateSpace <NSObject>
+- (CGRect)bounds;
+@end
+
 @interface UIScreen : NSObject
 + (UIScreen*)mainScreen;
-- (CGRect)bounds;
+// That of the upright device, however it is held; the screen's own turns with it.
+- (id<UICoordinateSpace>)fixedCoordinateSpace;
 @end
 
 @interface UIApplication : NSObject

@@ -1,0 +1,72 @@
+// What every test needs: blocks that GNUstep takes for objects, and, at its end, the proof that no
+// picture and no bytes were left behind.
+
+#include <cstring>
+
+#import <Block.h>
+#import <Foundation/Foundation.h>
+#import <Foundation/NSDebug.h>
+#include <gtest/gtest.h>
+
+#include "stand_ins.h"
+
+// The blocks run-time gives its blocks no class on this platform, but GNUstep's queues retain them
+// as objects. So they get one.
+@interface LWBlock : NSObject
+@end
+
+@implementation LWBlock
+- (id)retain {
+  return (id)Block_copy((void*)self);
+}
+- (id)copyWithZone:(NSZone*)zone {
+  return (id)Block_copy((void*)self);
+}
+- (oneway void)release {
+  Block_release((void*)self);
+}
+@end
+
+extern "C" {
+extern void* _NSConcreteStackBlock[32];
+extern void* _NSConcreteMallocBlock[32];
+extern void* _NSConcreteGlobalBlock[32];
+}
+
+namespace {
+
+void makeBlocksObjects() {
+  // The words of a class in the old run-time, complete once it has been sent a message.
+  constexpr std::size_t classWords = 13;
+  [LWBlock class];
+  [[[LWBlock alloc] init] self];
+  for (void** place : {_NSConcreteStackBlock, _NSConcreteMallocBlock, _NSConcreteGlobalBlock}) {
+    std::memcpy(place, (void*)[LWBlock class], classWords * sizeof(void*));
+  }
+}
+
+class Surroundings : public testing::Environment {
+ public:
+  void SetUp() override {
+    // For what a test hands out on the main thread.
+    pool_ = [[NSAutoreleasePool alloc] init];
+    makeBlocksObjects();
+    GSDebugAllocationActive(YES);
+  }
+  void TearDown() override {
+    [pool_ drain];
+    EXPECT_EQ(stand_ins::bitmaps, 0);
+    for (NSString *name in [NSArray
+             arrayWithObjects:@"GIFSource", @"UIImage", @"CIImage", @"NSDataMappedFile", nil]) {
+      EXPECT_EQ(GSDebugAllocationCount(NSClassFromString(name)), 0) << [name UTF8String];
+    }
+  }
+
+ private:
+  NSAutoreleasePool* pool_ = nil;
+};
+
+[[maybe_unused]] const auto* const environment =
+    testing::AddGlobalTestEnvironment(new Surroundings);
+
+}  // namespace
