@@ -1,6 +1,7 @@
 // Files, texts and property lists of the device, written and read by its own means.
 
 #import <Foundation/Foundation.h>
+#import <Foundation/NSDebug.h>
 #include <gtest/gtest.h>
 
 #include "platform/data.h"
@@ -32,6 +33,8 @@ TEST(Files, AreMadeMovedCopiedAndRemoved) {
   const auto other = platform::NSData::dataWithContentsOfFile(file + "3");
   ASSERT_TRUE(one && other);
   EXPECT_EQ(one->length(), 7U);
+  // However large, neither is in memory of its own.
+  EXPECT_EQ(GSDebugAllocationCount(NSClassFromString(@"NSDataMappedFile")), 2);
   EXPECT_TRUE(one->isEqualToData(*other));
   EXPECT_TRUE(platform::removeItemAtPath(folder));
   EXPECT_FALSE(platform::removeItemAtPath(folder));

@@ -19,6 +19,7 @@ import unittest
 PROJECT = sys.argv.pop()
 sys.path.insert(0, os.path.join(PROJECT, 'device'))
 from link_armv7 import read_stub
+from macho import MachO
 LIBRARIES = {'arm64': os.path.join(PROJECT, 'build/ios/bin/Lumora8.dylib'),
              'armv7': os.path.join(PROJECT, 'build/ios-armv7/bin/Lumora8.dylib')}
 INSTALLED = 'Library/MobileSubstrate/DynamicLibraries/'
@@ -38,6 +39,81 @@ def stubs(processor):
 def bytes_of(path):
     with open(path, 'rb') as file:
         return file.read()
+
+
+def leb(data, at):
+    """An unsigned number of so many bytes, and what follows it."""
+    number = shift = 0
+    while True:
+        number |= (data[at] & 0x7f) << shift
+        shift, at = shift + 7, at + 1
+        if data[at - 1] < 0x80:
+            return number, at
+
+
+class FirstCalls:
+    """How the library's calls reach those of the system: each goes through a stub to a pointer, which
+    first leads to a helper, which has the loader bind the pointer by an entry of a table."""
+
+    def __init__(self, library):
+        self.file = MachO(bytes_of(library))
+        self.segments = list(self.file.segments())
+        self.table = self.file.word(self.file.offset_of(0x80000022) + 32)
+        names = output('llvm-objdump-19', '--macho', '--indirect-symbols', library)
+        self.named = {int(address, 16): name for address, name in
+                      re.findall(r'^0x([0-9a-f]+) +\d+ (\S+)$', names, re.MULTILINE)}
+        rebases = output('llvm-objdump-19', '--macho', '--rebase', library)
+        self.rebased = {int(address, 16) for address in re.findall(r'0x([0-9A-F]+)  pointer', rebases)}
+
+    def section(self, name):
+        """Addresses and size of an entry: of a stub it is told, of a pointer it is an address's."""
+        at = next(at for at in self.file.sections() if
+                  self.file.data[at:at + 16].rstrip(b'\0') == name.encode())
+        size = 8 if self.file.is_64_bit else 4
+        start, length = (int.from_bytes(self.file.data[at + 32 + size * each:][:size], 'little')
+                         for each in (0, 1))
+        stub = self.file.word(at + (72 if self.file.is_64_bit else 64))
+        return range(start, start + length, stub or size)
+
+    def at(self, address, words=1):
+        """The words at an address."""
+        inside = next(each for each in self.segments if 0 <= address - each.address < each.file_size)
+        place = inside.file_offset + address - inside.address
+        return struct.unpack_from(f'<{words}I', self.file.data, place)
+
+    def pointer_of_stub(self, stub):
+        if self.file.is_64_bit:
+            page, load, jump = self.at(stub, 3)
+            assert (page & 0x9f00001f, load & 0xffc003ff, jump) == (0x90000010, 0xf9400210, 0xd61f0200)
+            pages = (page >> 29 & 3) | (page >> 5 & 0x7ffff) << 2
+            return (stub & ~0xfff) + (pages << 12) + (load >> 10 & 0xfff) * 8
+        *code, distance = self.at(stub, 4)
+        assert code == [0xe59fc004, 0xe08fc00c, 0xe59cf000], code
+        return (stub + 12 + distance) & 0xffffffff
+
+    def entry_of_helper(self, helper):
+        """Where in the table the helper sends the loader: the entry's name and pointer."""
+        load, branch, at = self.at(helper, 3)
+        if self.file.is_64_bit:
+            assert (load, branch >> 26) == (0x18000050, 5)
+            target = helper + 4 + 4 * ((branch & 0x3ffffff) - ((branch & 0x2000000) << 1))
+        else:
+            assert (load, branch >> 24) == (0xe59fc000, 0xea)
+            target = helper + 12 + 4 * ((branch & 0xffffff) - ((branch & 0x800000) << 1))
+        assert target == self.section('__stub_helper').start, hex(target)
+        data, at = self.file.data, self.table + at
+        name = place = None
+        while data[at] != 0x90:
+            opcode, small, at = data[at] & 0xf0, data[at] & 0xf, at + 1
+            if opcode == 0x40:
+                end = data.index(0, at)
+                name, at = data[at:end].decode(), end + 1
+            elif opcode == 0x70:
+                offset, at = leb(data, at)
+                place = self.segments[small].address + offset
+            else:
+                assert opcode == 0x10, hex(opcode)
+        return name, place
 
 
 def check_signature(data):
@@ -94,6 +170,17 @@ class Arm64Library(unittest.TestCase):
         needed = set(output('llvm-nm-19', '--undefined-only', '--just-symbol-name',
                             self.library).split())
         self.assertEqual(needed - set().union(*known.values()), set())
+
+    def test_every_first_call_is_bound_to_what_is_called(self):
+        calls = FirstCalls(self.library)
+        pointers = calls.section('__la_symbol_ptr')
+        stubs = {calls.pointer_of_stub(stub): stub for stub in calls.section('__stubs')}
+        self.assertEqual(set(stubs), set(pointers))
+        for pointer in pointers:
+            name = calls.named[pointer]
+            self.assertEqual(calls.named[stubs[pointer]], name)
+            self.assertIn(pointer, calls.rebased)
+            self.assertEqual(calls.entry_of_helper(calls.at(pointer)[0]), (name, pointer))
 
     def test_has_one_initialiser_and_exports_nothing(self):
         section = output('llvm-objdump-19', '--macho', '--section=__DATA,__mod_init_func',

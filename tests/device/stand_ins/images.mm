@@ -43,6 +43,12 @@ void CFRelease(CFTypeRef object) {
 }
 @end
 
+// In every picture's properties, so that it is seen when they go.
+@interface GIFProperties : NSObject
+@end
+@implementation GIFProperties
+@end
+
 const CFStringRef kCGImagePropertyGIFDictionary = (CFStringRef) @"{GIF}";
 const CFStringRef kCGImagePropertyGIFUnclampedDelayTime = (CFStringRef) @"UnclampedDelayTime";
 const CFStringRef kCGImagePropertyGIFDelayTime = (CFStringRef) @"DelayTime";
@@ -106,7 +112,8 @@ CFDictionaryRef CGImageSourceCopyPropertiesAtIndex(CGImageSourceRef source, size
       dictionaryWithObjectsAndKeys:delay, (NSString*)kCGImagePropertyGIFUnclampedDelayTime, delay,
                                    (NSString*)kCGImagePropertyGIFDelayTime, nil];
   return (CFDictionaryRef)[[NSDictionary alloc]
-      initWithObjectsAndKeys:gif, (NSString*)kCGImagePropertyGIFDictionary, nil];
+      initWithObjectsAndKeys:gif, (NSString*)kCGImagePropertyGIFDictionary,
+                             [[[GIFProperties alloc] init] autorelease], @"of the file", nil];
 }
 
 NSString* const kCIInputImageKey = @"inputImage";
