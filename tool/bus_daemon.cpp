@@ -82,7 +82,10 @@ void removeFolder(const std::string& path) {
 FileDescriptor takeLock(const std::string& folder, int flags) {
   FileDescriptor lock(open((folder + "/" + lockName).c_str(),
                            O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags, 0600));
-  const bool isTaken = lock && flock(lock.get(), LOCK_EX | LOCK_NB) == 0;
+  struct stat status {};
+  // It may have been taken, and the folder removed, by whoever found it before it was locked.
+  const bool isTaken = lock && flock(lock.get(), LOCK_EX | LOCK_NB) == 0 &&
+                       fstat(lock.get(), &status) == 0 && status.st_nlink > 0;
   return isTaken ? std::move(lock) : FileDescriptor();
 }
 
@@ -92,7 +95,8 @@ void removeRemains(const std::string& base) {
   for (fs::directory_iterator entry(base, error), end; !error && entry != end;
        entry.increment(error)) {
     const std::string folder = entry->path();
-    if (isOurFolder(folder) && takeLock(folder, 0)) removeFolder(folder);
+    if (!isOurFolder(folder)) continue;
+    if (const FileDescriptor lock = takeLock(folder, 0)) removeFolder(folder);
   }
 }
 
@@ -112,14 +116,18 @@ std::string readAddress(int descriptor) {
 }  // namespace
 
 BusFolder::BusFolder() {
+  // Another process may take a new folder for remains before it is locked.
+  constexpr int attempts = 10;
   for (const std::string& base : bases()) {
     removeRemains(base);
-    std::string name = base + "/" + prefix + "XXXXXX";
-    if (mkdtemp(name.data()) == nullptr) continue;
-    path_ = name;
-    lock_ = takeLock(path_, O_CREAT);
-    if (lock_) return;
-    removeFolder(path_);
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+      std::string name = base + "/" + prefix + "XXXXXX";
+      if (mkdtemp(name.data()) == nullptr) break;
+      path_ = name;
+      lock_ = takeLock(path_, O_CREAT);
+      if (lock_) return;
+      removeFolder(path_);
+    }
   }
   throw Failure("cannot make a folder for the message bus in /tmp: is there space?");
 }

@@ -67,7 +67,9 @@ std::optional<CGRect> takePictureDamage(const UIView& root) {
     view->impl().surface.update(*image);
     const PictureSurface::Rows rows = view->impl().surface.takeChangedRows();
     if (rows.first == rows.end) continue;
-    const CGRect part = partShowing(rows, *image, *view, *frame);
+    // What does not clip may draw anywhere.
+    const CGRect part =
+        view->clipsToBounds() ? partShowing(rows, *image, *view, *frame) : root.frame();
     damage = damage ? unionOf(*damage, part) : part;
   }
   return damage;

@@ -98,15 +98,13 @@ class Renderer {
     const CGRect frame = view.frame();
     cairo_save(context_);
     cairo_translate(context_, frame.x, frame.y);
-    cairo_save(context_);
-    cairo_rectangle(context_, 0, 0, frame.width, frame.height);
-    cairo_clip(context_);
-    drawContent(view, {frame.width, frame.height});
-    cairo_restore(context_);
     if (view.clipsToBounds()) {
       cairo_rectangle(context_, 0, 0, frame.width, frame.height);
       cairo_clip(context_);
     }
+    cairo_save(context_);
+    drawContent(view, {frame.width, frame.height});
+    cairo_restore(context_);
     for (const auto& subview : view.subviews()) drawView(*subview);
     cairo_restore(context_);
   }
@@ -117,9 +115,14 @@ class Renderer {
     const UIColor color = view.backgroundColor();
     if (color.alpha > 0) {
       cairo_set_source_rgba(context_, color.red, color.green, color.blue, color.alpha);
-      cairo_paint(context_);
+      cairo_rectangle(context_, 0, 0, size.width, size.height);
+      cairo_fill(context_);
     }
-    if (auto* drawn = dynamic_cast<DrawnView*>(&view)) drawn->draw(context_, size);
+    if (auto* drawn = dynamic_cast<DrawnView*>(&view)) {
+      cairo_rectangle(context_, 0, 0, size.width, size.height);
+      cairo_clip(context_);
+      drawn->draw(context_, size);
+    }
     if (auto* imageView = dynamic_cast<UIImageView*>(&view)) drawImage(*imageView, size);
   }
 
