@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Rewrites one file of the compiler's assembly, in place, for a linker that cannot deal with all of
 it: pointers to other libraries' symbols become plain data, which it does bind; labels of data become
-symbols, as of a label without one it finds the section's start only; and the section of the
-Objective-C run-time's notes gets a name that it does not look into.
+symbols, as of a label without one it finds the section's start only; all symbols become private to
+the library, as it takes pointers to wrong ones where private and other symbols are mixed; and the
+section of the Objective-C run-time's notes gets a name that it does not look into.
 
-usage: armv7_assembly.py FILE.s
+usage: armv7_assembly.py FILE.s VERSION-OF-THIS-SCRIPT
 """
 import re
 import sys
@@ -29,12 +30,13 @@ def rewrite(text):
     text = text.replace('__DATA,__nl_symbol_ptr,non_lazy_symbol_pointers', '__DATA,__nlptr')
     text = re.sub(r'\t\.indirect_symbol\t(\S+)\n\t\.long\t0', r'\t.long\t\1', text)
     text = text.replace('__DATA,' + SECTION_NAME, '__DATA,' + SECTION_NAME_FOR_LINKER)
+    text = re.sub(r'^(\t\.globl\t(.*))$', r'\1\n\t.private_extern\t\2', text, flags=re.MULTILINE)
     labels = data_labels(text)
     return re.sub(r'\bL([\w$.]+)', lambda name: ('l' if name[1] in labels else 'L') + name[1], text)
 
 
 def main():
-    path, = sys.argv[1:]
+    path, _ = sys.argv[1:]
     with open(path) as file:
         text = file.read()
     with open(path, 'w') as file:

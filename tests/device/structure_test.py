@@ -160,6 +160,9 @@ class Arm64Library(unittest.TestCase):
         for needed in ('LC_CODE_SIGNATURE', 'LC_UUID'):
             self.assertEqual(commands.count(needed), 1, needed)
         self.assertNotRegex(self.headers, r'cryptid [^0]')
+        segments = [(each.address, each.size) for each in MachO(bytes_of(self.library)).segments()]
+        for (address, size), (following, _) in zip(segments, segments[1:]):
+            self.assertEqual(address + size, following)
         self.assertRegex(self.headers, r'LC_VERSION_MIN_IPHONEOS\n.*\n *version 8\.0\n')
         self.assertRegex(self.headers, r'LC_ID_DYLIB\n.*\n *name /' + INSTALLED + 'Lumora8.dylib ')
 
@@ -220,6 +223,15 @@ class Arm64Library(unittest.TestCase):
 
 class Armv7Library(Arm64Library):
     processor = 'armv7'
+
+    def test_is_linked_of_objects_that_its_linker_understands(self):
+        """It takes pointers to wrong symbols where some are private to the library and some not."""
+        objects = glob.glob(os.path.join(PROJECT, 'build/ios-armv7/src/**/*.o*'), recursive=True)
+        objects = [path for path in objects if not path.endswith('.s')]
+        self.assertGreater(len(objects), 40)
+        symbols = output('llvm-nm-19', '--format=darwin', '--defined-only', *objects)
+        self.assertRegex(symbols, r'\) (weak )?private external ')
+        self.assertNotRegex(symbols, r'\) (weak )?external ')
 
 
 class Package(unittest.TestCase):

@@ -9,6 +9,8 @@
 
 #include <sys/mman.h>
 
+#include "byte_tables.h"
+
 namespace {
 
 // Numbers of the file format that the device's linker documents.
@@ -63,34 +65,6 @@ enum BindOpcode : std::uint8_t {
   std::exit(1);
 }
 
-template <typename Number>
-Number read(const std::uint8_t* at) {
-  Number number;
-  std::memcpy(&number, at, sizeof number);
-  return number;
-}
-
-std::uint64_t unsignedLeb(const std::uint8_t*& at) {
-  std::uint64_t number = 0;
-  for (int shift = 0;; shift += 7) {
-    number |= std::uint64_t{*at & 0x7fU} << shift;
-    if ((*at++ & 0x80) == 0) return number;
-  }
-}
-
-std::int64_t signedLeb(const std::uint8_t*& at) {
-  std::uint64_t number = 0;
-  int shift = 0;
-  std::uint8_t byte = 0;
-  do {
-    byte = *at++;
-    number |= std::uint64_t{byte & 0x7fU} << shift;
-    shift += 7;
-  } while ((byte & 0x80) != 0);
-  if ((byte & 0x40) != 0 && shift < 64) number |= ~std::uint64_t{0} << shift;
-  return static_cast<std::int64_t>(number);
-}
-
 }  // namespace
 
 MachOImage::MachOImage(const std::string& path, const Resolve& resolve) {
@@ -129,7 +103,7 @@ void MachOImage::map(const std::vector<std::uint8_t>& file) {
       mmap(nullptr, size, PROT_READ | PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (room == MAP_FAILED) fail("no room");
   auto* const base = static_cast<std::uint8_t*>(room);
-  slide_ = reinterpret_cast<std::intptr_t>(base);
+  base_ = base;
   forEachSegment([&](const std::uint8_t* command) {
     const std::string name(reinterpret_cast<const char*>(command + 8));
     std::uint8_t* const start = base + read<std::uintptr_t>(command + segmentAddress);
@@ -139,10 +113,10 @@ void MachOImage::map(const std::vector<std::uint8_t>& file) {
     for (std::uint32_t index = 0; index < read<std::uint32_t>(command + segmentSectionCount);
          ++index) {
       const std::uint8_t* section = command + segmentCommandSize + index * sectionSize;
-      if (std::strncmp(reinterpret_cast<const char*>(section), "__mod_init_func", 16) != 0)
-        continue;
-      initialisers_ = base + read<std::uintptr_t>(section + sectionAddress);
-      initialiserCount_ = read<std::uintptr_t>(section + sectionLength) / sizeof(void*);
+      const auto* letters = reinterpret_cast<const char*>(section);
+      sections_[std::string(letters, strnlen(letters, 16))] = {
+          base + read<std::uintptr_t>(section + sectionAddress),
+          read<std::uintptr_t>(section + sectionLength)};
     }
   });
 }
@@ -151,7 +125,7 @@ void MachOImage::rebase(const std::uint8_t* at, const std::uint8_t* end) {
   std::uint8_t* place = nullptr;
   auto move = [&](std::uint64_t times, std::uint64_t skipped) {
     for (; times > 0; --times) {
-      const auto moved = read<std::uintptr_t>(place) + static_cast<std::uintptr_t>(slide_);
+      const auto moved = read<std::uintptr_t>(place) + reinterpret_cast<std::uintptr_t>(base_);
       std::memcpy(place, &moved, sizeof moved);
       place += sizeof moved + skipped;
     }
@@ -252,8 +226,14 @@ void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Res
 }
 
 int MachOImage::initialise() const {
-  for (std::size_t index = 0; index < initialiserCount_; ++index) {
-    reinterpret_cast<void (*)()>(read<std::uintptr_t>(initialisers_ + index * sizeof(void*)))();
+  const Section initialisers = section("__mod_init_func");
+  for (std::size_t at = 0; at < initialisers.size; at += sizeof(void*)) {
+    reinterpret_cast<void (*)()>(read<std::uintptr_t>(initialisers.start + at))();
   }
-  return static_cast<int>(initialiserCount_);
+  return static_cast<int>(initialisers.size / sizeof(void*));
+}
+
+MachOImage::Section MachOImage::section(const std::string& name) const {
+  const auto at = sections_.find(name);
+  return at == sections_.end() ? Section() : at->second;
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,15 @@ class MachOImage {
   // Calls the load-time initialisers; how many there were.
   int initialise() const;
 
+  struct Section {
+    const std::uint8_t* start = nullptr;
+    std::size_t size = 0;
+  };
+  // In memory; empty if there is none of this name.
+  Section section(const std::string& name) const;
+  // Where the file's first byte lies, from which addresses in its tables are counted.
+  const std::uint8_t* base() const { return base_; }
+
  private:
   struct Segment {
     std::string name;
@@ -29,7 +39,6 @@ class MachOImage {
   void bind(const std::uint8_t* at, const std::uint8_t* end, const Resolve& resolve);
 
   std::vector<Segment> segments_;
-  std::intptr_t slide_ = 0;
-  const std::uint8_t* initialisers_ = nullptr;
-  std::size_t initialiserCount_ = 0;
+  std::map<std::string, Section> sections_;
+  const std::uint8_t* base_ = nullptr;
 };
