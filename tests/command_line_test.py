@@ -620,7 +620,7 @@ class OnADesktop(Device):
             time.sleep(0.05)
 
     def test_the_wallpaper_rests_while_nobody_can_see_it(self):
-        self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', self.gif)
+        desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', self.gif)
         self.ok('wait', '--timeout', '30')
         self.becomes(True, 'shown')
         self.assertEqual(self.shared()['frame'], [0, 0, 640, 480])
@@ -630,6 +630,12 @@ class OnADesktop(Device):
             window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
                                '--screen', size)
             subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
+            self.becomes(playing, why)
+            # Also if it starts so.
+            desktop.terminate()
+            desktop.wait(20)
+            desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop')
+            self.ok('wait', '--timeout', '30')
             self.becomes(playing, why)
             window.terminate()
             window.wait(20)
