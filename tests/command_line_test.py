@@ -108,14 +108,31 @@ class Device(unittest.TestCase):
         return self.status()['locations']['shared']
 
 
-class Library(unittest.TestCase):
-    def test_runs_one_initialiser_when_it_is_loaded(self):
-        dynamic = subprocess.run(['readelf', '-dW', os.path.join(PROGRAMS, 'Lumora8.so')],
-                                 capture_output=True, text=True, check=True).stdout
-        if 'san.so' in dynamic:
-            self.skipTest('sanitizers add their own')
+def dynamic_section(program):
+    return subprocess.run(['readelf', '-dW', os.path.join(PROGRAMS, program)],
+                          capture_output=True, text=True, check=True).stdout
+
+
+IS_SANITIZED = 'san.so' in dynamic_section('lumora')
+
+
+class Binaries(unittest.TestCase):
+    @unittest.skipIf(IS_SANITIZED, 'sanitizers add their own')
+    def test_the_library_runs_one_initialiser_when_it_is_loaded(self):
         # The compiler's own start-up code has one, too.
-        self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic)
+        self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic_section('Lumora8.so'))
+
+    @unittest.skipIf(IS_SANITIZED, 'sanitizers take the place of what is built in against faults')
+    def test_are_hardened_and_name_no_folder_of_the_build(self):
+        for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-platform.so'):
+            dynamic = dynamic_section(program)
+            self.assertIn('BIND_NOW', dynamic, program)
+            self.assertIn('[$ORIGIN]' if 'RUNPATH' in dynamic else '', dynamic, program)
+            with open(os.path.join(PROGRAMS, program), 'rb') as file:
+                symbols = file.read()
+            self.assertIn(b'__stack_chk_fail', symbols, program)
+            if program in ('lumora', 'springboard'):
+                self.assertIn(b'__printf_chk', symbols, program)
 
 
 class WithoutHost(Device):
@@ -229,14 +246,13 @@ class WithoutHost(Device):
             pictures = [each for each in os.listdir(target) if each.endswith('.png')]
             self.assertEqual(len(pictures), frames)
 
+    @unittest.skipIf(IS_SANITIZED, 'a sanitizer needs more')
     def test_a_lack_of_memory_is_not_taken_for_damage(self):
         big = self.file('big.gif', gif((255, 0, 0), size=(5000, 5000)))
         limit = 60 << 20
         done = subprocess.run([LUMORA, 'frames', big, os.path.join(self.folder, 'frames')],
                               capture_output=True, text=True,
                               preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
-        if 'ERROR: AddressSanitizer' in done.stderr or 'ThreadSanitizer' in done.stderr:
-            self.skipTest('a sanitizer needs more')
         self.assertEqual((done.returncode, done.stderr.count('\n')), (1, 1), done.stderr)
         self.assertIn('memory', done.stderr)
 
@@ -556,6 +572,35 @@ class WithHost(Device):
                 time.sleep(0.05)
         self.start()
         self.ok('set', 'shared', self.gif)
+
+    def test_a_cache_that_was_not_finished_is_made_again(self):
+        self.start()
+        self.ok('set', 'shared', self.gif)
+        cache = self.on_device(LIBRARY + '/Wallpaper_both')
+        frames = sorted(name for name in os.listdir(cache) if name.endswith('.png'))
+        durations, = (name for name in os.listdir(cache) if name.endswith('.plist'))
+        with open(os.path.join(cache, frames[1]), 'rb') as file:
+            whole = file.read()
+        for name, size in (('nothing', None), (durations, None), (frames[1], None),
+                           (frames[1], len(whole) - 4), (frames[0], 0), (durations, 40)):
+            os.kill(self.child('springboard'), signal.SIGKILL)
+            self.host.communicate(timeout=20)
+            changed = os.path.join(cache, name)
+            if size is not None:
+                os.truncate(changed, size)
+            elif name != 'nothing':
+                os.remove(changed)
+            self.start()
+            deadline = time.monotonic() + 10
+            while self.shared()['frames_in_cache'] != 2:
+                self.assertLess(time.monotonic(), deadline, name)
+            with open(os.path.join(cache, frames[1]), 'rb') as file:
+                self.assertEqual(file.read(), whole)
+            self.assertTrue(os.path.exists(os.path.join(cache, durations)))
+            self.host.terminate()
+            said, _ = self.host.communicate(timeout=20)
+            self.assertEqual('are made again' in said, name != 'nothing', name)
+            self.start()
 
     def test_a_device_that_cannot_be_written_is_named(self):
         if os.geteuid() == 0:

@@ -68,7 +68,7 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   EXPECT_TRUE(root.has("/.host/lock"));
   // A NUL would hide the rest of a name from the kernel.
   root.write("/above/below/file", std::string("x"));
-  for (const std::string& path : {std::string("/above/..\0/secret", 18), std::string("/above\0", 7),
+  for (const std::string& path : {std::string("/above/..\0/secret", 17), std::string("/above\0", 7),
                                   std::string("/.host\0/lock", 12), std::string("/..\0", 4)}) {
     EXPECT_FALSE(removeItemAtPath(path));
     EXPECT_FALSE(moveItemAtPath("/inside", path));

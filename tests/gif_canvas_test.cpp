@@ -59,9 +59,9 @@ class PlainCanvas {
     return rows;
   }
 
-  RGBAColor& pixel(int x, int y) { return colors_[static_cast<std::size_t>(y * width + x)]; }
+  RGBAColor& pixel(int x, int y) { return colors_[static_cast<std::size_t>(y) * width + x]; }
 
-  std::vector<RGBAColor> colors_ = std::vector<RGBAColor>(width * height);
+  std::vector<RGBAColor> colors_ = std::vector<RGBAColor>(static_cast<std::size_t>(width) * height);
 };
 
 struct Drawing {

@@ -21,6 +21,7 @@
 #include "tool/child_process.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"
+#include "tool/frame_caches.h"
 #include "tool/host_connection.h"
 #include "tool/terminal.h"
 #include "tool/wallpaper_import.h"
@@ -78,6 +79,7 @@ class HostRun {
         lock_(device, FileLock::host, true),
         moves_(movesOf(device)) {
     takeLock();
+    removeUnfinishedCaches();
     const platform::FileDescriptor busLog(
         openat(device.hostFolder(), "bus.log",
                O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
