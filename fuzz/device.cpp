@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "platform/file_manager.h"
 #include "platform/linux/device_root.h"
@@ -21,7 +22,9 @@ class Device {
     std::string folder = place / "lumora-fuzz-XXXXXX";
     if (mkdtemp(folder.data()) == nullptr) std::abort();
     folder_ = folder;
-    platform::setDeviceRoot(folder_);
+    fs::create_directory(root());
+    std::ofstream(folder_ / neighbour) << neighbour;
+    platform::setDeviceRoot(root());
   }
   ~Device() {
     std::error_code error;
@@ -30,16 +33,44 @@ class Device {
   Device(const Device&) = delete;
   Device& operator=(const Device&) = delete;
 
+  void clear() const {
+    for (const auto& entry : fs::directory_iterator(root())) fs::remove_all(entry.path());
+  }
+
+  bool isAlone() const {
+    const auto entries = std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
+    std::string contents;
+    std::ifstream(folder_ / neighbour) >> contents;
+    return entries == 2 && contents == neighbour && fs::is_directory(root());
+  }
+
  private:
+  static constexpr auto neighbour = "neighbour";
+
+  fs::path root() const { return folder_ / "device"; }
+
   fs::path folder_;
 };
+
+const Device& device() {
+  static const Device device;
+  return device;
+}
 
 }  // namespace
 
 void store(const std::uint8_t* data, std::size_t size, const std::string& path) {
-  static const Device device;
+  device();
   platform::createDirectoryAtPath(path.substr(0, path.rfind('/')));
   if (!platform::writeToFileAtomically(platform::Bytes(data, data + size), path)) std::abort();
+}
+
+void clearDevice() {
+  device().clear();
+}
+
+void checkSurroundings() {
+  if (!device().isAlone()) std::abort();
 }
 
 }  // namespace fuzz

@@ -1,7 +1,8 @@
 """Writes small inputs for a fuzz target to start from.
 
-usage: seeds.py gif|png|property_list|durations|blur DIRECTORY
+usage: seeds.py TARGET DIRECTORY
 """
+import glob
 import os
 import plistlib
 import struct
@@ -47,8 +48,23 @@ def lists(value):
     return [plistlib.dumps(value), plistlib.dumps(value, fmt=plistlib.FMT_BINARY)]
 
 
+def files(pattern):
+    """The contents of those that are small, from beside the project too, where they are at hand."""
+    found = []
+    for path in sorted(glob.glob(os.path.join(os.path.dirname(__file__), '..', pattern))):
+        with open(path, 'rb') as file:
+            data = file.read()
+        if len(data) < 1 << 16:
+            found.append(data)
+    return found
+
+
+SETTINGS = {'MODE_INDEX': '1', 'ENABLED': 'TRUE', 'LOCATION_INDEX': '0', 'SHARED_GIF_SPEED': '2',
+            'SHARED_GIF_ALPHA': '0.5', 'SHARED_GIF_BLUR': '3', 'SHARED_SCALING_MODE': 'FIT',
+            'SAFARI_DIRECTORY': '/var/mobile/Media/Downloads/SHARED_LUMORA_WALLPAPER.gif'}
+
 SEEDS = {
-    'gif': [gif(b'GIF89a', (0, 0, 0)), gif(b'GIF89a', (1, 0x40, 9), (0, 0, 12), (2, 0, 1)),
+    'gif': files('../shared/gifs/*.gif') + [gif(b'GIF89a', (0, 0, 0)), gif(b'GIF89a', (1, 0x40, 9), (0, 0, 12), (2, 0, 1)),
             gif(b'GIF87a', (0, 0, 0), (9, 0, 0))],
     'png': [png(6, 8, bytes(8)), png(2, 8, bytes(6)), png(3, 8, bytes(2)), png(0, 16, bytes(4)),
             png(3, 1, bytes(1)), png(4, 8, bytes(4), interlace=1), own_png(3, 8, bytes(2)),
@@ -56,6 +72,11 @@ SEEDS = {
     'property_list': lists({'SHARED_GIF_SPEED': '2.5', 'OTHER': [1, 2.5, True, {'a': b'x'}]}) +
                      [b'\xef\xbb\xbf' + plistlib.dumps({'a': 'b'})],
     'blur': [b'\x05\x03\x02\0' + bytes(range(100))],
+    'actions': [bytes([10, *range(first, first + 10)]) + list for first in (1, 11)
+                for list in lists(SETTINGS)],
+    'control': [bytes([method, 1, kind, 4]) + b'left\0' for method in range(13) for kind in (0, 1)] +
+               [bytes([7, 2, 0, 2, 1, 0, 0, 3, 1, 0, 0])],
+    'script': files('examples/scenarios/*') + [b'expect locations.shared.speed 1.0\nset "a b" c # d'],
     'durations': lists(['0.100000', '0.050000', '', '-1']) + lists([1, {'a': []}]),
 }
 

@@ -56,6 +56,8 @@ class Desktop {
     isActive_ = isActive;
     session_->emitPropertiesChangedSignal(sessionInterface);
   }
+  // No question is answered any more.
+  void fallSilent() { connection_->leaveEventLoop(); }
   void save(bool isOn) {
     saver_->emitSignal("ActiveChanged")
         .onInterface("org.freedesktop.ScreenSaver")
@@ -97,6 +99,16 @@ TEST(SessionWatch, TellsWhetherThePersonIsAway) {
   desktop.save(false);
   EXPECT_TRUE(becomes(watch, false));
   EXPECT_GE(changes, 6);
+}
+
+TEST(SessionWatch, WaitsForNobodyWhoDoesNotAnswer) {
+  Desktop desktop;
+  desktop.fallSilent();
+  const auto begin = RunLoop::Clock::now();
+  const host::SessionWatch watch([] {});
+  EXPECT_FALSE(watch.isAway());
+  // Left to itself, the bus's library would wait for 25 seconds.
+  EXPECT_LT(RunLoop::Clock::now() - begin, 10s);
 }
 
 TEST(SessionWatch, CountsNobodyAsAwayWhereThereAreNoBuses) {

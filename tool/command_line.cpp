@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <sstream>
 #include <utility>
 
@@ -54,24 +55,30 @@ std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
 
 }  // namespace
 
-int performLine(std::vector<std::string> words) {
+std::function<int()> parseLine(std::vector<std::string> words) {
   CLI::App lumora("An animated GIF behind the icons of a phone's home screen.", "lumora");
-  Context context;
-  context.performLine = performLine;
-  declareCommands(lumora, context);
+  const auto context = std::make_shared<Context>();
+  context->performLine = performLine;
+  declareCommands(lumora, *context);
   try {
     // The parser takes the words from the back.
     std::reverse(words.begin(), words.end());
     lumora.parse(std::move(words));
-    return context.action();
+    return [context] { return context->action(); };
   } catch (const CLI::Success& asked) {
     std::ostringstream answer;
     const int code = lumora.exit(asked, answer);
-    std::fputs(answer.str().c_str(), stdout);
-    return code;
+    return [answer = answer.str(), code] {
+      std::fputs(answer.c_str(), stdout);
+      return code;
+    };
   } catch (const CLI::ParseError& error) {
     refuse(lumora, error);
   }
+}
+
+int performLine(std::vector<std::string> words) {
+  return parseLine(std::move(words))();
 }
 
 }  // namespace tool

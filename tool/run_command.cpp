@@ -37,6 +37,10 @@ struct RunWords {
   host::HostOptions options;
 };
 
+constexpr auto busLogName = "bus.log";
+
+// It is there in a tenth of a second, unless the machine is very busy.
+constexpr Seconds longestLaunch{30};
 constexpr Seconds longestImport{3600};
 
 std::string besideThisProgram(const char* name) {
@@ -81,7 +85,7 @@ class HostRun {
     takeLock();
     removeUnfinishedCaches();
     const platform::FileDescriptor busLog(
-        openat(device.hostFolder(), "bus.log",
+        openat(device.hostFolder(), busLogName,
                O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
     bus_ = std::make_unique<BusDaemon>(busLog.get());
     device.setBusAddress(bus_->address());
@@ -146,6 +150,11 @@ class HostRun {
 
   void tryToGreet() {
     auto host = HostConnection::find(device_);
+    if (!host && launchLimit_.isOver()) {
+      throw Failure(
+          "the home screen does not answer; is there memory, and may this user open files? " +
+          (device_.path() / platform::hostFolderName / busLogName).string() + " may say more");
+    }
     if (!host) return;
     isLaunched_ = true;
     if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
@@ -214,6 +223,7 @@ class HostRun {
   pid_t import_ = -1;
   int status_ = 0;
   bool isLaunched_ = false;
+  const TimeLimit launchLimit_{longestLaunch};
   std::optional<steady_clock::time_point> end_;
 };
 

@@ -139,9 +139,8 @@ std::optional<File> parse(const NSData::Impl& data) {
   const int flags = reader.byte();
   reader.skip(2);  // background colour and pixel aspect, which viewers do not use
   const ColorTableLocation global = locateColorTable(reader, flags);
-  const std::int64_t pixels = std::int64_t{file.width} * file.height;
   if (reader.ended() || reader.offset() > data.length()) return std::nullopt;
-  if (pixels == 0 || pixels > mostPixels) return std::nullopt;
+  if (!isOfUsableSize(file.width, file.height)) return std::nullopt;
   readImages(reader, global, file);
   if (!file.hasTrailer) noteDamage();
   return file;

@@ -19,6 +19,14 @@ namespace platform {
 // More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
 constexpr std::int64_t mostPixels = std::int64_t{1} << 25;
 
+// Cairo draws no picture with a longer side: its coordinates have 16 bits.
+constexpr std::int64_t longestSide = 32767;
+
+constexpr bool isOfUsableSize(std::int64_t width, std::int64_t height) {
+  return width > 0 && width <= longestSide && height > 0 && height <= longestSide &&
+         width * height <= mostPixels;
+}
+
 // One byte per pixel, an index into the picture's palette; or straight RGBA, 8 bits each.
 enum class PixelFormat : std::size_t { Indexed = 1, RGBA = 4 };
 

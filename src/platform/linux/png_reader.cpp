@@ -119,8 +119,7 @@ class OwnPng {
     if (!header || header->size() != headerSize) return false;
     const std::uint32_t width = numberAt(*header, 0);
     const std::uint32_t height = numberAt(*header, 4);
-    if (width == 0 || height == 0 || width > mostPixels || height > mostPixels / width)
-      return false;
+    if (!isOfUsableSize(width, height)) return false;
     const auto coding = codingInHeader(*header);
     const bool hasOnlyMethodsZero = (*header)[10] == 0 && (*header)[11] == 0 && (*header)[12] == 0;
     if (!coding || !hasOnlyMethodsZero) return false;
@@ -208,9 +207,9 @@ ImageRef readAnyPng(const Bytes& file) {
   header.version = PNG_IMAGE_VERSION;
   if (!png_image_begin_read_from_memory(&header, file.data(), file.size())) return nullptr;
   header.format = PNG_FORMAT_RGBA;
-  const bool fits = std::int64_t{header.width} * header.height <= mostPixels;
   Bytes pixels;
-  if (fits) pixels = unlessOutOfMemory([&header] { return Bytes(PNG_IMAGE_SIZE(header)); });
+  if (isOfUsableSize(header.width, header.height))
+    pixels = unlessOutOfMemory([&header] { return Bytes(PNG_IMAGE_SIZE(header)); });
   if (pixels.empty()) {
     png_image_free(&header);
     return nullptr;

@@ -1,0 +1,30 @@
+// The scripts of `lumora play`: every line is read, and parsed as a command or compared with the
+// status. No command is performed.
+
+#include <sstream>
+
+#include "fuzz/device.h"
+#include "tool/command_line.h"
+#include "tool/expectation.h"
+#include "tool/failure.h"
+#include "tool/script_line.h"
+#include "tool/status_command.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::clearDevice();
+  std::istringstream lines(std::string(data, data + size));
+  for (std::string line; std::getline(lines, line);) {
+    try {
+      const auto words = tool::wordsOfLine(line);
+      if (words.empty()) continue;
+      if (words.front() == "expect") {
+        tool::expect(tool::currentStatus(nullptr), words);
+      } else {
+        tool::parseLine(words);
+      }
+    } catch (const tool::Failure&) {
+      // Said to the one who wrote the script.
+    }
+  }
+  return 0;
+}
