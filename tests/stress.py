@@ -2,8 +2,9 @@
 
 usage: stress.py DIRECTORY-OF-THE-PROGRAMS [--rounds N] [--seed N] [PHASE ...]
 
-Phases: kills, settings, burst, pauses, bus, full-disk, read-only. A part of pauses needs Xvfb; the last
-two need to mount, as root or in a namespace of their own. What is not to be had is skipped.
+Phases: kills, settings, burst, crowd, frames, refreshes, limits, pauses, bus, full-disk, read-only. A
+part of pauses needs Xvfb; the last two need to mount, as root or in a namespace of their own. What is
+not to be had is skipped.
 """
 import argparse
 import contextlib
@@ -11,6 +12,7 @@ import json
 import os
 import plistlib
 import random
+import resource
 import shutil
 import signal
 import struct
@@ -101,6 +103,9 @@ class Device:
     def begin(self, *words):
         return subprocess.Popen([self.program, '--root', self.root, *words],
                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def shared(self):
+        return json.loads(self.ok('status', '--json'))['locations']['shared']
 
     def start(self, *words, display='headless', environment=None):
         self.run = subprocess.Popen(
@@ -259,6 +264,75 @@ def burst(device, rounds):
     return finish(device, before)
 
 
+def crowd(device, rounds):
+    """Very many commands at the same moment: each does its work."""
+    device.start()
+    device.choose(0)
+    before = device.memory()
+    for _ in range(max(rounds // 20, 1)):
+        commands = [device.begin(*device.pick.choice((['status'], ['lock'], ['home'])))
+                    for _ in range(300)]
+        codes = [command.wait(120) for command in commands]
+        assert codes == [0] * len(codes), codes
+    return finish(device, before)
+
+
+def frames(device, rounds):
+    """Frames and their list of delays are damaged while they are played."""
+    device.start()
+    device.choose(0)
+    before = device.memory()
+    device.ok('speed', 'shared', '100')
+    cache = device.path(LIBRARY + '/Wallpaper_both')
+    for _ in range(rounds):
+        path = os.path.join(cache, device.pick.choice(os.listdir(cache)))
+        damaged = bytearray(contents(path))
+        if device.pick.random() < 0.3:
+            del damaged[device.pick.randrange(len(damaged) or 1):]
+        for _ in range(device.pick.randrange(20)):
+            if damaged:
+                damaged[device.pick.randrange(len(damaged))] = device.pick.randrange(256)
+        with open(path, 'r+b' if device.pick.random() < 0.5 else 'wb') as file:
+            file.write(damaged)
+        time.sleep(0.02)
+        device.shared()
+    return finish(device, before)
+
+
+def refreshes(device, rounds):
+    """Days of playback leave nothing behind."""
+    device.start('--clock', 'manual')
+    device.choose(0)
+    device.ok('advance', '20')
+    before = device.memory()
+    for _ in range(max(rounds // 10, 1)):
+        device.ok('advance', '100')
+    growth = device.memory() - before
+    assert device.shared()['playing']
+    device.stop()
+    assert growth < 8192, growth
+    return f'{growth} KiB more after {max(rounds // 10, 1) * 6000} refreshes'
+
+
+def limits(device, rounds):
+    """With few descriptors or little memory it starts, or says in a line why not."""
+    started = 0
+    for _ in range(max(rounds // 4, 3)):
+        kind, most = device.pick.choice(((resource.RLIMIT_NOFILE, device.pick.randrange(5, 40)),
+                                         (resource.RLIMIT_AS, device.pick.randrange(20, 300) << 20)))
+        done = subprocess.run([device.program, 'run', '--root', device.root, '--display', 'headless',
+                               '--for', '0.1'], capture_output=True, text=True, timeout=120,
+                              preexec_fn=lambda: resource.setrlimit(kind, (most, most)))
+        if 'ERROR' not in done.stderr:  # of a sanitizer, which needs more
+            assert done.returncode in (0, 1, 127), (kind, most, done)
+            assert done.returncode == 0 or done.stderr.strip(), (kind, most, done)
+        started += done.returncode == 0
+    device.start()
+    device.choose(0)
+    device.stop()
+    return f'{started} started'
+
+
 @contextlib.contextmanager
 def x_server():
     """The display of an X server, or nothing where there is none to be had."""
@@ -285,7 +359,7 @@ def lost_pauses(device, count, advances):
         if action:
             action.wait(120)
             device.ok('advance', '0.1')
-        shown = [json.loads(device.ok('status', '--json'))['locations']['shared'] for _ in range(2)]
+        shown = [device.shared() for _ in range(2)]
         lost += shown[0] != shown[1] or shown[0]['playing']
         device.ok('app', 'close')
     return lost
@@ -391,7 +465,8 @@ def read_only(device, rounds):
     return ''
 
 
-PHASES = {'kills': kills, 'settings': settings, 'burst': burst, 'pauses': pauses, 'bus': bus,
+PHASES = {'kills': kills, 'settings': settings, 'burst': burst, 'crowd': crowd, 'frames': frames,
+          'refreshes': refreshes, 'limits': limits, 'pauses': pauses, 'bus': bus,
           'full-disk': full_disk, 'read-only': read_only}
 MOUNTING = ('full-disk', 'read-only')
 
