@@ -6,10 +6,12 @@ import ctypes
 import json
 import os
 import plistlib
+import pty
 import resource
 import select
 import shutil
 import signal
+import socket
 import stat
 import struct
 import subprocess
@@ -186,6 +188,17 @@ class WithoutHost(Device):
         self.assertIn('ENABLED                      true', self.ok('settings'))
         self.fails(1, 'get', 'NOTHING')
         self.assertEqual(self.lumora('put', 'KEY', 'a\x01b').returncode, 2)
+
+    def test_texts_do_not_steer_a_terminal(self):
+        self.ok('put', 'NAME', 'a\x1b]0;title\x07b')
+        ours, terminals = pty.openpty()
+        subprocess.run([LUMORA, '--root', self.root, 'get', 'NAME'], stdout=terminals, check=True,
+                       timeout=60)
+        os.close(terminals)
+        shown = os.read(ours, 1000)
+        os.close(ours)
+        self.assertTrue(shown.startswith(b'a'), shown)
+        self.assertNotRegex(shown.strip(), b'[\0-\x1f]')
 
     def test_output_that_is_cut_is_a_failure(self):
         with open('/dev/full', 'w', encoding='utf-8') as full:
@@ -482,6 +495,28 @@ class WithHost(Device):
                  f'int64:{span}', f'int64:{2**62}'], capture_output=True, text=True)
             self.assertIn('no such span', done.stderr)
         self.ok('advance', '1')
+
+    @unittest.skipUnless(os.geteuid() == 0, 'only root can be two users')
+    def test_a_bus_of_another_user_is_not_spoken_to(self):
+        nobody = 65534
+        os.makedirs(self.on_device('.host'))
+        path = os.path.join(self.folder, 'bus')
+        with socket.socket(socket.AF_UNIX) as bus:
+            bus.bind(path)
+            reading, writing = os.pipe()
+            stranger = os.fork()
+            if stranger == 0:
+                os.setuid(nobody)
+                bus.listen()
+                os.write(writing, b'listening ')
+                client, _ = bus.accept()
+                os.write(writing, b'heard ' + client.recv(100))
+                os._exit(0)
+            os.read(reading, 100)
+            self.file('device/.host/bus', f'unix:path={path}'.encode())
+            self.fails(3, 'lock')
+            self.assertEqual(os.read(reading, 100), b'heard ')
+            os.waitpid(stranger, 0)
 
     def test_a_home_screen_ends_when_its_device_is_moved(self):
         self.start()
