@@ -190,7 +190,9 @@ class WithoutHost(Device):
         self.assertEqual(self.lumora('put', 'KEY', 'a\x01b').returncode, 2)
 
     def test_texts_do_not_steer_a_terminal(self):
-        self.ok('put', 'NAME', 'a\x1b]0;title\x07b')
+        os.makedirs(os.path.dirname(self.on_device(PREFERENCES)))
+        self.file('device/' + PREFERENCES, plistlib.dumps({'NAME': 'a\x1b]0;title\x07b'},
+                                                          fmt=plistlib.FMT_BINARY))
         ours, terminals = pty.openpty()
         subprocess.run([LUMORA, '--root', self.root, 'get', 'NAME'], stdout=terminals, check=True,
                        timeout=60)
