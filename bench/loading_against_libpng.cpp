@@ -11,9 +11,9 @@
 
 #include "bench/bench_peers.h"
 #include "bench/stopwatch.h"
-#include "platform/linux/picture.h"
-#include "platform/linux/picture_surface.h"
-#include "platform/linux/png.h"
+#include "platform/linux/images/picture.h"
+#include "platform/linux/images/png/reader.h"
+#include "platform/linux/views/picture_surface.h"
 
 namespace bench {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/linux/picture.h"
+#include "platform/linux/images/picture.h"
 
 namespace bench {
 namespace {

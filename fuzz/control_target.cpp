@@ -11,7 +11,7 @@
 
 #include "fuzz/home_screen.h"
 #include "host/control_names.h"
-#include "platform/linux/darwin_bus_names.h"
+#include "platform/linux/bus/darwin_bus_names.h"
 
 namespace {
 

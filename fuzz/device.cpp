@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "platform/file_manager.h"
-#include "platform/linux/device_root.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_contents.h"
 
 namespace fuzz {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <zlib.h>
 
-#include "platform/linux/picture.h"
-#include "platform/linux/png.h"
+#include "platform/linux/images/picture.h"
+#include "platform/linux/images/png/reader.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/linux/run_loop.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {

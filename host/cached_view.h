@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "artwork/geometry.h"
-#include "platform/linux/drawn_view.h"
+#include "platform/linux/views/drawn_view.h"
 
 namespace host {
 

@@ -8,9 +8,9 @@
 #include "host/screenshot.h"
 #include "host/settling.h"
 #include "host/status_report.h"
-#include "platform/linux/bus.h"
-#include "platform/linux/display_clock.h"
-#include "platform/linux/run_loop.h"
+#include "platform/linux/bus/bus.h"
+#include "platform/linux/main_loop/display_clock.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {

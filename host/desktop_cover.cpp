@@ -10,7 +10,7 @@
 #include <X11/extensions/scrnsaver.h>
 #include <cairo.h>
 
-#include "platform/linux/run_loop.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {

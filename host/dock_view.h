@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "host/cached_view.h"
-#include "platform/linux/class_table.h"
+#include "platform/linux/views/class_table.h"
 
 namespace host {
 

@@ -20,12 +20,12 @@
 #include "host/host_options.h"
 #include "host/spring_board.h"
 #include "host/window_display.h"
-#include "platform/linux/activity.h"
-#include "platform/linux/bus.h"
-#include "platform/linux/device_root.h"
+#include "platform/linux/bus/bus.h"
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/freed_memory.h"
+#include "platform/linux/main_loop/activity.h"
+#include "platform/linux/main_loop/run_loop.h"
 #include "platform/linux/out_of_memory.h"
-#include "platform/linux/run_loop.h"
 
 namespace {
 

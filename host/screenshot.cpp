@@ -4,8 +4,8 @@
 
 #include <sys/mman.h>
 
-#include "platform/linux/file_contents.h"
-#include "platform/linux/view_renderer.h"
+#include "platform/linux/files/file_contents.h"
+#include "platform/linux/views/view_renderer.h"
 
 namespace host {
 namespace {

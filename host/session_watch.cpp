@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/run_loop.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {

@@ -3,9 +3,9 @@
 #include <functional>
 #include <memory>
 
-#include "platform/linux/activity.h"
-#include "platform/linux/bus.h"
-#include "platform/linux/run_loop.h"
+#include "platform/linux/bus/bus.h"
+#include "platform/linux/main_loop/activity.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {

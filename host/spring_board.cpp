@@ -2,8 +2,8 @@
 
 #include "host/wallpaper_controller.h"
 #include "platform/linux/device_events.h"
-#include "platform/linux/display_clock.h"
-#include "platform/linux/run_loop.h"
+#include "platform/linux/main_loop/display_clock.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {

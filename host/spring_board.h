@@ -9,7 +9,7 @@
 
 #include "host/host_options.h"
 #include "host/screen.h"
-#include "platform/linux/class_table.h"
+#include "platform/linux/views/class_table.h"
 
 namespace host {
 

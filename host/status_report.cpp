@@ -4,8 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "platform/linux/main_thread_check.h"
 #include "platform/linux/out_of_memory.h"
+#include "platform/linux/views/main_thread_check.h"
 
 namespace host {
 namespace {

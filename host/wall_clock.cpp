@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-#include "platform/linux/display_clock.h"
+#include "platform/linux/main_loop/display_clock.h"
 
 namespace host {
 namespace {

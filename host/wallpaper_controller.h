@@ -6,7 +6,7 @@
 
 #include "artwork/still_wallpaper.h"
 #include "host/cached_view.h"
-#include "platform/linux/class_table.h"
+#include "platform/linux/views/class_table.h"
 
 namespace host {
 

@@ -14,9 +14,9 @@
 
 #include "host/screenshot.h"
 #include "host/x11_errors.h"
-#include "platform/linux/display_damage.h"
-#include "platform/linux/file_contents.h"
-#include "platform/linux/run_loop.h"
+#include "platform/linux/files/file_contents.h"
+#include "platform/linux/main_loop/run_loop.h"
+#include "platform/linux/views/display_damage.h"
 
 namespace host {
 namespace {

@@ -2,7 +2,7 @@
 #include <sys/stat.h>
 
 #include "platform/file_manager.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "tests/stage.h"
 
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/linux/display_damage.h"
+#include "platform/linux/views/display_damage.h"
 
 #include <cmath>
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/view_renderer.h"
+#include "platform/linux/views/view_renderer.h"
 #include "tests/stage.h"
 
 namespace {

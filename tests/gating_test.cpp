@@ -8,7 +8,7 @@
 #include "host/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "placement/wallpaper_view_dealloc.h"
-#include "platform/linux/view_observers.h"
+#include "platform/linux/views/view_observers.h"
 #include "tests/stage.h"
 
 namespace {

@@ -1,8 +1,8 @@
-#include "platform/linux/gif_canvas.h"
-
 #include <random>
 
 #include <gtest/gtest.h>
+
+#include "platform/linux/images/gif/canvas.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 
 #include "gifview/gif_frame_delay.h"
 #include "platform/image_source.h"
-#include "platform/linux/gif_file.h"
-#include "platform/linux/gif_lzw.h"
-#include "platform/linux/png.h"
+#include "platform/linux/images/gif/file.h"
+#include "platform/linux/images/gif/lzw.h"
+#include "platform/linux/images/png/reader.h"
 #include "platform/property_list.h"
 #include "tests/gif_maker.h"
 #include "tests/stage.h"

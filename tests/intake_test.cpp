@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/file_manager.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "settings/wallpaper_intake.h"
 #include "tests/stage.h"
 

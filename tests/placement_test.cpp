@@ -11,7 +11,7 @@
 #include "placement/location_table.h"
 #include "placement/scaling.h"
 #include "platform/linux/device_events.h"
-#include "platform/linux/view_observers.h"
+#include "platform/linux/views/view_observers.h"
 #include "settings/device_paths.h"
 #include "tests/stage.h"
 

@@ -1,7 +1,5 @@
 // Frames as PNG files: what is written can be read by anyone, and comes back as it was.
 
-#include "platform/linux/png.h"
-
 #include <future>
 #include <random>
 
@@ -9,10 +7,11 @@
 #include <png.h>
 #include <sys/stat.h>
 
-#include "platform/linux/deflate.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "platform/linux/freed_memory.h"
-#include "platform/linux/picture.h"
+#include "platform/linux/images/picture.h"
+#include "platform/linux/images/png/deflate.h"
+#include "platform/linux/images/png/reader.h"
 #include "tests/stage.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/run_loop.h"
+#include "platform/linux/main_loop/run_loop.h"
 
 #include <algorithm>
 #include <atomic>
@@ -10,9 +10,9 @@
 
 #include "dispatch/main_queue_hop.h"
 #include "platform/display_link.h"
-#include "platform/linux/activity.h"
-#include "platform/linux/class_table.h"
-#include "platform/linux/display_clock.h"
+#include "platform/linux/main_loop/activity.h"
+#include "platform/linux/main_loop/display_clock.h"
+#include "platform/linux/views/class_table.h"
 #include "platform/operation_queue.h"
 
 namespace {

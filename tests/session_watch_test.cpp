@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/run_loop.h"
+#include "platform/linux/main_loop/run_loop.h"
 #include "tests/stage.h"
 #include "tool/bus_daemon.h"
 

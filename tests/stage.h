@@ -15,7 +15,7 @@
 #include "gifview/gif_view.h"
 #include "host/spring_board.h"
 #include "placement/location_table.h"
-#include "platform/linux/picture.h"
+#include "platform/linux/images/picture.h"
 #include "platform/notify_center.h"
 #include "tests/gif_maker.h"
 #include "tool/bus_daemon.h"

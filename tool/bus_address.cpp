@@ -9,7 +9,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include "platform/linux/device_root.h"
+#include "platform/linux/files/device_root.h"
 
 namespace tool {
 namespace {

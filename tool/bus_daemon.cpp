@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"
 

@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "tool/failure.h"
 
 namespace tool {

@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "platform/file_manager.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "tool/failure.h"
 
 namespace tool {

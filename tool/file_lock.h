@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "platform/linux/device_root.h"
+#include "platform/linux/files/device_root.h"
 #include "tool/device_folder.h"
 
 namespace tool {

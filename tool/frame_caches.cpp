@@ -12,7 +12,7 @@
 
 #include "gifview/frame_cache.h"
 #include "platform/file_manager.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "settings/device_paths.h"
 
 namespace tool {

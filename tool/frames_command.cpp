@@ -9,8 +9,8 @@
 #include <memory>
 
 #include "gifview/frame_cache.h"
-#include "platform/linux/device_root.h"
-#include "platform/linux/picture.h"
+#include "platform/linux/files/device_root.h"
+#include "platform/linux/images/picture.h"
 #include "tool/failure.h"
 #include "tool/gif_file.h"
 

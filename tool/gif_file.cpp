@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include "platform/image_source.h"
-#include "platform/linux/gif_file.h"
-#include "platform/linux/gif_inspection.h"
+#include "platform/linux/images/gif/file.h"
+#include "platform/linux/images/gif/inspection.h"
 #include "platform/linux/out_of_memory.h"
 #include "tool/terminal.h"
 #include "tool/user_file.h"

@@ -6,7 +6,7 @@
 #include <poll.h>
 
 #include "host/control_names.h"
-#include "platform/linux/darwin_bus_names.h"
+#include "platform/linux/bus/darwin_bus_names.h"
 #include "tool/bus_address.h"
 #include "tool/failure.h"
 

@@ -10,7 +10,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "platform/linux/device_root.h"
+#include "platform/linux/files/device_root.h"
 #include "settings/control_names.h"
 #include "tool/failure.h"
 #include "tool/file_lock.h"

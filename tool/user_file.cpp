@@ -9,8 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/byte_reader.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/byte_reader.h"
+#include "platform/linux/files/file_contents.h"
 #include "tool/failure.h"
 
 namespace tool {

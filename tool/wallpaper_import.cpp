@@ -11,7 +11,7 @@
 #include "gifview/frame_cache.h"
 #include "gifview/notification_names.h"
 #include "platform/file_manager.h"
-#include "platform/linux/file_contents.h"
+#include "platform/linux/files/file_contents.h"
 #include "settings/control_names.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"

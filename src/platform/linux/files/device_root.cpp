@@ -1,0 +1,100 @@
+#include "platform/linux/files/device_root.h"
+
+#include <sstream>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+constexpr mode_t directoryMode = 0755;
+
+std::string& rootFolder() {
+  static auto* folder = new std::string;
+  return *folder;
+}
+
+// The names on the way down from the root, with "." and ".." worked in.
+std::vector<std::string> components(const std::string& path) {
+  std::vector<std::string> names;
+  std::istringstream stream(path);
+  for (std::string name; std::getline(stream, name, '/');) {
+    if (name == "..") {
+      if (!names.empty()) names.pop_back();
+    } else if (!name.empty() && name != ".") {
+      names.push_back(name);
+    }
+  }
+  return names;
+}
+
+FileDescriptor openRoot() {
+  return FileDescriptor(open(rootFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+FileDescriptor openDirectory(int parent, const std::string& name, bool make) {
+  if (make) mkdirat(parent, name.c_str(), directoryMode);
+  return FileDescriptor(
+      openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+// Such a path means a directory by way of one of its entries; nobody may delete it by that.
+bool endsInDots(std::string_view devicePath) {
+  devicePath = devicePath.substr(0, devicePath.find_last_not_of('/') + 1);
+  return devicePath.ends_with("/.") || devicePath.ends_with("/..");
+}
+
+std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
+  std::vector<std::string> names = components(devicePath);
+  if (names.empty() || rootFolder().empty() || endsInDots(devicePath)) return std::nullopt;
+  // The kernel would take the part before it for the whole.
+  if (devicePath.find('\0') != devicePath.npos) return std::nullopt;
+  if (names.front() == hostFolderName) return std::nullopt;
+  std::string last = std::move(names.back());
+  names.pop_back();
+  FileDescriptor directory = openRoot();
+  for (const std::string& name : names) {
+    if (!directory) return std::nullopt;
+    directory = openDirectory(directory.get(), name, make);
+  }
+  if (!directory) return std::nullopt;
+  return ItemLocation{std::move(directory), std::move(last)};
+}
+
+}  // namespace
+
+FileDescriptor::~FileDescriptor() {
+  if (value_ >= 0) close(value_);
+}
+
+FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
+    : value_(std::exchange(other.value_, -1)) {}
+
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+  std::swap(value_, other.value_);
+  return *this;
+}
+
+void setDeviceRoot(const std::string& folder) {
+  rootFolder() = folder;
+}
+
+FileDescriptor openHostFolder() {
+  const FileDescriptor root = openRoot();
+  return root ? openDirectory(root.get(), hostFolderName, false) : FileDescriptor();
+}
+
+std::optional<ItemLocation> locateItem(const std::string& devicePath) {
+  return locate(devicePath, false);
+}
+
+std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath) {
+  return locate(devicePath, true);
+}
+
+}  // namespace platform

@@ -1,0 +1,200 @@
+#include "platform/property_list.h"
+
+#include <algorithm>
+#include <mutex>
+#include <new>
+#include <set>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "platform/linux/files/file_contents.h"
+#include "platform/linux/files/property_list_binary.h"
+#include "platform/linux/files/property_list_xml.h"
+#include "platform/linux/files/write_lock.h"
+
+namespace platform {
+namespace {
+
+// Many times the settings of this system, whatever other programs store beside them.
+constexpr std::size_t largestDictionary = std::size_t{1} << 21;
+// More than the list with the delays of half a million frames.
+constexpr std::size_t largestArray = std::size_t{1} << 24;
+
+// The files that were too large, or too costly, when they were read last. They are not replaced:
+// what is in them cannot be kept, but is not damaged either.
+class Refused {
+ public:
+  static Refused& files() {
+    static auto* refused = new Refused;
+    return *refused;
+  }
+
+  void note(const std::string& path, bool isRefused) {
+    std::lock_guard lock(mutex_);
+    if (isRefused) {
+      paths_.insert(path);
+    } else {
+      paths_.erase(path);
+    }
+  }
+
+  bool has(const std::string& path) {
+    std::lock_guard lock(mutex_);
+    return paths_.count(path) > 0;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<std::string> paths_;
+};
+
+// Which file it was that was read. It changes with every replacement and with most writes in place.
+struct Stamp {
+  dev_t device = 0;
+  ino_t file = 0;
+  off_t size = 0;
+  time_t seconds = 0;
+  long nanoseconds = 0;
+  friend bool operator==(const Stamp&, const Stamp&) = default;
+};
+
+Stamp stampOf(const struct stat& status) {
+  return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
+          status.st_mtim.tv_nsec};
+}
+
+// Of no file at all if there is none.
+Stamp stampOfFile(const std::string& path) {
+  const auto item = locateItem(path);
+  struct stat status {};
+  const bool exists =
+      item && fstatat(item->directory.get(), item->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+  return exists ? stampOf(status) : Stamp();
+}
+
+struct Reading {
+  std::optional<PropertyListContents> list;
+  Stamp stamp;
+  bool isRefused = false;
+};
+
+// Nothing if it is damaged.
+std::optional<PropertyListContents> parse(const Bytes& contents) {
+  if (!isBinaryPropertyList(contents)) return parsePropertyListXml(contents);
+  const std::string xml = validXml(xmlOfBinaryPropertyList(contents));
+  return parsePropertyListXml({reinterpret_cast<const std::uint8_t*>(xml.data()), xml.size()});
+}
+
+bool isTooCostly(const Bytes& contents) {
+  return isBinaryPropertyList(contents) &&
+         costOfBinaryPropertyList(contents) == PropertyListCost::TooHigh;
+}
+
+// Without enough memory the list counts as refused, too.
+Reading read(const std::string& path, std::size_t largest) {
+  Reading reading;
+  if (const auto file = openFile(path, SIZE_MAX)) {
+    struct stat status {};
+    if (fstat(file->descriptor.get(), &status) == 0) reading.stamp = stampOf(status);
+    const auto contents = file->size <= largest ? contentsOf(*file) : std::nullopt;
+    reading.isRefused = !contents || isTooCostly(*contents);
+    if (!reading.isRefused) {
+      try {
+        reading.list = parse(*contents);
+      } catch (const std::bad_alloc&) {
+        reading.isRefused = true;
+      }
+    }
+  }
+  Refused::files().note(path, reading.isRefused);
+  return reading;
+}
+
+bool write(const PropertyListContents& list, const std::string& path, std::size_t largest,
+           Durability durability) {
+  const std::string xml = propertyListXml(list);
+  // What could not be read again would lose everything that is in the file now.
+  if (xml.size() > largest || Refused::files().has(path)) return false;
+  return writeToFileAtomically(Bytes(xml.begin(), xml.end()), path, durability);
+}
+
+// Of several entries with one key the last counts.
+PropertyListValue* find(PropertyListContents& list, const std::string& key) {
+  const auto at = std::find_if(list.entries.rbegin(), list.entries.rend(),
+                               [&key](const auto& entry) { return entry.key == key; });
+  return at == list.entries.rend() ? nullptr : &at->value;
+}
+
+void set(PropertyListContents& list, const PropertyListEntry& entry) {
+  if (PropertyListValue* old = find(list, entry.key)) {
+    *old = entry.value;
+  } else {
+    list.entries.push_back(entry);
+  }
+}
+
+}  // namespace
+
+struct NSMutableDictionary::Impl {
+  PropertyListContents list{true, {}};
+  Stamp stamp;
+  std::vector<PropertyListEntry> changes;
+};
+
+NSMutableDictionary::NSMutableDictionary() : NSMutableDictionary(std::make_unique<Impl>()) {}
+NSMutableDictionary::NSMutableDictionary(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+NSMutableDictionary::~NSMutableDictionary() = default;
+NSMutableDictionary::NSMutableDictionary(NSMutableDictionary&&) noexcept = default;
+NSMutableDictionary& NSMutableDictionary::operator=(NSMutableDictionary&&) noexcept = default;
+
+std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOfFile(
+    const std::string& path) {
+  Reading reading = read(path, largestDictionary);
+  if (!reading.list || !reading.list->isDictionary) return std::nullopt;
+  return NSMutableDictionary(
+      std::make_unique<Impl>(Impl{std::move(*reading.list), reading.stamp, {}}));
+}
+
+// Where another process, or another thread, has written since this list was read, its keys stay:
+// only what was changed here is changed in the file. So of writers that overlap none loses
+// anything.
+bool NSMutableDictionary::writeToFile(const std::string& path) const {
+  const WriteLock lock;
+  if (stampOfFile(path) == impl_->stamp) {
+    return write(impl_->list, path, largestDictionary, Durability::Durable);
+  }
+  Reading now = read(path, largestDictionary);
+  if (!now.list || !now.list->isDictionary) now.list = impl_->list;
+  for (const PropertyListEntry& change : impl_->changes) set(*now.list, change);
+  return write(*now.list, path, largestDictionary, Durability::Durable);
+}
+
+std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& key) const {
+  const PropertyListValue* value = find(impl_->list, key);
+  if (value == nullptr || !value->isString) return std::nullopt;
+  return value->content;
+}
+
+void NSMutableDictionary::setString(const std::string& text, const std::string& key) {
+  impl_->changes.push_back({key, {true, text}});
+  set(impl_->list, impl_->changes.back());
+}
+
+std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
+  const auto list = read(path, largestArray).list;
+  if (!list || list->isDictionary) return std::nullopt;
+  std::vector<std::string> array;
+  for (const auto& [key, value] : list->entries)
+    array.push_back(value.isString ? value.content : "");
+  return array;
+}
+
+bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path) {
+  PropertyListContents list;
+  for (const std::string& element : array) list.entries.push_back({"", {true, element}});
+  return write(list, path, largestArray, Durability::Cached);
+}
+
+}  // namespace platform

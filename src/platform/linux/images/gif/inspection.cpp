@@ -1,0 +1,26 @@
+#include "platform/linux/images/gif/inspection.h"
+
+#include "platform/linux/images/gif/file.h"
+#include "platform/linux/images/gif/lzw.h"
+
+namespace platform::gif {
+
+Inspection inspect(const NSData& data) {
+  Inspection inspection;
+  const auto file = parse(data.impl());
+  if (!file) return inspection;
+  inspection.all = static_cast<int>(file->images.size());
+  inspection.hasTrailer = file->hasTrailer;
+  IndexBuffer indices;
+  for (const Image& image : file->images) {
+    const int rows = decodeImage(data.impl(), image, indices);
+    if (rows == image.height) {
+      ++inspection.whole;
+    } else if (rows > 0) {
+      ++inspection.partial;
+    }
+  }
+  return inspection;
+}
+
+}  // namespace platform::gif

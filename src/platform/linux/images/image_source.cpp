@@ -1,0 +1,101 @@
+#include "platform/image_source.h"
+
+#include <exception>
+#include <future>
+#include <utility>
+
+#include "platform/linux/files/data_storage.h"
+#include "platform/linux/images/gif/compositor.h"
+#include "platform/linux/images/gif/file.h"
+#include "platform/linux/images/png/reader.h"
+#include "platform/linux/out_of_memory.h"
+
+namespace platform {
+
+// A GIF, or any other picture as a source of one image. Of a GIF that is read in order, the next
+// picture is decoded on another thread while the caller deals with the last one.
+struct CGImageSource::Impl {
+  DataRef data;
+  gif::File file;
+  ImageRef single;
+  gif::Compositor compositor;
+  int lastAskedFor = -1;
+  bool isCounted = false;
+  // Of the picture behind the last one asked for; it uses the compositor until it is ready.
+  std::future<ImageRef> next;
+
+  Impl(DataRef bytes, gif::File parsed)
+      : data(std::move(bytes)), file(std::move(parsed)), compositor(data->impl(), file) {}
+
+  int count() const { return single ? 1 : static_cast<int>(file.images.size()); }
+
+  ImageRef decode(int index) {
+    return unlessOutOfMemory([this, index] { return compositor.picture(index); });
+  }
+
+  ImageRef picture(int index) {
+    const bool isInOrder = index == lastAskedFor + 1;
+    const bool isReady = isInOrder && next.valid();
+    ImageRef image = next.valid() ? next.get() : nullptr;
+    if (!isReady) image = decode(index);
+    lastAskedFor = index;
+    // Many want the first picture only; not those who asked how many there are.
+    if (isInOrder && (index > 0 || isCounted)) decodeAhead(index + 1);
+    return image;
+  }
+
+  void decodeAhead(int index) {
+    // Smaller pictures are done before a thread has started.
+    constexpr std::int64_t fewestPixels = std::int64_t{1} << 16;
+    const bool isWorthIt = std::int64_t{file.width} * file.height >= fewestPixels;
+    if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
+    try {
+      next = std::async(std::launch::async, [this, index] { return decode(index); });
+    } catch (const std::exception&) {
+      // No thread or no memory to be had: it is decoded when it is asked for.
+    }
+  }
+};
+
+CGImageSource::CGImageSource(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+CGImageSource::~CGImageSource() = default;
+
+std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data) {
+  auto parsed = unlessOutOfMemory([&data] { return gif::parse(data->impl()); });
+  const bool isGif = parsed.has_value();
+  auto impl = std::make_unique<Impl>(data, isGif ? std::move(*parsed) : gif::File());
+  if (!isGif) {
+    impl->single = decodePng(*data);
+    if (!impl->single) return nullptr;
+  }
+  return std::unique_ptr<CGImageSource>(new CGImageSource(std::move(impl)));
+}
+
+int CGImageSource::count() const {
+  impl_->isCounted = true;
+  return impl_->count();
+}
+
+ImageRef CGImageSource::createImageAtIndex(int index) {
+  if (index < 0 || index >= impl_->count()) return nullptr;
+  if (impl_->single) return impl_->single;
+  return impl_->picture(index);
+}
+
+std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) const {
+  if (index < 0 || index >= impl_->count()) return std::nullopt;
+  if (impl_->single) return ImageProperties{};
+  // As on the device, the clamped delay is for viewers that do not bear very short ones.
+  constexpr double shortestClampedDelay = 0.02;
+  constexpr double clampedDelay = 0.1;
+  constexpr double centisecondsPerSecond = 100;
+  GIFProperties gif;
+  if (auto delay = impl_->file.images[static_cast<std::size_t>(index)].delay) {
+    gif.unclampedDelayTime = *delay / centisecondsPerSecond;
+    const bool isShort = *gif.unclampedDelayTime < shortestClampedDelay;
+    gif.delayTime = isShort ? clampedDelay : *gif.unclampedDelayTime;
+  }
+  return ImageProperties{gif};
+}
+
+}  // namespace platform

@@ -1,0 +1,103 @@
+#include "platform/linux/images/picture.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace platform {
+
+Strip::Strip(std::size_t rowLength, int rowCount)
+    : rowLength_(rowLength), rowCount_(rowCount), bytes_(new std::uint8_t[size()]) {
+  for (int index = 0; index < rowCount; ++index) bytes_[start(index)] = 0;
+}
+
+std::shared_ptr<const CompressedRows> Strip::compressed() const {
+  std::lock_guard lock(mutex_);
+  return compressed_;
+}
+
+void Strip::setCompressed(std::shared_ptr<const CompressedRows> rows) const {
+  std::lock_guard lock(mutex_);
+  compressed_ = std::move(rows);
+}
+
+// In pixels, whatever their format. Small strips leave more of a picture untouched by a small
+// change; large ones compress better.
+int PictureShape::rowsPerStrip() const {
+  constexpr int smallestStrip = 1 << 15;
+  constexpr int mostStrips = 32;
+  const int enough = (smallestStrip + width - 1) / width;
+  return std::max(enough, (height + mostStrips - 1) / mostStrips);
+}
+
+int PictureShape::stripCount() const {
+  return (height + rowsPerStrip() - 1) / rowsPerStrip();
+}
+
+int PictureShape::rowsInStrip(int index) const {
+  return std::min(rowsPerStrip(), height - index * rowsPerStrip());
+}
+
+std::shared_ptr<Strip> PictureShape::makeStrip(int index) const {
+  return std::make_shared<Strip>(rowLength(), rowsInStrip(index));
+}
+
+const std::uint8_t* UIImage::Impl::row(int y) const {
+  const int rows = shape.rowsPerStrip();
+  return strips[static_cast<std::size_t>(y / rows)]->row(y % rows);
+}
+
+UIImage::UIImage(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
+UIImage::~UIImage() = default;
+
+int UIImage::width() const {
+  return impl_->shape.width;
+}
+
+int UIImage::height() const {
+  return impl_->shape.height;
+}
+
+ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> palette,
+                   Strips strips) {
+  auto impl = std::make_unique<UIImage::Impl>();
+  impl->shape = shape;
+  impl->palette = std::move(palette);
+  impl->strips = std::move(strips);
+  return std::make_shared<UIImage>(std::move(impl));
+}
+
+ImageRef imageFromPixels(int width, int height, const Bytes& pixels) {
+  const PictureShape shape{width, height, PixelFormat::RGBA};
+  const std::uint8_t* source = pixels.data();
+  Strips strips;
+  for (int index = 0; index < shape.stripCount(); ++index) {
+    auto strip = shape.makeStrip(index);
+    for (int row = 0; row < strip->rowCount(); ++row, source += shape.rowLength()) {
+      std::memcpy(strip->row(row), source, shape.rowLength());
+    }
+    strips.push_back(std::move(strip));
+  }
+  return makeImage(shape, nullptr, std::move(strips));
+}
+
+Bytes pixelsOf(const UIImage& image) {
+  const UIImage::Impl& picture = image.impl();
+  const auto width = static_cast<std::size_t>(picture.shape.width);
+  Bytes pixels(width * static_cast<std::size_t>(picture.shape.height) * sizeof(RGBAColor));
+  std::uint8_t* target = pixels.data();
+  for (int y = 0; y < picture.shape.height; ++y) {
+    const std::uint8_t* source = picture.row(y);
+    if (picture.shape.format == PixelFormat::RGBA) {
+      std::memcpy(target, source, width * sizeof(RGBAColor));
+      target += width * sizeof(RGBAColor);
+      continue;
+    }
+    for (std::size_t x = 0; x < width; ++x, target += sizeof(RGBAColor)) {
+      std::memcpy(target, picture.palette->colors[source[x]].data(), sizeof(RGBAColor));
+    }
+  }
+  return pixels;
+}
+
+}  // namespace platform

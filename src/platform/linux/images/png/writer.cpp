@@ -1,0 +1,205 @@
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <future>
+#include <span>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include <zlib.h>
+
+#include "platform/image.h"
+#include "platform/linux/files/data_storage.h"
+#include "platform/linux/images/png/deflate.h"
+#include "platform/linux/images/png/format.h"
+#include "platform/linux/images/png/rows.h"
+#include "platform/linux/out_of_memory.h"
+
+namespace platform {
+namespace {
+
+using namespace png;
+
+std::array<std::uint8_t, 4> bigEndian(std::size_t value) {
+  return {static_cast<std::uint8_t>(value >> 24), static_cast<std::uint8_t>(value >> 16),
+          static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)};
+}
+
+void append(Bytes& target, std::span<const std::uint8_t> bytes) {
+  target.insert(target.end(), bytes.begin(), bytes.end());
+}
+
+// A file in the making. What is compressed already is not copied into it.
+class PngFile {
+ public:
+  PngFile() { append(loose_, signature); }
+
+  void appendChunk(const ChunkName& name, std::span<const std::uint8_t> content) {
+    begin(name, content.size());
+    append(loose_, content);
+    end(name, content);
+  }
+
+  void appendChunk(const ChunkName& name, const std::shared_ptr<const CompressedRows>& rows) {
+    begin(name, rows->deflated.size());
+    keepLoose();
+    pieces_.push_back({rows, rows->deflated});
+    end(name, rows->deflated);
+  }
+
+  DataRef data() {
+    keepLoose();
+    return dataOfPieces(std::move(pieces_));
+  }
+
+ private:
+  void begin(const ChunkName& name, std::size_t size) {
+    append(loose_, bigEndian(size));
+    append(loose_, name);
+  }
+
+  void end(const ChunkName& name, std::span<const std::uint8_t> content) {
+    append(loose_, bigEndian(platform::crc32(platform::crc32(0, name), content)));
+  }
+
+  void keepLoose() {
+    auto owner = std::make_shared<const Bytes>(std::exchange(loose_, {}));
+    pieces_.push_back({owner, *owner});
+  }
+
+  std::vector<Piece> pieces_;
+  // What follows the pieces.
+  Bytes loose_;
+};
+
+bool isOpaque(const UIImage::Impl& picture) {
+  return std::ranges::all_of(picture.strips, [&picture](const auto& strip) {
+    for (int row = 0; row < strip->rowCount(); ++row) {
+      std::uint8_t alpha = 255;
+      const std::uint8_t* pixel = strip->row(row);
+      for (int x = 0; x < picture.shape.width; ++x) {
+        alpha &= pixel[static_cast<std::size_t>(x) * sizeof(RGBAColor) + 3];
+      }
+      if (alpha != 255) return false;
+    }
+    return true;
+  });
+}
+
+RowCoding codingOf(const UIImage::Impl& picture) {
+  if (picture.shape.format == PixelFormat::RGBA) {
+    return isOpaque(picture) ? RowCoding::RGB : RowCoding::RGBA;
+  }
+  if (picture.palette->count <= 2) return RowCoding::Indexed1;
+  if (picture.palette->count <= 4) return RowCoding::Indexed2;
+  if (picture.palette->count <= 16) return RowCoding::Indexed4;
+  return RowCoding::Indexed8;
+}
+
+void appendHeader(PngFile& file, const PictureShape& shape, RowCoding coding) {
+  Bytes header;
+  append(header, bigEndian(static_cast<std::size_t>(shape.width)));
+  append(header, bigEndian(static_cast<std::size_t>(shape.height)));
+  const CodingInHeader inHeader = headerOf(coding);
+  // Compression, filter and interlace methods are 0.
+  append(header, std::array<std::uint8_t, 5>{inHeader.bitDepth, inHeader.colorType, 0, 0, 0});
+  file.appendChunk(headerChunk, header);
+}
+
+void appendPalette(PngFile& file, const Palette& palette) {
+  Bytes colors;
+  Bytes alphas;
+  std::size_t lastTranslucent = 0;
+  for (std::size_t index = 0; index < palette.count; ++index) {
+    const RGBAColor& color = palette.colors[index];
+    append(colors, std::span(color).first(3));
+    alphas.push_back(color[3]);
+    if (color[3] != 255) lastTranslucent = index + 1;
+  }
+  // Those left out are opaque.
+  alphas.resize(lastTranslucent);
+  file.appendChunk(paletteChunk, colors);
+  if (!alphas.empty()) file.appendChunk(alphaChunk, alphas);
+}
+
+// The one that does better by this strip; numbers of a palette have no meaningful differences.
+RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
+  if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return RowFilter::None;
+  const auto plain = compressRows(strip, coding, width, RowFilter::None);
+  const auto differences = compressRows(strip, coding, width, RowFilter::Up);
+  const bool isSmaller = differences->deflated.size() < plain->deflated.size();
+  return isSmaller ? RowFilter::Up : RowFilter::None;
+}
+
+using Rows = std::shared_ptr<const CompressedRows>;
+
+// Of all strips. Those that are not compressed yet are; of many, another thread does its share.
+std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding coding) {
+  std::vector<Rows> all;
+  std::vector<std::size_t> missing;
+  for (const auto& strip : picture.strips) {
+    Rows rows = strip->compressed();
+    if (!rows || rows->coding != coding) missing.push_back(all.size());
+    all.push_back(std::move(rows));
+  }
+  if (missing.empty()) return all;
+  const int width = picture.shape.width;
+  const RowFilter filter = bestFilter(*picture.strips[missing.front()], coding, width);
+  std::atomic<std::size_t> next = 0;
+  auto compressSome = [&] {
+    for (std::size_t at = next++; at < missing.size(); at = next++) {
+      const Strip& strip = *picture.strips[missing[at]];
+      all[missing[at]] = compressRows(strip, coding, width, filter);
+      strip.setCompressed(all[missing[at]]);
+    }
+  };
+  std::future<void> helper;
+  // Fewer are done before a thread has started.
+  constexpr std::size_t enoughForTwo = 4;
+  if (missing.size() >= enoughForTwo) {
+    try {
+      helper = std::async(std::launch::async, compressSome);
+    } catch (const std::system_error&) {
+      // No thread to be had: this one does it all.
+    }
+  }
+  compressSome();
+  if (helper.valid()) helper.get();
+  return all;
+}
+
+void appendPixels(PngFile& file, const UIImage::Impl& picture, RowCoding coding) {
+  file.appendChunk(dataChunk, zlibHeader);
+  uLong adler = 1;
+  for (const Rows& rows : compressedStrips(picture, coding)) {
+    file.appendChunk(dataChunk, rows);
+    adler = adler32_combine(adler, rows->adler, static_cast<z_off_t>(rows->length));
+  }
+  Bytes end(emptyFinalBlock.begin(), emptyFinalBlock.end());
+  append(end, bigEndian(adler));
+  file.appendChunk(dataChunk, end);
+}
+
+DataRef encode(const UIImage::Impl& picture) {
+  const RowCoding coding = codingOf(picture);
+  PngFile file;
+  appendHeader(file, picture.shape, coding);
+  if (picture.palette) appendPalette(file, *picture.palette);
+  appendPixels(file, picture, coding);
+  file.appendChunk(endChunk, std::span<const std::uint8_t>());
+  return file.data();
+}
+
+}  // namespace
+
+DataRef UIImagePNGRepresentation(const UIImage& image) {
+  const UIImage::Impl& picture = image.impl();
+  std::lock_guard lock(picture.mutex);
+  if (!picture.png) {
+    picture.png = unlessOutOfMemory([&picture] { return encode(picture); });
+  }
+  return picture.png;
+}
+
+}  // namespace platform

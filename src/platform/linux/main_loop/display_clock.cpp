@@ -1,0 +1,130 @@
+#include "platform/linux/main_loop/display_clock.h"
+
+#include <algorithm>
+#include <atomic>
+
+#include "platform/display_link.h"
+
+namespace platform {
+
+DisplayClock& DisplayClock::main() {
+  static auto* instance = new DisplayClock;
+  return *instance;
+}
+
+void DisplayClock::setRefreshRate(int hertz) {
+  hertz_ = hertz;
+}
+
+void DisplayClock::setManual() {
+  manual_ = true;
+  refreshes_ = 0;
+}
+
+void DisplayClock::add(std::shared_ptr<Link> link) {
+  // After a time without links the first one waits for the next refresh, not for a missed one.
+  if (!manual_ && !hasLinks()) refreshes_ = refreshesUntil(std::chrono::steady_clock::now());
+  std::lock_guard lock(mutex_);
+  links_.push_back(std::move(link));
+}
+
+void DisplayClock::remove(const Link& link) {
+  std::shared_ptr<Link> removed;
+  std::lock_guard lock(mutex_);
+  auto at = std::find_if(links_.begin(), links_.end(),
+                         [&link](const auto& entry) { return entry.get() == &link; });
+  if (at == links_.end()) return;
+  removed = std::move(*at);
+  links_.erase(at);
+}
+
+std::chrono::nanoseconds DisplayClock::timeOfRefresh(std::int64_t index) const {
+  return std::chrono::nanoseconds((index * std::nano::den + hertz_ - 1) / hertz_);
+}
+
+std::int64_t DisplayClock::refreshesUntil(TimePoint now) const {
+  return std::chrono::nanoseconds(now - start_).count() * hertz_ / std::nano::den;
+}
+
+bool DisplayClock::hasLinks() const {
+  std::lock_guard lock(mutex_);
+  return !links_.empty();
+}
+
+std::optional<DisplayClock::TimePoint> DisplayClock::nextRefresh() const {
+  if (manual_ || !hasLinks()) return std::nullopt;
+  return start_ + timeOfRefresh(refreshes_ + 1);
+}
+
+bool DisplayClock::refreshIfDue(TimePoint now) {
+  if (manual_ || !hasLinks()) return false;
+  const std::int64_t passed = refreshesUntil(now);
+  if (passed <= refreshes_) return false;
+  refreshes_ = passed;
+  refreshLinks();
+  return true;
+}
+
+bool DisplayClock::advance(std::chrono::nanoseconds span, const std::function<bool()>& afterEach) {
+  const std::chrono::nanoseconds end = manualTime_ + span;
+  while (timeOfRefresh(refreshes_ + 1) <= end) {
+    manualTime_ = timeOfRefresh(++refreshes_);
+    refreshLinks();
+    if (!afterEach()) return false;
+  }
+  manualTime_ = end;
+  return true;
+}
+
+void DisplayClock::refreshLinks() {
+  std::vector<std::shared_ptr<Link>> links;
+  {
+    std::lock_guard lock(mutex_);
+    links = links_;
+  }
+  for (const auto& link : links) link->refresh();
+}
+
+struct CADisplayLink::Impl : DisplayClock::Link {
+  Target target;
+  int interval = 1;
+  int refreshesToGo = 1;
+  std::atomic<bool> valid = true;
+  std::weak_ptr<Impl> self;
+
+  void refresh() override {
+    if (!valid || --refreshesToGo > 0) return;
+    refreshesToGo = interval;
+    target(CADisplayLink(self.lock()));
+  }
+};
+
+CADisplayLink::CADisplayLink(std::shared_ptr<Impl> impl) : impl_(std::move(impl)) {}
+CADisplayLink::~CADisplayLink() = default;
+
+std::shared_ptr<CADisplayLink> CADisplayLink::displayLinkWithTarget(Target target) {
+  auto impl = std::make_shared<Impl>();
+  impl->target = std::move(target);
+  impl->self = impl;
+  return std::shared_ptr<CADisplayLink>(new CADisplayLink(std::move(impl)));
+}
+
+void CADisplayLink::setFrameInterval(int refreshes) {
+  impl_->interval = refreshes;
+  impl_->refreshesToGo = refreshes;
+}
+
+void CADisplayLink::addToMainRunLoop() {
+  DisplayClock::main().add(impl_);
+}
+
+void CADisplayLink::invalidate() {
+  impl_->valid = false;
+  DisplayClock::main().remove(*impl_);
+}
+
+std::chrono::duration<double> CADisplayLink::duration() const {
+  return std::chrono::duration<double>(1.0 / DisplayClock::main().refreshRate());
+}
+
+}  // namespace platform

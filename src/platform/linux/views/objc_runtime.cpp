@@ -1,0 +1,118 @@
+#include "platform/objc_runtime.h"
+
+#include <set>
+
+#include "platform/linux/views/class_table.h"
+
+namespace platform {
+namespace {
+
+struct Runtime {
+  std::mutex mutex;
+  std::map<std::string, std::unique_ptr<objc_class>> classes;
+  std::map<std::string, std::unique_ptr<objc_class>> metaclasses;
+  std::set<std::string> selectors;
+};
+
+Runtime& runtime() {
+  static auto* instance = new Runtime;
+  return *instance;
+}
+
+IMP findMethod(Class cls, SEL selector) {
+  for (; cls != nullptr; cls = cls->superclass) {
+    auto method = cls->methods.find(selector);
+    if (method != cls->methods.end()) return method->second;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::shared_ptr<UIView> StrongIvar::load() const {
+  std::lock_guard lock(mutex_);
+  return view_;
+}
+
+void StrongIvar::store(std::shared_ptr<UIView> view) {
+  // The old view goes outside the lock: its dealloc runs code of others.
+  std::lock_guard lock(mutex_);
+  view_.swap(view);
+}
+
+Class registerClass(const char* name, Class superclass) {
+  std::lock_guard lock(runtime().mutex);
+  auto metaclass = std::make_unique<objc_class>();
+  metaclass->name = name;
+  metaclass->superclass = superclass == nullptr ? nullptr : superclass->isa;
+  auto cls = std::make_unique<objc_class>();
+  cls->isa = metaclass.get();
+  cls->name = name;
+  cls->superclass = superclass;
+  runtime().metaclasses[name] = std::move(metaclass);
+  return (runtime().classes[name] = std::move(cls)).get();
+}
+
+void addInstanceVariable(Class cls, const char* name, std::ptrdiff_t offset) {
+  std::lock_guard lock(runtime().mutex);
+  cls->instanceVariables[name].offset = offset;
+}
+
+Class objc_getClass(const char* name) {
+  std::lock_guard lock(runtime().mutex);
+  auto found = runtime().classes.find(name);
+  return found == runtime().classes.end() ? nullptr : found->second.get();
+}
+
+Class object_getClass(id object) {
+  return object == nullptr ? nullptr : object->isa;
+}
+
+id classObject(Class cls) {
+  return cls;
+}
+
+SEL sel_registerName(const char* name) {
+  std::lock_guard lock(runtime().mutex);
+  return reinterpret_cast<SEL>(runtime().selectors.insert(name).first->c_str());
+}
+
+Ivar class_getInstanceVariable(Class cls, const char* name) {
+  std::lock_guard lock(runtime().mutex);
+  for (; cls != nullptr; cls = cls->superclass) {
+    auto found = cls->instanceVariables.find(name);
+    if (found != cls->instanceVariables.end()) return &found->second;
+  }
+  return nullptr;
+}
+
+std::ptrdiff_t ivar_getOffset(Ivar ivar) {
+  return ivar == nullptr ? 0 : ivar->offset;
+}
+
+std::shared_ptr<UIView> viewAtOffset(id object, std::ptrdiff_t offset) {
+  if (object == nullptr || offset == 0) return nullptr;
+  return reinterpret_cast<StrongIvar*>(reinterpret_cast<char*>(object) + offset)->load();
+}
+
+IMP class_getMethodImplementation(Class cls, SEL selector) {
+  std::lock_guard lock(runtime().mutex);
+  return findMethod(cls, selector);
+}
+
+void class_addMethod(Class cls, SEL selector, IMP implementation, const char* /*types*/) {
+  if (cls == nullptr) return;
+  std::lock_guard lock(runtime().mutex);
+  cls->methods.emplace(selector, implementation);
+}
+
+void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous) {
+  if (cls == nullptr) return;
+  std::lock_guard lock(runtime().mutex);
+  const IMP method = findMethod(cls, selector);
+  if (method == nullptr) return;
+  *previous = method;
+  cls->methods[selector] = replacement;
+}
+
+}  // namespace platform

@@ -1,0 +1,97 @@
+#include "platform/linux/views/picture_surface.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+namespace platform {
+namespace {
+
+std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
+  const std::uint32_t alpha = rgba[3];
+  auto scaled = [alpha](std::uint32_t value) { return (value * alpha + 127) / 255; };
+  return alpha << 24 | scaled(rgba[0]) << 16 | scaled(rgba[1]) << 8 | scaled(rgba[2]);
+}
+
+// Of pictures without a palette it is not known.
+bool isOpaquePalette(const Palette* palette) {
+  if (palette == nullptr) return false;
+  const auto used = std::span(palette->colors).first(palette->count);
+  return std::ranges::all_of(used, [](const RGBAColor& color) { return color[3] == 255; });
+}
+
+}  // namespace
+
+void PictureSurface::update(const UIImage& image) {
+  const UIImage::Impl& picture = image.impl();
+  const bool hasNewPalette = palette_ != picture.palette;
+  const bool isOpaque = hasNewPalette ? isOpaquePalette(picture.palette.get()) : isOpaque_;
+  if (!fits(picture.shape) || isOpaque != isOpaque_) start(picture.shape, isOpaque);
+  if (!surface_) return;
+  if (hasNewPalette) {
+    palette_ = picture.palette;
+    strips_.clear();
+    for (std::size_t index = 0; palette_ && index < mostColors; ++index) {
+      colors_[index] = premultipliedPixel(palette_->colors[index].data());
+    }
+  }
+  shape_ = picture.shape;
+  strips_.resize(picture.strips.size());
+  cairo_surface_flush(surface_.get());
+  for (int index = 0; index < shape_.stripCount(); ++index) {
+    auto& shown = strips_[static_cast<std::size_t>(index)];
+    const auto& wanted = picture.strips[static_cast<std::size_t>(index)];
+    if (shown == wanted) continue;
+    shown = wanted;
+    lookUp(picture, index);
+    const int first = index * shape_.rowsPerStrip();
+    const int end = first + shape_.rowsInStrip(index);
+    const bool isFirst = changed_.first == changed_.end;
+    changed_ = {isFirst ? first : std::min(changed_.first, first), std::max(changed_.end, end)};
+  }
+  cairo_surface_mark_dirty(surface_.get());
+}
+
+// The faster ways to scale a picture are for those without alpha.
+void PictureSurface::start(const PictureShape& shape, bool isOpaque) {
+  const cairo_format_t format = isOpaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;
+  surface_.reset(cairo_image_surface_create(format, shape.width, shape.height));
+  isOpaque_ = isOpaque;
+  if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) surface_.reset();
+  shape_ = shape;
+  strips_.clear();
+  changed_ = {0, shape.height};
+}
+
+bool PictureSurface::fits(const PictureShape& shape) const {
+  return surface_ && shape_.width == shape.width && shape_.height == shape.height;
+}
+
+void PictureSurface::lookUp(const UIImage::Impl& picture, int index) {
+  const Strip& strip = *picture.strips[static_cast<std::size_t>(index)];
+  const int stride = cairo_image_surface_get_stride(surface_.get());
+  unsigned char* target = cairo_image_surface_get_data(surface_.get()) +
+                          static_cast<std::ptrdiff_t>(index) * shape_.rowsPerStrip() * stride;
+  for (int row = 0; row < strip.rowCount(); ++row, target += stride) {
+    auto* pixels = reinterpret_cast<std::uint32_t*>(target);
+    const std::uint8_t* source = strip.row(row);
+    if (shape_.format == PixelFormat::Indexed) {
+      for (int x = 0; x < shape_.width; ++x) pixels[x] = colors_[source[x]];
+    } else {
+      for (int x = 0; x < shape_.width; ++x, source += 4) pixels[x] = premultipliedPixel(source);
+    }
+  }
+}
+
+Bytes PictureSurface::pixels() const {
+  const std::size_t rowLength = static_cast<std::size_t>(shape_.width) * 4;
+  Bytes bytes(rowLength * static_cast<std::size_t>(shape_.height));
+  const unsigned char* row = cairo_image_surface_get_data(surface_.get());
+  for (int y = 0; y < shape_.height; ++y) {
+    std::memcpy(&bytes[static_cast<std::size_t>(y) * rowLength], row, rowLength);
+    row += cairo_image_surface_get_stride(surface_.get());
+  }
+  return bytes;
+}
+
+}  // namespace platform

@@ -1,0 +1,17 @@
+// What an image view shows, as the renderer needs it. Main thread.
+#pragma once
+
+#include "platform/image_view.h"
+#include "platform/linux/views/picture_surface.h"
+
+namespace platform {
+
+struct UIImageView::Impl {
+  ImageRef image;
+  // Brought up to date when it is to be drawn.
+  PictureSurface surface;
+  // Whether it is among those that damage is to be taken of.
+  bool isChangeNoted = false;
+};
+
+}  // namespace platform
