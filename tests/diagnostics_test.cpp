@@ -7,13 +7,13 @@
 
 #include <gtest/gtest.h>
 
-#include "dispatch/main_thread.h"
 #include "platform/linux/main_loop/activity.h"
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "settings/diagnostic_log.h"
 #include "tests/stage.h"
+#include "threads/main_thread.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "hooks/wallpaper_view_dealloc.h"
 #include "host/wallpaper_controller.h"
 #include "placement/location_table.h"
-#include "placement/wallpaper_view_dealloc.h"
 #include "platform/linux/views/view_observers.h"
 #include "tests/stage.h"
 

@@ -8,12 +8,12 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include "dispatch/main_queue_hop.h"
 #include "platform/display_link.h"
 #include "platform/linux/main_loop/activity.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/views/class_table.h"
 #include "platform/operation_queue.h"
+#include "threads/main_queue_hop.h"
 
 namespace {
 

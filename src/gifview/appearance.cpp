@@ -1,6 +1,5 @@
 #include "gifview/appearance.h"
 
-#include "dispatch/queues.h"
 #include "gifview/blur.h"
 #include "gifview/gif_view.h"
 #include "gifview/mode_predicates.h"
@@ -9,6 +8,7 @@
 #include "platform/file_manager.h"
 #include "platform/notify_center.h"
 #include "settings/settings_store.h"
+#include "threads/queues.h"
 
 namespace lumora {
 namespace {

@@ -2,9 +2,6 @@
 
 #include <utility>
 
-#include "dispatch/exception_barrier.h"
-#include "dispatch/main_queue_hop.h"
-#include "dispatch/queues.h"
 #include "gifview/appearance.h"
 #include "gifview/mode_predicates.h"
 #include "gifview/notification_names.h"
@@ -14,6 +11,9 @@
 #include "platform/notify_center.h"
 #include "platform/semaphore.h"
 #include "settings/settings_store.h"
+#include "threads/exception_barrier.h"
+#include "threads/main_queue_hop.h"
+#include "threads/queues.h"
 
 namespace lumora {
 namespace {

@@ -6,13 +6,13 @@
 #include <memory>
 #include <string>
 
-#include "dispatch/guarded.h"
 #include "gifview/frame_cache.h"
 #include "gifview/playback_clock.h"
 #include "platform/display_link.h"
 #include "platform/image_view.h"
 #include "platform/view.h"
 #include "settings/screen_location.h"
+#include "threads/guarded.h"
 
 namespace lumora {
 

@@ -1,12 +1,12 @@
 #include "hooks/control_notifications.h"
 
-#include "dispatch/exception_barrier.h"
 #include "placement/gating.h"
 #include "placement/installation.h"
 #include "placement/removal.h"
 #include "platform/notify_center.h"
 #include "settings/control_names.h"
 #include "settings/wallpaper_intake.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 namespace {

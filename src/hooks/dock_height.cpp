@@ -1,8 +1,8 @@
 #include "hooks/dock_height.h"
 
-#include "dispatch/exception_barrier.h"
 #include "platform/string_value.h"
 #include "settings/settings_store.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 

@@ -3,7 +3,7 @@
 #include "hooks/dock_height.h"
 #include "hooks/launch.h"
 #include "hooks/rotation.h"
-#include "placement/wallpaper_view_dealloc.h"
+#include "hooks/wallpaper_view_dealloc.h"
 #include "platform/objc_runtime.h"
 
 namespace lumora {

@@ -1,6 +1,5 @@
 #include "hooks/launch.h"
 
-#include "dispatch/exception_barrier.h"
 #include "hooks/control_notifications.h"
 #include "hooks/rotation.h"
 #include "placement/gating.h"
@@ -9,6 +8,7 @@
 #include "platform/notification_center.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 namespace {

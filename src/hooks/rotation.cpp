@@ -1,8 +1,8 @@
 #include "hooks/rotation.h"
 
-#include "dispatch/exception_barrier.h"
 #include "placement/installation.h"
 #include "settings/settings_store.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 

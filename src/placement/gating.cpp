@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "dispatch/main_queue_hop.h"
 #include "gifview/notification_names.h"
 #include "placement/host_wallpaper.h"
 #include "placement/installation.h"
@@ -10,6 +9,7 @@
 #include "placement/tweak_queue.h"
 #include "platform/messaging_center.h"
 #include "settings/settings_store.h"
+#include "threads/main_queue_hop.h"
 
 namespace lumora {
 namespace {

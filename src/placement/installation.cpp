@@ -4,7 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include "dispatch/main_queue_hop.h"
 #include "placement/host_wallpaper.h"
 #include "placement/location_table.h"
 #include "placement/scaling.h"
@@ -14,6 +13,7 @@
 #include "platform/image.h"
 #include "platform/string_value.h"
 #include "settings/settings_store.h"
+#include "threads/main_queue_hop.h"
 
 namespace lumora {
 namespace {

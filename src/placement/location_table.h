@@ -5,10 +5,10 @@
 #include <memory>
 #include <string>
 
-#include "dispatch/guarded.h"
 #include "gifview/gif_view.h"
 #include "placement/wallpaper_listener.h"
 #include "settings/screen_location.h"
+#include "threads/guarded.h"
 
 namespace lumora {
 

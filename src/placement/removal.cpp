@@ -1,10 +1,10 @@
 #include "placement/removal.h"
 
-#include "dispatch/main_queue_hop.h"
 #include "placement/location_table.h"
 #include "placement/tweak_queue.h"
 #include "platform/file_manager.h"
 #include "settings/settings_store.h"
+#include "threads/main_queue_hop.h"
 
 namespace lumora {
 namespace {

@@ -1,7 +1,7 @@
 #include "placement/scaling.h"
 
-#include "dispatch/queues.h"
 #include "settings/settings_store.h"
+#include "threads/queues.h"
 
 namespace lumora {
 namespace {

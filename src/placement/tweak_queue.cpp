@@ -3,8 +3,8 @@
 #include <memory>
 #include <utility>
 
-#include "dispatch/guarded.h"
-#include "dispatch/queues.h"
+#include "threads/guarded.h"
+#include "threads/queues.h"
 
 namespace lumora {
 namespace {

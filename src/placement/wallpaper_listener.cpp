@@ -1,8 +1,8 @@
 #include "placement/wallpaper_listener.h"
 
-#include "dispatch/exception_barrier.h"
 #include "placement/gating.h"
 #include "placement/location_table.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 namespace {

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "dispatch/main_queue_hop.h"
-#include "dispatch/main_thread.h"
 #include "platform/autorelease_pool.h"
 #include "platform/display_link.h"
 #include "platform/image_filter.h"
@@ -16,6 +14,8 @@
 #include "platform/operation_queue.h"
 #include "tests/device/pump.h"
 #include "tests/device/stand_ins/stand_ins.h"
+#include "threads/main_queue_hop.h"
+#include "threads/main_thread.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "dispatch/main_queue_hop.h"
+#include "threads/main_queue_hop.h"
 
 #include <memory>
 #include <utility>
 
-#include "dispatch/exception_barrier.h"
-#include "dispatch/queues.h"
 #include "platform/semaphore.h"
+#include "threads/exception_barrier.h"
+#include "threads/queues.h"
 
 namespace lumora {
 

@@ -1,4 +1,4 @@
-#include "placement/wallpaper_view_dealloc.h"
+#include "hooks/wallpaper_view_dealloc.h"
 
 #include "placement/wallpaper_listener.h"
 

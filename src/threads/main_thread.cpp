@@ -1,4 +1,4 @@
-#include "dispatch/main_thread.h"
+#include "threads/main_thread.h"
 
 #include "platform/operation_queue.h"
 

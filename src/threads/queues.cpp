@@ -1,8 +1,8 @@
-#include "dispatch/queues.h"
+#include "threads/queues.h"
 
 #include <utility>
 
-#include "dispatch/exception_barrier.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 

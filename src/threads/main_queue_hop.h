@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "dispatch/deadline.h"
+#include "threads/deadline.h"
 
 namespace lumora {
 

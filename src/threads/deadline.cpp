@@ -1,4 +1,4 @@
-#include "dispatch/deadline.h"
+#include "threads/deadline.h"
 
 namespace lumora {
 

@@ -1,4 +1,4 @@
-#include "dispatch/exception_barrier.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 
