@@ -10,7 +10,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "fuzz/home_screen.h"
-#include "host/control_names.h"
+#include "host/control/control_names.h"
 #include "platform/linux/bus/darwin_bus_names.h"
 
 namespace {

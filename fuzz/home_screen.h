@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/spring_board.h"
+#include "host/home_screen/spring_board.h"
 
 namespace fuzz {
 

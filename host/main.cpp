@@ -15,11 +15,11 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "host/control_service.h"
-#include "host/desktop_display.h"
-#include "host/host_options.h"
-#include "host/spring_board.h"
-#include "host/window_display.h"
+#include "host/control/control_service.h"
+#include "host/displays/desktop_display.h"
+#include "host/displays/window_display.h"
+#include "host/home_screen/spring_board.h"
+#include "host/options/host_options.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/freed_memory.h"

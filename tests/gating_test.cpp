@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "hooks/wallpaper_view_dealloc.h"
-#include "host/wallpaper_controller.h"
+#include "host/home_screen/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "platform/linux/views/view_observers.h"
 #include "tests/stage.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "host/status_report.h"
+#include "host/control/status_report.h"
 #include "tests/stage.h"
 
 namespace {

@@ -13,8 +13,8 @@
 
 #include "gifview/notification_names.h"
 #include "hooks/hook_table.h"
-#include "host/screenshot.h"
-#include "host/settling.h"
+#include "host/control/screenshot.h"
+#include "host/control/settling.h"
 #include "placement/host_wallpaper.h"
 #include "platform/file_manager.h"
 #include "platform/linux/bus/bus.h"

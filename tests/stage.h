@@ -13,7 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "gifview/gif_view.h"
-#include "host/spring_board.h"
+#include "host/home_screen/spring_board.h"
 #include "placement/location_table.h"
 #include "platform/linux/images/picture.h"
 #include "platform/notify_center.h"

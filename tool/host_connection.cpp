@@ -5,7 +5,7 @@
 
 #include <poll.h>
 
-#include "host/control_names.h"
+#include "host/control/control_names.h"
 #include "platform/linux/bus/darwin_bus_names.h"
 #include "tool/bus_address.h"
 #include "tool/failure.h"

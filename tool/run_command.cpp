@@ -16,7 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "host/host_options.h"
+#include "host/options/host_options.h"
 #include "tool/bus_daemon.h"
 #include "tool/child_process.h"
 #include "tool/failure.h"

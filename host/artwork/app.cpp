@@ -1,8 +1,8 @@
-#include "artwork/app.h"
+#include "host/artwork/app.h"
 
 #include <algorithm>
 
-#include "artwork/painting.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cairo.h>
 
-#include "artwork/geometry.h"
+#include "host/artwork/geometry.h"
 
 namespace artwork {
 

@@ -1,4 +1,4 @@
-#include "artwork/apps.h"
+#include "host/artwork/apps.h"
 
 namespace artwork {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <span>
 
-#include "artwork/glyphs.h"
-#include "artwork/painting.h"
+#include "host/artwork/glyphs.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 

@@ -1,8 +1,8 @@
-#include "artwork/dock.h"
+#include "host/artwork/dock.h"
 
 #include <algorithm>
 
-#include "artwork/icon.h"
+#include "host/artwork/icon.h"
 
 namespace artwork {
 namespace {

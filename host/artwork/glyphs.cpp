@@ -1,4 +1,4 @@
-#include "artwork/glyphs.h"
+#include "host/artwork/glyphs.h"
 
 #include <cstddef>
 #include <initializer_list>

@@ -4,8 +4,8 @@
 
 #include <cairo.h>
 
-#include "artwork/geometry.h"
-#include "artwork/painting.h"
+#include "host/artwork/geometry.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 

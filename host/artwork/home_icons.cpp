@@ -1,8 +1,8 @@
-#include "artwork/home_icons.h"
+#include "host/artwork/home_icons.h"
 
 #include <algorithm>
 
-#include "artwork/icon.h"
+#include "host/artwork/icon.h"
 
 namespace artwork {
 namespace {

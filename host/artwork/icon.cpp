@@ -1,4 +1,4 @@
-#include "artwork/icon.h"
+#include "host/artwork/icon.h"
 
 namespace artwork {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <cairo.h>
 
-#include "artwork/apps.h"
-#include "artwork/painting.h"
+#include "host/artwork/apps.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 

@@ -1,10 +1,10 @@
-#include "artwork/lock_screen.h"
+#include "host/artwork/lock_screen.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "artwork/glyphs.h"
-#include "artwork/painting.h"
+#include "host/artwork/glyphs.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 namespace {

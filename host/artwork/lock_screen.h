@@ -6,7 +6,7 @@
 
 #include <cairo.h>
 
-#include "artwork/geometry.h"
+#include "host/artwork/geometry.h"
 
 namespace artwork {
 

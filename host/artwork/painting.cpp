@@ -1,4 +1,4 @@
-#include "artwork/painting.h"
+#include "host/artwork/painting.h"
 
 #include <algorithm>
 #include <cmath>

@@ -8,7 +8,7 @@
 
 #include <cairo.h>
 
-#include "artwork/geometry.h"
+#include "host/artwork/geometry.h"
 
 namespace artwork {
 

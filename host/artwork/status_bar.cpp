@@ -1,9 +1,9 @@
-#include "artwork/status_bar.h"
+#include "host/artwork/status_bar.h"
 
 #include <algorithm>
 #include <numbers>
 
-#include "artwork/painting.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 namespace {

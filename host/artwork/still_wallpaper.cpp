@@ -1,4 +1,4 @@
-#include "artwork/still_wallpaper.h"
+#include "host/artwork/still_wallpaper.h"
 
 #include <array>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <memory>
 #include <numbers>
 
-#include "artwork/painting.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/session_watch.h"
+#include "host/displays/session_watch.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,8 +1,8 @@
-#include "host/screen.h"
+#include "host/home_screen/screen.h"
 
 #include <initializer_list>
 
-#include "host/wallpaper_controller.h"
+#include "host/home_screen/wallpaper_controller.h"
 
 namespace host {
 namespace {

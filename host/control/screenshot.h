@@ -3,7 +3,7 @@
 
 #include <cairo.h>
 
-#include "host/screen.h"
+#include "host/home_screen/screen.h"
 
 namespace host {
 

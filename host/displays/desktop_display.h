@@ -2,9 +2,9 @@
 // thread.
 #pragma once
 
-#include "host/desktop_cover.h"
-#include "host/session_watch.h"
-#include "host/window_display.h"
+#include "host/displays/desktop_cover.h"
+#include "host/displays/session_watch.h"
+#include "host/displays/window_display.h"
 
 namespace host {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "host/cached_view.h"
+#include "host/home_screen/cached_view.h"
 #include "platform/linux/views/class_table.h"
 
 namespace host {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "host/cached_view.h"
-#include "host/wall_clock.h"
+#include "host/home_screen/cached_view.h"
+#include "host/home_screen/wall_clock.h"
 
 namespace host {
 

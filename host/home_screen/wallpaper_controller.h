@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "artwork/still_wallpaper.h"
-#include "host/cached_view.h"
+#include "host/artwork/still_wallpaper.h"
+#include "host/home_screen/cached_view.h"
 #include "platform/linux/views/class_table.h"
 
 namespace host {

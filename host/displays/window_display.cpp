@@ -1,4 +1,4 @@
-#include "host/window_display.h"
+#include "host/displays/window_display.h"
 
 #include <cmath>
 #include <cstdio>
@@ -12,8 +12,8 @@
 #include <X11/Xlib.h>
 #include <fcntl.h>
 
-#include "host/screenshot.h"
-#include "host/x11_errors.h"
+#include "host/control/screenshot.h"
+#include "host/displays/x11_errors.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/linux/views/display_damage.h"

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "artwork/geometry.h"
+#include "host/artwork/geometry.h"
 #include "platform/linux/views/drawn_view.h"
 
 namespace host {

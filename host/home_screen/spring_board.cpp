@@ -1,6 +1,6 @@
-#include "host/spring_board.h"
+#include "host/home_screen/spring_board.h"
 
-#include "host/wallpaper_controller.h"
+#include "host/home_screen/wallpaper_controller.h"
 #include "platform/linux/device_events.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"

@@ -1,4 +1,4 @@
-#include "host/cached_view.h"
+#include "host/home_screen/cached_view.h"
 
 #include <cmath>
 

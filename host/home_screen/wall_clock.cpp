@@ -1,4 +1,4 @@
-#include "host/wall_clock.h"
+#include "host/home_screen/wall_clock.h"
 
 #include <ctime>
 

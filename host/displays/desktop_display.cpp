@@ -1,4 +1,4 @@
-#include "host/desktop_display.h"
+#include "host/displays/desktop_display.h"
 
 namespace host {
 

@@ -1,6 +1,6 @@
-#include "host/dock_view.h"
+#include "host/home_screen/dock_view.h"
 
-#include "artwork/dock.h"
+#include "host/artwork/dock.h"
 
 namespace host {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/status_report.h"
+#include "host/control/status_report.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "host/x11_errors.h"
+#include "host/displays/x11_errors.h"
 
 #include <X11/Xlib.h>
 

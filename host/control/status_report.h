@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/spring_board.h"
+#include "host/home_screen/spring_board.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "host/host_options.h"
+#include "host/options/host_options.h"
 
 #include <optional>
 #include <sstream>

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "host/host_options.h"
-#include "host/screen.h"
+#include "host/home_screen/screen.h"
+#include "host/options/host_options.h"
 #include "platform/linux/views/class_table.h"
 
 namespace host {

@@ -8,7 +8,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
-#include "host/spring_board.h"
+#include "host/home_screen/spring_board.h"
 
 namespace host {
 

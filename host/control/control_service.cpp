@@ -1,13 +1,13 @@
-#include "host/control_service.h"
+#include "host/control/control_service.h"
 
 #include <algorithm>
 #include <new>
 #include <utility>
 
-#include "host/control_names.h"
-#include "host/screenshot.h"
-#include "host/settling.h"
-#include "host/status_report.h"
+#include "host/control/control_names.h"
+#include "host/control/screenshot.h"
+#include "host/control/settling.h"
+#include "host/control/status_report.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"

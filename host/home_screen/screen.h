@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "host/dock_view.h"
-#include "host/home_screen.h"
+#include "host/home_screen/chrome_views.h"
+#include "host/home_screen/dock_view.h"
 #include "platform/device.h"
 #include "platform/view.h"
 

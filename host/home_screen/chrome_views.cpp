@@ -1,10 +1,10 @@
-#include "host/home_screen.h"
+#include "host/home_screen/chrome_views.h"
 
-#include "artwork/app.h"
-#include "artwork/home_icons.h"
-#include "artwork/lock_screen.h"
-#include "artwork/painting.h"
-#include "artwork/status_bar.h"
+#include "host/artwork/app.h"
+#include "host/artwork/home_icons.h"
+#include "host/artwork/lock_screen.h"
+#include "host/artwork/painting.h"
+#include "host/artwork/status_bar.h"
 
 namespace host {
 namespace {

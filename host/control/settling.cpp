@@ -1,4 +1,4 @@
-#include "host/settling.h"
+#include "host/control/settling.h"
 
 #include <functional>
 #include <memory>

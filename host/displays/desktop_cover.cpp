@@ -1,4 +1,4 @@
-#include "host/desktop_cover.h"
+#include "host/displays/desktop_cover.h"
 
 #include <stdexcept>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "host/wallpaper_controller.h"
+#include "host/home_screen/wallpaper_controller.h"
 
 #include <array>
 

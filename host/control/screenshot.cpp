@@ -1,4 +1,4 @@
-#include "host/screenshot.h"
+#include "host/control/screenshot.h"
 
 #include <cmath>
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "host/spring_board.h"
+#include "host/home_screen/spring_board.h"
 
 namespace host {
 
