@@ -13,7 +13,7 @@
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/notify_center.h"
 #include "settings/control_names.h"
-#include "tool/bus_daemon.h"
+#include "tool/device/bus_daemon.h"
 
 namespace fuzz {
 namespace {

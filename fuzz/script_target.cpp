@@ -5,10 +5,10 @@
 
 #include "fuzz/device.h"
 #include "tool/command_line.h"
-#include "tool/expectation.h"
-#include "tool/failure.h"
-#include "tool/script_line.h"
-#include "tool/status_command.h"
+#include "tool/commands/expectation.h"
+#include "tool/commands/script_line.h"
+#include "tool/commands/status_command.h"
+#include "tool/support/failure.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::clearDevice();

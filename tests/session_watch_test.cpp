@@ -8,7 +8,7 @@
 
 #include "platform/linux/main_loop/run_loop.h"
 #include "tests/stage.h"
-#include "tool/bus_daemon.h"
+#include "tool/device/bus_daemon.h"
 
 namespace {
 

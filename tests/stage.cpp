@@ -28,7 +28,7 @@
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
-#include "tool/stored_settings.h"
+#include "tool/device/stored_settings.h"
 
 namespace testing_stage {
 namespace {

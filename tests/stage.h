@@ -18,7 +18,7 @@
 #include "platform/linux/images/picture.h"
 #include "platform/notify_center.h"
 #include "tests/gif_maker.h"
-#include "tool/bus_daemon.h"
+#include "tool/device/bus_daemon.h"
 
 namespace testing_stage {
 

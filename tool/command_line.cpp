@@ -8,16 +8,16 @@
 
 #include <CLI/CLI.hpp>
 
-#include "tool/appearance_commands.h"
-#include "tool/command.h"
-#include "tool/failure.h"
-#include "tool/frames_command.h"
-#include "tool/play_command.h"
-#include "tool/run_command.h"
-#include "tool/screen_commands.h"
-#include "tool/set_command.h"
-#include "tool/settings_commands.h"
-#include "tool/status_command.h"
+#include "tool/commands/appearance_commands.h"
+#include "tool/commands/command.h"
+#include "tool/commands/frames_command.h"
+#include "tool/commands/play_command.h"
+#include "tool/commands/run_command.h"
+#include "tool/commands/screen_commands.h"
+#include "tool/commands/set_command.h"
+#include "tool/commands/settings_commands.h"
+#include "tool/commands/status_command.h"
+#include "tool/support/failure.h"
 
 namespace tool {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "platform/linux/freed_memory.h"
 #include "tool/command_line.h"
-#include "tool/failure.h"
-#include "tool/terminal.h"
+#include "tool/support/failure.h"
+#include "tool/support/terminal.h"
 
 namespace {
 

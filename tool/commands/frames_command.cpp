@@ -1,0 +1,152 @@
+#include "tool/commands/frames_command.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+#include "gifview/frame_cache.h"
+#include "platform/linux/files/device_root.h"
+#include "platform/linux/images/picture.h"
+#include "tool/support/failure.h"
+#include "tool/support/gif_file.h"
+
+namespace tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Frames for a person: sharp, and nobody else is told.
+class QuietClient : public lumora::FrameExtractionClient {
+ public:
+  void setFrameCount(std::int32_t count) override { frameCount_ = count; }
+  std::int32_t frameCount() const override { return frameCount_; }
+  void frameFound() override { ++framesFound_; }
+  float blur() override { return 0; }
+  std::int32_t framesFound() const { return framesFound_; }
+
+ private:
+  std::int32_t frameCount_ = 0;
+  std::int32_t framesFound_ = 0;
+};
+
+fs::path emptyFolder(const std::string& name) {
+  std::error_code error;
+  fs::create_directories(name, error);
+  fs::path folder = error ? fs::path() : fs::canonical(name, error);
+  if (!error && !fs::is_directory(folder, error))
+    error = std::make_error_code(std::errc::not_a_directory);
+  if (error) throw Failure("cannot use " + name + ": " + error.message());
+  if (!fs::is_empty(folder, error)) throw Failure(name + " is not empty; name a new folder");
+  return folder;
+}
+
+// A folder in another one, gone with the object and with everything in it.
+class ScratchFolder {
+ public:
+  explicit ScratchFolder(const fs::path& parent) {
+    std::string name = (parent / ".frames-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw Failure("cannot write to " + parent.string() + ": " + std::strerror(errno));
+    }
+    path_ = name;
+  }
+  ~ScratchFolder() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+// A cache is made in a folder that is replaced whole; the one that was named stays.
+int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& folder) {
+  // Every path of the machine is a path of the device here.
+  platform::setDeviceRoot("/");
+  lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
+  layout.fullGIFPath = fs::canonical(gif.path).string();
+  QuietClient client;
+  lumora::rebuildFrameCache(layout, gif.data, client);
+  checkMemory(gif.path);
+  std::int32_t written = 0;
+  // A damaged image leaves its number out.
+  for (std::int32_t index = 0; index < client.frameCount(); ++index) {
+    if (fs::exists(layout.framePath(index))) ++written;
+  }
+  if (!lumora::loadFrameDurations(layout) || written < client.framesFound())
+    throw Failure("cannot write all frames to " + folder.string() + ": is there space?");
+  for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
+    fs::rename(entry.path(), folder / entry.path().filename());
+  }
+  return written;
+}
+
+void writeFrames(const std::string& gifPath, const std::string& folderName) {
+  const ChosenGif gif = readGif(gifPath, Wanted::AnyFrame);
+  const fs::path folder = emptyFolder(folderName);
+  const ScratchFolder scratch(folder);
+  const int frames = makeFrames(gif, scratch.path(), folder);
+  warnOfDamage(gif);
+  std::printf("%d frames in %s\n", frames, folderName.c_str());
+}
+
+int delayInCentiseconds(const platform::CGImageSource& source, int index) {
+  constexpr double centisecondsPerSecond = 100;
+  const auto properties = source.copyPropertiesAtIndex(index);
+  const bool hasDelay = properties && properties->gif && properties->gif->unclampedDelayTime;
+  if (!hasDelay) return 0;
+  return static_cast<int>(
+      std::lround(*properties->gif->unclampedDelayTime * centisecondsPerSecond));
+}
+
+void printRawFrames(const std::string& gifPath) {
+  const ChosenGif gif = readGif(gifPath, Wanted::AnyFrame);
+  const auto source = platform::CGImageSource::createWithData(gif.data);
+  for (int index = 0; index < source->count(); ++index) {
+    const auto image = source->createImageAtIndex(index);
+    if (!image) continue;
+    const platform::Bytes pixels = pixelsOf(*image);
+    std::printf("F %d %d %d\n", image->width(), image->height(),
+                delayInCentiseconds(*source, index));
+    std::fwrite(pixels.data(), 1, pixels.size(), stdout);
+  }
+  checkMemory(gifPath);
+  warnOfDamage(gif);
+}
+
+}  // namespace
+
+void addFramesCommand(CLI::App& lumora, Context& context) {
+  struct Words {
+    std::string gif;
+    std::string folder;
+    bool isRaw = false;
+  };
+  auto words = std::make_shared<Words>();
+  auto* command = addCommand(lumora, context, "frames",
+                             "write the frames of a GIF, as a view makes them", [words] {
+                               if (words->isRaw) {
+                                 printRawFrames(words->gif);
+                               } else {
+                                 writeFrames(words->gif, words->folder);
+                               }
+                             });
+  command->add_option("GIF", words->gif)->required();
+  auto* folder = command->add_option("DIR", words->folder, "a new or empty folder");
+  auto* raw = command->add_flag("--raw", words->isRaw,
+                                "print them instead: a line `F WIDTH HEIGHT DELAY`, then RGBA");
+  raw->excludes(folder);
+  command->parse_complete_callback([words] {
+    if (!words->isRaw && words->folder.empty()) throw CLI::RequiredError("DIR or --raw");
+  });
+}
+
+}  // namespace tool

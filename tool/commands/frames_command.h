@@ -1,0 +1,10 @@
+// The frames of a GIF without a home screen.
+#pragma once
+
+#include "tool/commands/command.h"
+
+namespace tool {
+
+void addFramesCommand(CLI::App& lumora, Context& context);
+
+}  // namespace tool

@@ -1,0 +1,255 @@
+#include "tool/commands/run_command.h"
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/inotify.h>
+#include <sys/signalfd.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "host/options/host_options.h"
+#include "tool/device/bus_daemon.h"
+#include "tool/device/file_lock.h"
+#include "tool/device/frame_caches.h"
+#include "tool/device/host_connection.h"
+#include "tool/device/wallpaper_import.h"
+#include "tool/support/child_process.h"
+#include "tool/support/failure.h"
+#include "tool/support/terminal.h"
+
+namespace tool {
+namespace {
+
+using std::chrono::steady_clock;
+
+struct RunWords {
+  std::string gif;
+  std::optional<double> seconds;
+  host::HostOptions options;
+};
+
+constexpr auto busLogName = "bus.log";
+
+// It is there in a tenth of a second, unless the machine is very busy.
+constexpr Seconds longestLaunch{30};
+constexpr Seconds longestImport{3600};
+
+std::string besideThisProgram(const char* name) {
+  return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
+}
+
+platform::FileDescriptor blockedSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaddset(&signals, signal);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+// Readable when the device's folder, or one that it is in, may have been moved or deleted.
+platform::FileDescriptor movesOf(const DeviceFolder& device) {
+  platform::FileDescriptor moves(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  const auto lock = device.path() / platform::hostFolderName / FileLock::host;
+  for (auto path = lock; path != path.root_path(); path = path.parent_path()) {
+    inotify_add_watch(moves.get(), path.c_str(), IN_MOVE_SELF | IN_DELETE_SELF | IN_ATTRIB);
+  }
+  return moves;
+}
+
+bool isSameFile(int descriptor, const std::filesystem::path& path) {
+  struct stat open {};
+  struct stat named {};
+  return fstat(descriptor, &open) == 0 && stat(path.c_str(), &named) == 0 &&
+         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
+// The home screen with its bus, from start to end.
+class HostRun {
+ public:
+  HostRun(const DeviceFolder& device, const RunWords& words, const std::optional<ChosenGif>& gif)
+      : device_(device),
+        words_(words),
+        gif_(gif),
+        signals_(blockedSignals()),
+        lock_(device, FileLock::host, true),
+        moves_(movesOf(device)) {
+    takeLock();
+    removeUnfinishedCaches();
+    const platform::FileDescriptor busLog(
+        openat(device.hostFolder(), busLogName,
+               O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+    bus_ = std::make_unique<BusDaemon>(busLog.get());
+    device.setBusAddress(bus_->address());
+    start();
+  }
+
+  ~HostRun() {
+    if (import_ > 0) endProgram(import_);
+    if (process_ > 0) endProgram(process_);
+    device_.forgetBusAddress();
+  }
+  HostRun(const HostRun&) = delete;
+  HostRun& operator=(const HostRun&) = delete;
+
+  int run() {
+    while (!hasEnded()) {
+      if (!isLaunched_) tryToGreet();
+      if (isTimeUp() || waitForSignal()) break;
+    }
+    return process_ > 0 ? 0 : exitCode();
+  }
+
+ private:
+  // A home screen that is just ending is waited for.
+  void takeLock() {
+    constexpr Seconds patience{2};
+    if (!HostConnection::find(device_) && lock_.take(patience)) return;
+    throw Failure("a home screen is running for " + device_.path().string() +
+                  " already; end it with: lumora stop");
+  }
+
+  void start() {
+    std::vector<std::string> arguments{besideThisProgram("springboard"),
+                                       "--root",
+                                       device_.path(),
+                                       "--bus",
+                                       bus_->address(),
+                                       "--library",
+                                       besideThisProgram("Lumora8.so")};
+    for (const std::string& argument : host::hostArguments(words_.options)) {
+      arguments.push_back(argument);
+    }
+    process_ = startProgram(arguments);
+  }
+
+  bool hasEnded() {
+    if (waitpid(process_, &status_, WNOHANG) != process_) return false;
+    process_ = -1;
+    return true;
+  }
+
+  int exitCode() const {
+    if (WIFSIGNALED(status_)) {
+      throw Failure("the home screen was ended by signal " + std::to_string(WTERMSIG(status_)));
+    }
+    if (WEXITSTATUS(status_) == exitCodeOfMissingProgram) {
+      throw Failure("cannot start springboard: it must be in the same folder as lumora");
+    }
+    // It has said why itself.
+    return WEXITSTATUS(status_) == 0 ? ExitCode::Done : ExitCode::Failed;
+  }
+
+  void tryToGreet() {
+    auto host = HostConnection::find(device_);
+    if (!host && launchLimit_.isOver()) {
+      throw Failure(
+          "the home screen does not answer; is there memory, and may this user open files? " +
+          (device_.path() / platform::hostFolderName / busLogName).string() + " may say more");
+    }
+    if (!host) return;
+    isLaunched_ = true;
+    if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
+    std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
+                words_.options.display.c_str(), device_.path().c_str());
+    if (words_.options.display == "window") std::printf("in the window, ? lists the keys\n");
+    std::fflush(stdout);
+    if (gif_) import_ = startProcess([this] { return import(); });
+  }
+
+  // In a process of its own, since it takes as long as the GIF is large.
+  int import() const {
+    try {
+      const TimeLimit limit(longestImport);
+      importWallpaper(device_, lumora::ScreenLocation::Shared, *gif_, limit, [] {});
+      return ExitCode::Done;
+    } catch (const std::exception& error) {
+      std::fprintf(stderr, "lumora: %s\n", printable(error.what(), STDERR_FILENO).c_str());
+      return ExitCode::Failed;
+    }
+  }
+
+  // No command could reach the home screen any more.
+  void checkFolder() {
+    char changes[4096];
+    while (read(moves_.get(), changes, sizeof changes) > 0) {
+    }
+    const bool isMoved =
+        !isSameFile(device_.hostFolder(), device_.path() / platform::hostFolderName);
+    if (!isMoved && !lock_.isGone()) return;
+    throw Failure("the device's folder " + device_.path().string() +
+                  " has been moved or deleted; the home screen ends with it");
+  }
+
+  bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
+
+  // Sleeps until a signal, or until there is something to look at; whether it is a signal to end.
+  bool waitForSignal() {
+    constexpr int launchPause = 20;
+    constexpr int longestPause = 3600 * 1000;
+    int pause = isLaunched_ ? longestPause : launchPause;
+    if (end_) {
+      const auto rest =
+          std::chrono::ceil<std::chrono::milliseconds>(*end_ - steady_clock::now()).count();
+      pause = static_cast<int>(std::clamp<std::int64_t>(rest, 0, pause));
+    }
+    pollfd waiting[] = {{signals_.get(), POLLIN, 0}, {moves_.get(), POLLIN, 0}};
+    poll(waiting, std::size(waiting), pause);
+    checkFolder();
+    signalfd_siginfo info{};
+    bool isToEnd = false;
+    while (read(signals_.get(), &info, sizeof info) > 0) {
+      isToEnd = isToEnd || info.ssi_signo != SIGCHLD;
+    }
+    return isToEnd;
+  }
+
+  const DeviceFolder& device_;
+  const RunWords& words_;
+  const std::optional<ChosenGif>& gif_;
+  const platform::FileDescriptor signals_;
+  FileLock lock_;
+  const platform::FileDescriptor moves_;
+  std::unique_ptr<BusDaemon> bus_;
+  pid_t process_ = -1;
+  pid_t import_ = -1;
+  int status_ = 0;
+  bool isLaunched_ = false;
+  const TimeLimit launchLimit_{longestLaunch};
+  std::optional<steady_clock::time_point> end_;
+};
+
+int runHost(const DeviceFolder& device, const RunWords& words,
+            const std::optional<ChosenGif>& gif) {
+  return HostRun(device, words, gif).run();
+}
+
+}  // namespace
+
+void addRunCommand(CLI::App& lumora, Context& context) {
+  auto words = std::make_shared<RunWords>();
+  CLI::App* command = lumora.add_subcommand("run", "start the home screen and stay with it");
+  command->add_option("GIF", words->gif, "the wallpaper for both screens");
+  host::addHostOptions(*command, words->options);
+  constexpr long longestRun = 100'000'000;
+  command->add_option("--for", words->seconds, "end by itself after this time")
+      ->check(numberUpTo(longestRun))
+      ->type_name("SECONDS");
+  command->callback([&context, words] {
+    context.action = [&context, words] {
+      std::optional<ChosenGif> gif;
+      if (!words->gif.empty()) gif = readGif(words->gif);
+      return runHost(context.device(), *words, gif);
+    };
+  });
+}
+
+}  // namespace tool

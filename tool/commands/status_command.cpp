@@ -1,0 +1,181 @@
+#include "tool/commands/status_command.h"
+
+#include <cstdio>
+#include <memory>
+
+#include <nlohmann/json.hpp>
+
+#include "settings/settings_store.h"
+#include "tool/support/failure.h"
+
+namespace tool {
+namespace {
+
+using lumora::ScreenLocation;
+using nlohmann::ordered_json;
+
+constexpr const char* scalingNames[] = {"FULLSCREEN", "FIT", "FILL"};
+
+bool isSet(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::Shared:
+      return lumora::getSharedWallpaperSet();
+    case ScreenLocation::LockScreen:
+      return lumora::getLockscreenWallpaperSet();
+    default:
+      return lumora::getHomescreenWallpaperSet();
+  }
+}
+
+// The description of the view with this identifier; null if it is on no wallpaper.
+ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
+  for (const auto& view : report.value("views", ordered_json::array())) {
+    if (view.value("identifier", "") == identifier) return view;
+  }
+  return nullptr;
+}
+
+std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) {
+  const std::string screen = report.value("screen", "");
+  if (!lumora::getEnabled()) return "disabled";
+  if (screen == "app") return "app open";
+  if (screen == "off") return "display off";
+  if (report.value("covered", false)) return "covered";
+  if (!view.value("visible", false)) return "hidden";
+  return "not started";
+}
+
+bool isUsedInMode(ScreenLocation location) {
+  const std::int32_t mode = lumora::getModeIndex();
+  return location == ScreenLocation::Shared ? mode == 1 : mode == 0;
+}
+
+std::string whyNotAttached(ScreenLocation location, bool isSet) {
+  if (!isSet) return "nothing set";
+  if (!lumora::getEnabled()) return "disabled";
+  return isUsedInMode(location) ? "not attached" : "not used in this mode";
+}
+
+std::string why(const ordered_json& view, const ordered_json& report, bool isSet) {
+  if (!isSet) return "nothing set";
+  if (view.value("frames_in_cache", 0) == 0) return "no frames";
+  if (!view.value("playing", false)) return whyNotPlaying(view, report);
+  return view.value("visible", false) ? "shown" : "started";
+}
+
+// The clock of a view without frames goes on counting all the same.
+ordered_json shownFrame(const ordered_json& view) {
+  const int frame = view.value("frames_in_cache", 0) > 0 ? view.value("frame_shown", -1) : -1;
+  return frame < 0 ? ordered_json() : ordered_json(frame);
+}
+
+ordered_json scalingName(const ordered_json& view) {
+  const auto mode = view.value("content_mode", std::size_t{0});
+  return mode < std::size(scalingNames) ? ordered_json(scalingNames[mode]) : ordered_json();
+}
+
+ordered_json locationStatus(const ordered_json& report, ScreenLocation location) {
+  const ordered_json view = viewOf(report, lumora::identifierOf(location));
+  ordered_json status = {{"set", isSet(location)}, {"attached", !view.is_null()}};
+  if (view.is_null()) {
+    status["playing"] = false;
+    status["why"] = whyNotAttached(location, status.value("set", false));
+    for (const char* key : {"frame", "frame_shown", "frames_in_cache", "frames_shown", "speed",
+                            "alpha", "blur", "scaling"}) {
+      status[key] = nullptr;
+    }
+    return status;
+  }
+  status["frame"] = view.value("frame", ordered_json());
+  status["playing"] = view.value("playing", false);
+  status["why"] = why(view, report, status.value("set", false));
+  status["frame_shown"] = shownFrame(view);
+  for (const char* key : {"frames_in_cache", "frames_shown", "speed", "alpha"}) {
+    status[key] = view.value(key, ordered_json());
+  }
+  status["blur"] = lumora::getGIFBlur(location);
+  status["scaling"] = scalingName(view);
+  return status;
+}
+
+std::string playback(const ordered_json& location) {
+  const std::string frame = location["frame_shown"].is_null()
+                                ? "no frame yet"
+                                : "frame " + location["frame_shown"].dump();
+  return std::string(location.value("playing", false) ? "playing" : "paused") + " (" +
+         location.value("why", "") + "), " + frame + " of " + location["frames_in_cache"].dump() +
+         ", " + location["frames_shown"].dump() + " shown so far";
+}
+
+std::string appearance(const ordered_json& location) {
+  return "at " + location["frame"].dump() + ", speed " + location["speed"].dump() + ", opacity " +
+         location["alpha"].dump() + ", blur " + location["blur"].dump() + ", " +
+         location.value("scaling", "");
+}
+
+void printLocation(const std::string& name, const ordered_json& location) {
+  const bool isSet = location.value("set", false);
+  std::string what = isSet ? "set" : "not set";
+  if (isSet && location.value("attached", false)) {
+    what += ", " + playback(location) + ", " + appearance(location);
+  } else if (isSet) {
+    what += ", " + location.value("why", "");
+  }
+  std::printf("%-11s %s\n", name.c_str(), what.c_str());
+}
+
+void printStatus(const ordered_json& status) {
+  if (status.value("running", false)) {
+    std::printf("screen      %s, %s, %s\n", status.value("screen", "").c_str(),
+                status.value("orientation", "").c_str(), status.value("idiom", "").c_str());
+  }
+  std::printf("mode        %s%s\n",
+              status.value("mode", 1) == 1   ? "shared"
+              : status.value("mode", 1) == 0 ? "separate"
+                                             : "none",
+              status.value("enabled", true) ? "" : ", disabled");
+  for (const auto& [name, location] : status["locations"].items()) printLocation(name, location);
+}
+
+}  // namespace
+
+ordered_json currentStatus(HostConnection* host) {
+  const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
+  ordered_json status = {{"running", !report.empty()}};
+  for (const char* key : {"screen", "orientation", "idiom", "size", "scale"}) {
+    status[key] = report.value(key, ordered_json());
+  }
+  status["mode"] = lumora::getModeIndex();
+  status["enabled"] = lumora::getEnabled();
+  status["locations"] = {
+      {"shared", locationStatus(report, ScreenLocation::Shared)},
+      {"lockscreen", locationStatus(report, ScreenLocation::LockScreen)},
+      {"homescreen", locationStatus(report, ScreenLocation::HomeScreen)},
+  };
+  return status;
+}
+
+namespace {
+
+void reportStatus(const DeviceFolder& device, bool asJson) {
+  auto host = HostConnection::find(device);
+  const ordered_json status = currentStatus(host.get());
+  if (asJson) {
+    std::printf("%s\n", status.dump(2).c_str());
+  } else if (host) {
+    printStatus(status);
+  }
+  std::fflush(stdout);
+  if (!host) HostConnection::require(device);
+}
+
+}  // namespace
+
+void addStatusCommand(CLI::App& lumora, Context& context) {
+  auto asJson = std::make_shared<bool>(false);
+  auto* command = addCommand(lumora, context, "status", "what the home screen is doing",
+                             [&context, asJson] { reportStatus(context.device(), *asJson); });
+  command->add_flag("--json", *asJson, "as one JSON object");
+}
+
+}  // namespace tool

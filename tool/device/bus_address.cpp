@@ -1,0 +1,75 @@
+#include "tool/device/bus_address.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "platform/linux/files/device_root.h"
+
+namespace tool {
+namespace {
+
+// "" for an address of another kind.
+std::string socketPath(const std::string& address) {
+  const std::string start = "unix:path=";
+  if (!address.starts_with(start)) return "";
+  return address.substr(start.size(), address.find(',') - start.size());
+}
+
+bool belongsToThisUser(int socket) {
+  ucred peer{};
+  socklen_t size = sizeof peer;
+  return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+}
+
+bool becomesReady(int socket, short events, const TimeLimit& limit) {
+  pollfd waiting{socket, events, 0};
+  const auto rest = std::chrono::ceil<std::chrono::milliseconds>(limit.left());
+  return poll(&waiting, 1, static_cast<int>(rest.count())) == 1;
+}
+
+// The first line of the protocol: a NUL, and the user's number in decimal, its digits in
+// hexadecimal.
+std::string login() {
+  std::string line(1, '\0');
+  line += "AUTH EXTERNAL ";
+  for (const char digit : std::to_string(geteuid())) {
+    char pair[3];
+    std::snprintf(pair, sizeof pair, "%02x", static_cast<unsigned>(digit));
+    line += pair;
+  }
+  return line + "\r\n";
+}
+
+}  // namespace
+
+BusState stateOfBus(const std::string& address, Seconds timeout) {
+  const std::string path = socketPath(address);
+  sockaddr_un name{};
+  name.sun_family = AF_UNIX;
+  if (path.empty() || path.size() >= sizeof name.sun_path) return BusState::Absent;
+  std::copy(path.begin(), path.end(), name.sun_path);
+  const platform::FileDescriptor end(
+      socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  if (!end) return BusState::Silent;
+  const TimeLimit limit(timeout);
+  if (connect(end.get(), reinterpret_cast<const sockaddr*>(&name), sizeof name) != 0) {
+    // Too many wait there already.
+    return errno == EAGAIN ? BusState::Silent : BusState::Absent;
+  }
+  if (!belongsToThisUser(end.get())) return BusState::Absent;
+  const std::string line = login();
+  if (send(end.get(), line.data(), line.size(), MSG_NOSIGNAL) < 0) return BusState::Absent;
+  if (!becomesReady(end.get(), POLLIN, limit)) return BusState::Silent;
+  char answer[2]{};
+  const ssize_t size = recv(end.get(), answer, sizeof answer, 0);
+  return size == sizeof answer && answer[0] == 'O' && answer[1] == 'K' ? BusState::Answering
+                                                                       : BusState::Absent;
+}
+
+}  // namespace tool

@@ -1,0 +1,108 @@
+#include "tool/device/device_folder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/file_manager.h"
+#include "platform/linux/files/file_contents.h"
+#include "tool/support/failure.h"
+
+namespace tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto preferencesDirectory = "/var/mobile/Library/Preferences";
+constexpr auto addressFile = "bus";
+constexpr mode_t mineAlone = 0700;
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+fs::path chosenFolder(const std::string& given) {
+  if (!given.empty()) return given;
+  if (const std::string root = environment("LUMORA_ROOT"); !root.empty()) return root;
+  if (const std::string data = environment("XDG_DATA_HOME"); !data.empty()) {
+    return fs::path(data) / "lumora";
+  }
+  const std::string home = environment("HOME");
+  if (home.empty()) throw Failure("no folder for the device: pass --root DIR or set HOME");
+  return fs::path(home) / ".local/share/lumora";
+}
+
+platform::FileDescriptor openHostFolder(const fs::path& root) {
+  const fs::path path = root / platform::hostFolderName;
+  mkdir(path.c_str(), mineAlone);
+  platform::FileDescriptor folder(
+      open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  struct stat status {};
+  if (!folder || fstat(folder.get(), &status) != 0) return folder;
+  if (status.st_uid != geteuid()) {
+    errno = EACCES;
+    return platform::FileDescriptor();
+  }
+  if ((status.st_mode & ~S_IFMT) != mineAlone) fchmod(folder.get(), mineAlone);
+  return folder;
+}
+
+}  // namespace
+
+DeviceFolder::DeviceFolder(const std::string& given) {
+  const fs::path folder = chosenFolder(given);
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (!error) path_ = fs::canonical(folder, error);
+  if (!error && !fs::is_directory(path_, error))
+    error = std::make_error_code(std::errc::not_a_directory);
+  if (error) {
+    throw Failure("cannot use " + folder.string() + " as the device's folder: " + error.message());
+  }
+  platform::setDeviceRoot(path_);
+  hostFolder_ = openHostFolder(path_);
+  hostFolderError_ = errno;
+  // Where this fails, the first write says so.
+  platform::createDirectoryAtPath(preferencesDirectory);
+}
+
+int DeviceFolder::hostFolder() const {
+  if (hostFolder_) return hostFolder_.get();
+  const std::string name = (path_ / platform::hostFolderName).string();
+  if (hostFolderError_ == EACCES || hostFolderError_ == EPERM) {
+    throw Failure("cannot use " + name + ": the device belongs to another user");
+  }
+  throw Failure("cannot use " + name + ": " + std::strerror(hostFolderError_));
+}
+
+std::optional<std::string> DeviceFolder::busAddress() const {
+  constexpr std::size_t longestAddress = 4096;
+  // A folder that cannot be written to has no home screen.
+  if (!hostFolder_ && hostFolderError_ == EROFS) return std::nullopt;
+  const auto file = platform::openFileAt(hostFolder(), addressFile, longestAddress);
+  const auto contents = file ? platform::contentsOf(*file) : std::nullopt;
+  if (!contents || contents->empty()) return std::nullopt;
+  return std::string(contents->begin(), contents->end());
+}
+
+void DeviceFolder::setBusAddress(const std::string& address) const {
+  const auto make = [&address](int directory, const std::string& name) {
+    const auto file = platform::createFile(directory, name);
+    return file && platform::writeAll(file, {reinterpret_cast<const std::uint8_t*>(address.data()),
+                                             address.size()});
+  };
+  if (platform::replaceFileAt(hostFolder(), addressFile, make)) return;
+  throw Failure("cannot write into " + (path_ / platform::hostFolderName).string() + ": " +
+                std::strerror(errno));
+}
+
+void DeviceFolder::forgetBusAddress() const {
+  unlinkat(hostFolder(), addressFile, 0);
+}
+
+}  // namespace tool

@@ -1,0 +1,177 @@
+#include "tool/device/host_connection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <poll.h>
+
+#include "host/control/control_names.h"
+#include "platform/linux/bus/darwin_bus_names.h"
+#include "tool/device/bus_address.h"
+#include "tool/support/failure.h"
+
+namespace tool {
+namespace {
+
+namespace darwin = platform::darwin;
+namespace control = host::control;
+
+std::uint64_t microseconds(Seconds timeout) {
+  // 0 would mean the bus's own time.
+  constexpr Seconds shortest{0.001};
+  timeout = std::max(timeout, shortest);
+  return static_cast<std::uint64_t>(
+      std::chrono::duration_cast<std::chrono::microseconds>(timeout).count());
+}
+
+bool isTimeout(const sdbus::Error& error) {
+  return error.getName() == "org.freedesktop.DBus.Error.Timeout" ||
+         error.getName() == "org.freedesktop.DBus.Error.NoReply";
+}
+
+}  // namespace
+
+HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
+    : connection_(std::move(connection)),
+      proxy_(sdbus::createProxy(*connection_, control::busName, control::path)),
+      notifier_(sdbus::createObject(*connection_, darwin::path)) {}
+
+std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
+  const auto address = device.busAddress();
+  // The bus's library would wait for minutes where nobody answers, so that is found out first.
+  constexpr Seconds longestLogin{10};
+  const BusState state =
+      address ? stateOfBus(*address, std::min(timeout, longestLogin)) : BusState::Absent;
+  if (state == BusState::Absent) return nullptr;
+  const Failure silence("the message bus of " + device.path().string() +
+                        " does not answer; if this persists, restart `lumora run`");
+  if (state == BusState::Silent) throw silence;
+  try {
+    std::unique_ptr<HostConnection> host(
+        new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
+    return host->serves(control::busName, timeout) ? std::move(host) : nullptr;
+  } catch (const sdbus::Error& error) {
+    if (isTimeout(error)) throw silence;
+    return nullptr;
+  }
+}
+
+std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& device,
+                                                        Seconds timeout) {
+  if (auto host = find(device, timeout)) return host;
+  throw Failure(
+      "no home screen is running for " + device.path().string() + "; start one with: lumora run",
+      ExitCode::NoHost);
+}
+
+bool HostConnection::serves(const std::string& name, Seconds timeout) {
+  auto daemon = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+  bool owned = false;
+  daemon->callMethod("NameHasOwner")
+      .onInterface("org.freedesktop.DBus")
+      .withTimeout(microseconds(timeout))
+      .withArguments(name)
+      .storeResultsTo(owned);
+  return owned;
+}
+
+template <typename Use>
+void HostConnection::ask(Seconds timeout, const std::string& method, Use use) {
+  try {
+    auto invoker = proxy_->callMethod(method);
+    invoker.onInterface(control::interface).withTimeout(microseconds(timeout));
+    use(invoker);
+  } catch (const sdbus::Error& error) {
+    if (isTimeout(error)) {
+      throw Failure(
+          "the home screen did not answer before the timeout; if this persists, restart "
+          "`lumora run`");
+    }
+    throw Failure("the home screen refused: " + error.getMessage());
+  }
+}
+
+void HostConnection::call(const std::string& method, Seconds timeout) {
+  ask(timeout, method, [](auto&) {});
+}
+
+void HostConnection::rotate(const std::string& orientation) {
+  ask(usualTimeout, "Rotate", [&](auto& invoker) { invoker.withArguments(orientation); });
+}
+
+void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
+  const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
+  // The home screen gives up first, and says so.
+  constexpr Seconds margin{2};
+  ask(timeout + margin, "Advance", [&](auto& invoker) {
+    invoker.withArguments(std::int64_t{span.count()}, std::int64_t{limit.count()});
+  });
+}
+
+std::string HostConnection::status(Seconds timeout) {
+  std::string report;
+  ask(timeout, "Status", [&](auto& invoker) { invoker.storeResultsTo(report); });
+  return report;
+}
+
+bool HostConnection::settle(Seconds timeout) {
+  bool isAtRest = false;
+  ask(timeout, "Settle", [&](auto& invoker) { invoker.storeResultsTo(isAtRest); });
+  return isAtRest;
+}
+
+platform::FileDescriptor HostConnection::screenshot() {
+  sdbus::UnixFd png;
+  ask(usualTimeout, "Screenshot", [&](auto& invoker) { invoker.storeResultsTo(png); });
+  return platform::FileDescriptor(png.release());
+}
+
+void HostConnection::post(const std::string& name) {
+  try {
+    auto signal = notifier_->createSignal(darwin::interface, darwin::signal);
+    signal << name;
+    notifier_->emitSignal(signal);
+    // The answer comes after the bus has taken the signal.
+    serves(control::busName);
+  } catch (const sdbus::Error& error) {
+    throw Failure("cannot post " + name + ": " + error.getMessage());
+  }
+}
+
+void HostConnection::watch(std::function<void(const std::string&)> handler) {
+  watching_ = std::make_unique<sdbus::Slot>(connection_->addMatch(
+      darwin::matchRule(), [handler = std::move(handler)](sdbus::Message& message) {
+        // Anybody on the bus may send such a signal, with anything in it.
+        std::string name;
+        try {
+          message >> name;
+        } catch (const sdbus::Error&) {
+          return;
+        }
+        handler(name);
+      }));
+}
+
+bool HostConnection::pump(std::chrono::steady_clock::time_point limit, int descriptor) {
+  try {
+    if (connection_->processPendingRequest()) {
+      while (connection_->processPendingRequest()) {
+      }
+      return true;
+    }
+    pollfd descriptors[] = {{connection_->getEventLoopPollData().fd, POLLIN, 0},
+                            {descriptor, POLLIN, 0}};
+    const auto rest =
+        std::chrono::ceil<std::chrono::milliseconds>(limit - std::chrono::steady_clock::now());
+    constexpr std::int64_t longestPoll = 3'600'000;
+    poll(descriptors, std::size(descriptors),
+         static_cast<int>(std::clamp<std::int64_t>(rest.count(), 0, longestPoll)));
+    while (connection_->processPendingRequest()) {
+    }
+    return true;
+  } catch (const sdbus::Error&) {
+    return false;
+  }
+}
+
+}  // namespace tool

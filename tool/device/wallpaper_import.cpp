@@ -1,0 +1,307 @@
+#include "tool/device/wallpaper_import.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include <fcntl.h>
+#include <nlohmann/json.hpp>
+#include <unistd.h>
+
+#include "gifview/frame_cache.h"
+#include "gifview/notification_names.h"
+#include "platform/file_manager.h"
+#include "platform/linux/files/file_contents.h"
+#include "settings/control_names.h"
+#include "settings/device_paths.h"
+#include "settings/settings_store.h"
+#include "tool/device/file_lock.h"
+#include "tool/device/host_connection.h"
+#include "tool/device/stored_settings.h"
+#include "tool/support/failure.h"
+#include "tool/support/interruption.h"
+#include "tool/support/progress_bar.h"
+
+namespace tool {
+namespace {
+
+using lumora::ScreenLocation;
+using std::chrono::steady_clock;
+
+constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
+// In the host's folder, while another is being imported.
+constexpr auto oldFileName = "previous.gif";
+
+std::string incomingPath(ScreenLocation location) {
+  return std::string(incomingDirectory) + "/" + locationKey(location, "LUMORA_WALLPAPER.gif");
+}
+
+std::string libraryPath(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::LockScreen:
+      return lumora::lockscreenGIFPath;
+    case ScreenLocation::HomeScreen:
+      return lumora::homescreenGIFPath;
+    default:
+      return lumora::sharedGIFPath;
+  }
+}
+
+const char* removalOf(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::LockScreen:
+      return lumora::control::removeLockscreenGIFView;
+    case ScreenLocation::HomeScreen:
+      return lumora::control::removeHomescreenGIFView;
+    default:
+      return lumora::control::removeSharedGIFView;
+  }
+}
+
+// What is in the cache of exactly this GIF.
+struct Cache {
+  int listed = 0;
+  int written = 0;
+};
+
+Cache cacheOf(ScreenLocation location, const ChosenGif& gif) {
+  const lumora::FrameCacheLayout layout(libraryPath(location));
+  Cache cache;
+  if (!lumora::isFrameCacheValid(layout, *gif.data)) return cache;
+  if (const auto durations = lumora::loadFrameDurations(layout)) {
+    cache.listed = static_cast<int>(durations->size());
+  }
+  // A damaged image leaves its number out.
+  for (int index = 0; index < gif.frameCount; ++index) {
+    if (platform::fileExistsAtPath(layout.framePath(index))) ++cache.written;
+  }
+  return cache;
+}
+
+class WallpaperImport {
+ public:
+  // All must outlive this object.
+  WallpaperImport(const DeviceFolder& device, HostConnection& host, lumora::ScreenLocation location,
+                  const ChosenGif& gif, const TimeLimit& limit);
+  // Lets go of the old wallpaper.
+  ~WallpaperImport();
+  WallpaperImport(const WallpaperImport&) = delete;
+  WallpaperImport& operator=(const WallpaperImport&) = delete;
+
+  // The two halves of importWallpaper. They throw Failure.
+  void handOver();
+  int finish();
+
+  // What has become of the wallpaper so far.
+  const char* state() const { return state_; }
+
+ private:
+  void reach(const char* state);
+  void awaitRest();
+  void storeFile(const platform::NSData& contents);
+  void storeChoice();
+  void announce();
+  bool isTaken() const;
+  int timesOutOfMemory();
+  void restore();
+  [[noreturn]] void giveUp(const std::string& problem);
+
+  const DeviceFolder& device_;
+  HostConnection& host_;
+  const lumora::ScreenLocation location_;
+  const ChosenGif& gif_;
+  const TimeLimit& limit_;
+  FileLock lock_;
+  std::string oldMode_;
+  std::string oldLocation_;
+  bool hasOldFile_ = false;
+  int timesOutOfMemory_ = 0;
+  int framesFound_ = 0;
+  bool isAnnounced_ = false;
+  const char* state_ = "nothing was changed";
+};
+
+WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
+                                 ScreenLocation location, const ChosenGif& gif,
+                                 const TimeLimit& limit)
+    : device_(device),
+      host_(host),
+      location_(location),
+      gif_(gif),
+      limit_(limit),
+      lock_(device, FileLock::import) {
+  host_.watch([this](const std::string& name) {
+    if (name == lumora::frameFoundNotification) ++framesFound_;
+    if (name == lumora::didStartAnimatingNotification) isAnnounced_ = true;
+  });
+}
+
+WallpaperImport::~WallpaperImport() {
+  if (hasOldFile_) unlinkat(device_.hostFolder(), oldFileName, 0);
+}
+
+void WallpaperImport::handOver() {
+  reach(state_);
+  if (!lock_.take(limit_.left())) {
+    throw Failure("another import has not finished before the timeout");
+  }
+  awaitRest();
+  timesOutOfMemory_ = timesOutOfMemory();
+  oldMode_ = storedSetting("MODE_INDEX").value_or("");
+  oldLocation_ = storedSetting("LOCATION_INDEX").value_or("");
+  unlinkat(device_.hostFolder(), oldFileName, 0);
+  if (const auto old = platform::locateItem(libraryPath(location_))) {
+    hasOldFile_ =
+        linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), oldFileName, 0) == 0;
+  }
+  storeFile(*gif_.data);
+  storeChoice();
+  reach("the new GIF is in its place, and the home screen makes its frames");
+  announce();
+  if (!isTaken()) giveUp("the home screen could not import the GIF");
+}
+
+int WallpaperImport::finish() {
+  const ProgressBar bar("making frames", gif_.frameCount);
+  const int wanted = countShownFrames(gif_);
+  for (;;) {
+    while (!limit_.isOver()) {
+      constexpr std::chrono::milliseconds moment{300};
+      const int before = framesFound_;
+      if (!host_.pump(std::min(limit_.end(), steady_clock::now() + moment))) {
+        throw Failure("the home screen has ended");
+      }
+      bar.show(framesFound_);
+      // While frames come there is no need to ask.
+      if (framesFound_ != before && !std::exchange(isAnnounced_, false)) continue;
+      if (host_.settle(limit_.left())) break;
+    }
+    if (limit_.isOver()) {
+      throw Failure("the home screen is still making frames after the timeout");
+    }
+    const Cache cache = cacheOf(location_, gif_);
+    if (timesOutOfMemory() > timesOutOfMemory_) giveUp("the home screen ran out of memory");
+    if (cache.written < cache.listed) giveUp("the home screen could not store all frames");
+    if (cache.listed == wanted) break;
+    // Another program's request has ended the work early, as a rotation of the screen may.
+    framesFound_ = 0;
+    awaitRest();
+    storeFile(*gif_.data);
+    announce();
+  }
+  host_.post(lumora::control::updateAnimating);
+  host_.settle(limit_.left());
+  // What is reported done stays done, whatever happens to the machine.
+  if (const auto file = platform::openFile(libraryPath(location_))) syncfs(file->descriptor.get());
+  return wanted;
+}
+
+void WallpaperImport::reach(const char* state) {
+  state_ = state;
+  Interruption::whatHasHappened(state);
+}
+
+void WallpaperImport::awaitRest() {
+  while (!host_.settle(limit_.left())) {
+    if (limit_.isOver()) {
+      throw Failure("the home screen has not finished its work before the timeout");
+    }
+  }
+}
+
+void WallpaperImport::storeFile(const platform::NSData& contents) {
+  const std::string path = incomingPath(location_);
+  platform::createDirectoryAtPath(incomingDirectory);
+  if (contents.writeToFileAtomically(path) && platform::makeDurable(path)) return;
+  platform::removeItemAtPath(path);
+  throw Failure("cannot copy the GIF to " + path +
+                " in the device's folder; check that it exists, is writable and has free space");
+}
+
+void WallpaperImport::storeChoice() {
+  try {
+    if (location_ == ScreenLocation::LockScreen) storeSetting("LOCATION_INDEX", "0");
+    if (location_ == ScreenLocation::HomeScreen) storeSetting("LOCATION_INDEX", "1");
+    storeSetting("SAFARI_DIRECTORY", incomingPath(location_));
+  } catch (const Failure&) {
+    platform::removeItemAtPath(incomingPath(location_));
+    throw;
+  }
+}
+
+// Returns after the home screen has taken the file in.
+void WallpaperImport::announce() {
+  host_.post(lumora::control::wallpaperNeedsUpdating);
+  host_.status(limit_.left());
+}
+
+int WallpaperImport::timesOutOfMemory() {
+  return nlohmann::json::parse(host_.status(limit_.left())).value("out_of_memory", 0);
+}
+
+bool WallpaperImport::isTaken() const {
+  const auto taken = platform::NSData::dataWithContentsOfFile(libraryPath(location_));
+  return taken && taken->isEqualToData(*gif_.data);
+}
+
+void WallpaperImport::restore() {
+  host_.settle(limit_.left());
+  const auto old =
+      hasOldFile_ ? platform::openFileAt(device_.hostFolder(), oldFileName) : std::nullopt;
+  if (old) {
+    const auto incoming = platform::locateItem(incomingPath(location_));
+    platform::removeItemAtPath(incomingPath(location_));
+    if (!incoming || linkat(device_.hostFolder(), oldFileName, incoming->directory.get(),
+                            incoming->name.c_str(), 0) != 0) {
+      throw Failure("");
+    }
+    storeChoice();
+    announce();
+  } else {
+    host_.post(removalOf(location_));
+  }
+  host_.settle(limit_.left());
+  storeSetting("MODE_INDEX", oldMode_);
+  storeSetting("LOCATION_INDEX", oldLocation_);
+  host_.post(lumora::control::updateAnimating);
+  host_.settle(limit_.left());
+}
+
+void WallpaperImport::giveUp(const std::string& problem) {
+  try {
+    restore();
+    reach(hasOldFile_ ? "the old wallpaper is back" : "there is no wallpaper, as before");
+  } catch (const Failure&) {
+    reach("the old wallpaper could not be put back");
+  }
+  throw Failure(problem + ": check that " + std::string(lumora::libraryDirectory) +
+                " in the device's folder exists, is writable and has free space");
+}
+
+}  // namespace
+
+int importWallpaper(const DeviceFolder& device, ScreenLocation location, const ChosenGif& gif,
+                    const TimeLimit& limit, const std::function<void()>& handedOver) {
+  auto host = HostConnection::require(device, limit.left());
+  WallpaperImport import(device, *host, location, gif, limit);
+  try {
+    import.handOver();
+    handedOver();
+    return import.finish();
+  } catch (const Failure& failure) {
+    throw Failure(failure.what() + std::string("; ") + import.state(), failure.code());
+  }
+}
+
+const char* placeName(ScreenLocation location) {
+  switch (location) {
+    case ScreenLocation::LockScreen:
+      return "lock screen";
+    case ScreenLocation::HomeScreen:
+      return "home screen";
+    default:
+      return "shared";
+  }
+}
+
+}  // namespace tool

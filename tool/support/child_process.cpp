@@ -1,0 +1,122 @@
+#include "tool/support/child_process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/linux/files/file_contents.h"
+#include "tool/support/failure.h"
+
+namespace tool {
+namespace {
+
+// In the new process.
+void endWithParent(pid_t parent) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  // The parent may have died before the line above.
+  if (getppid() != parent) _exit(EXIT_FAILURE);
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+  setpgid(0, 0);
+}
+
+[[noreturn]] void becomeProgram(char* const* arguments, int errorFile) {
+  if (errorFile >= 0) dup2(errorFile, STDERR_FILENO);
+  execvp(arguments[0], arguments);
+  _exit(exitCodeOfMissingProgram);
+}
+
+[[noreturn]] void workDetached(const std::function<void(const std::function<void()>&)>& work,
+                               platform::FileDescriptor report) {
+  setsid();
+  auto say = [&report](ExitCode code, const std::string& text) {
+    const std::string line = static_cast<char>(code) + text;
+    platform::writeAll(report, {reinterpret_cast<const std::uint8_t*>(line.data()), line.size()});
+    report = platform::FileDescriptor();
+  };
+  try {
+    work([&say] {
+      const int nothing = open("/dev/null", O_RDWR);
+      for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, stream);
+      say(ExitCode::Done, "");
+    });
+    _exit(EXIT_SUCCESS);
+  } catch (const Failure& failure) {
+    say(failure.code(), failure.what());
+  } catch (const std::exception& error) {
+    say(ExitCode::Failed, error.what());
+  }
+  _exit(EXIT_FAILURE);
+}
+
+bool hasEnded(pid_t process) {
+  return waitpid(process, nullptr, WNOHANG) != 0;
+}
+
+}  // namespace
+
+pid_t startProgram(const std::vector<std::string>& arguments, int errorFile) {
+  std::vector<char*> pointers(arguments.size() + 1, nullptr);
+  std::transform(arguments.begin(), arguments.end(), pointers.begin(),
+                 [](const std::string& argument) { return const_cast<char*>(argument.c_str()); });
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) throw Failure("cannot start " + arguments.front() + ": " + std::strerror(errno));
+  if (child == 0) {
+    endWithParent(parent);
+    becomeProgram(pointers.data(), errorFile);
+  }
+  return child;
+}
+
+pid_t startProcess(const std::function<int()>& work) {
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
+  if (child == 0) {
+    endWithParent(parent);
+    _exit(work());
+  }
+  return child;
+}
+
+void runDetached(const std::function<void(const std::function<void()>& detach)>& work) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) throw Failure("cannot start a process: too many open files");
+  const platform::FileDescriptor reader(ends[0]);
+  platform::FileDescriptor writer(ends[1]);
+  const pid_t child = fork();
+  if (child < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
+  if (child == 0) workDetached(work, std::move(writer));
+  writer = platform::FileDescriptor();
+  // How it went: the exit code, and what there is to say.
+  std::string report;
+  char letter = 0;
+  while (read(reader.get(), &letter, 1) == 1) report += letter;
+  if (report.empty()) throw Failure("the process that was to do the work has ended");
+  const auto code = static_cast<ExitCode>(report.front());
+  if (code != ExitCode::Done) throw Failure(report.substr(1), code);
+}
+
+void endProgram(pid_t process) {
+  constexpr std::chrono::milliseconds pause{10};
+  constexpr int patience = 500;
+  kill(process, SIGTERM);
+  for (int count = 0; count < patience; ++count) {
+    if (hasEnded(process)) return;
+    std::this_thread::sleep_for(pause);
+  }
+  kill(process, SIGKILL);
+  waitpid(process, nullptr, 0);
+}
+
+}  // namespace tool

@@ -1,0 +1,44 @@
+#include "tool/support/progress_bar.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include <unistd.h>
+
+namespace tool {
+namespace {
+
+// See https://no-color.org: set, and not empty.
+bool wantsPlainOutput() {
+  const char* noColor = std::getenv("NO_COLOR");
+  return noColor != nullptr && *noColor != '\0';
+}
+
+}  // namespace
+
+ProgressBar::ProgressBar(std::string label, int total)
+    : label_(std::move(label)),
+      total_(std::max(total, 1)),
+      isDrawn_(isatty(STDOUT_FILENO) && !wantsPlainOutput()) {
+  show(0);
+}
+
+ProgressBar::~ProgressBar() {
+  if (!isDrawn_) return;
+  std::printf("\r\033[K");
+  std::fflush(stdout);
+}
+
+void ProgressBar::show(int done) const {
+  if (!isDrawn_) return;
+  constexpr int width = 32;
+  const int filled = width * std::min(done, total_) / total_;
+  const std::string bar = std::string(static_cast<std::size_t>(filled), '#') +
+                          std::string(static_cast<std::size_t>(width - filled), '.');
+  std::printf("\r%s [%s] %d/%d", label_.c_str(), bar.c_str(), done, total_);
+  std::fflush(stdout);
+}
+
+}  // namespace tool

@@ -1,0 +1,70 @@
+#include "tool/support/user_file.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/linux/files/byte_reader.h"
+#include "platform/linux/files/file_contents.h"
+#include "tool/support/failure.h"
+
+namespace tool {
+namespace {
+
+[[noreturn]] void fail(const char* verb, const std::string& path) {
+  throw Failure(std::string("cannot ") + verb + " " + path + ": " + std::strerror(errno));
+}
+
+}  // namespace
+
+platform::DataRef openUserFile(const std::string& path) {
+  // Not blocking: opening a pipe must not wait for a writer.
+  platform::FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  struct stat status {};
+  if (!descriptor || fstat(descriptor.get(), &status) != 0) fail("read", path);
+  if (!S_ISREG(status.st_mode)) throw Failure("cannot read " + path + ": not a regular file");
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > platform::largestFile) throw Failure("cannot read " + path + ": too large");
+  return platform::dataOfFile({std::move(descriptor), size});
+}
+
+std::string readUserText(const std::string& path) {
+  const auto data = openUserFile(path);
+  std::string text(data->length(), '\0');
+  platform::ByteReader reader(data->impl());
+  text.resize(reader.read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
+  return text;
+}
+
+void checkUserFileIsWritable(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path file(path);
+  if (path.empty()) throw Failure("cannot write a file without a name");
+  if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
+    throw Failure("cannot write " + path + ": there is something that is not a regular file");
+  }
+  const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+  if (access(folder.c_str(), W_OK | X_OK) != 0) fail("write", path);
+}
+
+void writeUserFile(const std::string& path, const platform::FileDescriptor& contents) {
+  std::error_code error;
+  // What a link points at is replaced, not the link.
+  std::filesystem::path target = std::filesystem::canonical(path, error);
+  if (error) target = std::filesystem::absolute(path);
+  const platform::FileDescriptor folder(
+      open(target.parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const auto make = [&contents](int directory, const std::string& name) {
+    const auto file = platform::createFile(directory, name);
+    return file && platform::copyFile(contents, file);
+  };
+  if (!folder || !platform::replaceFileAt(folder.get(), target.filename(), make))
+    fail("write", path);
+}
+
+}  // namespace tool
