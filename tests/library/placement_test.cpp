@@ -13,7 +13,7 @@
 #include "platform/linux/device_events.h"
 #include "platform/linux/views/view_observers.h"
 #include "settings/device_paths.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "platform/linux/images/picture.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/images/png/reader.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

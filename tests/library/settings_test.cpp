@@ -6,7 +6,7 @@
 
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "platform/file_manager.h"
 #include "platform/linux/files/file_contents.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

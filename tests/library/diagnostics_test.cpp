@@ -12,7 +12,7 @@
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "settings/diagnostic_log.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 #include "threads/main_thread.h"
 
 namespace {

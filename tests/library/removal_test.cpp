@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "settings/device_paths.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include "platform/linux/images/gif/lzw.h"
 #include "platform/linux/images/png/reader.h"
 #include "platform/property_list.h"
-#include "tests/gif_maker.h"
-#include "tests/stage.h"
+#include "tests/fixture/gif_maker.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/main_loop/run_loop.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 #include "tool/device/bus_daemon.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include "platform/file_manager.h"
 #include "platform/linux/files/file_contents.h"
 #include "settings/wallpaper_intake.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "host/home_screen/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "platform/linux/views/view_observers.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <plist/plist.h>
 
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "hooks/control_notifications.h"
 #include "hooks/rotation.h"
 #include "settings/device_paths.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -21,7 +21,7 @@ import time
 import unittest
 
 PROGRAMS = os.path.abspath(sys.argv.pop())
-SCENARIOS = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../examples/scenarios')
+SCENARIOS = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../../examples/scenarios')
 LUMORA = os.path.join(PROGRAMS, 'lumora')
 PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
 LIBRARY = 'var/mobile/Library/Lumora'

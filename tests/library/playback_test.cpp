@@ -4,7 +4,7 @@
 
 #include "platform/messaging_center.h"
 #include "settings/settings_store.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "platform/linux/images/picture.h"
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/views/view_renderer.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

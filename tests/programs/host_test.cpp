@@ -2,7 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/control/status_report.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "hooks/dock_height.h"
 #include "platform/file_manager.h"
 #include "settings/device_paths.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 

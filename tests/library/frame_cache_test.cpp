@@ -16,7 +16,7 @@
 #include "platform/linux/images/png/reader.h"
 #include "platform/operation_queue.h"
 #include "platform/property_list.h"
-#include "tests/stage.h"
+#include "tests/fixture/stage.h"
 
 namespace {
 
