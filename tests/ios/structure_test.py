@@ -17,7 +17,7 @@ import tempfile
 import unittest
 
 PROJECT = sys.argv.pop()
-sys.path.insert(0, os.path.join(PROJECT, 'device'))
+sys.path.insert(0, os.path.join(PROJECT, 'packaging/ios'))
 from link_armv7 import read_stub
 from macho import MachO
 LIBRARIES = {'arm64': os.path.join(PROJECT, 'build/ios/bin/Lumora8.dylib'),
@@ -31,7 +31,7 @@ def output(*words):
 
 def stubs(processor):
     """Install name and symbols of every library that we link against."""
-    for path in glob.glob(os.path.join(PROJECT, 'device/stubs/*.tbd')):
+    for path in glob.glob(os.path.join(PROJECT, 'packaging/ios/stubs/*.tbd')):
         install_name, symbols = read_stub(path, processor)
         yield install_name, set(symbols)
 

@@ -8,8 +8,8 @@
 #import <Foundation/NSDebug.h>
 #include <gtest/gtest.h>
 
-#include "stand_ins.h"
-#include "tests/device/pump.h"
+#include "simulator/frameworks/stand_ins.h"
+#include "tests/ios/pump.h"
 
 // The blocks run-time gives its blocks no class on this platform, but GNUstep's queues retain them
 // as objects. So they get one.

@@ -1,13 +1,12 @@
 # The device's backend on Linux: GNUstep for Foundation, compiled as its old run-time wants it.
 set(CMAKE_CXX_COMPILER /usr/bin/clang++-19)
 set(CMAKE_OBJCXX_COMPILER /usr/bin/clang++-19)
-set(device_tests ${CMAKE_CURRENT_LIST_DIR})
 # The run-time's headers come with gcc; our own declarations only serve where GNUstep has none.
 string(JOIN " " CMAKE_OBJCXX_FLAGS_INIT
   -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1 -DGNU_RUNTIME=1 -D_NATIVE_OBJC_EXCEPTIONS
   -fexceptions -fobjc-exceptions -fblocks -fobjc-runtime=gcc
   -fconstant-string-class=NSConstantString
-  -isystem ${device_tests}/gnustep
+  -isystem ${CMAKE_CURRENT_LIST_DIR}/gnustep
   -isystem /usr/include/GNUstep
   -isystem /usr/lib/gcc/x86_64-linux-gnu/12/include
-  -isystem ${device_tests}/../../src/platform/ios/sdk)
+  -isystem ${CMAKE_CURRENT_LIST_DIR}/../src/platform/ios/sdk)

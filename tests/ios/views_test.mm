@@ -9,8 +9,8 @@
 #include "platform/autorelease_pool.h"
 #include "platform/image_view.h"
 #import "platform/ios/native_view.h"
-#include "tests/device/pump.h"
-#include "tests/device/stand_ins/stand_ins.h"
+#include "simulator/frameworks/stand_ins.h"
+#include "tests/ios/pump.h"
 
 namespace {
 

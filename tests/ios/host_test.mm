@@ -9,8 +9,8 @@
 #import "platform/ios/native_view.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
-#include "tests/device/pump.h"
-#include "tests/device/stand_ins/stand_ins.h"
+#include "simulator/frameworks/stand_ins.h"
+#include "tests/ios/pump.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include "platform/notify_center.h"
 #include "platform/objc_runtime.h"
 #include "platform/operation_queue.h"
-#include "tests/device/pump.h"
-#include "tests/device/stand_ins/stand_ins.h"
+#include "simulator/frameworks/stand_ins.h"
+#include "tests/ios/pump.h"
 #include "threads/main_queue_hop.h"
 #include "threads/main_thread.h"
 

@@ -2,7 +2,7 @@
 # say what the target is, the C++ library, the compiler's headers, Darwin's, and our declarations of
 # the frameworks.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
-set(darwin ${CMAKE_CURRENT_LIST_DIR}/../../build/darwin-headers)
+set(darwin ${CMAKE_CURRENT_LIST_DIR}/../../../build/darwin-headers)
 set(llvm /usr/lib/llvm-19)
 set(flags "-nostdinc++ -nostdlibinc")
 foreach(folder
@@ -12,7 +12,7 @@ foreach(folder
     ${darwin}/aarch64-macos.13-none
     ${darwin}/any-macos.13-any
     ${darwin}/any-macos-any
-    ${CMAKE_CURRENT_LIST_DIR}/../../src/platform/ios/sdk)
+    ${CMAKE_CURRENT_LIST_DIR}/../../../src/platform/ios/sdk)
   string(APPEND flags " -isystem ${folder}")
 endforeach()
 foreach(language CXX OBJCXX)
