@@ -10,7 +10,7 @@
 #include "bench/pictures.h"
 #include "bench/stopwatch.h"
 #include "gifview/blur.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace bench {
 namespace {

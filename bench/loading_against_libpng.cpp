@@ -11,7 +11,7 @@
 
 #include "bench/bench_peers.h"
 #include "bench/stopwatch.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/reader.h"
 #include "platform/linux/views/picture_surface.h"
 

@@ -9,7 +9,7 @@
 #include "platform/linux/freed_memory.h"
 #include "platform/linux/images/gif/canvas.h"
 #include "platform/linux/images/gif/lzw.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/views/picture_surface.h"
 #include "platform/property_list.h"

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace bench {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "gifview/blur.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t headSize = 4;

@@ -4,7 +4,7 @@
 
 #include <zlib.h>
 
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/reader.h"
 
 namespace {

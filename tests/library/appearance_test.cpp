@@ -9,7 +9,7 @@
 
 #include "platform/file_manager.h"
 #include "platform/image.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/operation_queue.h"
 #include "settings/device_paths.h"
 #include "tests/fixture/stage.h"

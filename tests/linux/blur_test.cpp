@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/image_filter.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/freed_memory.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/images/png/reader.h"
 #include "tests/fixture/stage.h"

@@ -10,7 +10,7 @@
 
 #include "gifview/frame_cache.h"
 #include "platform/linux/files/device_root.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
 

@@ -7,7 +7,7 @@
 
 #include <cairo.h>
 
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace platform {
 

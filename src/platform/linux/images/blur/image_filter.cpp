@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/linux/images/blur/plane.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/linux/out_of_memory.h"
 
 namespace platform {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/linux/images/blur/rows.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace platform::blur {
 

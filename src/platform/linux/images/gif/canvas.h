@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/linux/images/gif/file.h"
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace platform::gif {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <tuple>
 
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace platform::gif {
 namespace {

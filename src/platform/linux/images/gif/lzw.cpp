@@ -6,7 +6,7 @@
 #include <cstring>
 #include <tuple>
 
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace platform::gif {
 namespace {

@@ -2,7 +2,7 @@
 // indices share a byte.
 #pragma once
 
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/images/picture.h"
+#include "platform/linux/images/picture/picture.h"
 
 #include <algorithm>
 #include <cstring>
