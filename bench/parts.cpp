@@ -181,7 +181,7 @@ void ReadASetting(benchmark::State& state) {
   setDeviceRoot(folder);
   lumora::setPreferencesObjectKey("1.5", "SHARED_GIF_SPEED");
   for (auto _ : state) {
-    benchmark::DoNotOptimize(lumora::getGIFSpeed(lumora::ScreenLocation::Shared));
+    benchmark::DoNotOptimize(lumora::getSharedGIFSpeed());
   }
 }
 

@@ -4,7 +4,6 @@
 #include <iterator>
 
 #include "fuzz/device.h"
-#include "gifview/notification_names.h"
 #include "hooks/hook_table.h"
 #include "host/control/control_service.h"
 #include "host/control/settling.h"
@@ -12,7 +11,7 @@
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/notify_center.h"
-#include "settings/control_names.h"
+#include "settings/notification_names.h"
 #include "tool/device/bus_daemon.h"
 
 namespace fuzz {

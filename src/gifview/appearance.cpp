@@ -2,11 +2,10 @@
 
 #include "gifview/blur.h"
 #include "gifview/gif_view.h"
-#include "gifview/mode_predicates.h"
-#include "gifview/notification_names.h"
 #include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/notify_center.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
 #include "threads/queues.h"
 
@@ -26,7 +25,7 @@ void rewriteFrame(const FrameCacheLayout& layout, CGImageSource& source, std::in
 }
 
 void rewriteFrames(const LWGIFView& view) {
-  const float blur = getGIFBlur(view.location());
+  const float blur = blurOf(view);
   const FrameCacheLayout layout = view.frameCache();
   if (layout.fullGIFPath.empty()) return;
   const auto gif = platform::NSData::dataWithContentsOfFile(layout.fullGIFPath);
@@ -36,20 +35,33 @@ void rewriteFrames(const LWGIFView& view) {
   DarwinNotifyCenter::post(blurDidFinishNotification);
 }
 
+// In any mode but these two, every view stays.
 bool isUnneeded(const LWGIFView& view) {
-  const bool isShared = view.location() == ScreenLocation::Shared;
-  if (!isSeparateMode() && !isShared) return true;
-  return isModeIndexZero() && isShared;
+  const Location* location = view.location();
+  const bool isShared = location != nullptr && location->mode == WallpaperMode::Shared;
+  return wallpaperMode() == (isShared ? WallpaperMode::Separate : WallpaperMode::Shared);
 }
 
 }  // namespace
 
+float speedOf(const LWGIFView& view) {
+  return view.location() == nullptr ? 1.0F : view.location()->getGIFSpeed();
+}
+
+float alphaOf(const LWGIFView& view) {
+  return view.location() == nullptr ? 1.0F : view.location()->getGIFAlpha();
+}
+
+float blurOf(const LWGIFView& view) {
+  return view.location() == nullptr ? 0.0F : view.location()->getGIFBlur();
+}
+
 void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view) {
-  view->setSpeedModifier(getGIFSpeed(view->location()));
+  view->setSpeedModifier(speedOf(*view));
 }
 
 void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view) {
-  const float alpha = getGIFAlpha(view->location());
+  const float alpha = alphaOf(*view);
   addToMainQueue([view, alpha] {
     if (const auto& imageView = view->imageView()) imageView->setAlpha(alpha);
   });

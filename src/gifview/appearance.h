@@ -8,6 +8,12 @@ namespace lumora {
 
 class LWGIFView;
 
+// What the settings say for the view's location, read afresh. A view whose identifier is none of
+// the three gets the default, without a read.
+float speedOf(const LWGIFView& view);
+float alphaOf(const LWGIFView& view);
+float blurOf(const LWGIFView& view);
+
 // From the next refresh on; the display link goes on.
 void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view);
 

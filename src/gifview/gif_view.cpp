@@ -3,13 +3,12 @@
 #include <utility>
 
 #include "gifview/appearance.h"
-#include "gifview/mode_predicates.h"
-#include "gifview/notification_names.h"
 #include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/messaging_center.h"
 #include "platform/notify_center.h"
 #include "platform/semaphore.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
 #include "threads/exception_barrier.h"
 #include "threads/main_queue_hop.h"
@@ -30,7 +29,8 @@ DarwinNotifyCenter& viewNotifyCenter() {
 
 }  // namespace
 
-LWGIFView::LWGIFView(const std::string& identifier) : identifier_(identifier) {}
+LWGIFView::LWGIFView(const std::string& identifier)
+    : identifier_(identifier), location_(locationWithIdentifier(identifier)) {}
 
 std::shared_ptr<LWGIFView> LWGIFView::self() {
   return std::static_pointer_cast<LWGIFView>(shared_from_this());
@@ -38,9 +38,9 @@ std::shared_ptr<LWGIFView> LWGIFView::self() {
 
 std::shared_ptr<LWGIFView> LWGIFView::initWithIdentifier(const std::string& identifier) {
   std::shared_ptr<LWGIFView> view(new LWGIFView(identifier));
-  const float alpha = getGIFAlpha(view->location());
+  const float alpha = alphaOf(*view);
   hopToMainQueue([view, alpha] { view->setUp(alpha); }, deadlineFromNow());
-  view->speedModifier_ = getGIFSpeed(view->location());
+  view->speedModifier_ = speedOf(*view);
   view->observeNotifications();
   return view;
 }
@@ -87,20 +87,13 @@ void LWGIFView::observeNotifications() {
 }
 
 void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
-  if (!platform::fileExistsAtPath(path) || !isEligible()) return;
+  if (!platform::fileExistsAtPath(path)) return;
+  if (location_ == nullptr || location_->mode != wallpaperMode()) return;
   auto semaphore = std::make_shared<platform::DispatchSemaphore>();
   runInBackground([view = self(), path, semaphore] {
     if (view->extract(path)) semaphore->signal();
   });
   semaphore->wait(timeLeft(deadlineFromNow()));
-}
-
-// In any mode but 0 and 1 no view is eligible.
-bool LWGIFView::isEligible() const {
-  const ScreenLocation place = location();
-  if (!isSeparateMode() && place == ScreenLocation::Shared) return true;
-  return isModeIndexZero() &&
-         (place == ScreenLocation::LockScreen || place == ScreenLocation::HomeScreen);
 }
 
 bool LWGIFView::extract(const std::string& path) {
@@ -120,12 +113,8 @@ bool LWGIFView::extract(const std::string& path) {
 
 // Whether this is the view that the settings program is looking at.
 bool LWGIFView::isSelectedInSettings() const {
-  const ScreenLocation place = location();
-  if (!isSeparateMode() && place == ScreenLocation::Shared) return true;
-  if (isModeIndexZero() && getLocationIndex() == 0 && place == ScreenLocation::LockScreen) {
-    return true;
-  }
-  return isModeIndexZero() && getLocationIndex() == 1 && place == ScreenLocation::HomeScreen;
+  if (location_ == nullptr || location_->mode != wallpaperMode()) return false;
+  return location_->locationIndex < 0 || location_->locationIndex == getLocationIndex();
 }
 
 void LWGIFView::pauseAnimation() {
@@ -195,7 +184,7 @@ void LWGIFView::frameFound() {
 }
 
 float LWGIFView::blur() {
-  return getGIFBlur(location());
+  return blurOf(*this);
 }
 
 void LWGIFView::describe(platform::ViewDescription& description) const {

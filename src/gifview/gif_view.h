@@ -11,7 +11,7 @@
 #include "platform/display_link.h"
 #include "platform/image_view.h"
 #include "platform/view.h"
-#include "settings/screen_location.h"
+#include "settings/locations.h"
 #include "threads/guarded.h"
 
 namespace lumora {
@@ -41,7 +41,8 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   void describe(platform::ViewDescription& description) const override;
 
   const std::string& identifier() const { return identifier_; }
-  ScreenLocation location() const { return locationOfIdentifier(identifier_); }
+  // nullptr if the identifier is none of the three.
+  const Location* location() const { return location_; }
   FrameCacheLayout frameCache() const { return frameCache_.load(); }
   void setSpeedModifier(float speed) { speedModifier_ = speed; }
   // Main thread; nullptr until the set-up has run.
@@ -52,7 +53,6 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   void setUp(float alpha);
   void serveMessages();
   void observeNotifications();
-  bool isEligible() const;
   // Whether the cache is settled, so that the caller's wait may end.
   bool extract(const std::string& path);
   bool isSelectedInSettings() const;
@@ -69,6 +69,7 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   float blur() override;
 
   const std::string identifier_;
+  const Location* const location_;
   std::shared_ptr<platform::UIImageView> imageView_;
   Guarded<std::shared_ptr<platform::CADisplayLink>> displayLink_;
 

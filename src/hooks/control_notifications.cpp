@@ -4,7 +4,7 @@
 #include "placement/installation.h"
 #include "placement/removal.h"
 #include "platform/notify_center.h"
-#include "settings/control_names.h"
+#include "settings/notification_names.h"
 #include "settings/wallpaper_intake.h"
 #include "threads/exception_barrier.h"
 
@@ -28,23 +28,14 @@ struct Control {
   void (*action)();
 };
 
-// In the order of comparison.
 constexpr Control controls[] = {
-    {control::removeGIFFromAllWallpapers, removeGIFFromAllWallpapers},
     {control::wallpaperNeedsUpdating, wallpaperNeedsUpdating},
+    {control::removeGIFFromAllWallpapers, removeGIFFromAllWallpapers},
     {control::updateWallpaper, updateWallpaperImages},
     {control::removeSharedGIFView, removeSharedGIFView},
     {control::removeLockscreenGIFView, removeLockscreenGIFView},
     {control::removeHomescreenGIFView, removeHomescreenGIFView},
     {control::updateAnimating, updateAnimating},
-};
-
-// In the order of registration.
-constexpr const char* observedNames[] = {
-    control::wallpaperNeedsUpdating,  control::removeGIFFromAllWallpapers,
-    control::updateWallpaper,         control::removeSharedGIFView,
-    control::removeLockscreenGIFView, control::removeHomescreenGIFView,
-    control::updateAnimating,
 };
 
 // The host side's registrations, apart from those of the views: they too have no observer, and a
@@ -57,8 +48,8 @@ platform::DarwinNotifyCenter& controlCenter() {
 }  // namespace
 
 void observeControlNotifications() {
-  for (const char* name : observedNames) {
-    controlCenter().addObserver(nullptr, name, handleSimpleLumoraMessage);
+  for (const Control& each : controls) {
+    controlCenter().addObserver(nullptr, each.name, handleSimpleLumoraMessage);
   }
 }
 

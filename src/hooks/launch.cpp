@@ -23,7 +23,7 @@ void createLibraryDirectory() {
 
 void startFirstWallpaper() {
   if (!getEnabled() || !getWallpaperSet()) return;
-  const bool isSeparate = getModeIndex() == 0;
+  const bool isSeparate = wallpaperMode() == WallpaperMode::Separate;
   setWallpaperAnimating(isSeparate ? ScreenLocation::LockScreen : ScreenLocation::Shared, true);
 }
 

@@ -1,13 +1,15 @@
 #include "placement/gating.h"
 
+#include <array>
 #include <string>
 
-#include "gifview/notification_names.h"
+#include "gifview/gif_view.h"
 #include "placement/host_wallpaper.h"
 #include "placement/installation.h"
 #include "placement/location_table.h"
 #include "placement/tweak_queue.h"
 #include "platform/messaging_center.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
 #include "threads/main_queue_hop.h"
 
@@ -22,7 +24,8 @@ bool isPresent(const LocationEntry& entry) {
 }
 
 void sendToView(const LocationEntry& entry, bool animate) {
-  platform::CPDistributedMessagingCenter::centerNamed(messagingCenterPrefix + entry.identifier())
+  platform::CPDistributedMessagingCenter::centerNamed(std::string(messagingCenterPrefix) +
+                                                      entry.location.identifier)
       ->sendMessageName(animate ? shouldResumeMessage : shouldPauseMessage);
 }
 
@@ -31,8 +34,8 @@ void bringToFront(const std::shared_ptr<UIView>& view) {
   if (auto superview = view->superview()) superview->bringSubviewToFront(view);
 }
 
-void animate(ScreenLocation location, bool animate) {
-  const LocationEntry* entry = entryOf(location);
+// Of an unknown location, nullptr, nothing is told to any view.
+void animate(const LocationEntry* entry, bool animate) {
   if (entry != nullptr) sendToView(*entry, animate);
   const platform::id controller = sharedWallpaperController();
   const auto hostView = entry == nullptr ? nullptr : hostWallpaperView(controller, *entry);
@@ -41,14 +44,12 @@ void animate(ScreenLocation location, bool animate) {
 
 void sweep() {
   const platform::id controller = sharedWallpaperController();
-  const LocationEntry* entries[] = {&sharedEntry, &lockscreenEntry, &homescreenEntry};
-  std::shared_ptr<UIView> hostViews[std::size(entries)];
-  for (std::size_t at = 0; at < std::size(entries); ++at) {
-    hostViews[at] = hostWallpaperView(controller, *entries[at]);
+  std::array<std::shared_ptr<UIView>, 3> hosts;
+  for (std::size_t at = 0; at < hosts.size(); ++at) {
+    hosts[at] = hostWallpaperView(controller, locationEntries[at]);
   }
-  for (std::size_t at = 0; at < std::size(entries); ++at) {
-    const auto& view = hostViews[at];
-    if (view && !view->hidden()) setWallpaperAnimating(entries[at]->location, true);
+  for (std::size_t at = 0; at < hosts.size(); ++at) {
+    if (hosts[at] && !hosts[at]->hidden()) setWallpaperAnimating(locations[at].id, true);
   }
 }
 
@@ -58,7 +59,7 @@ void setWallpaperAnimating(ScreenLocation location, bool shouldAnimate) {
   if (!getEnabled()) return;
   const LocationEntry* entry = entryOf(location);
   if (entry != nullptr && !isPresent(*entry)) updateWallpaperImages();
-  addToTweakQueue([location, shouldAnimate] { animate(location, shouldAnimate); });
+  addToTweakQueue([entry, shouldAnimate] { animate(entry, shouldAnimate); });
 }
 
 void resumeVisibleWallpapers() {

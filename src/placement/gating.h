@@ -2,7 +2,7 @@
 // thread; nothing here waits.
 #pragma once
 
-#include "settings/screen_location.h"
+#include "settings/locations.h"
 
 namespace lumora {
 

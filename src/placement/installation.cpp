@@ -1,93 +1,73 @@
 #include "placement/installation.h"
 
-#include <algorithm>
-#include <utility>
-#include <vector>
+#include <array>
 
+#include "gifview/gif_view.h"
+#include "placement/frame_layout.h"
 #include "placement/host_wallpaper.h"
 #include "placement/location_table.h"
 #include "placement/scaling.h"
 #include "placement/tweak_queue.h"
-#include "platform/device.h"
+#include "placement/wallpaper_listener.h"
 #include "platform/file_manager.h"
 #include "platform/image.h"
-#include "platform/string_value.h"
 #include "settings/settings_store.h"
 #include "threads/main_queue_hop.h"
 
 namespace lumora {
 namespace {
 
-using platform::CGFloat;
 using platform::CGRect;
-using platform::UIInterfaceOrientation;
 using platform::UIView;
 
-constexpr std::int32_t sharedMode = 1;
-constexpr std::int32_t separateMode = 0;
+// The host's wallpaper view of each location; nullptr where the mode has none.
+using HostViews = std::array<std::shared_ptr<UIView>, 3>;
 
-// The host's wallpaper views of the current mode; those of the other mode stay nullptr.
-struct HostViews {
-  std::shared_ptr<UIView> shared;
-  std::shared_ptr<UIView> lockScreen;
-  std::shared_ptr<UIView> homeScreen;
-};
+bool isUsed(const LocationEntry& entry, WallpaperMode mode) {
+  return entry.location.mode == mode;
+}
 
-// All three files are always loaded, only to learn which of them are pictures.
+// Whether the mode's wallpaper, in separate mode the one that the settings program looks at, is a
+// picture that can be read. The other files are decoded, too, as this step always has.
 bool hasPictureForSettings() {
-  const bool shared = platform::imageWithContentsOfFile(sharedEntry.gifPath) != nullptr;
-  const bool lockScreen = platform::imageWithContentsOfFile(lockscreenEntry.gifPath) != nullptr;
-  const bool homeScreen = platform::imageWithContentsOfFile(homescreenEntry.gifPath) != nullptr;
-  const std::int32_t mode = getModeIndex();
-  if (mode == sharedMode && !shared) return false;
-  if (mode == separateMode && getLocationIndex() == 0 && !lockScreen) return false;
-  return !(mode == separateMode && getLocationIndex() == 1 && !homeScreen);
-}
-
-bool isLandscape(UIInterfaceOrientation orientation) {
-  return orientation == UIInterfaceOrientation::LandscapeLeft ||
-         orientation == UIInterfaceOrientation::LandscapeRight;
-}
-
-CGRect screenRectangle() {
-  CGRect screen = platform::mainScreenBounds().value_or(CGRect());
-  if (isLandscape(platform::statusBarOrientation())) std::swap(screen.width, screen.height);
-  return screen;
+  std::array<bool, 3> isPicture{};
+  for (std::size_t at = 0; at < locations.size(); ++at) {
+    isPicture[at] = platform::imageWithContentsOfFile(locations[at].gifPath) != nullptr;
+  }
+  const WallpaperMode mode = wallpaperMode();
+  const std::int32_t chosen = mode == WallpaperMode::Separate ? getLocationIndex() : -1;
+  for (std::size_t at = 0; at < locations.size(); ++at) {
+    const bool isAskedFor = locations[at].mode == mode && locations[at].locationIndex == chosen;
+    if (isAskedFor && !isPicture[at]) return false;
+  }
+  return true;
 }
 
 void redrawHostWallpaper(platform::id controller, Deadline deadline) {
   hopToMainQueue(
       [controller] {
-        const std::int32_t mode = getModeIndex();
-        if (mode == sharedMode) {
+        const WallpaperMode mode = wallpaperMode();
+        if (mode == WallpaperMode::Shared) {
           platform::objc_msgSend<void>(controller, "_updateSharedWallpaper");
-        } else if (mode == separateMode) {
+        } else if (mode == WallpaperMode::Separate) {
           platform::objc_msgSend<void>(controller, "_updateSeparateWallpaper");
         }
       },
       deadline);
 }
 
-void tagHostView(const std::shared_ptr<UIView>& view, ScreenLocation location) {
-  if (view) view->setTag(static_cast<int>(location));
-}
-
 HostViews listenToHostViews(platform::id controller) {
-  HostViews views;
-  const std::int32_t mode = getModeIndex();
-  if (mode == sharedMode) {
-    views.shared = hostWallpaperView(controller, sharedEntry);
-    LWWallpaperListener::addListenerToObject(views.shared, ScreenLocation::Shared);
-    tagHostView(views.shared, ScreenLocation::Shared);
-  } else if (mode == separateMode) {
-    views.lockScreen = hostWallpaperView(controller, lockscreenEntry);
-    views.homeScreen = hostWallpaperView(controller, homescreenEntry);
-    LWWallpaperListener::addListenerToObject(views.lockScreen, ScreenLocation::LockScreen);
-    LWWallpaperListener::addListenerToObject(views.homeScreen, ScreenLocation::HomeScreen);
-    tagHostView(views.lockScreen, ScreenLocation::LockScreen);
-    tagHostView(views.homeScreen, ScreenLocation::HomeScreen);
+  HostViews hosts;
+  const WallpaperMode mode = wallpaperMode();
+  for (std::size_t at = 0; at < hosts.size(); ++at) {
+    if (!isUsed(locationEntries[at], mode)) continue;
+    hosts[at] = hostWallpaperView(controller, locationEntries[at]);
+    LWWallpaperListener::addListenerToObject(hosts[at], locations[at].id);
   }
-  return views;
+  for (std::size_t at = 0; at < hosts.size(); ++at) {
+    if (hosts[at]) hosts[at]->setTag(static_cast<int>(locations[at].id));
+  }
+  return hosts;
 }
 
 void takeOverAnimatedView(const std::shared_ptr<UIView>& host, const LocationEntry& entry) {
@@ -98,12 +78,11 @@ void takeOverAnimatedView(const std::shared_ptr<UIView>& host, const LocationEnt
   }
 }
 
-void takeOverAnimatedViews(const HostViews& views) {
-  const std::int32_t mode = getModeIndex();
-  if (mode == sharedMode) takeOverAnimatedView(views.shared, sharedEntry);
-  if (mode != separateMode) return;
-  takeOverAnimatedView(views.lockScreen, lockscreenEntry);
-  takeOverAnimatedView(views.homeScreen, homescreenEntry);
+void takeOverAnimatedViews(const HostViews& hosts) {
+  const WallpaperMode mode = wallpaperMode();
+  for (std::size_t at = 0; at < hosts.size(); ++at) {
+    if (isUsed(locationEntries[at], mode)) takeOverAnimatedView(hosts[at], locationEntries[at]);
+  }
 }
 
 void attach(const std::shared_ptr<UIView>& host, const std::shared_ptr<LWGIFView>& view) {
@@ -113,100 +92,77 @@ void attach(const std::shared_ptr<UIView>& host, const std::shared_ptr<LWGIFView
 void createViewIfMissing(const std::shared_ptr<UIView>& host, const LocationEntry& entry,
                          Deadline deadline) {
   if (entry.view.load()) return;
-  auto view = LWGIFView::initWithIdentifier(entry.identifier());
+  auto view = LWGIFView::initWithIdentifier(entry.location.identifier);
   view->setTag(LWGIFView::animatedViewTag);
   entry.view.store(view);
   hopToMainQueue([host, view] { attach(host, view); }, deadline);
 }
 
-void createMissingViews(const HostViews& views, Deadline deadline) {
-  const std::int32_t mode = getModeIndex();
-  if (mode == sharedMode) createViewIfMissing(views.shared, sharedEntry, deadline);
-  if (mode != separateMode) return;
-  createViewIfMissing(views.homeScreen, homescreenEntry, deadline);
-  createViewIfMissing(views.lockScreen, lockscreenEntry, deadline);
+// The home screen's before the lock screen's.
+void createMissingViews(const HostViews& hosts, Deadline deadline) {
+  const WallpaperMode mode = wallpaperMode();
+  for (std::size_t at = hosts.size(); at-- > 0;) {
+    if (isUsed(locationEntries[at], mode)) {
+      createViewIfMissing(hosts[at], locationEntries[at], deadline);
+    }
+  }
 }
 
-CGFloat dockHeight() {
-  if (!getDockEnabled()) return 0;
-  const CGFloat height = defaultDockHeight();
-  const CGFloat screenHeight = platform::mainScreenBounds().value_or(CGRect()).height;
-  if (height > 0 && height < screenHeight) return height;
-  // The stored height deliberately passes through its six-decimal text.
-  return static_cast<CGFloat>(platform::doubleValue(platform::decimalText(getDockHeight())));
-}
-
-bool isPhone() {
-  const auto idiom = platform::userInterfaceIdiom();
-  return !idiom || *idiom == platform::UIUserInterfaceIdiom::Phone;
-}
-
-// The screen less the dock, which stands at the side of a phone held sideways.
-CGRect rectangleBesideDock(const CGRect& screen) {
-  const UIInterfaceOrientation orientation = platform::statusBarOrientation();
-  const CGFloat dock = dockHeight();
-  if (isPhone() && isLandscape(orientation)) return {0, 0, screen.width - dock, screen.height};
-  return {0, 0, screen.width, screen.height - dock};
-}
-
+// Of every view, whatever the mode.
 void setFrames(const CGRect& screen, Deadline deadline) {
   const CGRect besideDock = rectangleBesideDock(screen);
   hopToMainQueue(
       [screen, besideDock] {
-        // The lock screen has no dock.
-        if (auto view = sharedGIFView.load()) view->setFrame(besideDock);
-        if (auto view = lockscreenGIFView.load()) view->setFrame(screen);
-        if (auto view = homescreenGIFView.load()) view->setFrame(besideDock);
-      },
-      deadline);
-}
-
-void scaleViews() {
-  for (const LocationEntry* entry : {&sharedEntry, &homescreenEntry, &lockscreenEntry}) {
-    if (auto view = entry->view.load()) updateScalingModeOfWallpaper(view, entry->identifier());
-  }
-}
-
-void attachIfDetached(const std::shared_ptr<UIView>& host, const LocationEntry& entry) {
-  const auto view = entry.view.load();
-  if (view && !view->superview()) attach(host, view);
-}
-
-void reattachViews(const HostViews& views, Deadline deadline) {
-  hopToMainQueue(
-      [views] {
-        const std::int32_t mode = getModeIndex();
-        if (mode == separateMode) {
-          attachIfDetached(views.lockScreen, lockscreenEntry);
-          attachIfDetached(views.homeScreen, homescreenEntry);
-        } else if (mode == sharedMode) {
-          attachIfDetached(views.shared, sharedEntry);
+        for (const LocationEntry& entry : locationEntries) {
+          // The lock screen has no dock.
+          const bool isLockScreen = entry.location.id == ScreenLocation::LockScreen;
+          if (auto view = entry.view.load()) view->setFrame(isLockScreen ? screen : besideDock);
         }
       },
       deadline);
 }
 
-void markIfFilePresent(const LocationEntry& entry) {
+// The home screen's before the lock screen's.
+void scaleViews() {
+  for (const std::size_t at : {0, 2, 1}) {
+    const LocationEntry& entry = locationEntries[at];
+    if (auto view = entry.view.load()) {
+      updateScalingModeOfWallpaper(view, entry.location.identifier);
+    }
+  }
+}
+
+void reattachViews(const HostViews& hosts, Deadline deadline) {
+  hopToMainQueue(
+      [hosts] {
+        const WallpaperMode mode = wallpaperMode();
+        for (std::size_t at = 0; at < hosts.size(); ++at) {
+          if (!isUsed(locationEntries[at], mode)) continue;
+          const auto view = locationEntries[at].view.load();
+          if (view && !view->superview()) attach(hosts[at], view);
+        }
+      },
+      deadline);
+}
+
+void markIfFilePresent(const Location& location) {
   bool isDirectory = false;
-  if (platform::fileExistsAtPath(entry.gifPath, isDirectory) && !isDirectory) {
-    setPreferencesObjectKey("TRUE", entry.wallpaperSetKey());
+  if (platform::fileExistsAtPath(location.gifPath, isDirectory) && !isDirectory) {
+    setPreferencesObjectKey("TRUE", location.wallpaperSetKey);
   }
 }
 
 void startView(const LocationEntry& entry) {
-  if (auto view = entry.view.load()) view->startAnimationWithGIFAtPath(entry.gifPath);
+  if (auto view = entry.view.load()) view->startAnimationWithGIFAtPath(entry.location.gifPath);
 }
 
 void markAndStart() {
-  const std::int32_t mode = getModeIndex();
-  if (mode == sharedMode) {
-    markIfFilePresent(sharedEntry);
-    startView(sharedEntry);
-  } else if (mode == separateMode) {
-    markIfFilePresent(lockscreenEntry);
-    markIfFilePresent(homescreenEntry);
-    startView(lockscreenEntry);
-    startView(homescreenEntry);
+  const WallpaperMode mode = wallpaperMode();
+  for (const LocationEntry& entry : locationEntries) {
+    if (isUsed(entry, mode)) markIfFilePresent(entry.location);
+  }
+  for (const LocationEntry& entry : locationEntries) {
+    if (isUsed(entry, mode)) startView(entry);
   }
 }
 
@@ -218,12 +174,12 @@ void install() {
   const platform::id controller = sharedWallpaperController();
   const Deadline deadline = deadlineFromNow();
   redrawHostWallpaper(controller, deadline);
-  const HostViews views = listenToHostViews(controller);
-  takeOverAnimatedViews(views);
-  createMissingViews(views, deadline);
+  const HostViews hosts = listenToHostViews(controller);
+  takeOverAnimatedViews(hosts);
+  createMissingViews(hosts, deadline);
   setFrames(screen, deadline);
   scaleViews();
-  reattachViews(views, deadline);
+  reattachViews(hosts, deadline);
   markAndStart();
   setPreferencesObjectKey("TRUE", "WALLPAPER_SET");
 }

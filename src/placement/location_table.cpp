@@ -1,6 +1,7 @@
 #include "placement/location_table.h"
 
-#include "settings/device_paths.h"
+#include "gifview/gif_view.h"
+#include "placement/wallpaper_listener.h"
 
 namespace lumora {
 
@@ -11,27 +12,15 @@ constinit ListenerGlobal sharedListener;
 constinit ListenerGlobal lockscreenListener;
 constinit ListenerGlobal homescreenListener;
 
-const LocationEntry sharedEntry{ScreenLocation::Shared, sharedGIFView, sharedListener,
-                                "_sharedWallpaperView", sharedGIFPath};
-const LocationEntry lockscreenEntry{ScreenLocation::LockScreen, lockscreenGIFView,
-                                    lockscreenListener, "_lockscreenWallpaperView",
-                                    lockscreenGIFPath};
-const LocationEntry homescreenEntry{ScreenLocation::HomeScreen, homescreenGIFView,
-                                    homescreenListener, "_homescreenWallpaperView",
-                                    homescreenGIFPath};
+constinit const std::array<LocationEntry, 3> locationEntries = {{
+    {locations[0], sharedGIFView, sharedListener, "_sharedWallpaperView"},
+    {locations[1], lockscreenGIFView, lockscreenListener, "_lockscreenWallpaperView"},
+    {locations[2], homescreenGIFView, homescreenListener, "_homescreenWallpaperView"},
+}};
 
 const LocationEntry* entryOf(ScreenLocation location) {
-  switch (location) {
-    case ScreenLocation::Shared:
-      return &sharedEntry;
-    case ScreenLocation::LockScreen:
-      return &lockscreenEntry;
-    case ScreenLocation::HomeScreen:
-      return &homescreenEntry;
-    case ScreenLocation::Unknown:
-      break;
-  }
-  return nullptr;
+  const auto index = static_cast<std::size_t>(location);
+  return index < locationEntries.size() ? &locationEntries[index] : nullptr;
 }
 
 }  // namespace lumora

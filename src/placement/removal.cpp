@@ -1,5 +1,6 @@
 #include "placement/removal.h"
 
+#include "gifview/gif_view.h"
 #include "placement/location_table.h"
 #include "placement/tweak_queue.h"
 #include "platform/file_manager.h"
@@ -15,37 +16,35 @@ void detach(const LocationEntry& entry) {
 
 void removeLocation(const LocationEntry& entry) {
   hopToMainQueue([&entry] { detach(entry); }, deadlineFromNow());
-  setPreferencesObjectKey("FALSE", entry.wallpaperSetKey());
-  platform::removeItemAtPath(entry.gifPath);
-  platform::removeItemAtPath(platform::stringByDeletingPathExtension(entry.gifPath));
+  setPreferencesObjectKey("FALSE", entry.location.wallpaperSetKey);
+  platform::removeItemAtPath(entry.location.gifPath);
+  platform::removeItemAtPath(platform::stringByDeletingPathExtension(entry.location.gifPath));
 }
 
 void removeAll() {
   hopToMainQueue(
       [] {
-        detach(sharedEntry);
-        detach(lockscreenEntry);
-        detach(homescreenEntry);
+        for (const LocationEntry& entry : locationEntries) detach(entry);
       },
       deadlineFromNow());
   setPreferencesObjectKey("FALSE", "WALLPAPER_SET");
-  setPreferencesObjectKey("FALSE", sharedEntry.wallpaperSetKey());
-  setPreferencesObjectKey("FALSE", lockscreenEntry.wallpaperSetKey());
-  setPreferencesObjectKey("FALSE", homescreenEntry.wallpaperSetKey());
+  for (const Location& location : locations) {
+    setPreferencesObjectKey("FALSE", location.wallpaperSetKey);
+  }
 }
 
 }  // namespace
 
 void removeSharedGIFView() {
-  addToTweakQueue([] { removeLocation(sharedEntry); });
+  addToTweakQueue([] { removeLocation(locationEntries[0]); });
 }
 
 void removeLockscreenGIFView() {
-  addToTweakQueue([] { removeLocation(lockscreenEntry); });
+  addToTweakQueue([] { removeLocation(locationEntries[1]); });
 }
 
 void removeHomescreenGIFView() {
-  addToTweakQueue([] { removeLocation(homescreenEntry); });
+  addToTweakQueue([] { removeLocation(locationEntries[2]); });
 }
 
 void removeGIFFromAllWallpapers() {

@@ -16,6 +16,11 @@ void removeOldListener(const std::shared_ptr<platform::UIView>& object, Listener
   if (removed) listener.store(nullptr);
 }
 
+ScreenLocation locationOfTag(int tag) {
+  const Location* location = locationWithTag(tag);
+  return location == nullptr ? ScreenLocation::Unknown : location->id;
+}
+
 }  // namespace
 
 void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UIView>& object,

@@ -6,7 +6,7 @@
 
 #include "platform/key_value_observing.h"
 #include "platform/view.h"
-#include "settings/screen_location.h"
+#include "settings/locations.h"
 
 namespace lumora {
 

@@ -25,86 +25,44 @@ Value converted(const char* key, Value (*conversion)(const std::string&), Value 
   return text && !text->empty() ? conversion(*text) : otherwise;
 }
 
-bool boolSetting(const char* key, bool otherwise) {
+bool readBoolean(const char* key, bool otherwise) {
   return converted(key, platform::boolValue, otherwise);
 }
 
-std::int32_t intSetting(const char* key, std::int32_t otherwise) {
+std::int32_t readInteger(const char* key, std::int32_t otherwise) {
   return converted(key, platform::intValue, otherwise);
 }
 
-float floatSetting(const char* key, float otherwise) {
+float readNumber(const char* key, float otherwise) {
   return converted(key, platform::floatValue, otherwise);
 }
 
-std::string textSetting(const char* key, const char* otherwise) {
+platform::CGFloat readLength(const char* key, float otherwise) {
+  return readNumber(key, otherwise);
+}
+
+std::string readText(const char* key, const char* otherwise) {
   return storedText(key).value_or(otherwise);
 }
 
-std::string modeSetting(const char* key, const char* otherwise) {
-  const std::string mode = textSetting(key, otherwise);
+std::string readScalingMode(const char* key, const char* otherwise) {
+  const std::string mode = readText(key, otherwise);
   return mode == "FIT" || mode == "FILL" || mode == "FULLSCREEN" ? mode : otherwise;
-}
-
-template <typename Value>
-Value ofLocation(ScreenLocation location, Value (*shared)(), Value (*lockScreen)(),
-                 Value (*homeScreen)(), Value otherwise) {
-  switch (location) {
-    case ScreenLocation::Shared:
-      return shared();
-    case ScreenLocation::LockScreen:
-      return lockScreen();
-    case ScreenLocation::HomeScreen:
-      return homeScreen();
-    case ScreenLocation::Unknown:
-      break;
-  }
-  return otherwise;
 }
 
 }  // namespace
 
-// clang-format off
-bool getEnabled()                          { return boolSetting("ENABLED", true); }
-bool getWallpaperSet()                     { return boolSetting("WALLPAPER_SET", false); }
-bool getSharedWallpaperSet()               { return boolSetting("SHARED_WALLPAPER_SET", false); }
-bool getLockscreenWallpaperSet()           { return boolSetting("LOCKSCREEN_WALLPAPER_SET", false); }
-bool getHomescreenWallpaperSet()           { return boolSetting("HOMESCREEN_WALLPAPER_SET", false); }
-std::int32_t getModeIndex()                { return intSetting("MODE_INDEX", 1); }
-std::int32_t getLocationIndex()            { return intSetting("LOCATION_INDEX", 0); }
-float getSharedGIFSpeed()                  { return floatSetting("SHARED_GIF_SPEED", 1.0F); }
-float getLockscreenGIFSpeed()              { return floatSetting("LOCKSCREEN_GIF_SPEED", 1.0F); }
-float getHomescreenGIFSpeed()              { return floatSetting("HOMESCREEN_GIF_SPEED", 1.0F); }
-float getSharedGIFAlpha()                  { return floatSetting("SHARED_GIF_ALPHA", 1.0F); }
-float getLockscreenGIFAlpha()              { return floatSetting("LOCKSCREEN_GIF_ALPHA", 1.0F); }
-float getHomescreenGIFAlpha()              { return floatSetting("HOMESCREEN_GIF_ALPHA", 1.0F); }
-float getSharedGIFBlur()                   { return floatSetting("SHARED_GIF_BLUR", 0.0F); }
-float getLockscreenGIFBlur()               { return floatSetting("LOCKSCREEN_GIF_BLUR", 0.0F); }
-float getHomescreenGIFBlur()               { return floatSetting("HOMESCREEN_GIF_BLUR", 0.0F); }
-std::string getSharedScalingMode()         { return modeSetting("SHARED_SCALING_MODE", "FIT"); }
-std::string getLockscreenScalingMode()     { return modeSetting("LOCKSCREEN_SCALING_MODE", "FIT"); }
-std::string getHomescreenScalingMode()     { return modeSetting("HOMESCREEN_SCALING_MODE", "FIT"); }
-bool getDockEnabled()                      { return boolSetting("DOCK_ENABLED", true); }
-platform::CGFloat getDockHeight()          { return floatSetting("DOCK_HEIGHT", 0.0F); }
-std::string getSafariSavePath()            { return textSetting("SAFARI_DIRECTORY", ""); }
-std::string getSafariObjectURL()           { return textSetting("SAFARI_OBJECT_URL", ""); }
-std::string getSharedTextFieldText()       { return textSetting("SHARED_TEXT_FIELD_TEXT", ""); }
-std::string getLockscreenTextFieldText()   { return textSetting("LOCKSCREEN_TEXT_FIELD_TEXT", ""); }
-std::string getHomescreenTextFieldText()   { return textSetting("HOMESCREEN_TEXT_FIELD_TEXT", ""); }
-// clang-format on
+#define SETTING(type, getter, key, otherwise) \
+  setting_types::type getter() {              \
+    return read##type(key, otherwise);        \
+  }
+#include "settings/settings.def"
 
-float getGIFSpeed(ScreenLocation location) {
-  return ofLocation(location, getSharedGIFSpeed, getLockscreenGIFSpeed, getHomescreenGIFSpeed,
-                    1.0F);
-}
-
-float getGIFAlpha(ScreenLocation location) {
-  return ofLocation(location, getSharedGIFAlpha, getLockscreenGIFAlpha, getHomescreenGIFAlpha,
-                    1.0F);
-}
-
-float getGIFBlur(ScreenLocation location) {
-  return ofLocation(location, getSharedGIFBlur, getLockscreenGIFBlur, getHomescreenGIFBlur, 0.0F);
+WallpaperMode wallpaperMode() {
+  const std::int32_t index = getModeIndex();
+  if (index == static_cast<std::int32_t>(WallpaperMode::Separate)) return WallpaperMode::Separate;
+  if (index == static_cast<std::int32_t>(WallpaperMode::Shared)) return WallpaperMode::Shared;
+  return WallpaperMode::None;
 }
 
 void setPreferencesObjectKey(const std::string& object, const std::string& key) {

@@ -1,31 +1,25 @@
 #include "settings/wallpaper_intake.h"
 
-#include <algorithm>
 #include <string>
 
 #include "platform/file_manager.h"
-#include "settings/device_paths.h"
+#include "settings/locations.h"
 #include "settings/settings_store.h"
 
 namespace lumora {
 namespace {
 
-struct IncomingFile {
-  const char* name;
-  const char* modeIndex;
-  const char* destination;
-};
+const Location* locationOfIncomingFile(const std::string& name) {
+  for (const Location& location : locations) {
+    if (name == location.incomingName) return &location;
+  }
+  return nullptr;
+}
 
-constexpr IncomingFile incomingFiles[] = {
-    {"SHARED_LUMORA_WALLPAPER.gif", "1", sharedGIFPath},
-    {"LOCKSCREEN_LUMORA_WALLPAPER.gif", "0", lockscreenGIFPath},
-    {"HOMESCREEN_LUMORA_WALLPAPER.gif", "0", homescreenGIFPath},
-};
-
-void makeRoomFor(const IncomingFile& incoming) {
-  setPreferencesObjectKey(incoming.modeIndex, "MODE_INDEX");
-  platform::removeItemAtPath(incoming.destination);
-  platform::removeItemAtPath(platform::stringByDeletingPathExtension(incoming.destination));
+void makeRoomFor(const Location& location) {
+  setPreferencesObjectKey(std::to_string(static_cast<int>(location.mode)), "MODE_INDEX");
+  platform::removeItemAtPath(location.gifPath);
+  platform::removeItemAtPath(platform::stringByDeletingPathExtension(location.gifPath));
 }
 
 bool isFolder(const std::string& path) {
@@ -37,14 +31,10 @@ bool isFolder(const std::string& path) {
 
 void takeInWallpaperFile() {
   const std::string source = getSafariSavePath();
-  const std::string name = platform::lastPathComponent(source);
-  const auto* incoming =
-      std::find_if(std::begin(incomingFiles), std::end(incomingFiles),
-                   [&name](const IncomingFile& file) { return name == file.name; });
-  const bool isKnown = incoming != std::end(incomingFiles);
-  if (isKnown) makeRoomFor(*incoming);
+  const Location* location = locationOfIncomingFile(platform::lastPathComponent(source));
+  if (location != nullptr) makeRoomFor(*location);
   if (isFolder(source)) return;
-  if (isKnown) platform::moveItemAtPath(source, incoming->destination);
+  if (location != nullptr) platform::moveItemAtPath(source, location->gifPath);
   platform::removeItemAtPath(source);
 }
 

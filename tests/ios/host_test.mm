@@ -6,6 +6,7 @@
 
 #include "hooks/hook_table.h"
 #include "placement/location_table.h"
+#include "placement/wallpaper_listener.h"
 #import "platform/ios/native_view.h"
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"

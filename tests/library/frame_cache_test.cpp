@@ -10,12 +10,12 @@
 #include <time.h>
 
 #include "gifview/gif_frame_delay.h"
-#include "gifview/notification_names.h"
 #include "platform/file_manager.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/images/png/reader.h"
 #include "platform/operation_queue.h"
 #include "platform/property_list.h"
+#include "settings/notification_names.h"
 #include "tests/fixture/stage.h"
 
 namespace {

@@ -8,6 +8,7 @@
 #include "hooks/wallpaper_view_dealloc.h"
 #include "host/home_screen/wallpaper_controller.h"
 #include "placement/location_table.h"
+#include "placement/wallpaper_listener.h"
 #include "platform/linux/views/view_observers.h"
 #include "tests/fixture/stage.h"
 
@@ -70,7 +71,7 @@ TEST(Gating, AWallpaperThatIsStartedWhereNobodySeesItRests) {
 
 TEST(Gating, BringsTheHostViewToTheFrontBothWays) {
   Playing stage;
-  const auto host = Stage::hostView(lumora::sharedEntry);
+  const auto host = Stage::hostView("SHARED");
   const auto cover = std::make_shared<platform::UIView>();
   for (const bool hides : {true, false}) {
     host->superview()->addSubview(cover);
@@ -104,7 +105,7 @@ TEST(Gating, ADetachedViewIsInstalledAgainBeforeItPausesOrResumes) {
 
 TEST(Gating, AViewWithAForeignTagSendsNothingAndInstallsNothing) {
   Playing stage;
-  Stage::hostView(lumora::sharedEntry)->setTag(5);
+  Stage::hostView("SHARED")->setTag(5);
   stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
   stage.hideWallpaper();
   stage.showWallpaper();
@@ -148,7 +149,7 @@ class StrangeObserver : public platform::KeyValueObserver {
 TEST(Gating, AHostViewDiesWithTheListenerOnIt) {
   Playing stage;
   const std::weak_ptr<LWWallpaperListener> listener = lumora::sharedListener.load();
-  const std::weak_ptr<platform::UIView> host = Stage::hostView(lumora::sharedEntry);
+  const std::weak_ptr<platform::UIView> host = Stage::hostView("SHARED");
   ASSERT_EQ(platform::observersOf(*host.lock()).size(), 1U);
   stage.choose("HOMESCREEN", gif);
   EXPECT_TRUE(host.expired());

@@ -50,7 +50,7 @@ TEST(Placement, InSharedModePutsOneViewIntoTheSharedWallpaper) {
   Furnished stage("1");
   install(stage);
   const auto view = Stage::view("SHARED");
-  const auto host = Stage::hostView(lumora::sharedEntry);
+  const auto host = Stage::hostView("SHARED");
   EXPECT_EQ(view->superview(), host);
   EXPECT_EQ(view->tag(), 1337);
   EXPECT_EQ(host->tag(), 0);
@@ -66,11 +66,11 @@ TEST(Placement, InSharedModePutsOneViewIntoTheSharedWallpaper) {
 TEST(Placement, InSeparateModePutsAViewIntoEachWallpaper) {
   Furnished stage("0");
   install(stage);
-  EXPECT_EQ(Stage::hostView(lumora::sharedEntry), nullptr);
-  EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), Stage::hostView(lumora::lockscreenEntry));
-  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), Stage::hostView(lumora::homescreenEntry));
-  EXPECT_EQ(Stage::hostView(lumora::lockscreenEntry)->tag(), 1);
-  EXPECT_EQ(Stage::hostView(lumora::homescreenEntry)->tag(), 2);
+  EXPECT_EQ(Stage::hostView("SHARED"), nullptr);
+  EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), Stage::hostView("LOCKSCREEN"));
+  EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), Stage::hostView("HOMESCREEN"));
+  EXPECT_EQ(Stage::hostView("LOCKSCREEN")->tag(), 1);
+  EXPECT_EQ(Stage::hostView("HOMESCREEN")->tag(), 2);
   // The lock screen has no dock.
   EXPECT_EQ(Stage::view("LOCKSCREEN")->frame(), (CGRect{0, 0, 390, 844}));
   EXPECT_EQ(Stage::view("HOMESCREEN")->frame(), (CGRect{0, 0, 390, 748}));
@@ -107,7 +107,7 @@ TEST(Placement, EndsWithoutATraceIfThePictureInQuestionIsMissingOrDamaged) {
       EXPECT_EQ(watch.take().writes, 0);
       EXPECT_EQ(Stage::view("SHARED"), nullptr);
       EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
-      EXPECT_TRUE(platform::observersOf(*Stage::hostView(lumora::sharedEntry)).empty());
+      EXPECT_TRUE(platform::observersOf(*Stage::hostView("SHARED")).empty());
     }
   }
 }
@@ -131,7 +131,7 @@ TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
   Stage::put("WALLPAPER_SET", "FALSE");
   Stage::put("DOCK_ENABLED", "FALSE");
   Stage::put("SHARED_SCALING_MODE", "FILL");
-  const auto host = Stage::hostView(lumora::sharedEntry);
+  const auto host = Stage::hostView("SHARED");
   const auto listener = platform::observersOf(*host);
   stage.takePosted();
   install(stage);
@@ -139,7 +139,7 @@ TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
   EXPECT_EQ(Stage::view("SHARED")->imageView()->contentMode(), UIViewContentMode::ScaleAspectFill);
   EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
   EXPECT_EQ(lumora::lockscreenListener.load(), nullptr);
-  EXPECT_EQ(Stage::hostView(lumora::sharedEntry), host);
+  EXPECT_EQ(Stage::hostView("SHARED"), host);
   EXPECT_EQ(platform::observersOf(*host), listener);
   EXPECT_TRUE(stage.takePosted().empty());
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
@@ -149,7 +149,7 @@ TEST(Placement, ASecondInstallationReusesEverything) {
   Furnished stage("1");
   install(stage);
   const auto view = Stage::view("SHARED");
-  const auto host = Stage::hostView(lumora::sharedEntry);
+  const auto host = Stage::hostView("SHARED");
   const auto above = std::make_shared<platform::UIView>();
   host->addSubview(above);
   install(stage);
@@ -160,23 +160,20 @@ TEST(Placement, ASecondInstallationReusesEverything) {
 
 TEST(Placement, TakesOverTheLastAnimatedViewFoundByItsTag) {
   Furnished stage("1");
-  const std::pair<const char*, const lumora::LocationEntry*> cases[] = {
-      {"1", &lumora::sharedEntry},
-      {"0", &lumora::lockscreenEntry},
-      {"0", &lumora::homescreenEntry}};
-  for (const auto& [mode, entry] : cases) {
-    SCOPED_TRACE(entry->identifier());
-    Stage::put("MODE_INDEX", mode);
+  for (const lumora::LocationEntry& entry : lumora::locationEntries) {
+    const std::string identifier = entry.location.identifier;
+    SCOPED_TRACE(identifier);
+    Stage::put("MODE_INDEX", identifier == "SHARED" ? "1" : "0");
     install(stage);
-    const auto other = stage.makeView(entry->identifier());
+    const auto other = stage.makeView(identifier);
     other->setTag(1337);
-    Stage::hostView(*entry)->addSubview(other);
+    Stage::hostView(identifier)->addSubview(other);
     install(stage);
-    EXPECT_EQ(entry->view.load(), other);
+    EXPECT_EQ(entry.view.load(), other);
     // Messages reach it, too: of two views with one name the later one is served.
-    lumora::setWallpaperAnimating(entry->location, true);
+    lumora::setWallpaperAnimating(entry.location.id, true);
     stage.settle();
-    EXPECT_TRUE(Stage::isPlaying(entry->identifier()));
+    EXPECT_TRUE(Stage::isPlaying(identifier));
   }
 }
 
@@ -184,7 +181,7 @@ TEST(Placement, AModeChangeMovesOnToNewHostViewsAndKeepsTheOldAnimatedView) {
   Furnished stage("1");
   install(stage);
   const auto shared = Stage::view("SHARED");
-  const std::weak_ptr<platform::UIView> oldHost = Stage::hostView(lumora::sharedEntry);
+  const std::weak_ptr<platform::UIView> oldHost = Stage::hostView("SHARED");
   Stage::put("MODE_INDEX", "0");
   install(stage);
   EXPECT_TRUE(oldHost.expired());
@@ -193,7 +190,7 @@ TEST(Placement, AModeChangeMovesOnToNewHostViewsAndKeepsTheOldAnimatedView) {
   Stage::put("MODE_INDEX", "1");
   install(stage);
   EXPECT_EQ(Stage::view("SHARED"), shared);
-  EXPECT_EQ(shared->superview(), Stage::hostView(lumora::sharedEntry));
+  EXPECT_EQ(shared->superview(), Stage::hostView("SHARED"));
 }
 
 TEST(Placement, OnAPhoneHeldSidewaysTheDockStandsAtTheSide) {

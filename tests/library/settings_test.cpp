@@ -1,5 +1,6 @@
 #include <limits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -24,45 +25,26 @@ struct Row {
   Value otherwise;
 };
 
-const Row<bool> booleans[] = {
-    {"ENABLED", lumora::getEnabled, true},
-    {"DOCK_ENABLED", lumora::getDockEnabled, true},
-    {"WALLPAPER_SET", lumora::getWallpaperSet, false},
-    {"SHARED_WALLPAPER_SET", lumora::getSharedWallpaperSet, false},
-    {"LOCKSCREEN_WALLPAPER_SET", lumora::getLockscreenWallpaperSet, false},
-    {"HOMESCREEN_WALLPAPER_SET", lumora::getHomescreenWallpaperSet, false},
-};
+// The rows of one type of value.
+template <typename Value>
+std::vector<Row<Value>> rowsOf(const std::string& wanted) {
+  std::vector<Row<Value>> rows;
+  auto add = [&]<typename Other>(const char* type, const char* key, Other (*getter)(), auto value) {
+    if constexpr (std::is_same_v<Other, Value>) {
+      if (wanted == type) rows.push_back({key, getter, Value(value)});
+    }
+  };
+#define SETTING(type, getter, key, otherwise) add(#type, key, lumora::getter, otherwise);
+#include "settings/settings.def"
+  return rows;
+}
 
-const Row<std::int32_t> integers[] = {
-    {"MODE_INDEX", lumora::getModeIndex, 1},
-    {"LOCATION_INDEX", lumora::getLocationIndex, 0},
-};
-
-const Row<float> numbers[] = {
-    {"SHARED_GIF_SPEED", lumora::getSharedGIFSpeed, 1},
-    {"LOCKSCREEN_GIF_SPEED", lumora::getLockscreenGIFSpeed, 1},
-    {"HOMESCREEN_GIF_SPEED", lumora::getHomescreenGIFSpeed, 1},
-    {"SHARED_GIF_ALPHA", lumora::getSharedGIFAlpha, 1},
-    {"LOCKSCREEN_GIF_ALPHA", lumora::getLockscreenGIFAlpha, 1},
-    {"HOMESCREEN_GIF_ALPHA", lumora::getHomescreenGIFAlpha, 1},
-    {"SHARED_GIF_BLUR", lumora::getSharedGIFBlur, 0},
-    {"LOCKSCREEN_GIF_BLUR", lumora::getLockscreenGIFBlur, 0},
-    {"HOMESCREEN_GIF_BLUR", lumora::getHomescreenGIFBlur, 0},
-};
-
-const Row<std::string> modes[] = {
-    {"SHARED_SCALING_MODE", lumora::getSharedScalingMode, "FIT"},
-    {"LOCKSCREEN_SCALING_MODE", lumora::getLockscreenScalingMode, "FIT"},
-    {"HOMESCREEN_SCALING_MODE", lumora::getHomescreenScalingMode, "FIT"},
-};
-
-const Row<std::string> texts[] = {
-    {"SAFARI_DIRECTORY", lumora::getSafariSavePath, ""},
-    {"SAFARI_OBJECT_URL", lumora::getSafariObjectURL, ""},
-    {"SHARED_TEXT_FIELD_TEXT", lumora::getSharedTextFieldText, ""},
-    {"LOCKSCREEN_TEXT_FIELD_TEXT", lumora::getLockscreenTextFieldText, ""},
-    {"HOMESCREEN_TEXT_FIELD_TEXT", lumora::getHomescreenTextFieldText, ""},
-};
+const auto booleans = rowsOf<bool>("Boolean");
+const auto integers = rowsOf<std::int32_t>("Integer");
+const auto numbers = rowsOf<float>("Number");
+const auto lengths = rowsOf<platform::CGFloat>("Length");
+const auto modes = rowsOf<std::string>("ScalingMode");
+const auto texts = rowsOf<std::string>("Text");
 
 // What a getter gives for a stored text.
 template <typename Value>
@@ -77,7 +59,7 @@ void expectDefaults() {
   for (const auto& row : numbers) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
   for (const auto& row : modes) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
   for (const auto& row : texts) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
-  EXPECT_EQ(lumora::getDockHeight(), 0);
+  for (const auto& row : lengths) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
 }
 
 // A list of the kind of the settings with values of other types under every known key.
@@ -91,7 +73,7 @@ std::string listOfOtherTypes() {
   for (const auto& row : numbers) add(row.key, "<real>7.5</real>");
   for (const auto& row : modes) add(row.key, "<array><string>FILL</string></array>");
   for (const auto& row : texts) add(row.key, "<dict/>");
-  add("DOCK_HEIGHT", "<data>AAAA</data>");
+  for (const auto& row : lengths) add(row.key, "<data>AAAA</data>");
   return list + "</dict></plist>";
 }
 

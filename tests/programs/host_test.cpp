@@ -18,7 +18,7 @@ TEST(Host, TheFourStatesHideAndShowTheWallpapers) {
   Stage stage({.startsLocked = true});
   stage.launch();
   auto& springBoard = stage.springBoard();
-  const auto wallpaper = Stage::hostView(lumora::sharedEntry);
+  const auto wallpaper = Stage::hostView("SHARED");
   EXPECT_EQ(springBoard.state(), ScreenState::Locked);
   EXPECT_FALSE(wallpaper->hidden());
   springBoard.openApp();
@@ -41,7 +41,7 @@ TEST(Host, TurnsEverythingButTheMainScreensBounds) {
   stage.launch();
   stage.rotate(UIInterfaceOrientation::LandscapeRight);
   EXPECT_EQ(platform::mainScreenBounds(), (platform::CGRect{0, 0, 390, 844}));
-  EXPECT_EQ(Stage::hostView(lumora::sharedEntry)->frame(), (platform::CGRect{0, 0, 844, 390}));
+  EXPECT_EQ(Stage::hostView("SHARED")->frame(), (platform::CGRect{0, 0, 844, 390}));
   const auto status = report(stage);
   EXPECT_EQ(status["orientation"], "left");
   EXPECT_EQ(status["size"], (nlohmann::json{390, 844}));

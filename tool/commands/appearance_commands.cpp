@@ -6,8 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "gifview/notification_names.h"
-#include "settings/control_names.h"
+#include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/stored_settings.h"
 #include "tool/support/failure.h"
@@ -30,8 +29,9 @@ void notify(const DeviceFolder& device, std::initializer_list<const char*> names
   host->settle();
 }
 
+// Under the key that begins with the location's identifier and ends so.
 void storeFor(const Words& words, const char* key) {
-  storeSetting(locationKey(locationNamed(words.location), key), words.value);
+  storeSetting(std::string(locationNamed(words.location).identifier) + key, words.value);
 }
 
 // What the views announce while they rewrite their frames. A notification says nothing of its
@@ -40,8 +40,8 @@ class Rewriting {
  public:
   explicit Rewriting(HostConnection& host) : host_(host) {
     for (const std::string& name : locationNames) {
-      const std::string identifier = lumora::identifierOf(locationNamed(name));
-      if (host.serves(lumora::messagingCenterPrefix + identifier)) ++liveViews_;
+      const char* identifier = locationNamed(name).identifier;
+      if (host.serves(std::string(lumora::messagingCenterPrefix) + identifier)) ++liveViews_;
     }
     host.watch([this](const std::string& name) {
       if (name == lumora::frameFoundNotification) ++framesFound_;
@@ -90,7 +90,7 @@ class Rewriting {
 };
 
 void changeBlur(const DeviceFolder& device, const Words& words) {
-  storeFor(words, "GIF_BLUR");
+  storeFor(words, "_GIF_BLUR");
   const TimeLimit limit{Seconds(words.timeout)};
   auto host = HostConnection::find(device, limit.left());
   if (!host) return;
@@ -134,13 +134,13 @@ void addNumberCommands(CLI::App& lumora, Context& context) {
   constexpr long fastest = 1000;
   auto speed = std::make_shared<Words>();
   addLiveCommand(lumora, context, "speed", "how fast a GIF plays: 1 as it was made, 0 stands still",
-                 speed, "GIF_SPEED", lumora::speedNeedsUpdatingNotification)
+                 speed, "_GIF_SPEED", lumora::speedNeedsUpdatingNotification)
       ->add_option("FACTOR", speed->value)
       ->required()
       ->check(numberUpTo(fastest));
   auto alpha = std::make_shared<Words>();
   addLiveCommand(lumora, context, "alpha", "how opaque a GIF is: 1 fully, 0 not to be seen", alpha,
-                 "GIF_ALPHA", lumora::alphaNeedsUpdatingNotification)
+                 "_GIF_ALPHA", lumora::alphaNeedsUpdatingNotification)
       ->add_option("OPACITY", alpha->value)
       ->required()
       ->check(numberUpTo(1));
@@ -160,7 +160,7 @@ void addAppearanceCommands(CLI::App& lumora, Context& context) {
   addNumberCommands(lumora, context);
   auto scaling = std::make_shared<Words>();
   auto* command = addLiveCommand(lumora, context, "scaling", "how a GIF fills its screen", scaling,
-                                 "SCALING_MODE", lumora::control::updateWallpaper);
+                                 "_SCALING_MODE", lumora::control::updateWallpaper);
   addChoice(command, "MODE", scaling->value, {"FIT", "FILL", "FULLSCREEN"});
 }
 

@@ -12,7 +12,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "settings/screen_location.h"
+#include "settings/locations.h"
 #include "tool/device/device_folder.h"
 #include "tool/device/host_connection.h"
 
@@ -76,9 +76,9 @@ inline void addTimeout(CLI::App* command, double& seconds) {
 inline const std::vector<std::string> locationNames = {"shared", "lockscreen", "homescreen"};
 
 // Of one of locationNames.
-inline lumora::ScreenLocation locationNamed(std::string name) {
+inline const lumora::Location& locationNamed(std::string name) {
   for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
-  return lumora::locationOfIdentifier(name);
+  return *lumora::locationWithIdentifier(name);
 }
 
 }  // namespace tool

@@ -169,7 +169,7 @@ class HostRun {
   int import() const {
     try {
       const TimeLimit limit(longestImport);
-      importWallpaper(device_, lumora::ScreenLocation::Shared, *gif_, limit, [] {});
+      importWallpaper(device_, lumora::locations.front(), *gif_, limit, [] {});
       return ExitCode::Done;
     } catch (const std::exception& error) {
       std::fprintf(stderr, "lumora: %s\n", printable(error.what(), STDERR_FILENO).c_str());

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "platform/linux/files/device_root.h"
-#include "settings/control_names.h"
+#include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/support/failure.h"
 #include "tool/support/terminal.h"
@@ -59,11 +59,8 @@ void advance(const DeviceFolder& device, Seconds span, Seconds timeout) {
 
 void removeWallpaper(const DeviceFolder& device, const std::string& location) {
   auto host = HostConnection::require(device);
-  const char* name = location == "shared"       ? lumora::control::removeSharedGIFView
-                     : location == "lockscreen" ? lumora::control::removeLockscreenGIFView
-                     : location == "homescreen" ? lumora::control::removeHomescreenGIFView
-                                                : lumora::control::removeGIFFromAllWallpapers;
-  host->post(name);
+  host->post(location == "all" ? lumora::control::removeGIFFromAllWallpapers
+                               : locationNamed(location).removalNotification);
   host->settle();
 }
 

@@ -11,6 +11,9 @@
 namespace tool {
 namespace {
 
+// In the order of the locations' numbers.
+constexpr const char* placeNames[] = {"shared", "lock screen", "home screen"};
+
 struct SetOptions {
   std::string location;
   std::string path;
@@ -32,7 +35,8 @@ void set(const DeviceFolder& device, const SetOptions& options) {
     return;
   }
   const int frames = import(device, options, gif, [] {});
-  std::printf("%s wallpaper set: %d frames\n", placeName(locationNamed(options.location)), frames);
+  const auto place = static_cast<std::size_t>(locationNamed(options.location).id);
+  std::printf("%s wallpaper set: %d frames\n", placeNames[place], frames);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <limits>
 #include <memory>
+#include <type_traits>
 
 #include <nlohmann/json.hpp>
 #include <unistd.h>
@@ -18,44 +19,23 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// JSON has no infinite numbers: the largest finite one stands for them.
-template <typename Number>
-Number finite(Number value) {
-  return std::clamp(value, std::numeric_limits<Number>::lowest(),
-                    std::numeric_limits<Number>::max());
+// As JSON has it: the largest finite number stands for an infinite one.
+template <typename Value>
+ordered_json shown(const Value& value) {
+  if constexpr (std::is_floating_point_v<Value>) {
+    return std::clamp(value, std::numeric_limits<Value>::lowest(),
+                      std::numeric_limits<Value>::max());
+  } else {
+    return value;
+  }
 }
 
 // Every key with the value that its getter gives.
 ordered_json allSettings() {
-  using namespace lumora;
-  return {
-      {"ENABLED", getEnabled()},
-      {"WALLPAPER_SET", getWallpaperSet()},
-      {"SHARED_WALLPAPER_SET", getSharedWallpaperSet()},
-      {"LOCKSCREEN_WALLPAPER_SET", getLockscreenWallpaperSet()},
-      {"HOMESCREEN_WALLPAPER_SET", getHomescreenWallpaperSet()},
-      {"MODE_INDEX", getModeIndex()},
-      {"LOCATION_INDEX", getLocationIndex()},
-      {"SHARED_GIF_SPEED", finite(getSharedGIFSpeed())},
-      {"LOCKSCREEN_GIF_SPEED", finite(getLockscreenGIFSpeed())},
-      {"HOMESCREEN_GIF_SPEED", finite(getHomescreenGIFSpeed())},
-      {"SHARED_GIF_ALPHA", finite(getSharedGIFAlpha())},
-      {"LOCKSCREEN_GIF_ALPHA", finite(getLockscreenGIFAlpha())},
-      {"HOMESCREEN_GIF_ALPHA", finite(getHomescreenGIFAlpha())},
-      {"SHARED_GIF_BLUR", finite(getSharedGIFBlur())},
-      {"LOCKSCREEN_GIF_BLUR", finite(getLockscreenGIFBlur())},
-      {"HOMESCREEN_GIF_BLUR", finite(getHomescreenGIFBlur())},
-      {"SHARED_SCALING_MODE", getSharedScalingMode()},
-      {"LOCKSCREEN_SCALING_MODE", getLockscreenScalingMode()},
-      {"HOMESCREEN_SCALING_MODE", getHomescreenScalingMode()},
-      {"DOCK_ENABLED", getDockEnabled()},
-      {"DOCK_HEIGHT", finite(getDockHeight())},
-      {"SAFARI_DIRECTORY", getSafariSavePath()},
-      {"SAFARI_OBJECT_URL", getSafariObjectURL()},
-      {"SHARED_TEXT_FIELD_TEXT", getSharedTextFieldText()},
-      {"LOCKSCREEN_TEXT_FIELD_TEXT", getLockscreenTextFieldText()},
-      {"HOMESCREEN_TEXT_FIELD_TEXT", getHomescreenTextFieldText()},
-  };
+  ordered_json settings;
+#define SETTING(type, getter, key, otherwise) settings[key] = shown(lumora::getter());
+#include "settings/settings.def"
+  return settings;
 }
 
 std::string dumped(const ordered_json& json, int indent = -1) {

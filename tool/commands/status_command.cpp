@@ -11,21 +11,10 @@
 namespace tool {
 namespace {
 
-using lumora::ScreenLocation;
+using lumora::Location;
 using nlohmann::ordered_json;
 
 constexpr const char* scalingNames[] = {"FULLSCREEN", "FIT", "FILL"};
-
-bool isSet(ScreenLocation location) {
-  switch (location) {
-    case ScreenLocation::Shared:
-      return lumora::getSharedWallpaperSet();
-    case ScreenLocation::LockScreen:
-      return lumora::getLockscreenWallpaperSet();
-    default:
-      return lumora::getHomescreenWallpaperSet();
-  }
-}
 
 // The description of the view with this identifier; null if it is on no wallpaper.
 ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
@@ -45,15 +34,10 @@ std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) 
   return "not started";
 }
 
-bool isUsedInMode(ScreenLocation location) {
-  const std::int32_t mode = lumora::getModeIndex();
-  return location == ScreenLocation::Shared ? mode == 1 : mode == 0;
-}
-
-std::string whyNotAttached(ScreenLocation location, bool isSet) {
+std::string whyNotAttached(const Location& location, bool isSet) {
   if (!isSet) return "nothing set";
   if (!lumora::getEnabled()) return "disabled";
-  return isUsedInMode(location) ? "not attached" : "not used in this mode";
+  return location.mode == lumora::wallpaperMode() ? "not attached" : "not used in this mode";
 }
 
 std::string why(const ordered_json& view, const ordered_json& report, bool isSet) {
@@ -74,9 +58,9 @@ ordered_json scalingName(const ordered_json& view) {
   return mode < std::size(scalingNames) ? ordered_json(scalingNames[mode]) : ordered_json();
 }
 
-ordered_json locationStatus(const ordered_json& report, ScreenLocation location) {
-  const ordered_json view = viewOf(report, lumora::identifierOf(location));
-  ordered_json status = {{"set", isSet(location)}, {"attached", !view.is_null()}};
+ordered_json locationStatus(const ordered_json& report, const Location& location) {
+  const ordered_json view = viewOf(report, location.identifier);
+  ordered_json status = {{"set", location.getWallpaperSet()}, {"attached", !view.is_null()}};
   if (view.is_null()) {
     status["playing"] = false;
     status["why"] = whyNotAttached(location, status.value("set", false));
@@ -93,7 +77,7 @@ ordered_json locationStatus(const ordered_json& report, ScreenLocation location)
   for (const char* key : {"frames_in_cache", "frames_shown", "speed", "alpha"}) {
     status[key] = view.value(key, ordered_json());
   }
-  status["blur"] = lumora::getGIFBlur(location);
+  status["blur"] = location.getGIFBlur();
   status["scaling"] = scalingName(view);
   return status;
 }
@@ -147,11 +131,9 @@ ordered_json currentStatus(HostConnection* host) {
   }
   status["mode"] = lumora::getModeIndex();
   status["enabled"] = lumora::getEnabled();
-  status["locations"] = {
-      {"shared", locationStatus(report, ScreenLocation::Shared)},
-      {"lockscreen", locationStatus(report, ScreenLocation::LockScreen)},
-      {"homescreen", locationStatus(report, ScreenLocation::HomeScreen)},
-  };
+  for (const std::string& name : locationNames) {
+    status["locations"][name] = locationStatus(report, locationNamed(name));
+  }
   return status;
 }
 

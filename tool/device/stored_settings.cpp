@@ -42,8 +42,4 @@ std::optional<std::string> storedSetting(const std::string& key) {
   return settings ? settings->stringForKey(key) : std::nullopt;
 }
 
-std::string locationKey(lumora::ScreenLocation location, const std::string& end) {
-  return lumora::identifierOf(location) + "_" + end;
-}
-
 }  // namespace tool

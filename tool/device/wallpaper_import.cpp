@@ -9,11 +9,10 @@
 #include <unistd.h>
 
 #include "gifview/frame_cache.h"
-#include "gifview/notification_names.h"
 #include "platform/file_manager.h"
 #include "platform/linux/files/file_contents.h"
-#include "settings/control_names.h"
 #include "settings/device_paths.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
@@ -25,37 +24,15 @@
 namespace tool {
 namespace {
 
-using lumora::ScreenLocation;
+using lumora::Location;
 using std::chrono::steady_clock;
 
 constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
 // In the host's folder, while another is being imported.
 constexpr auto oldFileName = "previous.gif";
 
-std::string incomingPath(ScreenLocation location) {
-  return std::string(incomingDirectory) + "/" + locationKey(location, "LUMORA_WALLPAPER.gif");
-}
-
-std::string libraryPath(ScreenLocation location) {
-  switch (location) {
-    case ScreenLocation::LockScreen:
-      return lumora::lockscreenGIFPath;
-    case ScreenLocation::HomeScreen:
-      return lumora::homescreenGIFPath;
-    default:
-      return lumora::sharedGIFPath;
-  }
-}
-
-const char* removalOf(ScreenLocation location) {
-  switch (location) {
-    case ScreenLocation::LockScreen:
-      return lumora::control::removeLockscreenGIFView;
-    case ScreenLocation::HomeScreen:
-      return lumora::control::removeHomescreenGIFView;
-    default:
-      return lumora::control::removeSharedGIFView;
-  }
+std::string incomingPath(const Location& location) {
+  return std::string(incomingDirectory) + "/" + location.incomingName;
 }
 
 // What is in the cache of exactly this GIF.
@@ -64,8 +41,8 @@ struct Cache {
   int written = 0;
 };
 
-Cache cacheOf(ScreenLocation location, const ChosenGif& gif) {
-  const lumora::FrameCacheLayout layout(libraryPath(location));
+Cache cacheOf(const Location& location, const ChosenGif& gif) {
+  const lumora::FrameCacheLayout layout(location.gifPath);
   Cache cache;
   if (!lumora::isFrameCacheValid(layout, *gif.data)) return cache;
   if (const auto durations = lumora::loadFrameDurations(layout)) {
@@ -81,7 +58,7 @@ Cache cacheOf(ScreenLocation location, const ChosenGif& gif) {
 class WallpaperImport {
  public:
   // All must outlive this object.
-  WallpaperImport(const DeviceFolder& device, HostConnection& host, lumora::ScreenLocation location,
+  WallpaperImport(const DeviceFolder& device, HostConnection& host, const Location& location,
                   const ChosenGif& gif, const TimeLimit& limit);
   // Lets go of the old wallpaper.
   ~WallpaperImport();
@@ -108,7 +85,7 @@ class WallpaperImport {
 
   const DeviceFolder& device_;
   HostConnection& host_;
-  const lumora::ScreenLocation location_;
+  const Location& location_;
   const ChosenGif& gif_;
   const TimeLimit& limit_;
   FileLock lock_;
@@ -122,7 +99,7 @@ class WallpaperImport {
 };
 
 WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
-                                 ScreenLocation location, const ChosenGif& gif,
+                                 const Location& location, const ChosenGif& gif,
                                  const TimeLimit& limit)
     : device_(device),
       host_(host),
@@ -150,7 +127,7 @@ void WallpaperImport::handOver() {
   oldMode_ = storedSetting("MODE_INDEX").value_or("");
   oldLocation_ = storedSetting("LOCATION_INDEX").value_or("");
   unlinkat(device_.hostFolder(), oldFileName, 0);
-  if (const auto old = platform::locateItem(libraryPath(location_))) {
+  if (const auto old = platform::locateItem(location_.gifPath)) {
     hasOldFile_ =
         linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), oldFileName, 0) == 0;
   }
@@ -192,7 +169,7 @@ int WallpaperImport::finish() {
   host_.post(lumora::control::updateAnimating);
   host_.settle(limit_.left());
   // What is reported done stays done, whatever happens to the machine.
-  if (const auto file = platform::openFile(libraryPath(location_))) syncfs(file->descriptor.get());
+  if (const auto file = platform::openFile(location_.gifPath)) syncfs(file->descriptor.get());
   return wanted;
 }
 
@@ -220,8 +197,9 @@ void WallpaperImport::storeFile(const platform::NSData& contents) {
 
 void WallpaperImport::storeChoice() {
   try {
-    if (location_ == ScreenLocation::LockScreen) storeSetting("LOCATION_INDEX", "0");
-    if (location_ == ScreenLocation::HomeScreen) storeSetting("LOCATION_INDEX", "1");
+    if (location_.locationIndex >= 0) {
+      storeSetting("LOCATION_INDEX", std::to_string(location_.locationIndex));
+    }
     storeSetting("SAFARI_DIRECTORY", incomingPath(location_));
   } catch (const Failure&) {
     platform::removeItemAtPath(incomingPath(location_));
@@ -240,7 +218,7 @@ int WallpaperImport::timesOutOfMemory() {
 }
 
 bool WallpaperImport::isTaken() const {
-  const auto taken = platform::NSData::dataWithContentsOfFile(libraryPath(location_));
+  const auto taken = platform::NSData::dataWithContentsOfFile(location_.gifPath);
   return taken && taken->isEqualToData(*gif_.data);
 }
 
@@ -258,7 +236,7 @@ void WallpaperImport::restore() {
     storeChoice();
     announce();
   } else {
-    host_.post(removalOf(location_));
+    host_.post(location_.removalNotification);
   }
   host_.settle(limit_.left());
   storeSetting("MODE_INDEX", oldMode_);
@@ -280,7 +258,7 @@ void WallpaperImport::giveUp(const std::string& problem) {
 
 }  // namespace
 
-int importWallpaper(const DeviceFolder& device, ScreenLocation location, const ChosenGif& gif,
+int importWallpaper(const DeviceFolder& device, const Location& location, const ChosenGif& gif,
                     const TimeLimit& limit, const std::function<void()>& handedOver) {
   auto host = HostConnection::require(device, limit.left());
   WallpaperImport import(device, *host, location, gif, limit);
@@ -290,17 +268,6 @@ int importWallpaper(const DeviceFolder& device, ScreenLocation location, const C
     return import.finish();
   } catch (const Failure& failure) {
     throw Failure(failure.what() + std::string("; ") + import.state(), failure.code());
-  }
-}
-
-const char* placeName(ScreenLocation location) {
-  switch (location) {
-    case ScreenLocation::LockScreen:
-      return "lock screen";
-    case ScreenLocation::HomeScreen:
-      return "home screen";
-    default:
-      return "shared";
   }
 }
 

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "settings/screen_location.h"
+#include "settings/locations.h"
 #include "tool/device/device_folder.h"
 #include "tool/support/gif_file.h"
 #include "tool/support/time_limit.h"
@@ -17,11 +17,8 @@ namespace tool {
 // and hands it over again where something has cut that short. At the end they play if their screen
 // is shown. Returns how many there are. Throws Failure, whose message says what has become of the
 // wallpaper.
-int importWallpaper(const DeviceFolder& device, lumora::ScreenLocation location,
+int importWallpaper(const DeviceFolder& device, const lumora::Location& location,
                     const ChosenGif& gif, const TimeLimit& limit,
                     const std::function<void()>& handedOver);
-
-// "shared", "lock screen" or "home screen".
-const char* placeName(lumora::ScreenLocation location);
 
 }  // namespace tool
