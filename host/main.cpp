@@ -22,6 +22,7 @@
 #include "host/options/host_options.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/files/device_root.h"
+#include "platform/linux/files/signal_descriptor.h"
 #include "platform/linux/freed_memory.h"
 #include "platform/linux/main_loop/activity.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -63,11 +64,8 @@ void loadLibraries(const std::vector<std::string>& libraries) {
 
 // Ends the run loop on the signals by which people and programs end processes.
 void stopOnSignals() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-  const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+  static const auto signals = platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
+  const int descriptor = signals.get();
   RunLoop::main().addSource(descriptor, [descriptor] {
     signalfd_siginfo info{};
     if (read(descriptor, &info, sizeof info) <= 0) return false;

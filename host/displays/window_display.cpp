@@ -24,9 +24,9 @@ namespace {
 using platform::RunLoop;
 using platform::UIInterfaceOrientation;
 
-[[noreturn]] void fail() {
-  throw std::runtime_error(std::string("cannot open a window (") + SDL_GetError() +
-                           "); where there is no screen, use --display headless");
+[[noreturn]] void fail(const std::string& reason = SDL_GetError()) {
+  throw std::runtime_error("cannot open a window (" + reason +
+                           "); without a display, use --display headless");
 }
 
 void saveScreenshot(SpringBoard& springBoard) {
@@ -64,6 +64,10 @@ void toggleApp(SpringBoard& springBoard) {
 
 }  // namespace
 
+struct FreeSurface {
+  void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+
 struct WindowDisplay::Impl {
   explicit Impl(SpringBoard& board) : springBoard(board) {}
   ~Impl();
@@ -76,6 +80,9 @@ struct WindowDisplay::Impl {
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw(bool isAll);
+  // Where to draw what the window is to show: its own surface, or one beside it if that has not 8
+  // bits for each color. nullptr if there is none.
+  SDL_Surface* canvas(SDL_Surface& shown);
   // Whether the window has turned.
   bool fitToScreen();
   std::optional<SDL_Rect> changedPart(const SDL_Surface& pixels) const;
@@ -87,6 +94,7 @@ struct WindowDisplay::Impl {
   // Until it has been done.
   bool mustDrawAll = true;
   const void* drawnPixels = nullptr;
+  std::unique_ptr<SDL_Surface, FreeSurface> converted;
 };
 
 WindowDisplay::WindowDisplay(SpringBoard& springBoard)
@@ -125,6 +133,11 @@ void WindowDisplay::Impl::open() {
       springBoard.options().height * springBoard.options().scale, static_cast<Uint32>(flags));
   if (window == nullptr) fail();
   const auto& x11 = systemInfo().info.x11;
+  // SDL shows nothing on such a screen, and does not say so.
+  constexpr int depthOfDeepColor = 30;
+  if (DefaultDepth(x11.display, DefaultScreen(x11.display)) == depthOfDeepColor) {
+    fail("screens of 30 bits are not supported, those of 16 and 24 are");
+  }
   XMapWindow(x11.display, x11.window);
   // Where no window manager keeps it there.
   if (isDesktop()) XLowerWindow(x11.display, x11.window);
@@ -213,14 +226,25 @@ std::optional<SDL_Rect> WindowDisplay::Impl::changedPart(const SDL_Surface& pixe
   return visible;
 }
 
+SDL_Surface* WindowDisplay::Impl::canvas(SDL_Surface& shown) {
+  constexpr auto drawnFormat = SDL_PIXELFORMAT_RGB888;
+  if (shown.format->format == drawnFormat) return &shown;
+  if (!converted || converted->w != shown.w || converted->h != shown.h) {
+    converted.reset(SDL_CreateRGBSurfaceWithFormat(0, shown.w, shown.h, 32, drawnFormat));
+    mustDrawAll = true;
+  }
+  return converted.get();
+}
+
 void WindowDisplay::Impl::draw(bool isAll) {
   mustDrawAll = fitToScreen() || isAll || mustDrawAll;
-  SDL_Surface* pixels = SDL_GetWindowSurface(window);
-  if (pixels == nullptr || pixels->format->BytesPerPixel != sizeof(Uint32)) return;
+  SDL_Surface* shown = SDL_GetWindowSurface(window);
+  SDL_Surface* pixels = shown == nullptr ? nullptr : canvas(*shown);
+  if (pixels == nullptr) return;
   const auto changed = changedPart(*pixels);
   // A surface that the window has made anew is empty.
-  mustDrawAll = mustDrawAll || pixels->pixels != drawnPixels;
-  const auto part = mustDrawAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
+  mustDrawAll = mustDrawAll || shown->pixels != drawnPixels;
+  auto part = mustDrawAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
   if (!part) return;
   cairo_surface_t* surface =
       cairo_image_surface_create_for_data(static_cast<unsigned char*>(pixels->pixels),
@@ -228,9 +252,10 @@ void WindowDisplay::Impl::draw(bool isAll) {
   drawPartOfScreen(springBoard.screen(), surface, springBoard.options().scale,
                    {part->x, part->y, part->w, part->h});
   cairo_surface_destroy(surface);
+  if (pixels != shown) SDL_BlitSurface(pixels, &*part, shown, &*part);
   SDL_UpdateWindowSurfaceRects(window, &*part, 1);
   mustDrawAll = false;
-  drawnPixels = pixels->pixels;
+  drawnPixels = shown->pixels;
 }
 
 }  // namespace host

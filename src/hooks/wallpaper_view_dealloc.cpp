@@ -1,6 +1,7 @@
 #include "hooks/wallpaper_view_dealloc.h"
 
 #include "placement/wallpaper_listener.h"
+#include "threads/exception_barrier.h"
 
 namespace lumora {
 namespace {
@@ -15,8 +16,10 @@ void removeFirstListener(platform::UIView& view) {
 void (*previousWallpaperViewDealloc)(platform::id self, platform::SEL selector) = nullptr;
 
 void deallocWallpaperView(platform::id self, platform::SEL selector) {
-  platform::swallowingNSException([self] {
-    if (const auto view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
+  stoppingExceptions([self] {
+    platform::swallowingNSException([self] {
+      if (const auto view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
+    });
   });
   previousWallpaperViewDealloc(self, selector);
 }

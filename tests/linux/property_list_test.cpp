@@ -153,13 +153,36 @@ TEST(PropertyLists, KeepEverythingElseWhenOneKeyChanges) {
   }
 }
 
-TEST(PropertyLists, AreReadInTheEncodingsOfUnicodeOnly) {
+TEST(PropertyLists, AreReadInTheEncodingsOfUnicode) {
   const DeviceRoot root;
   EXPECT_EQ(dictionaryOf(root, "\xEF\xBB\xBF" + listWith("<true/>"))->stringForKey("a"), "1");
   std::string utf16 = "\xFF\xFE";
   for (const char letter : listWith("<true/>")) utf16 += {letter, '\0'};
   EXPECT_EQ(dictionaryOf(root, utf16)->stringForKey("a"), "1");
-  EXPECT_FALSE(dictionaryOf(root, listWith("<string>caf\xE9</string>")).has_value());
+}
+
+// One key that is changed must not cost the others, as long as anything can be read.
+TEST(PropertyLists, AreReadWhereStrictXmlWouldRefuseThem) {
+  const DeviceRoot root;
+  const std::string header = "<?xml version=\"1.0\" encoding=\"windows-1252\"?>";
+  const std::string sloppy[] = {
+      "\n <?xml version=\"1.0\"?>" + listWith("<true/>"),
+      listWith("<true/>") + std::string("\0\0junk <", 8),
+      listWith("<!-- a -- b --><true/>"),
+      listWith("<string>a\x01&#1;&#x1f;b</string>"),
+      listWith(std::string("<string>a\0b</string>", 20)),
+      listWith("<string>caf\xE9</string>"),
+      header + listWith("<string>caf\xE9</string>"),
+  };
+  for (const std::string& contents : sloppy) {
+    auto list = dictionaryOf(root, contents);
+    ASSERT_TRUE(list.has_value()) << contents;
+    EXPECT_EQ(list->stringForKey("a"), "1") << contents;
+    list->setString("2", "b");
+    ASSERT_TRUE(list->writeToFile(path));
+    EXPECT_EQ(NSMutableDictionary::dictionaryWithContentsOfFile(path)->stringForKey("a"), "1");
+  }
+  EXPECT_EQ(dictionaryOf(root, sloppy[6])->stringForKey("other"), "caf\xC3\xA9");
 }
 
 TEST(PropertyLists, AreNoneWhereTheyAreDamaged) {

@@ -38,10 +38,12 @@ void storeFor(const Words& words, const char* key) {
 // sender, and every view that lives hears of a new blur and rewrites its frames.
 class Rewriting {
  public:
-  explicit Rewriting(HostConnection& host) : host_(host) {
+  Rewriting(HostConnection& host, const TimeLimit& limit) : host_(host), limit_(limit) {
     for (const std::string& name : locationNames) {
       const char* identifier = locationNamed(name).identifier;
-      if (host.serves(std::string(lumora::messagingCenterPrefix) + identifier)) ++liveViews_;
+      if (host.serves(std::string(lumora::messagingCenterPrefix) + identifier, limit.left())) {
+        ++liveViews_;
+      }
     }
     host.watch([this](const std::string& name) {
       if (name == lumora::frameFoundNotification) ++framesFound_;
@@ -49,13 +51,13 @@ class Rewriting {
     });
   }
 
-  void await(const TimeLimit& limit) {
+  void await() {
     const ProgressBar bar("blurring frames", framesInCaches());
     while (viewsDone_ < liveViews_) {
-      if (limit.isOver()) {
+      if (limit_.isOver()) {
         throw Failure("the home screen is still blurring after the time allowed (--timeout)");
       }
-      if (!hears(limit) && host_.settle(limit.left())) break;
+      if (!hears() && host_.settle(limit_.left())) break;
       bar.show(framesFound_);
     }
   }
@@ -65,7 +67,7 @@ class Rewriting {
  private:
   int framesInCaches() {
     int frames = 0;
-    const auto report = nlohmann::json::parse(host_.status());
+    const auto report = nlohmann::json::parse(host_.status(limit_.left()));
     for (const auto& view : report["views"]) {
       frames += view.value("frames_in_cache", 0);
     }
@@ -73,10 +75,10 @@ class Rewriting {
   }
 
   // Whether a view has said something within a moment. One without a GIF never does.
-  bool hears(const TimeLimit& limit) {
+  bool hears() {
     constexpr std::chrono::milliseconds moment{300};
     const int before = framesFound_ + viewsDone_;
-    const auto end = std::min(limit.end(), std::chrono::steady_clock::now() + moment);
+    const auto end = std::min(limit_.end(), std::chrono::steady_clock::now() + moment);
     while (framesFound_ + viewsDone_ == before && std::chrono::steady_clock::now() < end) {
       if (!host_.pump(end)) throw Failure("the home screen has ended");
     }
@@ -84,6 +86,7 @@ class Rewriting {
   }
 
   HostConnection& host_;
+  const TimeLimit& limit_;
   int liveViews_ = 0;
   int framesFound_ = 0;
   int viewsDone_ = 0;
@@ -100,9 +103,9 @@ void changeBlur(const DeviceFolder& device, const Words& words) {
   if (!lock.take(limit.left())) {
     throw Failure("another blur has not finished before the timeout; the setting is stored");
   }
-  Rewriting rewriting(*host);
-  host->post(lumora::blurNeedsUpdatingNotification);
-  rewriting.await(limit);
+  Rewriting rewriting(*host, limit);
+  host->post(lumora::blurNeedsUpdatingNotification, limit.left());
+  rewriting.await();
   std::printf("%d frames blurred\n", rewriting.framesFound());
 }
 
@@ -111,6 +114,7 @@ void addModeCommand(CLI::App& lumora, Context& context) {
   auto* command = addCommand(
       lumora, context, "mode", "one wallpaper for both screens, or one each", [&context, mode] {
         const DeviceFolder device = context.device();
+        const FileLock lock = lockOutImports(device);
         storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
         notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
       });

@@ -17,6 +17,8 @@
 #include <unistd.h>
 
 #include "host/options/host_options.h"
+#include "platform/linux/files/signal_descriptor.h"
+#include "settings/notification_names.h"
 #include "tool/device/bus_daemon.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/frame_caches.h"
@@ -24,6 +26,7 @@
 #include "tool/device/wallpaper_import.h"
 #include "tool/support/child_process.h"
 #include "tool/support/failure.h"
+#include "tool/support/progress_bar.h"
 #include "tool/support/terminal.h"
 
 namespace tool {
@@ -41,18 +44,9 @@ constexpr auto busLogName = "bus.log";
 
 // It is there in a tenth of a second, unless the machine is very busy.
 constexpr Seconds longestLaunch{30};
-constexpr Seconds longestImport{3600};
 
 std::string besideThisProgram(const char* name) {
   return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
-}
-
-platform::FileDescriptor blockedSignals() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaddset(&signals, signal);
-  sigprocmask(SIG_BLOCK, &signals, nullptr);
-  return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
 // Readable when the device's folder, or one that it is in, may have been moved or deleted.
@@ -79,11 +73,11 @@ class HostRun {
       : device_(device),
         words_(words),
         gif_(gif),
-        signals_(blockedSignals()),
+        signals_(platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP, SIGCHLD})),
         lock_(device, FileLock::host, true),
         moves_(movesOf(device)) {
     takeLock();
-    removeUnfinishedCaches();
+    hasUnfinishedCache_ = removeUnfinishedCaches();
     const platform::FileDescriptor busLog(
         openat(device.hostFolder(), busLogName,
                O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
@@ -142,7 +136,9 @@ class HostRun {
       throw Failure("the home screen was ended by signal " + std::to_string(WTERMSIG(status_)));
     }
     if (WEXITSTATUS(status_) == exitCodeOfMissingProgram) {
-      throw Failure("cannot start springboard: it must be in the same folder as lumora");
+      const bool isThere = access(besideThisProgram("springboard").c_str(), X_OK) == 0;
+      throw Failure(isThere ? "cannot start springboard: is there enough memory?"
+                            : "cannot start springboard: it must be in the same folder as lumora");
     }
     // It has said why itself.
     return WEXITSTATUS(status_) == 0 ? ExitCode::Done : ExitCode::Failed;
@@ -157,6 +153,8 @@ class HostRun {
     }
     if (!host) return;
     isLaunched_ = true;
+    // The launch installs only what has been installed before.
+    if (hasUnfinishedCache_) host->post(lumora::control::updateAnimating);
     if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
                 words_.options.display.c_str(), device_.path().c_str());
@@ -169,7 +167,10 @@ class HostRun {
   int import() const {
     try {
       const TimeLimit limit(longestImport);
-      importWallpaper(device_, lumora::locations.front(), *gif_, limit, [] {});
+      const int frames = countShownFrames(*gif_);
+      const ProgressBar bar("making frames", frames);
+      importWallpaper(device_, lumora::locations.front(), *gif_, frames, limit,
+                      [&bar](const ImportProgress& progress) { bar.show(progress.framesFound); });
       return ExitCode::Done;
     } catch (const std::exception& error) {
       std::fprintf(stderr, "lumora: %s\n", printable(error.what(), STDERR_FILENO).c_str());
@@ -222,6 +223,7 @@ class HostRun {
   pid_t process_ = -1;
   pid_t import_ = -1;
   int status_ = 0;
+  bool hasUnfinishedCache_ = false;
   bool isLaunched_ = false;
   const TimeLimit launchLimit_{longestLaunch};
   std::optional<steady_clock::time_point> end_;

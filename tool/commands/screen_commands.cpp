@@ -10,7 +10,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/signal_descriptor.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/support/failure.h"
@@ -59,18 +59,10 @@ void advance(const DeviceFolder& device, Seconds span, Seconds timeout) {
 
 void removeWallpaper(const DeviceFolder& device, const std::string& location) {
   auto host = HostConnection::require(device);
+  const FileLock lock = lockOutImports(device);
   host->post(location == "all" ? lumora::control::removeGIFFromAllWallpapers
                                : locationNamed(location).removalNotification);
   host->settle();
-}
-
-// Readable as soon as someone wants this process to end.
-platform::FileDescriptor endSignals() {
-  sigset_t signals;
-  sigemptyset(&signals);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-  return platform::FileDescriptor(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
 // Local time to the millisecond: "09:41:00.123".
@@ -93,7 +85,7 @@ void watchNotifications(const DeviceFolder& device) {
     std::printf("%s %s\n", timeOfDay().c_str(), printable(name, STDOUT_FILENO).c_str());
     std::fflush(stdout);
   });
-  const platform::FileDescriptor ends = endSignals();
+  const auto ends = platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
   signalfd_siginfo info{};
   while (host->pump(steady_clock::time_point::max(), ends.get())) {
     if (read(ends.get(), &info, sizeof info) > 0) return;

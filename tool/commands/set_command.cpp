@@ -1,12 +1,9 @@
 #include "tool/commands/set_command.h"
 
 #include <cstdio>
-#include <functional>
 #include <memory>
 
-#include "tool/device/wallpaper_import.h"
-#include "tool/support/child_process.h"
-#include "tool/support/interruption.h"
+#include "tool/device/import_process.h"
 
 namespace tool {
 namespace {
@@ -21,21 +18,14 @@ struct SetOptions {
   bool noWait = false;
 };
 
-int import(const DeviceFolder& device, const SetOptions& options, const ChosenGif& gif,
-           const std::function<void()>& handedOver) {
-  const TimeLimit limit{Seconds(options.timeout)};
-  return importWallpaper(device, locationNamed(options.location), gif, limit, handedOver);
-}
-
 void set(const DeviceFolder& device, const SetOptions& options) {
   const ChosenGif gif = readGif(options.path);
-  const Interruption interruption;
-  if (options.noWait) {
-    runDetached([&](const std::function<void()>& detach) { import(device, options, gif, detach); });
-    return;
-  }
-  const int frames = import(device, options, gif, [] {});
-  const auto place = static_cast<std::size_t>(locationNamed(options.location).id);
+  const int frames = countShownFrames(gif);
+  const TimeLimit limit{Seconds(options.timeout)};
+  const lumora::Location& location = locationNamed(options.location);
+  importInOwnProcess(device, location, gif, frames, limit, !options.noWait);
+  if (options.noWait) return;
+  const auto place = static_cast<std::size_t>(location.id);
   std::printf("%s wallpaper set: %d frames\n", placeNames[place], frames);
 }
 

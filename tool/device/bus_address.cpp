@@ -3,28 +3,24 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
+#include <utility>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
-
-#include "platform/linux/files/device_root.h"
 
 namespace tool {
 namespace {
 
-// "" for an address of another kind.
-std::string socketPath(const std::string& address) {
-  const std::string start = "unix:path=";
-  if (!address.starts_with(start)) return "";
-  return address.substr(start.size(), address.find(',') - start.size());
-}
-
-bool belongsToThisUser(int socket) {
-  ucred peer{};
-  socklen_t size = sizeof peer;
-  return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+// Only this user, or root, can put a socket there.
+bool isPrivate(const platform::FileDescriptor& folder) {
+  struct stat status {};
+  return folder && fstat(folder.get(), &status) == 0 && status.st_uid == geteuid() &&
+         (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
 }
 
 bool becomesReady(int socket, short events, const TimeLimit& limit) {
@@ -48,8 +44,29 @@ std::string login() {
 
 }  // namespace
 
-BusState stateOfBus(const std::string& address, Seconds timeout) {
-  const std::string path = socketPath(address);
+BusAddress::BusAddress(const std::string& address) {
+  const std::string start = "unix:path=";
+  if (!address.starts_with(start)) return;
+  const std::size_t end = std::min(address.find(','), address.size());
+  const std::filesystem::path path = address.substr(start.size(), end - start.size());
+  platform::FileDescriptor folder(
+      open(path.parent_path().c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!isPrivate(folder)) return;
+  folder_ = std::move(folder);
+  name_ = path.filename();
+  rest_ = address.substr(end);
+}
+
+std::string BusAddress::socketPath() const {
+  return folder_ ? "/proc/self/fd/" + std::to_string(folder_.get()) + "/" + name_ : "";
+}
+
+std::string BusAddress::address() const {
+  return "unix:path=" + socketPath() + rest_;
+}
+
+BusState BusAddress::state(Seconds timeout) const {
+  const std::string path = socketPath();
   sockaddr_un name{};
   name.sun_family = AF_UNIX;
   if (path.empty() || path.size() >= sizeof name.sun_path) return BusState::Absent;
@@ -62,7 +79,6 @@ BusState stateOfBus(const std::string& address, Seconds timeout) {
     // Too many wait there already.
     return errno == EAGAIN ? BusState::Silent : BusState::Absent;
   }
-  if (!belongsToThisUser(end.get())) return BusState::Absent;
   const std::string line = login();
   if (send(end.get(), line.data(), line.size(), MSG_NOSIGNAL) < 0) return BusState::Absent;
   if (!becomesReady(end.get(), POLLIN, limit)) return BusState::Silent;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <vector>
 
@@ -129,7 +131,8 @@ BusFolder::BusFolder() {
       removeFolder(path_);
     }
   }
-  throw Failure("cannot make a folder for the message bus in /tmp: is there space?");
+  throw Failure(std::string("cannot make a folder for the message bus in /tmp: ") +
+                std::strerror(errno));
 }
 
 BusFolder::~BusFolder() {

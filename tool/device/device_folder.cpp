@@ -57,7 +57,10 @@ platform::FileDescriptor openHostFolder(const fs::path& root) {
 DeviceFolder::DeviceFolder(const std::string& given) {
   const fs::path folder = chosenFolder(given);
   std::error_code error;
-  fs::create_directories(folder, error);
+  fs::create_directories(folder.parent_path(), error);
+  // One that is there already keeps its mode.
+  mkdir(folder.c_str(), mineAlone);
+  error.clear();
   if (!error) path_ = fs::canonical(folder, error);
   if (!error && !fs::is_directory(path_, error))
     error = std::make_error_code(std::errc::not_a_directory);

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 #include "tool/support/failure.h"
+#include "tool/support/time_limit.h"
 
 namespace tool {
 
@@ -38,6 +39,14 @@ bool FileLock::take(std::chrono::duration<double> timeout) {
 bool FileLock::isGone() const {
   struct stat status {};
   return fstat(file_.get(), &status) != 0 || status.st_nlink == 0;
+}
+
+FileLock lockOutImports(const DeviceFolder& device) {
+  FileLock lock(device, FileLock::import);
+  if (!lock.take(usualTimeout)) {
+    throw Failure("another command is still importing a GIF; nothing was changed");
+  }
+  return lock;
 }
 
 }  // namespace tool

@@ -32,4 +32,8 @@ class FileLock {
   platform::FileDescriptor file_;
 };
 
+// For a command that would change what an import relies on. Waits for a running import, and throws
+// Failure if that takes longer than usualTimeout.
+FileLock lockOutImports(const DeviceFolder& device);
+
 }  // namespace tool

@@ -13,7 +13,7 @@
 #include "gifview/frame_cache.h"
 #include "platform/file_manager.h"
 #include "platform/linux/files/file_contents.h"
-#include "settings/device_paths.h"
+#include "settings/locations.h"
 
 namespace tool {
 namespace {
@@ -54,18 +54,20 @@ int countFrames(const std::string& path) {
 
 }  // namespace
 
-void removeUnfinishedCaches() {
-  for (const char* path :
-       {lumora::sharedGIFPath, lumora::lockscreenGIFPath, lumora::homescreenGIFPath}) {
-    const lumora::FrameCacheLayout layout(path);
+bool removeUnfinishedCaches() {
+  bool wereAny = false;
+  for (const lumora::Location& location : lumora::locations) {
+    const lumora::FrameCacheLayout layout(location.gifPath);
     if (!platform::fileExistsAtPath(layout.savedGIFPath)) continue;
     const auto durations = lumora::loadFrameDurations(layout);
     if (durations && static_cast<int>(durations->size()) == countFrames(layout.GIFDirectory)) {
       continue;
     }
     platform::removeItemAtPath(layout.GIFDirectory);
-    std::printf("the frames of %s were not all there; they are made again\n", path);
+    std::printf("the frames of %s were not all there; they are made again\n", location.gifPath);
+    wereAny = true;
   }
+  return wereAny;
 }
 
 }  // namespace tool

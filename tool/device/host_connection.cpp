@@ -37,18 +37,18 @@ HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
       notifier_(sdbus::createObject(*connection_, darwin::path)) {}
 
 std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
-  const auto address = device.busAddress();
+  const auto printed = device.busAddress();
+  const BusAddress address(printed.value_or(""));
   // The bus's library would wait for minutes where nobody answers, so that is found out first.
   constexpr Seconds longestLogin{10};
-  const BusState state =
-      address ? stateOfBus(*address, std::min(timeout, longestLogin)) : BusState::Absent;
+  const BusState state = address.state(std::min(timeout, longestLogin));
   if (state == BusState::Absent) return nullptr;
   const Failure silence("the message bus of " + device.path().string() +
                         " does not answer; if this persists, restart `lumora run`");
   if (state == BusState::Silent) throw silence;
   try {
     std::unique_ptr<HostConnection> host(
-        new HostConnection(sdbus::createSessionBusConnectionWithAddress(*address)));
+        new HostConnection(sdbus::createSessionBusConnectionWithAddress(address.address())));
     return host->serves(control::busName, timeout) ? std::move(host) : nullptr;
   } catch (const sdbus::Error& error) {
     if (isTimeout(error)) throw silence;
@@ -76,19 +76,23 @@ bool HostConnection::serves(const std::string& name, Seconds timeout) {
 }
 
 template <typename Use>
-void HostConnection::ask(Seconds timeout, const std::string& method, Use use) {
+bool HostConnection::isAnswered(Seconds timeout, const std::string& method, Use use) {
   try {
     auto invoker = proxy_->callMethod(method);
     invoker.onInterface(control::interface).withTimeout(microseconds(timeout));
     use(invoker);
+    return true;
   } catch (const sdbus::Error& error) {
-    if (isTimeout(error)) {
-      throw Failure(
-          "the home screen did not answer before the timeout; if this persists, restart "
-          "`lumora run`");
-    }
+    if (isTimeout(error)) return false;
     throw Failure("the home screen refused: " + error.getMessage());
   }
+}
+
+template <typename Use>
+void HostConnection::ask(Seconds timeout, const std::string& method, Use use) {
+  if (isAnswered(timeout, method, use)) return;
+  throw Failure(
+      "the home screen did not answer before the timeout; if this persists, restart `lumora run`");
 }
 
 void HostConnection::call(const std::string& method, Seconds timeout) {
@@ -116,8 +120,8 @@ std::string HostConnection::status(Seconds timeout) {
 
 bool HostConnection::settle(Seconds timeout) {
   bool isAtRest = false;
-  ask(timeout, "Settle", [&](auto& invoker) { invoker.storeResultsTo(isAtRest); });
-  return isAtRest;
+  auto use = [&isAtRest](auto& invoker) { invoker.storeResultsTo(isAtRest); };
+  return isAnswered(timeout, "Settle", use) && isAtRest;
 }
 
 platform::FileDescriptor HostConnection::screenshot() {
@@ -126,13 +130,13 @@ platform::FileDescriptor HostConnection::screenshot() {
   return platform::FileDescriptor(png.release());
 }
 
-void HostConnection::post(const std::string& name) {
+void HostConnection::post(const std::string& name, Seconds timeout) {
   try {
     auto signal = notifier_->createSignal(darwin::interface, darwin::signal);
     signal << name;
     notifier_->emitSignal(signal);
     // The answer comes after the bus has taken the signal.
-    serves(control::busName);
+    serves(control::busName, timeout);
   } catch (const sdbus::Error& error) {
     throw Failure("cannot post " + name + ": " + error.getMessage());
   }

@@ -35,9 +35,9 @@ class HostConnection {
   bool serves(const std::string& name, Seconds timeout = usualTimeout);
 
   // Posts a Darwin notification.
-  void post(const std::string& name);
-  // Gives the home screen some time to do what notifications have asked for; whether it has come to
-  // rest.
+  void post(const std::string& name, Seconds timeout = usualTimeout);
+  // Gives the home screen some time to do what notifications have asked for. Returns whether it has
+  // come to rest; not if it has no time to answer.
   bool settle(Seconds timeout = usualTimeout);
 
   // From now on pump hands over the name of every Darwin notification.
@@ -48,6 +48,9 @@ class HostConnection {
 
  private:
   explicit HostConnection(std::unique_ptr<sdbus::IConnection> connection);
+  // Returns false if there is no answer within the timeout.
+  template <typename Use>
+  bool isAnswered(Seconds timeout, const std::string& method, Use use);
   template <typename Use>
   void ask(Seconds timeout, const std::string& method, Use use);
 

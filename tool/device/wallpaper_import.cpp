@@ -18,8 +18,6 @@
 #include "tool/device/host_connection.h"
 #include "tool/device/stored_settings.h"
 #include "tool/support/failure.h"
-#include "tool/support/interruption.h"
-#include "tool/support/progress_bar.h"
 
 namespace tool {
 namespace {
@@ -33,6 +31,11 @@ constexpr auto oldFileName = "previous.gif";
 
 std::string incomingPath(const Location& location) {
   return std::string(incomingDirectory) + "/" + location.incomingName;
+}
+
+std::string adviceOnFolder() {
+  return std::string(": check that ") + lumora::libraryDirectory +
+         " in the device's folder exists, is writable and has free space";
 }
 
 // What is in the cache of exactly this GIF.
@@ -59,7 +62,8 @@ class WallpaperImport {
  public:
   // All must outlive this object.
   WallpaperImport(const DeviceFolder& device, HostConnection& host, const Location& location,
-                  const ChosenGif& gif, const TimeLimit& limit);
+                  const ChosenGif& gif, const TimeLimit& limit,
+                  const std::function<void(const ImportProgress&)>& report);
   // Lets go of the old wallpaper.
   ~WallpaperImport();
   WallpaperImport(const WallpaperImport&) = delete;
@@ -67,18 +71,19 @@ class WallpaperImport {
 
   // The two halves of importWallpaper. They throw Failure.
   void handOver();
-  int finish();
+  void finish(int frames);
 
-  // What has become of the wallpaper so far.
-  const char* state() const { return state_; }
+  const char* state() const { return progress_.state; }
 
  private:
   void reach(const char* state);
   void awaitRest();
+  void awaitFrames();
   void storeFile(const platform::NSData& contents);
   void storeChoice();
   void announce();
   bool isTaken() const;
+  void checkChoice() const;
   int timesOutOfMemory();
   void restore();
   [[noreturn]] void giveUp(const std::string& problem);
@@ -87,28 +92,30 @@ class WallpaperImport {
   HostConnection& host_;
   const Location& location_;
   const ChosenGif& gif_;
-  const TimeLimit& limit_;
+  TimeLimit limit_;
+  const std::function<void(const ImportProgress&)>& report_;
   FileLock lock_;
   std::string oldMode_;
   std::string oldLocation_;
   bool hasOldFile_ = false;
   int timesOutOfMemory_ = 0;
-  int framesFound_ = 0;
   bool isAnnounced_ = false;
-  const char* state_ = "nothing was changed";
+  ImportProgress progress_;
 };
 
 WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
                                  const Location& location, const ChosenGif& gif,
-                                 const TimeLimit& limit)
+                                 const TimeLimit& limit,
+                                 const std::function<void(const ImportProgress&)>& report)
     : device_(device),
       host_(host),
       location_(location),
       gif_(gif),
       limit_(limit),
+      report_(report),
       lock_(device, FileLock::import) {
   host_.watch([this](const std::string& name) {
-    if (name == lumora::frameFoundNotification) ++framesFound_;
+    if (name == lumora::frameFoundNotification) ++progress_.framesFound;
     if (name == lumora::didStartAnimatingNotification) isAnnounced_ = true;
   });
 }
@@ -118,7 +125,6 @@ WallpaperImport::~WallpaperImport() {
 }
 
 void WallpaperImport::handOver() {
-  reach(state_);
   if (!lock_.take(limit_.left())) {
     throw Failure("another import has not finished before the timeout");
   }
@@ -126,6 +132,9 @@ void WallpaperImport::handOver() {
   timesOutOfMemory_ = timesOutOfMemory();
   oldMode_ = storedSetting("MODE_INDEX").value_or("");
   oldLocation_ = storedSetting("LOCATION_INDEX").value_or("");
+  progress_.isChanging = true;
+  report_(progress_);
+  limit_ = TimeLimit(longestImport);
   unlinkat(device_.hostFolder(), oldFileName, 0);
   if (const auto old = platform::locateItem(location_.gifPath)) {
     hasOldFile_ =
@@ -133,49 +142,52 @@ void WallpaperImport::handOver() {
   }
   storeFile(*gif_.data);
   storeChoice();
-  reach("the new GIF is in its place, and the home screen makes its frames");
   announce();
-  if (!isTaken()) giveUp("the home screen could not import the GIF");
+  if (!isTaken()) giveUp("the home screen could not import the GIF" + adviceOnFolder());
+  // What is reported as done stays done, whatever happens to the machine. Frames can be made again.
+  platform::makeDurable(location_.gifPath);
+  progress_.isHandedOver = true;
+  reach("the new GIF is in its place, and the home screen makes its frames");
 }
 
-int WallpaperImport::finish() {
-  const ProgressBar bar("making frames", gif_.frameCount);
-  const int wanted = countShownFrames(gif_);
+void WallpaperImport::awaitFrames() {
   for (;;) {
-    while (!limit_.isOver()) {
-      constexpr std::chrono::milliseconds moment{300};
-      const int before = framesFound_;
-      if (!host_.pump(std::min(limit_.end(), steady_clock::now() + moment))) {
-        throw Failure("the home screen has ended");
-      }
-      bar.show(framesFound_);
-      // While frames come there is no need to ask.
-      if (framesFound_ != before && !std::exchange(isAnnounced_, false)) continue;
-      if (host_.settle(limit_.left())) break;
+    constexpr std::chrono::milliseconds moment{300};
+    const int before = progress_.framesFound;
+    if (!host_.pump(std::min(limit_.end(), steady_clock::now() + moment))) {
+      throw Failure("the home screen has ended");
     }
-    if (limit_.isOver()) {
-      throw Failure("the home screen is still making frames after the timeout");
-    }
+    report_(progress_);
+    // While frames come there is no need to ask.
+    const bool areComing = progress_.framesFound != before && !std::exchange(isAnnounced_, false);
+    if (!areComing && host_.settle(limit_.left())) return;
+    if (limit_.isOver()) throw Failure("the home screen is still making frames");
+  }
+}
+
+void WallpaperImport::finish(int frames) {
+  for (;;) {
+    awaitFrames();
     const Cache cache = cacheOf(location_, gif_);
     if (timesOutOfMemory() > timesOutOfMemory_) giveUp("the home screen ran out of memory");
-    if (cache.written < cache.listed) giveUp("the home screen could not store all frames");
-    if (cache.listed == wanted) break;
+    if (cache.written < cache.listed) {
+      giveUp("the home screen could not store all frames" + adviceOnFolder());
+    }
+    if (cache.listed == frames) break;
     // Another program's request has ended the work early, as a rotation of the screen may.
-    framesFound_ = 0;
+    checkChoice();
+    progress_.framesFound = 0;
     awaitRest();
     storeFile(*gif_.data);
     announce();
   }
-  host_.post(lumora::control::updateAnimating);
+  host_.post(lumora::control::updateAnimating, limit_.left());
   host_.settle(limit_.left());
-  // What is reported done stays done, whatever happens to the machine.
-  if (const auto file = platform::openFile(location_.gifPath)) syncfs(file->descriptor.get());
-  return wanted;
 }
 
 void WallpaperImport::reach(const char* state) {
-  state_ = state;
-  Interruption::whatHasHappened(state);
+  progress_.state = state;
+  report_(progress_);
 }
 
 void WallpaperImport::awaitRest() {
@@ -209,7 +221,7 @@ void WallpaperImport::storeChoice() {
 
 // Returns after the home screen has taken the file in.
 void WallpaperImport::announce() {
-  host_.post(lumora::control::wallpaperNeedsUpdating);
+  host_.post(lumora::control::wallpaperNeedsUpdating, limit_.left());
   host_.status(limit_.left());
 }
 
@@ -220,6 +232,14 @@ int WallpaperImport::timesOutOfMemory() {
 bool WallpaperImport::isTaken() const {
   const auto taken = platform::NSData::dataWithContentsOfFile(location_.gifPath);
   return taken && taken->isEqualToData(*gif_.data);
+}
+
+// What somebody has chosen meanwhile is not undone.
+void WallpaperImport::checkChoice() const {
+  if (!isTaken()) throw Failure("another program has removed or replaced the GIF");
+  if (lumora::wallpaperMode() != location_.mode) {
+    throw Failure("another program has changed the mode");
+  }
 }
 
 void WallpaperImport::restore() {
@@ -236,12 +256,12 @@ void WallpaperImport::restore() {
     storeChoice();
     announce();
   } else {
-    host_.post(location_.removalNotification);
+    host_.post(location_.removalNotification, limit_.left());
   }
   host_.settle(limit_.left());
   storeSetting("MODE_INDEX", oldMode_);
   storeSetting("LOCATION_INDEX", oldLocation_);
-  host_.post(lumora::control::updateAnimating);
+  host_.post(lumora::control::updateAnimating, limit_.left());
   host_.settle(limit_.left());
 }
 
@@ -252,20 +272,19 @@ void WallpaperImport::giveUp(const std::string& problem) {
   } catch (const Failure&) {
     reach("the old wallpaper could not be put back");
   }
-  throw Failure(problem + ": check that " + std::string(lumora::libraryDirectory) +
-                " in the device's folder exists, is writable and has free space");
+  throw Failure(problem);
 }
 
 }  // namespace
 
-int importWallpaper(const DeviceFolder& device, const Location& location, const ChosenGif& gif,
-                    const TimeLimit& limit, const std::function<void()>& handedOver) {
+void importWallpaper(const DeviceFolder& device, const Location& location, const ChosenGif& gif,
+                     int frames, const TimeLimit& limit,
+                     const std::function<void(const ImportProgress&)>& report) {
   auto host = HostConnection::require(device, limit.left());
-  WallpaperImport import(device, *host, location, gif, limit);
+  WallpaperImport import(device, *host, location, gif, limit, report);
   try {
     import.handOver();
-    handedOver();
-    return import.finish();
+    import.finish(frames);
   } catch (const Failure& failure) {
     throw Failure(failure.what() + std::string("; ") + import.state(), failure.code());
   }

@@ -7,12 +7,10 @@
 #include <cstring>
 #include <thread>
 
-#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/files/file_contents.h"
 #include "tool/support/failure.h"
 
 namespace tool {
@@ -33,29 +31,6 @@ void endWithParent(pid_t parent) {
   if (errorFile >= 0) dup2(errorFile, STDERR_FILENO);
   execvp(arguments[0], arguments);
   _exit(exitCodeOfMissingProgram);
-}
-
-[[noreturn]] void workDetached(const std::function<void(const std::function<void()>&)>& work,
-                               platform::FileDescriptor report) {
-  setsid();
-  auto say = [&report](ExitCode code, const std::string& text) {
-    const std::string line = static_cast<char>(code) + text;
-    platform::writeAll(report, {reinterpret_cast<const std::uint8_t*>(line.data()), line.size()});
-    report = platform::FileDescriptor();
-  };
-  try {
-    work([&say] {
-      const int nothing = open("/dev/null", O_RDWR);
-      for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, stream);
-      say(ExitCode::Done, "");
-    });
-    _exit(EXIT_SUCCESS);
-  } catch (const Failure& failure) {
-    say(failure.code(), failure.what());
-  } catch (const std::exception& error) {
-    say(ExitCode::Failed, error.what());
-  }
-  _exit(EXIT_FAILURE);
 }
 
 bool hasEnded(pid_t process) {
@@ -87,24 +62,6 @@ pid_t startProcess(const std::function<int()>& work) {
     _exit(work());
   }
   return child;
-}
-
-void runDetached(const std::function<void(const std::function<void()>& detach)>& work) {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) throw Failure("cannot start a process: too many open files");
-  const platform::FileDescriptor reader(ends[0]);
-  platform::FileDescriptor writer(ends[1]);
-  const pid_t child = fork();
-  if (child < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
-  if (child == 0) workDetached(work, std::move(writer));
-  writer = platform::FileDescriptor();
-  // How it went: the exit code, and what there is to say.
-  std::string report;
-  char letter = 0;
-  while (read(reader.get(), &letter, 1) == 1) report += letter;
-  if (report.empty()) throw Failure("the process that was to do the work has ended");
-  const auto code = static_cast<ExitCode>(report.front());
-  if (code != ExitCode::Done) throw Failure(report.substr(1), code);
 }
 
 void endProgram(pid_t process) {

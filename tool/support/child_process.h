@@ -19,10 +19,6 @@ pid_t startProgram(const std::vector<std::string>& arguments, int errorFile = -1
 // work. Throws Failure if there can be none.
 pid_t startProcess(const std::function<int()>& work);
 
-// Does work in a process that goes on without this one, and without its terminal, from the moment
-// on when the work calls detach. Returns then. A Failure of the work before that is thrown here.
-void runDetached(const std::function<void(const std::function<void()>& detach)>& work);
-
 // Ends a program that startProgram has started, gently first, and waits for its end.
 void endProgram(pid_t process);
 

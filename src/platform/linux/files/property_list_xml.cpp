@@ -1,10 +1,12 @@
 #include "platform/linux/files/property_list_xml.h"
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 #include <memory>
 #include <new>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include <expat.h>
@@ -208,13 +210,79 @@ constexpr std::string_view start =
 
 bool isXmlCharacter(std::uint32_t character) {
   if (character < ' ') return character == '\t' || character == '\n' || character == '\r';
-  return character != 0xFFFE && character != 0xFFFF;
+  const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+  return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
+}
+
+// Bytes that are not UTF-8 are taken for Latin 1, whose characters have the numbers of its bytes.
+std::string utf8Of(std::string_view text) {
+  std::string utf8;
+  while (!text.empty()) {
+    const auto* invalid = utf8::find_invalid(text.begin(), text.end());
+    utf8.append(text.begin(), invalid);
+    text.remove_prefix(static_cast<std::size_t>(invalid - text.begin()));
+    if (text.empty()) break;
+    utf8::append(static_cast<unsigned char>(text.front()), std::back_inserter(utf8));
+    text.remove_prefix(1);
+  }
+  return utf8;
+}
+
+// The length of a reference to a character that XML does not have, as "&#1;", at the beginning of
+// the text; else 0.
+std::size_t lengthOfWrongReference(std::string_view text) {
+  constexpr std::size_t longest = 12;
+  const std::size_t end = text.substr(0, longest).find(';');
+  if (!text.starts_with("&#") || end == text.npos) return 0;
+  const bool isHexadecimal = text[2] == 'x';
+  const char* digits = text.data() + (isHexadecimal ? 3 : 2);
+  std::uint32_t character = 0;
+  const auto [rest, error] =
+      std::from_chars(digits, text.data() + end, character, isHexadecimal ? 16 : 10);
+  const bool isNumber = error == std::errc() && rest == text.data() + end;
+  return isNumber && !isXmlCharacter(character) ? end + 1 : 0;
+}
+
+// Without comments, and without references to characters that there are none of.
+std::string withoutWhatIsRefused(std::string_view text) {
+  std::string kept;
+  while (!text.empty()) {
+    constexpr std::string_view beginOfComment = "<!--";
+    constexpr std::string_view endOfComment = "-->";
+    std::size_t skipped = lengthOfWrongReference(text);
+    if (text.starts_with(beginOfComment)) {
+      const std::size_t end = text.find(endOfComment, beginOfComment.size());
+      skipped = end == text.npos ? text.size() : end + endOfComment.size();
+    }
+    if (skipped == 0) {
+      kept += text.front();
+      skipped = 1;
+    }
+    text.remove_prefix(skipped);
+  }
+  return kept;
+}
+
+// Only the list itself, without what other programs may have left before and after it, and without
+// a declaration, which may name another encoding.
+std::string_view listIn(std::string_view text) {
+  constexpr std::string_view end = "</plist>";
+  text.remove_prefix(std::min(text.find('<'), text.size()));
+  if (text.starts_with("<?")) text.remove_prefix(std::min(text.find('>') + 1, text.size()));
+  const std::size_t at = text.rfind(end);
+  return at == text.npos ? text : text.substr(0, at + end.size());
+}
+
+std::span<const std::uint8_t> bytesOf(const std::string& text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
 }  // namespace
 
 std::optional<PropertyListContents> parsePropertyListXml(std::span<const std::uint8_t> xml) {
-  return Reader().read(xml);
+  if (auto list = Reader().read(xml)) return list;
+  const std::string_view text(reinterpret_cast<const char*>(xml.data()), xml.size());
+  return Reader().read(bytesOf(withoutWhatIsRefused(validXml(utf8Of(listIn(text))))));
 }
 
 std::string validXml(const std::string& text) {

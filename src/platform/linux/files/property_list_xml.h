@@ -27,8 +27,10 @@ struct PropertyListContents {
   std::vector<PropertyListEntry> entries;
 };
 
-// Nothing if the bytes are not a sound list whose root is a dictionary or an array. Time and memory
-// are a small multiple of the size. Throws std::bad_alloc.
+// Returns nothing if the bytes are not a list whose root is a dictionary or an array. What is
+// around the list, comments, characters that XML does not have, and bytes that are not UTF-8 do no
+// harm: the last are taken for Latin 1. Time and memory are a small multiple of the size. Throws
+// std::bad_alloc.
 std::optional<PropertyListContents> parsePropertyListXml(std::span<const std::uint8_t> xml);
 
 // Characters that XML cannot hold are left out, and what is not UTF-8 is replaced by U+FFFD.

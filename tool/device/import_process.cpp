@@ -1,0 +1,219 @@
+#include "tool/device/import_process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <sstream>
+#include <string>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include "platform/linux/files/file_contents.h"
+#include "platform/linux/files/signal_descriptor.h"
+#include "tool/support/failure.h"
+#include "tool/support/progress_bar.h"
+
+namespace tool {
+namespace {
+
+// What the importing process tells the other, a line each: how far it is ("progress"), that it is
+// done ("done"), or why it has failed ("failure").
+class Report {
+ public:
+  explicit Report(platform::FileDescriptor pipe) : pipe_(std::move(pipe)) {}
+
+  void progress(const ImportProgress& now) {
+    std::ostringstream line;
+    line << "progress " << now.isChanging << ' ' << now.isHandedOver << ' ' << now.framesFound
+         << ' ' << now.state;
+    send(line.str());
+  }
+  void done() { send("done"); }
+  void failure(const Failure& failure) {
+    std::string text = failure.what();
+    std::ranges::replace(text, '\n', ' ');
+    send("failure " + std::to_string(static_cast<int>(failure.code())) + ' ' + text);
+  }
+
+ private:
+  // Nobody may listen any more.
+  void send(const std::string& line) {
+    const std::string whole = line + '\n';
+    platform::writeAll(pipe_, {reinterpret_cast<const std::uint8_t*>(whole.data()), whole.size()});
+  }
+
+  platform::FileDescriptor pipe_;
+};
+
+void setSignals(int how) {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+  sigprocmask(how, &signals, nullptr);
+}
+
+[[noreturn]] void work(
+    Report report,
+    const std::function<void(const std::function<void(const ImportProgress&)>&)>& import) {
+  setsid();
+  std::signal(SIGPIPE, SIG_IGN);
+  setSignals(SIG_UNBLOCK);
+  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, stream);
+  try {
+    import([&report](const ImportProgress& progress) {
+      if (progress.isChanging) setSignals(SIG_BLOCK);
+    report.progress(progress);
+  });
+  report.done();
+  _exit(EXIT_SUCCESS);
+}
+catch (const Failure& failure) {
+  report.failure(failure);
+}
+catch (const std::exception& error) {
+  report.failure(Failure(error.what()));
+}
+_exit(EXIT_FAILURE);
+}  // namespace
+
+// The process that was asked for the import.
+class Waiting {
+ public:
+  Waiting(pid_t worker, platform::FileDescriptor pipe, int frames, const TimeLimit& limit,
+          const platform::FileDescriptor& signals)
+      : worker_(worker),
+        pipe_(std::move(pipe)),
+        limit_(limit),
+        signals_(signals),
+        bar_("making frames", frames) {}
+
+  void await(bool waitsForFrames) {
+    while (!isDone_ && (waitsForFrames || !isHandedOver_)) {
+      // While the change is under way it is not left alone: it takes a moment only.
+      if (limit_.isOver() && isHandedOver_) {
+        throw Failure("the home screen is still making frames after the timeout; " + state_ +
+                      " and plays them when all are there");
+      }
+      if (!hearMore()) throw Failure("the process that imports the GIF has ended; " + state_);
+    }
+  }
+
+  // The signal by which somebody wants to end this process.
+  int interruption() const { return interruption_; }
+  const std::string& state() const { return state_; }
+
+ private:
+  // False if nothing will come any more.
+  bool hearMore() {
+    pollfd ends[] = {{pipe_.get(), POLLIN, 0}, {signals_.get(), POLLIN, 0}};
+    constexpr Seconds longestPause{1};
+    const Seconds pause = isHandedOver_ ? std::min(limit_.left(), longestPause) : longestPause;
+    poll(ends, std::size(ends),
+         static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(pause).count()));
+    signalfd_siginfo info{};
+    if (read(signals_.get(), &info, sizeof info) > 0) {
+      interruption_ = static_cast<int>(info.ssi_signo);
+      // It takes no notice if it has begun to change something, and tells how far it is.
+      kill(worker_, SIGTERM);
+      while (!isHandedOver_ && readSome()) {
+      }
+      return false;
+    }
+    return ends[0].revents == 0 || readSome();
+  }
+
+  // Waits for the next lines.
+  bool readSome() {
+    char buffer[4096];
+    const ssize_t size = read(pipe_.get(), buffer, sizeof buffer);
+    if (size <= 0) return false;
+    unread_.append(buffer, static_cast<std::size_t>(size));
+    for (std::size_t end = 0; (end = unread_.find('\n')) != unread_.npos;) {
+      const std::string line = unread_.substr(0, end);
+      unread_.erase(0, end + 1);
+      take(line);
+    }
+    return true;
+  }
+
+  void take(const std::string& line) {
+    std::istringstream words(line);
+    std::string kind;
+    words >> kind;
+    if (kind == "progress") {
+      bool isChanging = false;
+      int framesFound = 0;
+      words >> isChanging >> isHandedOver_ >> framesFound >> std::ws;
+      std::getline(words, state_);
+      if (isHandedOver_) bar_.show(framesFound);
+    } else if (kind == "failure") {
+      int code = 0;
+      std::string text;
+      words >> code >> std::ws;
+      std::getline(words, text);
+      throw Failure(text, static_cast<ExitCode>(code));
+    } else {
+      isDone_ = true;
+    }
+  }
+
+  const pid_t worker_;
+  const platform::FileDescriptor pipe_;
+  const TimeLimit& limit_;
+  const platform::FileDescriptor& signals_;
+  const ProgressBar bar_;
+  std::string unread_;
+  std::string state_ = ImportProgress().state;
+  bool isHandedOver_ = false;
+  bool isDone_ = false;
+  int interruption_ = 0;
+};
+
+[[noreturn]] void endBy(int signal, const std::string& state) {
+  std::fprintf(stderr, "lumora: interrupted; %s\n", state.c_str());
+  std::signal(signal, SIG_DFL);
+  setSignals(SIG_UNBLOCK);
+  raise(signal);
+  _exit(EXIT_FAILURE);
+}
+
+}  // namespace tool
+
+void importInOwnProcess(const DeviceFolder& device, const lumora::Location& location,
+                        const ChosenGif& gif, int frames, const TimeLimit& limit,
+                        bool waitsForFrames) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) {
+    throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
+  }
+  platform::FileDescriptor reader(ends[0]);
+  platform::FileDescriptor writer(ends[1]);
+  const auto signals = platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
+  const pid_t worker = fork();
+  if (worker < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
+  if (worker == 0) {
+    work(Report(std::move(writer)), [&](const std::function<void(const ImportProgress&)>& report) {
+      importWallpaper(device, location, gif, frames, limit, report);
+    });
+  }
+  writer = platform::FileDescriptor();
+  std::optional<Waiting> waiting(std::in_place, worker, std::move(reader), frames, limit, signals);
+  try {
+    waiting->await(waitsForFrames);
+  } catch (const Failure&) {
+    if (waiting->interruption() == 0) throw;
+    const int signal = waiting->interruption();
+    const std::string state = waiting->state();
+    waiting.reset();
+    endBy(signal, state);
+  }
+}
+
+}  // namespace tool
