@@ -89,10 +89,11 @@ class Device(unittest.TestCase):
             self.assertEqual(done.stderr.count('\n'), 1, done.stderr)
         return done.stderr
 
-    def start(self, *words, clock='manual'):
+    def start(self, *words, clock='manual', environment=None):
         self.host = subprocess.Popen(
             [LUMORA, 'run', '--root', self.root, '--display', 'headless', '--clock', clock, *words],
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, stdin=subprocess.DEVNULL)
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, stdin=subprocess.DEVNULL,
+            env=environment)
         self.ok('wait', '--timeout', '30')
 
     def child(self, name):
@@ -102,6 +103,10 @@ class Device(unittest.TestCase):
                     if comm.read().strip() == name:
                         return int(child)
         raise AssertionError(name + ' does not run')
+
+    def pixels(self, picture):
+        return subprocess.run([LUMORA, 'frames', '--raw', picture], capture_output=True, check=True,
+                              timeout=60).stdout
 
     def eventually(self, condition):
         deadline = time.monotonic() + 60
@@ -423,8 +428,30 @@ class WithHost(Device):
                          [False, False])
         self.fails(1, 'screenshot', os.path.join(self.folder, 'nowhere', 'picture.png'))
 
+    def test_of_two_blurs_the_later_one_stays(self):
+        self.start(clock='real')
+        colors = [(each * 9, 99, 255 - each * 9) for each in range(25)]
+        self.ok('set', 'shared', self.file('colors.gif', gif(*colors, size=(300, 300))))
+        frame = self.on_device(LIBRARY + '/Wallpaper_both/Wallpaper_both_24.png')
+        sharp = self.pixels(frame)
+        with subprocess.Popen([LUMORA, '--root', self.root, 'blur', 'shared', '30'],
+                              stdout=subprocess.DEVNULL) as earlier:
+            self.eventually(lambda: self.lumora('get', 'SHARED_GIF_BLUR').stdout == '30\n')
+            self.ok('blur', 'shared', '0')
+        self.assertEqual(earlier.returncode, 0)
+        self.assertEqual(self.pixels(frame), sharp)
+
+    def test_a_runtime_folder_may_have_any_name(self):
+        for name in ('with space', 'a&<%,;:=\'"', 'ü\n'):
+            folder = os.path.join(self.folder, name)
+            os.mkdir(folder, 0o700)
+            self.start(environment=dict(os.environ, XDG_RUNTIME_DIR=folder))
+            self.ok('lock')
+            self.ok('stop')
+            self.host.communicate(timeout=20)
+
     def test_a_screenshot_takes_the_place_of_files_only(self):
-        self.start()
+        self.start('--screen', '2200x2200')
         pipe = os.path.join(self.folder, 'pipe')
         os.mkfifo(pipe)
         self.assertIn('not a regular file', self.fails(1, 'screenshot', pipe))
@@ -434,7 +461,8 @@ class WithHost(Device):
         os.symlink(real, link)
         self.ok('screenshot', link)
         self.assertTrue(os.path.islink(link))
-        self.assertGreater(os.path.getsize(real), 1000)
+        # More than any message on the bus may have.
+        self.assertGreater(os.path.getsize(real), 1 << 20)
 
     def test_two_that_set_at_once_take_turns(self):
         self.start(clock='real')
