@@ -47,8 +47,8 @@ Bytes photoPixels(int width, int height) {
 
 ImageRef indexedPicture(Texture texture, int width, int height, int moved) {
   auto palette = std::make_shared<Palette>();
-  palette->count = mostColors;
-  for (std::size_t index = 0; index < mostColors; ++index) {
+  palette->count = maxColors;
+  for (std::size_t index = 0; index < maxColors; ++index) {
     const auto value = static_cast<std::uint8_t>(index);
     palette->colors[index] = {value, static_cast<std::uint8_t>(255 - value / 2), 80, 255};
   }

@@ -25,7 +25,7 @@ sdbus::Error refusal(const std::string& reason) {
 }
 
 // What a caller may ask for, in nanoseconds: more than anybody waits, and far from any overflow.
-constexpr std::int64_t longestSpan = std::int64_t{1'000'000} * std::nano::den;
+constexpr std::int64_t maxSpan = std::int64_t{1'000'000} * std::nano::den;
 
 // The bus's library is C and lets only its own errors through.
 template <typename Work>
@@ -149,7 +149,7 @@ void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds,
     result.returnError(refusal("the clock follows real time; start with --clock manual"));
     return;
   }
-  if (std::min(nanoseconds, timeout) < 0 || std::max(nanoseconds, timeout) > longestSpan) {
+  if (std::min(nanoseconds, timeout) < 0 || std::max(nanoseconds, timeout) > maxSpan) {
     result.returnError(refusal("there is no such span of time"));
     return;
   }

@@ -179,7 +179,7 @@ void DesktopCover::Impl::subtractOpaqueRegion(cairo_region_t* seen, Window windo
 }
 
 std::vector<unsigned long> DesktopCover::Impl::numbers(Window window, const char* property) {
-  constexpr long mostNumbers = 1024;
+  constexpr long maxNumbers = 1024;
   constexpr int numberBits = 32;
   Atom type = 0;
   int format = 0;
@@ -187,7 +187,7 @@ std::vector<unsigned long> DesktopCover::Impl::numbers(Window window, const char
   unsigned long rest = 0;
   unsigned char* data = nullptr;
   const int result =
-      XGetWindowProperty(display_, window, XInternAtom(display_, property, False), 0, mostNumbers,
+      XGetWindowProperty(display_, window, XInternAtom(display_, property, False), 0, maxNumbers,
                          False, XA_CARDINAL, &type, &format, &count, &rest, &data);
   const XPointer<unsigned char> owner(data);
   if (result != Success || type != XA_CARDINAL || format != numberBits) return {};

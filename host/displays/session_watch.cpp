@@ -14,7 +14,7 @@ namespace {
 using platform::RunLoop;
 
 // What does not answer in this time is done without: the main thread waits for it.
-constexpr std::chrono::milliseconds longestAnswer{500};
+constexpr std::chrono::milliseconds maxAnswerTime{500};
 
 constexpr auto loginService = "org.freedesktop.login1";
 constexpr auto sessionInterface = "org.freedesktop.login1.Session";
@@ -57,7 +57,7 @@ SessionWatch::~SessionWatch() {
 
 void SessionWatch::watchSession() {
   system_.bus = sdbus::createSystemBusConnection();
-  system_.bus->setMethodCallTimeout(longestAnswer);
+  system_.bus->setMethodCallTimeout(maxAnswerTime);
   auto manager = sdbus::createProxy(*system_.bus, loginService, "/org/freedesktop/login1");
   sdbus::ObjectPath path;
   manager->callMethod("GetSession")
@@ -90,7 +90,7 @@ void SessionWatch::readSession(sdbus::IProxy& session) {
 
 void SessionWatch::watchSavers() {
   user_.bus = sdbus::createSessionBusConnection();
-  user_.bus->setMethodCallTimeout(longestAnswer);
+  user_.bus->setMethodCallTimeout(maxAnswerTime);
   for (const auto& [service, path] : savers) {
     user_.proxies.push_back(sdbus::createProxy(*user_.bus, service, path));
     user_.proxies.back()->uponSignal("ActiveChanged").onInterface(service).call([this](bool isOn) {

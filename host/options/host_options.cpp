@@ -9,10 +9,10 @@
 namespace host {
 namespace {
 
-constexpr int smallestSide = 64;
-constexpr int largestSide = 4096;
-constexpr int largestScale = 4;
-constexpr int largestRefreshRate = 240;
+constexpr int minSide = 64;
+constexpr int maxSide = 4096;
+constexpr int maxScale = 4;
+constexpr int maxRefreshRate = 240;
 
 // The size in pixels of the X11 screen; nothing where there is none.
 std::optional<std::pair<int, int>> x11Screen() {
@@ -41,13 +41,13 @@ bool parseSize(const std::string& text, HostOptions& options) {
   std::istringstream stream(text);
   char separator = 0;
   stream >> options.width >> separator >> options.height;
-  auto fits = [](int side) { return side >= smallestSide && side <= largestSide; };
+  auto fits = [](int side) { return side >= minSide && side <= maxSide; };
   return stream && stream.eof() && separator == 'x' && fits(options.width) && fits(options.height);
 }
 
 std::string sizeProblem() {
-  return "must be WxH in points, from " + std::to_string(smallestSide) + " to " +
-         std::to_string(largestSide) + " each";
+  return "must be WxH in points, from " + std::to_string(minSide) + " to " +
+         std::to_string(maxSide) + " each";
 }
 
 }  // namespace
@@ -68,10 +68,10 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
           "size of the upright device in points")
       ->type_name("WxH");
   command.add_option("--scale", options.scale, "pixels per point")
-      ->check(CLI::Range(1, largestScale))
+      ->check(CLI::Range(1, maxScale))
       ->type_name("N");
   command.add_option("--refresh", options.refreshRate, "display refreshes per second")
-      ->check(CLI::Range(1, largestRefreshRate))
+      ->check(CLI::Range(1, maxRefreshRate))
       ->type_name("HZ");
   command
       .add_option_function<std::string>(

@@ -20,8 +20,8 @@ platform::ImageRef blurImageWithRadius(const platform::ImageRef& image, std::int
 
 std::int32_t blurRadius(float setting) {
   // The largest float below 2^31, so that the conversion is defined.
-  constexpr float largest = 2147483520.0F;
-  return static_cast<std::int32_t>(std::clamp(setting, -largest, largest));
+  constexpr float maxRadius = 2147483520.0F;
+  return static_cast<std::int32_t>(std::clamp(setting, -maxRadius, maxRadius));
 }
 
 }  // namespace lumora

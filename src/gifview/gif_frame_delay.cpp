@@ -1,10 +1,12 @@
 #include "gifview/gif_frame_delay.h"
 
+#include <limits>
+
 namespace lumora {
 namespace {
 
 // Just under 0.02: a delay of exactly two hundredths is kept.
-constexpr double shortestDelay = 0x1.47ad947ae147bp-6;
+constexpr double minDelay = 0.02 - std::numeric_limits<float>::epsilon();
 constexpr double delayOfTooShort = 0.1;
 
 double storedDelay(const std::optional<platform::ImageProperties>& properties) {
@@ -23,7 +25,7 @@ double CGImageSourceGetGifFrameDelay(const platform::CGImageSource& source, int 
 
 double gifFrameDelay(const std::optional<platform::ImageProperties>& properties) {
   const double delay = storedDelay(properties);
-  return delay < shortestDelay ? delayOfTooShort : delay;
+  return delay < minDelay ? delayOfTooShort : delay;
 }
 
 }  // namespace lumora

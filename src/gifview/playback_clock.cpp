@@ -24,11 +24,11 @@ bool PlaybackClock::advance(std::int32_t frameCount) {
   return currentFrame_ >= frameCount;
 }
 
-// The bound is unsigned on purpose: without any durations it wraps to the largest number, every
-// frame is in range, and every tick shows one.
+// Without any durations every frame is in range, and every tick shows one.
 bool PlaybackClock::isInRange(const FrameDurations& durations) const {
-  const std::size_t count = durations ? durations->size() : 0;
-  return currentFrame_ >= 0 && static_cast<std::size_t>(currentFrame_) <= count - 1;
+  if (currentFrame_ < 0) return false;
+  if (!durations || durations->empty()) return true;
+  return static_cast<std::size_t>(currentFrame_) < durations->size();
 }
 
 }  // namespace lumora

@@ -24,8 +24,6 @@ class PlaybackClock {
   // stays past the end: the next tick finds it there and starts over, which costs that one tick.
   bool advance(std::int32_t frameCount);
 
-  std::int32_t currentFrame() const { return currentFrame_; }
-
  private:
   bool isInRange(const FrameDurations& durations) const;
 

@@ -608,10 +608,9 @@ class WithHost(Device):
         self.assertTrue(self.ok('bus').startswith('unix:path='))
 
     def test_run_shows_its_gif_and_ends_by_itself(self):
-        self.start(self.gif, '--for', '3', '--locked')
+        self.start(self.gif, '--for', '5', '--locked')
         self.host.stdout.readline()
-        self.ok('advance', '1')
-        self.assertEqual(self.shared()['frames_in_cache'], 2)
+        self.eventually(lambda: self.shared()['frames_in_cache'] == 2)
         self.assertEqual(self.status()['screen'], 'locked')
         self.assertEqual(self.host.wait(20), 0)
         self.fails(3, 'status')

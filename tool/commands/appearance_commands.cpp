@@ -135,25 +135,25 @@ CLI::App* addLiveCommand(CLI::App& lumora, Context& context, const char* name,
 }
 
 void addNumberCommands(CLI::App& lumora, Context& context) {
-  constexpr long fastest = 1000;
+  constexpr long maxSpeed = 1000;
   auto speed = std::make_shared<Words>();
   addLiveCommand(lumora, context, "speed", "how fast a GIF plays: 1 as it was made, 0 stands still",
                  speed, "_GIF_SPEED", lumora::speedNeedsUpdatingNotification)
       ->add_option("FACTOR", speed->value)
       ->required()
-      ->check(numberUpTo(fastest));
+      ->check(numberUpTo(maxSpeed));
   auto alpha = std::make_shared<Words>();
   addLiveCommand(lumora, context, "alpha", "how opaque a GIF is: 1 fully, 0 not to be seen", alpha,
                  "_GIF_ALPHA", lumora::alphaNeedsUpdatingNotification)
       ->add_option("OPACITY", alpha->value)
       ->required()
       ->check(numberUpTo(1));
-  constexpr long widest = 1000;
+  constexpr long maxRadius = 1000;
   auto blur = std::make_shared<Words>();
   auto* command = addCommand(lumora, context, "blur", "how blurred a GIF is: the radius in pixels",
                              [&context, blur] { changeBlur(context.device(), *blur); });
   addChoice(command, "LOCATION", blur->location, locationNames);
-  command->add_option("RADIUS", blur->value)->required()->check(numberUpTo(widest));
+  command->add_option("RADIUS", blur->value)->required()->check(numberUpTo(maxRadius));
   addTimeout(command, blur->timeout);
 }
 

@@ -66,9 +66,9 @@ inline CLI::Validator numberUpTo(long largest) {
 }
 
 inline void addTimeout(CLI::App* command, double& seconds) {
-  constexpr long longestTimeout = 1'000'000;
+  constexpr long maxTimeout = 1'000'000;
   command->add_option("--timeout", seconds, "how long to wait at most")
-      ->check(numberUpTo(longestTimeout))
+      ->check(numberUpTo(maxTimeout))
       ->type_name("SECONDS")
       ->capture_default_str();
 }

@@ -33,10 +33,10 @@ ordered_json valueAt(const ordered_json& status, const std::string& path) {
 }  // namespace
 
 void expect(const ordered_json& status, const std::vector<std::string>& words) {
-  constexpr std::size_t fewestWords = 3;
-  if (words.size() < fewestWords) throw Failure("expect takes a path and a value");
+  constexpr std::size_t minWords = 3;
+  if (words.size() < minWords) throw Failure("expect takes a path and a value");
   std::string expected = words[2];
-  for (std::size_t at = fewestWords; at < words.size(); ++at) expected += " " + words[at];
+  for (std::size_t at = minWords; at < words.size(); ++at) expected += " " + words[at];
   const ordered_json found = valueAt(status, words[1]);
   if (!isSame(found, valueOf(expected))) throw Failure("found " + found.dump());
 }

@@ -43,7 +43,7 @@ struct RunWords {
 constexpr auto busLogName = "bus.log";
 
 // It is there in a tenth of a second, unless the machine is very busy.
-constexpr Seconds longestLaunch{30};
+constexpr Seconds maxLaunchTime{30};
 
 std::string besideThisProgram(const char* name) {
   return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
@@ -166,7 +166,7 @@ class HostRun {
   // In a process of its own, since it takes as long as the GIF is large.
   int import() const {
     try {
-      const TimeLimit limit(longestImport);
+      const TimeLimit limit(maxImportTime);
       const int frames = countShownFrames(*gif_);
       const ProgressBar bar("making frames", frames);
       importWallpaper(device_, lumora::locations.front(), *gif_, frames, limit,
@@ -195,8 +195,8 @@ class HostRun {
   // Sleeps until a signal, or until there is something to look at; whether it is a signal to end.
   bool waitForSignal() {
     constexpr int launchPause = 20;
-    constexpr int longestPause = 3600 * 1000;
-    int pause = isLaunched_ ? longestPause : launchPause;
+    constexpr int maxPause = 3600 * 1000;
+    int pause = isLaunched_ ? maxPause : launchPause;
     if (end_) {
       const auto rest =
           std::chrono::ceil<std::chrono::milliseconds>(*end_ - steady_clock::now()).count();
@@ -225,7 +225,7 @@ class HostRun {
   int status_ = 0;
   bool hasUnfinishedCache_ = false;
   bool isLaunched_ = false;
-  const TimeLimit launchLimit_{longestLaunch};
+  const TimeLimit launchLimit_{maxLaunchTime};
   std::optional<steady_clock::time_point> end_;
 };
 
@@ -241,9 +241,9 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   CLI::App* command = lumora.add_subcommand("run", "start the home screen and stay with it");
   command->add_option("GIF", words->gif, "the wallpaper for both screens");
   host::addHostOptions(*command, words->options);
-  constexpr long longestRun = 100'000'000;
+  constexpr long maxRunTime = 100'000'000;
   command->add_option("--for", words->seconds, "end by itself after this time")
-      ->check(numberUpTo(longestRun))
+      ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
   command->callback([&context, words] {
     context.action = [&context, words] {

@@ -132,8 +132,8 @@ void addWaitingCommands(CLI::App& lumora, Context& context) {
       lumora, context, "advance", "move a clock that is driven by hand", [&context, words] {
         advance(context.device(), Seconds(words->seconds), Seconds(words->timeout));
       });
-  constexpr long longestAdvance = 1'000'000;
-  move->add_option("SECONDS", words->seconds)->required()->check(numberUpTo(longestAdvance));
+  constexpr long maxAdvance = 1'000'000;
+  move->add_option("SECONDS", words->seconds)->required()->check(numberUpTo(maxAdvance));
   addTimeout(move, words->timeout);
 }
 

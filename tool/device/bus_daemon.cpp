@@ -55,8 +55,8 @@ std::string configuration(const std::string& socket) {
 // The path goes into the daemon's configuration and into an address: nothing in it may need quoting
 // there.
 bool isSuitable(const std::string& base) {
-  constexpr std::size_t longestBase = 64;
-  return base.starts_with('/') && base.size() <= longestBase &&
+  constexpr std::size_t maxBaseLength = 64;
+  return base.starts_with('/') && base.size() <= maxBaseLength &&
          std::ranges::all_of(base, [](unsigned char c) {
            return std::isalnum(c) || c == '/' || c == '-' || c == '_' || c == '.';
          });

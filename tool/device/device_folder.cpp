@@ -84,10 +84,10 @@ int DeviceFolder::hostFolder() const {
 }
 
 std::optional<std::string> DeviceFolder::busAddress() const {
-  constexpr std::size_t longestAddress = 4096;
+  constexpr std::size_t maxAddressLength = 4096;
   // A folder that cannot be written to has no home screen.
   if (!hostFolder_ && hostFolderError_ == EROFS) return std::nullopt;
-  const auto file = platform::openFileAt(hostFolder(), addressFile, longestAddress);
+  const auto file = platform::openFileAt(hostFolder(), addressFile, maxAddressLength);
   const auto contents = file ? platform::contentsOf(*file) : std::nullopt;
   if (!contents || contents->empty()) return std::nullopt;
   return std::string(contents->begin(), contents->end());

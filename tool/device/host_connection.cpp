@@ -40,8 +40,8 @@ std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device,
   const auto printed = device.busAddress();
   const BusAddress address(printed.value_or(""));
   // The bus's library would wait for minutes where nobody answers, so that is found out first.
-  constexpr Seconds longestLogin{10};
-  const BusState state = address.state(std::min(timeout, longestLogin));
+  constexpr Seconds maxLoginTime{10};
+  const BusState state = address.state(std::min(timeout, maxLoginTime));
   if (state == BusState::Absent) return nullptr;
   const Failure silence("the message bus of " + device.path().string() +
                         " does not answer; if this persists, restart `lumora run`");
@@ -167,9 +167,9 @@ bool HostConnection::pump(std::chrono::steady_clock::time_point limit, int descr
                             {descriptor, POLLIN, 0}};
     const auto rest =
         std::chrono::ceil<std::chrono::milliseconds>(limit - std::chrono::steady_clock::now());
-    constexpr std::int64_t longestPoll = 3'600'000;
+    constexpr std::int64_t maxPollTime = 3'600'000;
     poll(descriptors, std::size(descriptors),
-         static_cast<int>(std::clamp<std::int64_t>(rest.count(), 0, longestPoll)));
+         static_cast<int>(std::clamp<std::int64_t>(rest.count(), 0, maxPollTime)));
     while (connection_->processPendingRequest()) {
     }
     return true;

@@ -113,8 +113,8 @@ class Waiting {
   // False if nothing will come any more.
   bool hearMore() {
     pollfd ends[] = {{pipe_.get(), POLLIN, 0}, {signals_.get(), POLLIN, 0}};
-    constexpr Seconds longestPause{1};
-    const Seconds pause = isHandedOver_ ? std::min(limit_.left(), longestPause) : longestPause;
+    constexpr Seconds maxPause{1};
+    const Seconds pause = isHandedOver_ ? std::min(limit_.left(), maxPause) : maxPause;
     poll(ends, std::size(ends),
          static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(pause).count()));
     signalfd_siginfo info{};

@@ -134,7 +134,7 @@ void WallpaperImport::handOver() {
   oldLocation_ = storedSetting("LOCATION_INDEX").value_or("");
   progress_.isChanging = true;
   report_(progress_);
-  limit_ = TimeLimit(longestImport);
+  limit_ = TimeLimit(maxImportTime);
   unlinkat(device_.hostFolder(), oldFileName, 0);
   if (const auto old = platform::locateItem(location_.gifPath)) {
     hasOldFile_ =

@@ -12,7 +12,7 @@
 namespace tool {
 
 // Longer than any GIF takes.
-constexpr Seconds longestImport{3600};
+constexpr Seconds maxImportTime{3600};
 
 struct ImportProgress {
   // Before this is true, nothing on the device has been changed. After that the import must not be
@@ -26,7 +26,7 @@ struct ImportProgress {
 };
 
 // Waits until nobody else imports and no frames are being made, and puts the GIF into place: within
-// the limit. Then waits, for longestImport at most, until the home screen has made the given number
+// the limit. Then waits, for maxImportTime at most, until the home screen has made the given number
 // of frames, and hands the GIF over again where something has cut that short. At the end the frames
 // play if their screen is shown. report is called whenever there is progress. Throws Failure, whose
 // message says what has become of the wallpaper.

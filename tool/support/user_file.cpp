@@ -29,7 +29,7 @@ platform::DataRef openUserFile(const std::string& path) {
   if (!descriptor || fstat(descriptor.get(), &status) != 0) fail("read", path);
   if (!S_ISREG(status.st_mode)) throw Failure("cannot read " + path + ": not a regular file");
   const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > platform::largestFile) throw Failure("cannot read " + path + ": too large");
+  if (size > platform::maxFileSize) throw Failure("cannot read " + path + ": too large");
   return platform::dataOfFile({std::move(descriptor), size});
 }
 

@@ -13,11 +13,11 @@ std::atomic<bool> isKept = false;
 
 void keepFreedMemory() {
   // Larger than the strips and planes of a frame, smaller than a whole screen in 32 bits.
-  constexpr int largestFromHeap = 8 << 20;
-  constexpr int mostKept = 64 << 20;
+  constexpr int maxHeapAllocation = 8 << 20;
+  constexpr int maxKept = 64 << 20;
   // An allocator that stands in for the C library's, as a sanitizer's does, refuses both.
   isKept =
-      mallopt(M_MMAP_THRESHOLD, largestFromHeap) == 1 && mallopt(M_TRIM_THRESHOLD, mostKept) == 1;
+      mallopt(M_MMAP_THRESHOLD, maxHeapAllocation) == 1 && mallopt(M_TRIM_THRESHOLD, maxKept) == 1;
 }
 
 // Not where the C library's own allocator is not the one in use: the call would set that up, and

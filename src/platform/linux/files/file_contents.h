@@ -14,7 +14,7 @@
 namespace platform {
 
 // No file that the system reads is larger; a sparse giant must not take the memory.
-constexpr std::size_t largestFile = std::size_t{1} << 28;
+constexpr std::size_t maxFileSize = std::size_t{1} << 28;
 
 struct OpenFile {
   FileDescriptor descriptor;
@@ -22,9 +22,9 @@ struct OpenFile {
 };
 
 // A regular file of at most so many bytes, open for reading; a link is not followed.
-std::optional<OpenFile> openFile(const std::string& path, std::size_t limit = largestFile);
+std::optional<OpenFile> openFile(const std::string& path, std::size_t limit = maxFileSize);
 std::optional<OpenFile> openFileAt(int directory, const std::string& name,
-                                   std::size_t limit = largestFile);
+                                   std::size_t limit = maxFileSize);
 
 // How many bytes could be read from there on: fewer than wanted at the end of the file.
 std::size_t readAt(const FileDescriptor& file, std::size_t offset, std::span<std::uint8_t> wanted);
@@ -32,7 +32,7 @@ std::size_t readAt(const FileDescriptor& file, std::size_t offset, std::span<std
 // The contents stay in the file, which must not change; what can no longer be read is missing.
 DataRef dataOfFile(OpenFile file);
 
-std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit = largestFile);
+std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit = maxFileSize);
 std::optional<Bytes> contentsOf(const OpenFile& file);
 
 bool writeAll(const FileDescriptor& file, std::span<const std::uint8_t> contents);

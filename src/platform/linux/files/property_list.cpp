@@ -18,9 +18,9 @@ namespace platform {
 namespace {
 
 // Many times the settings of this system, whatever other programs store beside them.
-constexpr std::size_t largestDictionary = std::size_t{1} << 21;
+constexpr std::size_t maxDictionarySize = std::size_t{1} << 21;
 // More than the list with the delays of half a million frames.
-constexpr std::size_t largestArray = std::size_t{1} << 24;
+constexpr std::size_t maxArraySize = std::size_t{1} << 24;
 
 // The files that were too large, or too costly, when they were read last. They are not replaced:
 // what is in them cannot be kept, but is not damaged either.
@@ -151,7 +151,7 @@ NSMutableDictionary& NSMutableDictionary::operator=(NSMutableDictionary&&) noexc
 
 std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOfFile(
     const std::string& path) {
-  Reading reading = read(path, largestDictionary);
+  Reading reading = read(path, maxDictionarySize);
   if (!reading.list || !reading.list->isDictionary) return std::nullopt;
   return NSMutableDictionary(
       std::make_unique<Impl>(Impl{std::move(*reading.list), reading.stamp, {}}));
@@ -163,12 +163,12 @@ std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOf
 bool NSMutableDictionary::writeToFile(const std::string& path) const {
   const WriteLock lock;
   if (stampOfFile(path) == impl_->stamp) {
-    return write(impl_->list, path, largestDictionary, Durability::Durable);
+    return write(impl_->list, path, maxDictionarySize, Durability::Durable);
   }
-  Reading now = read(path, largestDictionary);
+  Reading now = read(path, maxDictionarySize);
   if (!now.list || !now.list->isDictionary) now.list = impl_->list;
   for (const PropertyListEntry& change : impl_->changes) set(*now.list, change);
-  return write(*now.list, path, largestDictionary, Durability::Durable);
+  return write(*now.list, path, maxDictionarySize, Durability::Durable);
 }
 
 std::optional<std::string> NSMutableDictionary::stringForKey(const std::string& key) const {
@@ -183,7 +183,7 @@ void NSMutableDictionary::setString(const std::string& text, const std::string& 
 }
 
 std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path) {
-  const auto list = read(path, largestArray).list;
+  const auto list = read(path, maxArraySize).list;
   if (!list || list->isDictionary) return std::nullopt;
   std::vector<std::string> array;
   for (const auto& [key, value] : list->entries)
@@ -194,7 +194,7 @@ std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::strin
 bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path) {
   PropertyListContents list;
   for (const std::string& element : array) list.entries.push_back({"", {true, element}});
-  return write(list, path, largestArray, Durability::Cached);
+  return write(list, path, maxArraySize, Durability::Cached);
 }
 
 }  // namespace platform

@@ -13,7 +13,7 @@ namespace {
 class Objects {
  public:
   explicit Objects(std::span<const std::uint8_t> bytes)
-      : bytes_(bytes), most_(mostGrowth * bytes.size() + usualSize) {}
+      : bytes_(bytes), most_(maxGrowth * bytes.size() + usualSize) {}
 
   bool areBearable() {
     constexpr std::size_t trailerSize = 32;
@@ -30,7 +30,7 @@ class Objects {
   // A list of ours has two levels; other programs' values in it may have some more.
   static constexpr int deepestNesting = 256;
   // A list may refer to an object more than once, but not make a giant of itself.
-  static constexpr std::uint64_t mostGrowth = 16;
+  static constexpr std::uint64_t maxGrowth = 16;
   static constexpr std::uint64_t usualSize = std::uint64_t{1} << 20;
   // What the library spends on any object.
   static constexpr std::uint64_t objectSize = 128;

@@ -13,14 +13,13 @@
 namespace platform {
 
 // A GIF, or any other picture as a source of one image. Of a GIF that is read in order, the next
-// picture is decoded on another thread while the caller deals with the last one.
+// picture is decoded on another thread while the caller works on the last one, from the third on.
 struct CGImageSource::Impl {
   DataRef data;
   gif::File file;
   ImageRef single;
   gif::Compositor compositor;
   int lastAskedFor = -1;
-  bool isCounted = false;
   // Of the picture behind the last one asked for; it uses the compositor until it is ready.
   std::future<ImageRef> next;
 
@@ -39,15 +38,15 @@ struct CGImageSource::Impl {
     ImageRef image = next.valid() ? next.get() : nullptr;
     if (!isReady) image = decode(index);
     lastAskedFor = index;
-    // Many want the first picture only; not those who asked how many there are.
-    if (isInOrder && (index > 0 || isCounted)) decodeAhead(index + 1);
+    // Many want the first picture only.
+    if (isInOrder && index > 0) decodeAhead(index + 1);
     return image;
   }
 
   void decodeAhead(int index) {
     // Smaller pictures are done before a thread has started.
-    constexpr std::int64_t fewestPixels = std::int64_t{1} << 16;
-    const bool isWorthIt = std::int64_t{file.width} * file.height >= fewestPixels;
+    constexpr std::int64_t minPixels = std::int64_t{1} << 16;
+    const bool isWorthIt = std::int64_t{file.width} * file.height >= minPixels;
     if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
     try {
       next = std::async(std::launch::async, [this, index] { return decode(index); });
@@ -72,7 +71,6 @@ std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data
 }
 
 int CGImageSource::count() const {
-  impl_->isCounted = true;
   return impl_->count();
 }
 
@@ -86,13 +84,13 @@ std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) c
   if (index < 0 || index >= impl_->count()) return std::nullopt;
   if (impl_->single) return ImageProperties{};
   // As on the device, the clamped delay is for viewers that do not bear very short ones.
-  constexpr double shortestClampedDelay = 0.02;
+  constexpr double minClampedDelay = 0.02;
   constexpr double clampedDelay = 0.1;
   constexpr double centisecondsPerSecond = 100;
   GIFProperties gif;
   if (auto delay = impl_->file.images[static_cast<std::size_t>(index)].delay) {
     gif.unclampedDelayTime = *delay / centisecondsPerSecond;
-    const bool isShort = *gif.unclampedDelayTime < shortestClampedDelay;
+    const bool isShort = *gif.unclampedDelayTime < minClampedDelay;
     gif.delayTime = isShort ? clampedDelay : *gif.unclampedDelayTime;
   }
   return ImageProperties{gif};

@@ -68,8 +68,8 @@ class Workers : public std::enable_shared_from_this<Workers> {
 // whole frames, so more at a time would cost memory and gain nothing. Never destroyed, as blocks
 // may still be added while the process ends.
 const std::shared_ptr<Workers>& sharedWorkers() {
-  constexpr int mostThreads = 4;
-  static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(mostThreads));
+  constexpr int maxThreads = 4;
+  static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(maxThreads));
   return *workers;
 }
 

@@ -31,7 +31,7 @@ void PictureSurface::update(const UIImage& image) {
   if (hasNewPalette) {
     palette_ = picture.palette;
     strips_.clear();
-    for (std::size_t index = 0; palette_ && index < mostColors; ++index) {
+    for (std::size_t index = 0; palette_ && index < maxColors; ++index) {
       colors_[index] = premultipliedPixel(palette_->colors[index].data());
     }
   }

@@ -44,7 +44,7 @@ class PictureSurface {
   PictureShape shape_;
   std::shared_ptr<const Palette> palette_;
   // Of the palette, as the screen wants them.
-  std::array<std::uint32_t, mostColors> colors_{};
+  std::array<std::uint32_t, maxColors> colors_{};
   Strips strips_;
   Rows changed_;
   bool isOpaque_ = false;

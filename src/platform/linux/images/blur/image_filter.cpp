@@ -22,7 +22,7 @@ using namespace blur;
 constexpr int deviationsReached = 4;
 
 // A blur past any picture's size only fades it; this bound keeps absurd settings computable.
-constexpr int largestRadius = 4096;
+constexpr int maxRadius = 4096;
 
 struct Rectangle {
   int left;
@@ -259,7 +259,7 @@ class Blur {
 CIImage::CIImage(ImageRef input, int radius) : input_(std::move(input)), radius_(radius) {}
 
 CIImage CIImage::gaussianBlur(const ImageRef& input, int radius) {
-  return CIImage(input, std::clamp(radius, 0, largestRadius));
+  return CIImage(input, std::clamp(radius, 0, maxRadius));
 }
 
 CGRect CIImage::extent() const {

@@ -33,7 +33,7 @@ InputRows::InputRows(const UIImage::Impl& picture, int left, int top, int width,
       held_(static_cast<std::size_t>(kept), std::numeric_limits<int>::min()) {
   if (!picture.palette) return;
   const auto& colors = picture.palette->colors;
-  premultiply(colors.front().data(), palette_.front().data(), mostColors);
+  premultiply(colors.front().data(), palette_.front().data(), maxColors);
 }
 
 const std::uint8_t* InputRows::row(int y) {
@@ -68,10 +68,10 @@ void InputRows::read(int y, std::uint8_t* target) const {
 
 void inBands(int first, int end, const std::function<void(int first, int end)>& work) {
   // Fewer are done before a thread has started.
-  constexpr int enoughForTwo = 32;
+  constexpr int minForTwoThreads = 32;
   std::future<void> helper;
   int middle = end;
-  if (end - first >= enoughForTwo) {
+  if (end - first >= minForTwoThreads) {
     try {
       middle = first + (end - first) / 2;
       helper = std::async(std::launch::async, work, middle, end);

@@ -55,7 +55,7 @@ class InputRows {
 
   const UIImage::Impl& picture_;
   // The picture's colours, premultiplied, if it has a palette.
-  std::array<RGBAColor, mostColors> palette_{};
+  std::array<RGBAColor, maxColors> palette_{};
   const int left_;
   const int top_;
   const int width_;

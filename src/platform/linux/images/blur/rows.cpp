@@ -113,9 +113,9 @@ Kernel gaussianKernel(double deviation) {
     kernel.weights.push_back(static_cast<std::uint16_t>(rounded));
     rest -= kernel.weights.back() * (kernel.weights.size() == 1 ? 1L : 2L);
   }
-  constexpr long largestWeight = (1L << 16) - 1;
+  constexpr long maxWeight = (1L << 16) - 1;
   kernel.weights.front() =
-      static_cast<std::uint16_t>(std::min(kernel.weights.front() + rest, largestWeight));
+      static_cast<std::uint16_t>(std::min(kernel.weights.front() + rest, maxWeight));
   return kernel;
 }
 

@@ -49,14 +49,14 @@ void forEachRow(const PictureShape& shape, const Image& image,
 }
 
 // Four counters at a time, because a store to the one just stored to would wait for it.
-std::array<bool, mostColors> usedIndices(std::span<const std::uint8_t> indices) {
-  std::array<std::array<bool, mostColors>, 4> used{};
+std::array<bool, maxColors> usedIndices(std::span<const std::uint8_t> indices) {
+  std::array<std::array<bool, maxColors>, 4> used{};
   std::size_t at = 0;
   for (; at + used.size() <= indices.size(); at += used.size()) {
     for (std::size_t lane = 0; lane < used.size(); ++lane) used[lane][indices[at + lane]] = true;
   }
   for (; at < indices.size(); ++at) used[0][indices[at]] = true;
-  for (std::size_t index = 0; index < mostColors; ++index) {
+  for (std::size_t index = 0; index < maxColors; ++index) {
     for (const auto& lane : used) used[0][index] = used[0][index] || lane[index];
   }
   return used[0];
@@ -103,7 +103,7 @@ void Canvas::draw(const Image& image, const ColorTable& colors,
                   std::span<const std::uint8_t> indices) {
   if (isReplacedBy(image, indices) && adopt(image, colors, indices)) {
     Mapping same;
-    for (std::size_t index = 0; index < mostColors; ++index) {
+    for (std::size_t index = 0; index < maxColors; ++index) {
       same.to[index] = static_cast<std::uint8_t>(index);
     }
     same.shows.fill(true);
@@ -146,11 +146,11 @@ std::optional<Canvas::Mapping> Canvas::mapSomehow(const Image& image, const Colo
                                                   std::span<const std::uint8_t> indices) {
   if (shape_.format != PixelFormat::Indexed) return std::nullopt;
   Mapping shown;
-  std::fill_n(shown.shows.begin(), std::min(colors.size(), mostColors), true);
+  std::fill_n(shown.shows.begin(), std::min(colors.size(), maxColors), true);
   if (image.transparentIndex) shown.shows[*image.transparentIndex] = false;
   if (auto mapping = map(shown, colors)) return mapping;
   const Indices used = usedIndices(indices);
-  for (std::size_t index = 0; index < mostColors; ++index) {
+  for (std::size_t index = 0; index < maxColors; ++index) {
     shown.shows[index] = shown.shows[index] && used[index];
   }
   if (auto mapping = map(shown, colors)) return mapping;
@@ -162,7 +162,7 @@ std::optional<Canvas::Mapping> Canvas::mapSomehow(const Image& image, const Colo
 std::optional<Canvas::Mapping> Canvas::map(const Mapping& shown, const ColorTable& colors) {
   const std::size_t before = palette_.count;
   Mapping mapping = shown;
-  for (std::size_t index = 0; index < mostColors; ++index) {
+  for (std::size_t index = 0; index < maxColors; ++index) {
     mapping.to[index] = static_cast<std::uint8_t>(index);
     if (!shown.shows[index]) continue;
     const RGBAColor color = opaque(colors[index]);
@@ -196,11 +196,11 @@ void Canvas::dropUnusedColors() {
   for (const auto& strip : strips_) {
     for (int row = 0; row < strip->rowCount(); ++row) {
       const Indices inRow = usedIndices({strip->row(row), strip->rowLength()});
-      for (std::size_t index = 0; index < mostColors; ++index) used[index] |= inRow[index];
+      for (std::size_t index = 0; index < maxColors; ++index) used[index] |= inRow[index];
     }
   }
   const Palette before = std::exchange(palette_, {});
-  std::array<std::uint8_t, mostColors> moved{};
+  std::array<std::uint8_t, maxColors> moved{};
   for (std::size_t index = 0; index < before.count; ++index) {
     if (used[index]) moved[index] = *indexOf(before.colors[index]);
   }
@@ -247,8 +247,8 @@ void Canvas::drawIndices(const Image& image, const Mapping& mapping,
     std::uint8_t kept;
     std::uint8_t added;
   };
-  std::array<Change, mostColors> changes;
-  for (std::size_t index = 0; index < mostColors; ++index) {
+  std::array<Change, maxColors> changes;
+  for (std::size_t index = 0; index < maxColors; ++index) {
     changes[index] = mapping.shows[index] ? Change{0, mapping.to[index]} : Change{255, 0};
   }
   forEachRow(shape_, image, indices, [&](int y, const std::uint8_t* source) {
@@ -270,7 +270,7 @@ void Canvas::drawIndices(const Image& image, const Mapping& mapping,
 
 void Canvas::drawColors(const Image& image, const ColorTable& colors,
                         std::span<const std::uint8_t> indices) {
-  std::array<RGBAColor, mostColors> table{};
+  std::array<RGBAColor, maxColors> table{};
   std::ranges::transform(colors, table.begin(), opaque);
   if (image.transparentIndex) table[*image.transparentIndex] = transparent;
   const std::size_t width = visiblePart(shape_, image).width;

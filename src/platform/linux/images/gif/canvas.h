@@ -40,10 +40,10 @@ class Canvas {
  private:
   // What becomes of an image's indices on the canvas.
   struct Mapping {
-    std::array<std::uint8_t, mostColors> to{};
-    std::array<bool, mostColors> shows{};
+    std::array<std::uint8_t, maxColors> to{};
+    std::array<bool, maxColors> shows{};
   };
-  using Indices = std::array<bool, mostColors>;
+  using Indices = std::array<bool, maxColors>;
 
   void makeBlank();
   bool covers(const Image& image) const;

@@ -104,7 +104,7 @@ Image readImage(ByteReader& reader, const GraphicControl& control, ColorTableLoc
 
 void readImages(ByteReader& reader, ColorTableLocation global, File& file) {
   GraphicControl control;
-  for (int introducer = reader.byte(); !reader.ended() && file.images.size() < mostImages;
+  for (int introducer = reader.byte(); !reader.ended() && file.images.size() < maxImages;
        introducer = reader.byte()) {
     if (introducer == extensionIntroducer) {
       if (reader.byte() == graphicControlLabel) {
@@ -155,7 +155,7 @@ int timesDamaged() {
 }
 
 ColorTable readColorTable(const NSData::Impl& data, ColorTableLocation location) {
-  std::array<std::uint8_t, mostColors * bytesPerColor> window;
+  std::array<std::uint8_t, maxColors * bytesPerColor> window;
   const auto bytes =
       data.view(location.offset, std::span(window).first(location.count * bytesPerColor));
   ColorTable colors;

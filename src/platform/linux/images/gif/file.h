@@ -53,7 +53,7 @@ struct File {
 };
 
 // More images than these are not read; the delays of so many still fit into a property list.
-constexpr std::size_t mostImages = std::size_t{1} << 19;
+constexpr std::size_t maxImages = std::size_t{1} << 19;
 
 // The images up to the first damage in the structure. Nothing if this is no GIF, or if its screen
 // is empty or too large to hold.

@@ -11,8 +11,8 @@
 namespace platform::gif {
 namespace {
 
-constexpr unsigned mostCodeBits = 12;
-constexpr unsigned tableSize = 1U << mostCodeBits;
+constexpr unsigned maxCodeBits = 12;
+constexpr unsigned tableSize = 1U << maxCodeBits;
 
 // Bits read ahead, the next ones lowest.
 struct Bits {
@@ -135,7 +135,7 @@ class LzwDecoder {
       }
       if (previous.length != 0 && used < tableSize) {
         table_[used++] = {previous.offset, previous.length + 1};
-        if (used == 1U << width && width < mostCodeBits) ++width;
+        if (used == 1U << width && width < maxCodeBits) ++width;
       }
       if (code >= used) break;
       const Entry entry = table_[code];
@@ -173,15 +173,15 @@ void IndexBuffer::reset(std::size_t count) {
 }
 
 std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer) {
-  constexpr int largestMinimumCodeSize = 8;
-  if (minimumCodeSize < 1 || minimumCodeSize > largestMinimumCodeSize) return 0;
+  constexpr int maxMinimumCodeSize = 8;
+  if (minimumCodeSize < 1 || minimumCodeSize > maxMinimumCodeSize) return 0;
   return LzwDecoder(data, minimumCodeSize, buffer).run();
 }
 
 int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffer) {
   const std::int64_t pixels = std::int64_t{image.width} * image.height;
   int rows = 0;
-  if (pixels > 0 && pixels <= mostPixels) {
+  if (pixels > 0 && pixels <= maxPixels) {
     buffer.reset(static_cast<std::size_t>(pixels));
     SubBlocks blocks(data, image.dataOffset);
     rows = static_cast<int>(decodeLzw(blocks, image.minimumCodeSize, buffer) / image.width);

@@ -24,10 +24,10 @@ void Strip::setCompressed(std::shared_ptr<const CompressedRows> rows) const {
 // In pixels, whatever their format. Small strips leave more of a picture untouched by a small
 // change; large ones compress better.
 int PictureShape::rowsPerStrip() const {
-  constexpr int smallestStrip = 1 << 15;
-  constexpr int mostStrips = 32;
-  const int enough = (smallestStrip + width - 1) / width;
-  return std::max(enough, (height + mostStrips - 1) / mostStrips);
+  constexpr int minStripSize = 1 << 15;
+  constexpr int maxStrips = 32;
+  const int enough = (minStripSize + width - 1) / width;
+  return std::max(enough, (height + maxStrips - 1) / maxStrips);
 }
 
 int PictureShape::stripCount() const {

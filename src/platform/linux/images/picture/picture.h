@@ -17,14 +17,14 @@
 namespace platform {
 
 // More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
-constexpr std::int64_t mostPixels = std::int64_t{1} << 25;
+constexpr std::int64_t maxPixels = std::int64_t{1} << 25;
 
 // Cairo draws no picture with a longer side: its coordinates have 16 bits.
-constexpr std::int64_t longestSide = 32767;
+constexpr std::int64_t maxSideLength = 32767;
 
 constexpr bool isOfUsableSize(std::int64_t width, std::int64_t height) {
-  return width > 0 && width <= longestSide && height > 0 && height <= longestSide &&
-         width * height <= mostPixels;
+  return width > 0 && width <= maxSideLength && height > 0 && height <= maxSideLength &&
+         width * height <= maxPixels;
 }
 
 // One byte per pixel, an index into the picture's palette; or straight RGBA, 8 bits each.
@@ -35,11 +35,11 @@ constexpr std::size_t bytesPerPixel(PixelFormat format) {
 }
 
 using RGBAColor = std::array<std::uint8_t, 4>;
-constexpr std::size_t mostColors = 256;
+constexpr std::size_t maxColors = 256;
 
 // Straight colours; where alpha is 0, all of it is. Every index has one; those used lie in front.
 struct Palette {
-  std::array<RGBAColor, mostColors> colors{};
+  std::array<RGBAColor, maxColors> colors{};
   std::size_t count = 0;
   friend bool operator==(const Palette&, const Palette&) = default;
 };

@@ -137,7 +137,7 @@ class OwnPng {
     const auto alphas = chunks_.take(alphaChunk);
     Palette palette;
     palette.count = colors->size() / 3;
-    const bool isRight = palette.count > 0 && palette.count <= mostColors &&
+    const bool isRight = palette.count > 0 && palette.count <= maxColors &&
                          (!alphas || alphas->size() <= palette.count);
     if (!isRight) return false;
     for (std::size_t index = 0; index < palette.count; ++index) {
@@ -189,7 +189,7 @@ class OwnPng {
 
   // Whether every index is one of the palette's; the bytes in front of the rows are 0.
   bool hasOnlyItsColors(const Strip& strip) const {
-    if (palette_->count == mostColors) return true;
+    if (palette_->count == maxColors) return true;
     std::uint8_t largest = 0;
     for (const std::uint8_t index : strip.bytes()) largest = std::max(largest, index);
     return largest < palette_->count;
@@ -224,7 +224,7 @@ ImageRef readAnyPng(const Bytes& file) {
 ImageRef decodePng(const NSData& data) {
   return unlessOutOfMemory([&data]() -> ImageRef {
     // More than this is no picture that could be held.
-    constexpr std::size_t largest = static_cast<std::size_t>(mostPixels) * 5;
+    constexpr std::size_t largest = static_cast<std::size_t>(maxPixels) * 5;
     if (data.length() > largest) return nullptr;
     Bytes file(data.length());
     file.resize(ByteReader(data.impl()).read(file));

@@ -156,8 +156,8 @@ std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding codin
   };
   std::future<void> helper;
   // Fewer are done before a thread has started.
-  constexpr std::size_t enoughForTwo = 4;
-  if (missing.size() >= enoughForTwo) {
+  constexpr std::size_t minForTwoThreads = 4;
+  if (missing.size() >= minForTwoThreads) {
     try {
       helper = std::async(std::launch::async, compressSome);
     } catch (const std::system_error&) {
