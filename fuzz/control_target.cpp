@@ -19,9 +19,11 @@ namespace control = host::control;
 namespace darwin = platform::darwin;
 
 // All but the one that ends the home screen.
-constexpr const char* methods[] = {"Lock",      "Home",       "OpenApp",    "CloseApp",
-                                   "DisplayOn", "DisplayOff", "Rotate",     "Advance",
-                                   "Settle",    "Status",     "Screenshot", "Nothing"};
+constexpr const char* methods[] = {
+    control::method::lock,     control::method::home,       control::method::openApp,
+    control::method::closeApp, control::method::displayOn,  control::method::displayOff,
+    control::method::rotate,   control::method::advance,    control::method::settle,
+    control::method::status,   control::method::screenshot, "Nothing"};
 
 // The input, from front to back.
 class Source {

@@ -58,7 +58,7 @@ class HomeScreen {
     clearDevice();
     platform::Bus::open(bus_.address(), [] { std::abort(); });
     host::HostOptions options;
-    options.display = "headless";
+    options.display = host::DisplayKind::Headless;
     options.width = 20;
     options.height = 40;
     options.hasManualClock = true;

@@ -91,9 +91,9 @@ void runHomeScreen(const Arguments& arguments) {
   loadLibraries(arguments.libraries);
   std::unique_ptr<host::WindowDisplay> window;
   std::unique_ptr<host::DesktopDisplay> desktop;
-  if (arguments.host.display == "window") {
+  if (arguments.host.display == host::DisplayKind::Window) {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
-  } else if (arguments.host.display == "desktop") {
+  } else if (arguments.host.display == host::DisplayKind::Desktop) {
     desktop = std::make_unique<host::DesktopDisplay>(*springBoard);
   }
   springBoard->launch();

@@ -63,12 +63,12 @@ void ControlService::registerStates() {
     void (*change)(SpringBoard&);
   };
   constexpr StateChange changes[] = {
-      {"Lock", [](SpringBoard& device) { device.lock(); }},
-      {"Home", [](SpringBoard& device) { device.goHome(); }},
-      {"OpenApp", [](SpringBoard& device) { device.openApp(); }},
-      {"CloseApp", [](SpringBoard& device) { device.closeApp(); }},
-      {"DisplayOn", [](SpringBoard& device) { device.turnDisplay(true); }},
-      {"DisplayOff", [](SpringBoard& device) { device.turnDisplay(false); }},
+      {control::method::lock, [](SpringBoard& device) { device.lock(); }},
+      {control::method::home, [](SpringBoard& device) { device.goHome(); }},
+      {control::method::openApp, [](SpringBoard& device) { device.openApp(); }},
+      {control::method::closeApp, [](SpringBoard& device) { device.closeApp(); }},
+      {control::method::displayOn, [](SpringBoard& device) { device.turnDisplay(true); }},
+      {control::method::displayOff, [](SpringBoard& device) { device.turnDisplay(false); }},
   };
   for (const auto& [method, change] : changes) {
     object_->registerMethod(method)
@@ -84,20 +84,22 @@ void ControlService::registerQuestions() {
   auto add = [this](const char* name, auto handler) {
     object_->registerMethod(name).onInterface(control::interface).implementedAs(std::move(handler));
   };
-  add("Rotate", [this](sdbus::Result<>&& result, const std::string& orientation) {
+  add(control::method::rotate, [this](sdbus::Result<>&& result, const std::string& orientation) {
     rotate(std::move(result), orientation);
   });
-  add("Advance", [this](sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout) {
-    advance(std::move(result), nanoseconds, timeout);
-  });
-  add("Settle", [this](sdbus::Result<bool>&& result) {
+  add(control::method::advance,
+      [this](sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout) {
+        advance(std::move(result), nanoseconds, timeout);
+      });
+  add(control::method::settle, [this](sdbus::Result<bool>&& result) {
     auto done = std::make_shared<sdbus::Result<bool>>(std::move(result));
     addJob([done] { done->returnResults(settle(RunLoop::Clock::now() + stateLimit)); });
   });
-  add("Status",
+  add(control::method::status,
       [this] { return reportingOutOfMemory([this] { return statusReport(springBoard_); }); });
-  add("Screenshot", [this] { return reportingOutOfMemory([this] { return screenshot(); }); });
-  add("Stop", [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
+  add(control::method::screenshot,
+      [this] { return reportingOutOfMemory([this] { return screenshot(); }); });
+  add(control::method::stop, [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
 }
 
 // As a file: a picture may be larger than any message.
@@ -135,7 +137,7 @@ void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
     result.returnError(refusal("there is no such orientation"));
     return;
   }
-  if (springBoard_.options().display == "desktop") {
+  if (springBoard_.options().display == DisplayKind::Desktop) {
     result.returnError(refusal("a desktop does not turn"));
     return;
   }

@@ -87,7 +87,7 @@ std::string statusReport(SpringBoard& springBoard) {
       {"screen", stateName(springBoard.state())},
       {"covered", springBoard.isCovered()},
       {"orientation", orientationName(springBoard.orientation())},
-      {"idiom", options.isPad ? "pad" : "phone"},
+      {"idiom", options.idiom == Idiom::Pad ? "pad" : "phone"},
       {"size", {options.width, options.height}},
       {"scale", options.scale},
       {"out_of_memory", platform::timesOutOfMemory()},

@@ -76,7 +76,7 @@ struct WindowDisplay::Impl {
 
   void open();
   SDL_SysWMinfo systemInfo() const;
-  bool isDesktop() const { return springBoard.options().display == "desktop"; }
+  bool isDesktop() const { return springBoard.options().display == DisplayKind::Desktop; }
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw(bool isAll);

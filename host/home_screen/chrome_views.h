@@ -5,6 +5,7 @@
 
 #include "host/home_screen/cached_view.h"
 #include "host/home_screen/wall_clock.h"
+#include "host/options/idiom.h"
 
 namespace host {
 
@@ -32,13 +33,13 @@ class LockScreenView : public ClockView {
 
 class HomeIconsView : public CachedView {
  public:
-  explicit HomeIconsView(bool isPad) : isPad_(isPad) {}
+  explicit HomeIconsView(Idiom idiom) : idiom_(idiom) {}
 
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
 
  private:
-  const bool isPad_;
+  const Idiom idiom_;
 };
 
 class AppView : public CachedView {

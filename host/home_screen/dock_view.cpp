@@ -19,8 +19,8 @@ void DockView::registerClass(platform::CGFloat height) {
   platform::addClassMethod(cls, "defaultHeight", ownDefaultHeight);
 }
 
-std::shared_ptr<DockView> DockView::make(bool isPad) {
-  return platform::makeViewOfClass<DockView>(platform::objc_getClass("SBDockView"), isPad);
+std::shared_ptr<DockView> DockView::make(Idiom idiom) {
+  return platform::makeViewOfClass<DockView>(platform::objc_getClass("SBDockView"), idiom);
 }
 
 platform::CGFloat DockView::defaultHeight() {
@@ -37,7 +37,7 @@ void DockView::layOut(platform::CGSize screen, bool standsAtSide) {
 }
 
 void DockView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawDock(context, size, standsAtSide_, isPad_);
+  artwork::drawDock(context, size, standsAtSide_, idiom_ == Idiom::Pad);
 }
 
 }  // namespace host

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/home_screen/cached_view.h"
+#include "host/options/idiom.h"
 #include "platform/linux/views/class_table.h"
 
 namespace host {
@@ -12,7 +13,7 @@ class DockView : public CachedView {
  public:
   // Registers the class "SBDockView", for a dock of this thickness in points.
   static void registerClass(platform::CGFloat height);
-  static std::shared_ptr<DockView> make(bool isPad);
+  static std::shared_ptr<DockView> make(Idiom idiom);
 
   // The dock's thickness in points, asked of the class by name, as everybody in the process does.
   static platform::CGFloat defaultHeight();
@@ -26,9 +27,9 @@ class DockView : public CachedView {
  private:
   template <typename View, typename... Arguments>
   friend std::shared_ptr<View> platform::makeViewOfClass(platform::Class, Arguments&&...);
-  explicit DockView(bool isPad) : isPad_(isPad) {}
+  explicit DockView(Idiom idiom) : idiom_(idiom) {}
 
-  const bool isPad_;
+  const Idiom idiom_;
   bool standsAtSide_ = false;
 };
 

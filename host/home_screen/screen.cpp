@@ -19,14 +19,14 @@ constexpr platform::UIColor black{0, 0, 0, 1};
 
 }  // namespace
 
-Screen::Screen(CGSize size, bool isPad, bool hasChrome)
+Screen::Screen(CGSize size, Idiom idiom, bool hasChrome)
     : uprightSize_(size),
-      isPad_(isPad),
+      idiom_(idiom),
       hasChrome_(hasChrome),
       root_(std::make_shared<platform::UIView>()),
       wallpapers_(std::make_shared<platform::UIView>()),
-      icons_(std::make_shared<HomeIconsView>(isPad)),
-      dock_(DockView::make(isPad)),
+      icons_(std::make_shared<HomeIconsView>(idiom)),
+      dock_(DockView::make(idiom)),
       lockScreen_(std::make_shared<LockScreenView>()),
       statusBar_(std::make_shared<StatusBarView>()),
       app_(std::make_shared<AppView>()),
@@ -61,9 +61,9 @@ void Screen::turn(UIInterfaceOrientation orientation) {
 void Screen::layOut() {
   const CGSize whole = size();
   const CGRect everything{0, 0, whole.width, whole.height};
-  const bool dockStandsAtSide = isSideways() && !isPad_;
+  const bool dockStandsAtSide = isSideways() && idiom_ != Idiom::Pad;
   const CGFloat statusBarHeight =
-      isSideways() || isPad_ ? otherStatusBarHeight : uprightPhoneStatusBarHeight;
+      isSideways() || idiom_ == Idiom::Pad ? otherStatusBarHeight : uprightPhoneStatusBarHeight;
   for (const auto& view : std::initializer_list<std::shared_ptr<platform::UIView>>{
            root_, wallpapers_, lockScreen_, app_, keyHelp_}) {
     view->setFrame(everything);

@@ -6,6 +6,7 @@
 
 #include "host/home_screen/chrome_views.h"
 #include "host/home_screen/dock_view.h"
+#include "host/options/idiom.h"
 #include "platform/device.h"
 #include "platform/view.h"
 
@@ -16,7 +17,7 @@ enum class ScreenState { Locked, Home, App, Off };
 class Screen {
  public:
   // size: of the upright device, in points. Without chrome there is nothing but the wallpapers.
-  Screen(platform::CGSize size, bool isPad, bool hasChrome);
+  Screen(platform::CGSize size, Idiom idiom, bool hasChrome);
 
   // Makes the wallpapers and lays everything out.
   void start();
@@ -35,7 +36,7 @@ class Screen {
   void layOut();
 
   const platform::CGSize uprightSize_;
-  const bool isPad_;
+  const Idiom idiom_;
   const bool hasChrome_;
   platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
   std::shared_ptr<platform::UIView> root_;

@@ -16,12 +16,12 @@ constexpr platform::CGFloat phoneDockHeight = 96;
 constexpr platform::CGFloat padDockHeight = 110;
 
 bool hasChrome(const HostOptions& options) {
-  return options.display != "desktop";
+  return options.display != DisplayKind::Desktop;
 }
 
 platform::CGFloat dockHeight(const HostOptions& options) {
   if (!hasChrome(options)) return 0;
-  return options.isPad ? padDockHeight : phoneDockHeight;
+  return options.idiom == Idiom::Pad ? padDockHeight : phoneDockHeight;
 }
 
 }  // namespace
@@ -40,8 +40,7 @@ SpringBoard::SpringBoard(const HostOptions& options)
   const auto width = static_cast<platform::CGFloat>(options.width);
   const auto height = static_cast<platform::CGFloat>(options.height);
   platform::setMainScreenBounds({0, 0, width, height});
-  platform::setUserInterfaceIdiom(options.isPad ? platform::UIUserInterfaceIdiom::Pad
-                                                : platform::UIUserInterfaceIdiom::Phone);
+  platform::setUserInterfaceIdiom(options.idiom);
   auto& clock = platform::DisplayClock::main();
   clock.setRefreshRate(options.refreshRate);
   if (options.hasManualClock) clock.setManual();
@@ -52,7 +51,7 @@ SpringBoard::SpringBoard(const HostOptions& options)
   DockView::registerClass(dockHeight(options));
   WallpaperController::registerClasses();
   screen_ =
-      std::make_unique<Screen>(platform::CGSize{width, height}, options.isPad, hasChrome(options));
+      std::make_unique<Screen>(platform::CGSize{width, height}, options.idiom, hasChrome(options));
 }
 
 SpringBoard::~SpringBoard() = default;
@@ -83,7 +82,7 @@ void SpringBoard::keepTime() {
   auto& runLoop = platform::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
   runLoop.clearAlarm();
-  if (!showsClock || options_.display != "window") return;
+  if (!showsClock || options_.display != DisplayKind::Window) return;
   runLoop.setAlarm(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();

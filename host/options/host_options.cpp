@@ -1,5 +1,6 @@
 #include "host/options/host_options.h"
 
+#include <map>
 #include <optional>
 #include <sstream>
 #include <utility>
@@ -13,6 +14,19 @@ constexpr int minSide = 64;
 constexpr int maxSide = 4096;
 constexpr int maxScale = 4;
 constexpr int maxRefreshRate = 240;
+
+const std::map<std::string, DisplayKind> displays = {{"auto", DisplayKind::Auto},
+                                                     {"window", DisplayKind::Window},
+                                                     {"desktop", DisplayKind::Desktop},
+                                                     {"headless", DisplayKind::Headless}};
+const std::map<std::string, Idiom> idioms = {{"phone", Idiom::Phone}, {"pad", Idiom::Pad}};
+
+template <typename Value>
+std::vector<std::string> namesOf(const std::map<std::string, Value>& values) {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : values) names.push_back(name);
+  return names;
+}
 
 // The size in pixels of the X11 screen; nothing where there is none.
 std::optional<std::pair<int, int>> x11Screen() {
@@ -29,10 +43,10 @@ constexpr int padSize[] = {820, 1180};
 
 // A desktop is as large as the screen, rounded up to whole points.
 void chooseSize(HostOptions& options, const std::optional<std::pair<int, int>>& screen) {
-  const auto& usual = options.isPad ? padSize : phoneSize;
+  const auto& usual = options.idiom == Idiom::Pad ? padSize : phoneSize;
   options.width = usual[0];
   options.height = usual[1];
-  if (options.display != "desktop" || !screen) return;
+  if (options.display != DisplayKind::Desktop || !screen) return;
   options.width = (screen->first + options.scale - 1) / options.scale;
   options.height = (screen->second + options.scale - 1) / options.scale;
 }
@@ -52,12 +66,19 @@ std::string sizeProblem() {
 
 }  // namespace
 
+std::string nameOf(DisplayKind display) {
+  for (const auto& [name, kind] : displays) {
+    if (kind == display) return name;
+  }
+  return "";
+}
+
 void addHostOptions(CLI::App& command, HostOptions& options) {
   command
-      .add_option(
-          "--display", options.display,
+      .add_option_function<std::string>(
+          "--display", [&options](const std::string& name) { options.display = displays.at(name); },
           "window, desktop (behind all windows), headless, or auto: a window if there is a screen")
-      ->check(CLI::IsMember({"auto", "window", "desktop", "headless"}))
+      ->check(CLI::IsMember(namesOf(displays)))
       ->type_name("auto|window|desktop|headless");
   command
       .add_option_function<std::string>(
@@ -75,9 +96,9 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       ->type_name("HZ");
   command
       .add_option_function<std::string>(
-          "--idiom", [&options](const std::string& idiom) { options.isPad = idiom == "pad"; },
+          "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
           "kind of device")
-      ->check(CLI::IsMember({"phone", "pad"}))
+      ->check(CLI::IsMember(namesOf(idioms)))
       ->type_name("phone|pad");
   command.add_flag("--locked", options.startsLocked, "start on the lock screen");
   command
@@ -88,10 +109,12 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       ->check(CLI::IsMember({"real", "manual"}))
       ->type_name("real|manual");
   command.parse_complete_callback([&options] {
-    const auto screen = options.display == "headless" ? std::nullopt : x11Screen();
-    if (options.display == "auto") options.display = screen ? "window" : "headless";
+    const auto screen = options.display == DisplayKind::Headless ? std::nullopt : x11Screen();
+    if (options.display == DisplayKind::Auto) {
+      options.display = screen ? DisplayKind::Window : DisplayKind::Headless;
+    }
     if (options.width == 0) chooseSize(options, screen);
-    if (options.hasManualClock && options.display != "headless") {
+    if (options.hasManualClock && options.display != DisplayKind::Headless) {
       throw CLI::ValidationError("--clock", "manual needs --display headless");
     }
   });
@@ -99,14 +122,14 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
 
 std::vector<std::string> hostArguments(const HostOptions& options) {
   std::vector<std::string> arguments{
-      "--display", options.display,
+      "--display", nameOf(options.display),
       "--scale",   std::to_string(options.scale),
       "--refresh", std::to_string(options.refreshRate),
-      "--idiom",   options.isPad ? "pad" : "phone",
+      "--idiom",   options.idiom == Idiom::Pad ? "pad" : "phone",
       "--clock",   options.hasManualClock ? "manual" : "real",
   };
   // A desktop is measured where it is shown, and may be larger than one can ask for.
-  if (options.display != "desktop") {
+  if (options.display != DisplayKind::Desktop) {
     arguments.emplace_back("--screen");
     arguments.push_back(std::to_string(options.width) + "x" + std::to_string(options.height));
   }

@@ -7,18 +7,26 @@
 
 #include <CLI/CLI.hpp>
 
+#include "host/options/idiom.h"
+
 namespace host {
 
+// Auto is a window where there is a screen to show one on, else headless; once options have been
+// parsed, it is decided.
+enum class DisplayKind { Auto, Window, Desktop, Headless };
+
+// "auto", "window", "desktop" or "headless".
+std::string nameOf(DisplayKind display);
+
 struct HostOptions {
-  // Once parsed, "auto" is decided: a window where there is a screen to show one on.
-  std::string display = "auto";
+  DisplayKind display = DisplayKind::Auto;
   // In points, of the upright device; 0 takes the kind of device's usual size.
   int width = 0;
   int height = 0;
   // Pixels per point.
   int scale = 1;
   int refreshRate = 60;
-  bool isPad = false;
+  Idiom idiom = Idiom::Phone;
   bool startsLocked = false;
   bool hasManualClock = false;
 };

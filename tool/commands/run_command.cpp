@@ -157,8 +157,9 @@ class HostRun {
     if (hasUnfinishedCache_) host->post(lumora::control::updateAnimating);
     if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
-                words_.options.display.c_str(), device_.path().c_str());
-    if (words_.options.display == "window") std::printf("in the window, ? lists the keys\n");
+                host::nameOf(words_.options.display).c_str(), device_.path().c_str());
+    if (words_.options.display == host::DisplayKind::Window)
+      std::printf("in the window, ? lists the keys\n");
     std::fflush(stdout);
     if (gif_) import_ = startProcess([this] { return import(); });
   }

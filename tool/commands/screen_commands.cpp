@@ -10,6 +10,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include "host/control/control_names.h"
 #include "platform/linux/files/signal_descriptor.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
@@ -21,6 +22,7 @@ namespace tool {
 namespace {
 
 using std::chrono::steady_clock;
+namespace method = host::control::method;
 
 struct Words {
   std::string word;
@@ -40,7 +42,7 @@ void awaitHost(const DeviceFolder& device, Seconds timeout) {
 
 void stopHost(const DeviceFolder& device, Seconds timeout) {
   const TimeLimit limit(timeout);
-  HostConnection::require(device, limit.left())->call("Stop", limit.left());
+  HostConnection::require(device, limit.left())->call(method::stop, limit.left());
   FileLock lock(device, FileLock::host);
   if (!lock.take(limit.left())) {
     throw Failure("the home screen is still running after the time allowed (--timeout)");
@@ -97,19 +99,20 @@ void addStateCommands(CLI::App& lumora, Context& context) {
   auto call = [&context](const char* method) {
     return [&context, method] { HostConnection::require(context.device())->call(method); };
   };
-  addCommand(lumora, context, "lock", "go to the lock screen", call("Lock"));
-  addCommand(lumora, context, "unlock", "leave the lock screen", call("Home"));
-  addCommand(lumora, context, "home", "go to the home screen", call("Home"));
+  addCommand(lumora, context, "lock", "go to the lock screen", call(method::lock));
+  addCommand(lumora, context, "unlock", "leave the lock screen", call(method::home));
+  addCommand(lumora, context, "home", "go to the home screen", call(method::home));
 
   auto words = std::make_shared<Words>();
   auto* app = addCommand(lumora, context, "app", "open or close an app", [&context, words] {
-    HostConnection::require(context.device())->call(words->word == "open" ? "OpenApp" : "CloseApp");
+    HostConnection::require(context.device())
+        ->call(words->word == "open" ? method::openApp : method::closeApp);
   });
   addChoice(app, "ACTION", words->word, {"open", "close"});
   auto* screen =
       addCommand(lumora, context, "screen", "switch the display on or off", [&context, words] {
         HostConnection::require(context.device())
-            ->call(words->word == "on" ? "DisplayOn" : "DisplayOff");
+            ->call(words->word == "on" ? method::displayOn : method::displayOff);
       });
   addChoice(screen, "STATE", words->word, {"on", "off"});
   auto* rotate = addCommand(lumora, context, "rotate", "turn the device", [&context, words] {

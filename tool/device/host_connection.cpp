@@ -100,33 +100,35 @@ void HostConnection::call(const std::string& method, Seconds timeout) {
 }
 
 void HostConnection::rotate(const std::string& orientation) {
-  ask(usualTimeout, "Rotate", [&](auto& invoker) { invoker.withArguments(orientation); });
+  ask(usualTimeout, control::method::rotate,
+      [&](auto& invoker) { invoker.withArguments(orientation); });
 }
 
 void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
   const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
   // The home screen gives up first, and says so.
   constexpr Seconds margin{2};
-  ask(timeout + margin, "Advance", [&](auto& invoker) {
+  ask(timeout + margin, control::method::advance, [&](auto& invoker) {
     invoker.withArguments(std::int64_t{span.count()}, std::int64_t{limit.count()});
   });
 }
 
 std::string HostConnection::status(Seconds timeout) {
   std::string report;
-  ask(timeout, "Status", [&](auto& invoker) { invoker.storeResultsTo(report); });
+  ask(timeout, control::method::status, [&](auto& invoker) { invoker.storeResultsTo(report); });
   return report;
 }
 
 bool HostConnection::settle(Seconds timeout) {
   bool isAtRest = false;
   auto use = [&isAtRest](auto& invoker) { invoker.storeResultsTo(isAtRest); };
-  return isAnswered(timeout, "Settle", use) && isAtRest;
+  return isAnswered(timeout, control::method::settle, use) && isAtRest;
 }
 
 platform::FileDescriptor HostConnection::screenshot() {
   sdbus::UnixFd png;
-  ask(usualTimeout, "Screenshot", [&](auto& invoker) { invoker.storeResultsTo(png); });
+  ask(usualTimeout, control::method::screenshot,
+      [&](auto& invoker) { invoker.storeResultsTo(png); });
   return platform::FileDescriptor(png.release());
 }
 
