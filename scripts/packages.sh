@@ -8,8 +8,10 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(openbox python3 xvfb)
-bench_build_packages=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev)
-bench_packages=("${bench_build_packages[@]}" ffmpeg gifsicle mpv python3 python3-pil time xvfb)
+bench_packages=(
+  ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv
+  python3 python3-pil time xvfb
+)
 fuzz_packages=(clang python3)
 device_packages=(binutils clang-19 cmake libc++-19-dev libc++abi-19-dev lld-13 lld-19 llvm-19 ninja-build python3)
 device_test_packages=(
