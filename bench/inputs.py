@@ -44,7 +44,7 @@ def palettes(target):
     film('mandelbrot=s=540x960:r=12:maxiter=200:start_scale=1.5', 3, target, palette='single')
 
 
-def optimised(target):
+def optimized(target):
     palettes(target + '.plain.gif')
     subprocess.run(['gifsicle', '--no-warnings', '-O3', target + '.plain.gif', '-o', target],
                    check=True)
@@ -78,7 +78,7 @@ MADE = {
     'gradients': gradients,
     'moving, transparent': moving,
     'palette per frame': palettes,
-    'optimised by gifsicle': optimised,
+    'optimized by gifsicle': optimized,
     'cellular automaton': life,
     'more than 256 colours': colorful,
 }

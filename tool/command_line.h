@@ -1,4 +1,4 @@
-// One line for lumora: all commands, their arguments, and doing what is said.
+// Parses and performs one lumora command line.
 #pragma once
 
 #include <functional>

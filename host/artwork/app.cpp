@@ -114,16 +114,16 @@ void drawCards(cairo_t* context, Size size, double top) {
 }
 
 void drawAddButton(cairo_t* context, Size size) {
-  const Point centre{size.width - kMargin - kButtonRadius, size.height - 32 - kButtonRadius};
-  const Rect plate{centre.x - kButtonRadius, centre.y - kButtonRadius, 2 * kButtonRadius,
+  const Point center{size.width - kMargin - kButtonRadius, size.height - 32 - kButtonRadius};
+  const Rect plate{center.x - kButtonRadius, center.y - kButtonRadius, 2 * kButtonRadius,
                    2 * kButtonRadius};
   drawPlateShadow(context, plate, kButtonRadius, 10);
-  fillCircle(context, centre, kButtonRadius, kAccent);
+  fillCircle(context, center, kButtonRadius, kAccent);
   constexpr double kArm = 9;
   constexpr double kStroke = 2.4;
-  fillRoundedRect(context, {centre.x - kArm, centre.y - kStroke / 2, 2 * kArm, kStroke},
+  fillRoundedRect(context, {center.x - kArm, center.y - kStroke / 2, 2 * kArm, kStroke},
                   kStroke / 2, kWhite);
-  fillRoundedRect(context, {centre.x - kStroke / 2, centre.y - kArm, kStroke, 2 * kArm},
+  fillRoundedRect(context, {center.x - kStroke / 2, center.y - kArm, kStroke, 2 * kArm},
                   kStroke / 2, kWhite);
 }
 

@@ -33,18 +33,18 @@ class Pen {
     addRoundedRect(context_, rect, radius);
     cairo_stroke(context_);
   }
-  void circle(Point centre, double radius) const {
-    addCircle(context_, centre, radius);
+  void circle(Point center, double radius) const {
+    addCircle(context_, center, radius);
     cairo_stroke(context_);
   }
-  void disc(Point centre, double radius) const {
-    addCircle(context_, centre, radius);
+  void disc(Point center, double radius) const {
+    addCircle(context_, center, radius);
     cairo_fill(context_);
   }
-  void arc(Point centre, double radius, double from, double to) const {
+  void arc(Point center, double radius, double from, double to) const {
     constexpr double kDegree = std::numbers::pi / 180;
     cairo_new_sub_path(context_);
-    cairo_arc(context_, centre.x, centre.y, radius, from * kDegree, to * kDegree);
+    cairo_arc(context_, center.x, center.y, radius, from * kDegree, to * kDegree);
     cairo_stroke(context_);
   }
   void curve(Point from, Point handle, Point otherHandle, Point to) const {
@@ -218,9 +218,9 @@ static_assert(std::size(kDrawings) == static_cast<std::size_t>(Glyph::Wallet) + 
 
 }  // namespace
 
-void drawGlyph(cairo_t* context, Glyph glyph, Point centre, double side, const Colour& ink) {
+void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Colour& ink) {
   const SavedState saved(context);
-  cairo_translate(context, centre.x - side / 2, centre.y - side / 2);
+  cairo_translate(context, center.x - side / 2, center.y - side / 2);
   cairo_scale(context, side / kRaster, side / kRaster);
   cairo_new_path(context);
   setSource(context, ink);

@@ -33,7 +33,7 @@ enum class Glyph {
   Wallet,
 };
 
-// Draws `glyph` in the colour `ink`, as large as fits into the square around `centre`.
-void drawGlyph(cairo_t* context, Glyph glyph, Point centre, double side, const Colour& ink);
+// Draws `glyph` in the colour `ink`, as large as fits into the square around `center`.
+void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Colour& ink);
 
 }  // namespace artwork

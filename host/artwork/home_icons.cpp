@@ -62,7 +62,7 @@ void drawHomeIcons(cairo_t* context, Size area, bool pad) {
   const std::span<const App> apps = gridApps(pad);
   const double side = iconSide(pad);
   const Grid grid = layOut(area, style, side, static_cast<int>(apps.size()));
-  const TextStyle label{style.labelSize, Weight::Medium, kWhite, Align::Centre};
+  const TextStyle label{style.labelSize, Weight::Medium, kWhite, Align::Center};
   const int count = std::min(static_cast<int>(apps.size()), grid.columns * grid.rows);
   for (int index = 0; index < count; ++index) {
     const int row = index / grid.columns;

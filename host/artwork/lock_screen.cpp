@@ -43,15 +43,15 @@ void drawClock(cairo_t* context, Size size, const std::string& time, const std::
   const double top = size.height * (size.width > size.height ? kWideTop : kUprightTop);
   const double middle = size.width / 2;
   drawShadowedText(context, time, {middle, top},
-                   {clock, Weight::ExtraLight, kWhite, Align::Centre});
+                   {clock, Weight::ExtraLight, kWhite, Align::Center});
   drawShadowedText(context, date, {middle, top + type * 2},
-                   {type, Weight::Medium, kWhite, Align::Centre});
+                   {type, Weight::Medium, kWhite, Align::Center});
 }
 
-void drawButton(cairo_t* context, Point centre, Glyph glyph) {
-  fillCircle(context, centre, kButtonRadius, kBlack.withAlpha(0.28));
-  fillCircle(context, centre, kButtonRadius, kWhite.withAlpha(0.12));
-  drawGlyph(context, glyph, centre, kButtonGlyph, kWhite);
+void drawButton(cairo_t* context, Point center, Glyph glyph) {
+  fillCircle(context, center, kButtonRadius, kBlack.withAlpha(0.28));
+  fillCircle(context, center, kButtonRadius, kWhite.withAlpha(0.12));
+  drawGlyph(context, glyph, center, kButtonGlyph, kWhite);
 }
 
 void drawHomeBar(cairo_t* context, Size size) {
@@ -73,7 +73,7 @@ void drawLockScreen(cairo_t* context, Size size, const std::string& time, const 
   drawButton(context, {left, low}, Glyph::Torch);
   drawButton(context, {size.width - left, low}, Glyph::Camera);
   drawShadowedText(context, "swipe up to open", {size.width / 2, size.height - 30},
-                   {14, Weight::Medium, kWhite.withAlpha(0.92), Align::Centre});
+                   {14, Weight::Medium, kWhite.withAlpha(0.92), Align::Center});
   drawHomeBar(context, size);
 }
 

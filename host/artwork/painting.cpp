@@ -62,7 +62,7 @@ double selectedTextWidth(cairo_t* context, const std::string& text) {
 }
 
 double alignedShare(Align align) {
-  return align == Align::Left ? 0 : align == Align::Centre ? 0.5 : 1;
+  return align == Align::Left ? 0 : align == Align::Center ? 0.5 : 1;
 }
 
 void removeLastCharacter(std::string& text) {
@@ -83,9 +83,9 @@ void setLinearSource(cairo_t* context, Point from, Point to, std::initializer_li
   cairo_set_source(context, pattern.get());
 }
 
-void setGlowSource(cairo_t* context, Point centre, double radius, const Colour& inner) {
+void setGlowSource(cairo_t* context, Point center, double radius, const Colour& inner) {
   const Pattern pattern(
-      cairo_pattern_create_radial(centre.x, centre.y, 0, centre.x, centre.y, radius),
+      cairo_pattern_create_radial(center.x, center.y, 0, center.x, center.y, radius),
       &cairo_pattern_destroy);
   for (const double offset : {0.0, 0.2, 0.4, 0.6, 0.8, 1.0}) {
     const double fade = (1 + std::cos(std::numbers::pi * offset)) / 2;
@@ -116,9 +116,9 @@ void addRoundedRect(cairo_t* context, const Rect& rect, double radius) {
   cairo_close_path(context);
 }
 
-void addCircle(cairo_t* context, Point centre, double radius) {
+void addCircle(cairo_t* context, Point center, double radius) {
   cairo_new_sub_path(context);
-  cairo_arc(context, centre.x, centre.y, radius, 0, 2 * std::numbers::pi);
+  cairo_arc(context, center.x, center.y, radius, 0, 2 * std::numbers::pi);
   cairo_close_path(context);
 }
 
@@ -128,9 +128,9 @@ void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Co
   cairo_fill(context);
 }
 
-void fillCircle(cairo_t* context, Point centre, double radius, const Colour& colour) {
+void fillCircle(cairo_t* context, Point center, double radius, const Colour& colour) {
   setSource(context, colour);
-  addCircle(context, centre, radius);
+  addCircle(context, center, radius);
   cairo_fill(context);
 }
 

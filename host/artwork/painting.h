@@ -54,21 +54,21 @@ struct Stop {
 
 void setSource(cairo_t* context, const Colour& colour);
 void setLinearSource(cairo_t* context, Point from, Point to, std::initializer_list<Stop> stops);
-// From the inner colour at `centre` to fully transparent at `radius`, without a visible rim.
-void setGlowSource(cairo_t* context, Point centre, double radius, const Colour& inner);
+// From the inner colour at `center` to fully transparent at `radius`, without a visible rim.
+void setGlowSource(cairo_t* context, Point center, double radius, const Colour& inner);
 
 // Both append to the current path. The rounded rectangle's curvature grows continuously from the
 // sides into the corners where there is room for it; a radius of half the height gives a capsule.
 void addRoundedRect(cairo_t* context, const Rect& rect, double radius);
-void addCircle(cairo_t* context, Point centre, double radius);
+void addCircle(cairo_t* context, Point center, double radius);
 
 void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Colour& colour);
-void fillCircle(cairo_t* context, Point centre, double radius, const Colour& colour);
+void fillCircle(cairo_t* context, Point center, double radius, const Colour& colour);
 // The soft shadow that a plate throws below itself, `reach` points wide.
 void drawPlateShadow(cairo_t* context, const Rect& rect, double radius, double reach);
 
 enum class Weight { ExtraLight, Medium, SemiBold };
-enum class Align { Left, Centre, Right };
+enum class Align { Left, Center, Right };
 
 struct TextStyle {
   double size;

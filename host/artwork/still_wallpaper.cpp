@@ -72,9 +72,9 @@ void fillSky(cairo_t* context, Size size, std::initializer_list<Stop> stops) {
   cairo_fill(context);
 }
 
-void fillGlow(cairo_t* context, Point centre, double radius, const Colour& colour) {
-  setGlowSource(context, centre, radius, colour);
-  cairo_rectangle(context, centre.x - radius, centre.y - radius, 2 * radius, 2 * radius);
+void fillGlow(cairo_t* context, Point center, double radius, const Colour& colour) {
+  setGlowSource(context, center, radius, colour);
+  cairo_rectangle(context, center.x - radius, center.y - radius, 2 * radius, 2 * radius);
   cairo_fill(context);
 }
 
@@ -113,12 +113,12 @@ void drawStars(cairo_t* context, Size size) {
   }
 }
 
-void drawMoon(cairo_t* context, Point centre, double radius) {
-  fillGlow(context, centre, radius * 7, rgb(0xa8d4e0).withAlpha(0.28));
-  fillGlow(context, centre, radius * 2.4, rgb(0xe6f0ea).withAlpha(0.3));
-  setLinearSource(context, {centre.x - radius, centre.y - radius},
-                  {centre.x + radius, centre.y + radius}, {{0, rgb(0xf6f1df)}, {1, rgb(0xb9cdd0)}});
-  addCircle(context, centre, radius);
+void drawMoon(cairo_t* context, Point center, double radius) {
+  fillGlow(context, center, radius * 7, rgb(0xa8d4e0).withAlpha(0.28));
+  fillGlow(context, center, radius * 2.4, rgb(0xe6f0ea).withAlpha(0.3));
+  setLinearSource(context, {center.x - radius, center.y - radius},
+                  {center.x + radius, center.y + radius}, {{0, rgb(0xf6f1df)}, {1, rgb(0xb9cdd0)}});
+  addCircle(context, center, radius);
   cairo_fill(context);
 }
 

@@ -170,7 +170,7 @@ void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds,
     if (arrived) {
       done->returnResults();
     } else {
-      done->returnError(refusal("the clock has not got there in the time allowed"));
+      done->returnError(refusal("the clock did not reach the requested time before the timeout"));
     }
   });
 }

@@ -1,4 +1,4 @@
-// The hand on the home screen: its methods on the bus. Main thread.
+// Remote control of the home screen: its methods on the bus. Main thread.
 #pragma once
 
 #include <deque>

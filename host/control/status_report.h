@@ -13,7 +13,7 @@ namespace host {
 std::string statusReport(SpringBoard& springBoard);
 
 const char* orientationName(platform::UIInterfaceOrientation orientation);
-// Nothing for a name that is none.
+// Nothing if the name is unknown.
 std::optional<platform::UIInterfaceOrientation> orientationNamed(const std::string& name);
 
 }  // namespace host

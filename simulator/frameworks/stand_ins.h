@@ -58,10 +58,10 @@ std::size_t linkCount();
 // How the device is held: 1 is upright, 3 and 4 are sideways.
 extern NSInteger orientation;
 
-// The next registration at the Darwin notify centre raises an exception.
+// The next registration at the Darwin notify center raises an exception.
 extern bool raisesAtRegistration;
 
-// Names posted on the Darwin notify centre since the last call.
+// Names posted on the Darwin notify center since the last call.
 std::vector<std::string> takePosted();
 // Delivers a name as if another process had posted it.
 void postFromOutside(const std::string& name);

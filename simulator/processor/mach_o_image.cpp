@@ -226,11 +226,11 @@ void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Res
 }
 
 int MachOImage::initialise() const {
-  const Section initialisers = section("__mod_init_func");
-  for (std::size_t at = 0; at < initialisers.size; at += sizeof(void*)) {
-    reinterpret_cast<void (*)()>(read<std::uintptr_t>(initialisers.start + at))();
+  const Section initializers = section("__mod_init_func");
+  for (std::size_t at = 0; at < initializers.size; at += sizeof(void*)) {
+    reinterpret_cast<void (*)()>(read<std::uintptr_t>(initializers.start + at))();
   }
-  return static_cast<int>(initialisers.size / sizeof(void*));
+  return static_cast<int>(initializers.size / sizeof(void*));
 }
 
 MachOImage::Section MachOImage::section(const std::string& name) const {

@@ -16,7 +16,7 @@ class MachOImage {
   // Ends the process, with a line that says why, if the file is not such a library.
   MachOImage(const std::string& path, const Resolve& resolve);
 
-  // Calls the load-time initialisers; how many there were.
+  // Calls the load-time initializers; how many there were.
   int initialise() const;
 
   struct Section {

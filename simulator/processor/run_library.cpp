@@ -1,4 +1,4 @@
-// Runs the very bytes of Lumora8.dylib for this processor: its initialiser, each of the functions
+// Runs the very bytes of Lumora8.dylib for this processor: its initializer, each of the functions
 // that it has put into the host, and an installation, in which the host raises an exception. usage:
 // run_library LIBRARY
 
@@ -45,7 +45,7 @@ int main(int count, char** words) {
   const MachOImage library(words[1], resolve);
   adoptClasses(library);
   setUnwoundImage(library);
-  expect("initialisers", {std::to_string(library.initialise())}, {"1"});
+  expect("initializers", {std::to_string(library.initialise())}, {"1"});
   std::vector<std::string> rows;
   for (const Hook& each : hooks()) rows.push_back(each.place);
   expect("rows", rows,

@@ -1,5 +1,6 @@
-// Live adjustments of a view: each reads the setting of the view's location afresh and applies it.
-// Called where Darwin notifications are delivered; views are touched on the main queue only.
+// Settings that a view follows while it lives: each function reads the setting of the view's
+// location afresh and applies it. Called where Darwin notifications are delivered; views are
+// touched on the main queue only.
 #pragma once
 
 #include <memory>

@@ -27,7 +27,7 @@ struct FrameCacheLayout {
   std::string savedGIFPath;
 };
 
-// For whom frames are extracted. Called on the extracting thread.
+// Receives progress during extraction. Called on the extracting thread.
 class FrameExtractionClient {
  public:
   virtual ~FrameExtractionClient() = default;

@@ -100,7 +100,8 @@ bool LWGIFView::extract(const std::string& path) {
   const FrameCacheLayout layout(path);
   frameCache_.store(layout);
   const auto gif = platform::NSData::dataWithContentsOfFile(path);
-  // Deliberately left unsettled: nothing else changes for a GIF that cannot be read.
+  // The caller keeps waiting until its deadline; nothing else changes for a GIF that cannot be
+  // read.
   if (!gif) return false;
   const bool wasValid = isFrameCacheValid(layout, *gif);
   if (!wasValid) rebuildFrameCache(layout, gif, *this);

@@ -53,7 +53,7 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   void setUp(float alpha);
   void serveMessages();
   void observeNotifications();
-  // Whether the cache is settled, so that the caller's wait may end.
+  // Returns true if the caller need not wait any longer.
   bool extract(const std::string& path);
   bool isSelectedInSettings() const;
   void startDisplayLink();

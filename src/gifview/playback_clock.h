@@ -14,9 +14,9 @@ using FrameDurations = std::shared_ptr<const std::vector<double>>;
 
 class PlaybackClock {
  public:
-  // Counts one refresh of the given nominal length. The frame to show now, if one is due: frame i
-  // comes when its own delay, divided by the speed, has passed since the frame before. What the
-  // refresh overshoots is dropped.
+  // Advances by one refresh of the given nominal length. Returns the frame to show now, if one is
+  // due: frame i comes when its own delay, divided by the speed, has passed since the frame before.
+  // What the refresh overshoots is dropped.
   std::optional<std::int32_t> tick(std::chrono::duration<double> refresh,
                                    const FrameDurations& durations, float speed);
 

@@ -5,7 +5,7 @@
 
 namespace lumora {
 
-// One location's view, with its GIF and frame cache; "WALLPAPER_SET" stays.
+// Takes down one location's view and deletes its GIF and frame cache; "WALLPAPER_SET" stays.
 void removeSharedGIFView();
 void removeLockscreenGIFView();
 void removeHomescreenGIFView();

@@ -15,7 +15,7 @@ class LWWallpaperListener final : public platform::KeyValueObserver {
   static constexpr auto keyPath = "hidden";
 
   // Gives the location a new listener and registers it with the object, which may be nullptr. The
-  // old listener's registration is tried for on this object; on another it stays until that dies.
+  // old listener is removed if it is on this object; on another view it stays until that view dies.
   // On tweakQueue.
   static void addListenerToObject(const std::shared_ptr<platform::UIView>& object,
                                   ScreenLocation location);

@@ -12,7 +12,7 @@ namespace platform {
 
 class CPDistributedMessagingCenter {
  public:
-  // The same name gives the same centre.
+  // The same name gives the same center.
   static std::shared_ptr<CPDistributedMessagingCenter> centerNamed(const std::string& name);
 
   // Whether any process serves this name.

@@ -1,4 +1,4 @@
-// The default notification centre of the process, by which the host tells of device events. Main
+// The default notification center of the process, by which the host tells of device events. Main
 // thread.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The Darwin notify centre: names without payload that reach every process of the device. Any
+// The Darwin notify center: names without payload that reach every process of the device. Any
 // thread; callbacks run on the main thread, in the order of registration. Posting with nobody there
 // is no error.
 #pragma once

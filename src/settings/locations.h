@@ -14,7 +14,7 @@ enum class ScreenLocation { Unknown = -1, Shared = 0, LockScreen = 1, HomeScreen
 
 struct Location {
   ScreenLocation id;
-  // Names the animated view and its messaging centre.
+  // Names the animated view and its messaging center.
   const char* identifier;
   // The mode in which it has a wallpaper.
   WallpaperMode mode;

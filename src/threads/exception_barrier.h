@@ -1,6 +1,6 @@
-// An exception in code of the library must not end the host. The barrier stands at every way in: in
-// the hooks around what is the library's own, in notifications, messages and key-value observing,
-// in the blocks of all queues and in display links.
+// An exception in code of the library must not terminate the host process. The barrier stands at
+// every way in: in the hooks around what is the library's own, in notifications, messages and
+// key-value observing, in the blocks of all queues and in display links.
 #pragma once
 
 #include <functional>

@@ -34,7 +34,7 @@ class Guarded {
 };
 
 // One that the whole process shares. It is made at its first use, so the library needs no
-// initialiser for it, and it is never destroyed: late blocks may use it while the process ends.
+// initializer for it, and it is never destroyed: late blocks may use it while the process ends.
 template <typename Value>
 class GuardedGlobal {
  public:

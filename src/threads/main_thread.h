@@ -1,4 +1,4 @@
-// Whether code runs on the main queue, for someone who looks for a fault.
+// Whether code runs on the main queue, for debugging.
 #pragma once
 
 namespace lumora {

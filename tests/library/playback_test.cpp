@@ -187,7 +187,7 @@ TEST(Playback, AMissingFrameFileShowsNothingAndTheCycleGoesOn) {
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), blue);
 }
 
-TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACentreOfItsOwn) {
+TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACenterOfItsOwn) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_SPEED", "3");
   Stage::put("SHARED_GIF_ALPHA", "0.1");

@@ -394,7 +394,7 @@ class WithHost(Device):
             'expect locations.shared.playing true': 'found false',
             'expect locations.shared.frame [0, 0]': 'found null',
             'expect screen "lock screen"': 'found "home"',
-            'expect locations.moon true': 'nothing of this name',
+            'expect locations.moon true': 'no such field',
             'expect screen': 'a path and a value',
             'set shared "no file.gif"': 'No such file',
             'put "unfinished': 'no end',
@@ -576,7 +576,7 @@ class WithHost(Device):
     def test_a_long_way_of_the_clock_can_be_left(self):
         self.start()
         self.ok('set', 'shared', self.gif)
-        self.assertIn('time allowed', self.fails(1, 'advance', '1000000', '--timeout', '0.5'))
+        self.assertIn('before the timeout', self.fails(1, 'advance', '1000000', '--timeout', '0.5'))
         self.ok('stop', '--timeout', '10')
 
     def test_the_host_keeps_its_own_folder(self):

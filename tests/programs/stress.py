@@ -1,4 +1,4 @@
-"""Does to the real programs what the world does to them, at random but repeatably.
+"""Injects random, repeatable failures into the real programs.
 
 usage: stress.py DIRECTORY-OF-THE-PROGRAMS [--rounds N] [--seed N] [PHASE ...]
 

@@ -55,7 +55,7 @@ class Rewriting {
     const ProgressBar bar("blurring frames", framesInCaches());
     while (viewsDone_ < liveViews_) {
       if (limit_.isOver()) {
-        throw Failure("the home screen is still blurring after the time allowed (--timeout)");
+        throw Failure("the home screen is still blurring after the timeout; the setting is stored");
       }
       if (!hears() && host_.settle(limit_.left())) break;
       bar.show(framesFound_);
@@ -112,7 +112,7 @@ void changeBlur(const DeviceFolder& device, const Words& words) {
 void addModeCommand(CLI::App& lumora, Context& context) {
   auto mode = std::make_shared<std::string>();
   auto* command = addCommand(
-      lumora, context, "mode", "one wallpaper for both screens, or one each", [&context, mode] {
+      lumora, context, "mode", "use one wallpaper for both screens, or one each", [&context, mode] {
         const DeviceFolder device = context.device();
         const FileLock lock = lockOutImports(device);
         storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
@@ -137,20 +137,20 @@ CLI::App* addLiveCommand(CLI::App& lumora, Context& context, const char* name,
 void addNumberCommands(CLI::App& lumora, Context& context) {
   constexpr long maxSpeed = 1000;
   auto speed = std::make_shared<Words>();
-  addLiveCommand(lumora, context, "speed", "how fast a GIF plays: 1 as it was made, 0 stands still",
-                 speed, "_GIF_SPEED", lumora::speedNeedsUpdatingNotification)
+  addLiveCommand(lumora, context, "speed", "set the speed: 1 normal, 0 frozen", speed, "_GIF_SPEED",
+                 lumora::speedNeedsUpdatingNotification)
       ->add_option("FACTOR", speed->value)
       ->required()
       ->check(numberUpTo(maxSpeed));
   auto alpha = std::make_shared<Words>();
-  addLiveCommand(lumora, context, "alpha", "how opaque a GIF is: 1 fully, 0 not to be seen", alpha,
-                 "_GIF_ALPHA", lumora::alphaNeedsUpdatingNotification)
+  addLiveCommand(lumora, context, "alpha", "set the opacity, 0 to 1", alpha, "_GIF_ALPHA",
+                 lumora::alphaNeedsUpdatingNotification)
       ->add_option("OPACITY", alpha->value)
       ->required()
       ->check(numberUpTo(1));
   constexpr long maxRadius = 1000;
   auto blur = std::make_shared<Words>();
-  auto* command = addCommand(lumora, context, "blur", "how blurred a GIF is: the radius in pixels",
+  auto* command = addCommand(lumora, context, "blur", "set the blur radius in pixels",
                              [&context, blur] { changeBlur(context.device(), *blur); });
   addChoice(command, "LOCATION", blur->location, locationNames);
   command->add_option("RADIUS", blur->value)->required()->check(numberUpTo(maxRadius));
@@ -163,8 +163,8 @@ void addAppearanceCommands(CLI::App& lumora, Context& context) {
   addModeCommand(lumora, context);
   addNumberCommands(lumora, context);
   auto scaling = std::make_shared<Words>();
-  auto* command = addLiveCommand(lumora, context, "scaling", "how a GIF fills its screen", scaling,
-                                 "_SCALING_MODE", lumora::control::updateWallpaper);
+  auto* command = addLiveCommand(lumora, context, "scaling", "set how a GIF fills its screen",
+                                 scaling, "_SCALING_MODE", lumora::control::updateWallpaper);
   addChoice(command, "MODE", scaling->value, {"FIT", "FILL", "FULLSCREEN"});
 }
 

@@ -26,7 +26,7 @@ ordered_json valueAt(const ordered_json& status, const std::string& path) {
   ordered_json::json_pointer pointer;
   std::istringstream names(path);
   for (std::string name; std::getline(names, name, '.');) pointer /= name;
-  if (!status.contains(pointer)) throw Failure("the status has nothing of this name");
+  if (!status.contains(pointer)) throw Failure("the status has no such field");
   return status.at(pointer);
 }
 

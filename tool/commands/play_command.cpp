@@ -57,7 +57,7 @@ void addPlayCommand(CLI::App& lumora, Context& context) {
   auto script = std::make_shared<std::string>();
   auto* command =
       addCommand(lumora, context, "play",
-                 "run a script: a command a line, and lines `expect PATH VALUE` on the status",
+                 "run a script: one command per line; `expect PATH VALUE` checks the status",
                  [&context, script] { play(context, *script); });
   command->add_option("SCRIPT", *script)->required();
 }

@@ -193,7 +193,7 @@ class HostRun {
 
   bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
 
-  // Sleeps until a signal, or until there is something to look at; whether it is a signal to end.
+  // Sleeps until a signal, or until there is something to look at. Returns true on a signal to end.
   bool waitForSignal() {
     constexpr int launchPause = 20;
     constexpr int maxPause = 3600 * 1000;
@@ -239,11 +239,11 @@ int runHost(const DeviceFolder& device, const RunWords& words,
 
 void addRunCommand(CLI::App& lumora, Context& context) {
   auto words = std::make_shared<RunWords>();
-  CLI::App* command = lumora.add_subcommand("run", "start the home screen and stay with it");
+  CLI::App* command = lumora.add_subcommand("run", "start the home screen in the foreground");
   command->add_option("GIF", words->gif, "the wallpaper for both screens");
   host::addHostOptions(*command, words->options);
   constexpr long maxRunTime = 100'000'000;
-  command->add_option("--for", words->seconds, "end by itself after this time")
+  command->add_option("--for", words->seconds, "stop after this many seconds")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
   command->callback([&context, words] {

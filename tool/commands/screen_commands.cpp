@@ -45,7 +45,7 @@ void stopHost(const DeviceFolder& device, Seconds timeout) {
   HostConnection::require(device, limit.left())->call(method::stop, limit.left());
   FileLock lock(device, FileLock::host);
   if (!lock.take(limit.left())) {
-    throw Failure("the home screen is still running after the time allowed (--timeout)");
+    throw Failure("the home screen is still running after the timeout");
   }
 }
 
@@ -131,10 +131,9 @@ void addWaitingCommands(CLI::App& lumora, Context& context) {
     stopHost(context.device(), Seconds(words->timeout));
   });
   addTimeout(stop, words->timeout);
-  auto* move = addCommand(
-      lumora, context, "advance", "move a clock that is driven by hand", [&context, words] {
-        advance(context.device(), Seconds(words->seconds), Seconds(words->timeout));
-      });
+  auto* move = addCommand(lumora, context, "advance", "advance a manual clock", [&context, words] {
+    advance(context.device(), Seconds(words->seconds), Seconds(words->timeout));
+  });
   constexpr long maxAdvance = 1'000'000;
   move->add_option("SECONDS", words->seconds)->required()->check(numberUpTo(maxAdvance));
   addTimeout(move, words->timeout);

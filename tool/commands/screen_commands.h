@@ -1,4 +1,4 @@
-// The hand on the home screen, and a look at its notifications.
+// Commands for a running home screen: its state, its clock, its wallpapers, its notifications.
 #pragma once
 
 #include "tool/commands/command.h"

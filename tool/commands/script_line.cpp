@@ -17,7 +17,7 @@ std::string takeWord(const std::string& line, std::size_t& at) {
       continue;
     }
     const std::size_t end = line.find(mark, at);
-    if (end == std::string::npos) throw Failure("a quotation has no end", ExitCode::WrongUse);
+    if (end == std::string::npos) throw Failure("unterminated quote", ExitCode::WrongUse);
     word.append(line, at, end - at);
     at = end + 1;
   }

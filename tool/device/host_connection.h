@@ -31,7 +31,7 @@ class HostConnection {
   // A PNG file, without a name.
   platform::FileDescriptor screenshot();
 
-  // Whether someone on the device serves this name on the bus, for example a messaging centre.
+  // Whether someone on the device serves this name on the bus, for example a messaging center.
   bool serves(const std::string& name, Seconds timeout = usualTimeout);
 
   // Posts a Darwin notification.

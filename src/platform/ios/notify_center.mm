@@ -26,7 +26,7 @@ CFNotificationCenterRef native() {
 void deliver(CFNotificationCenterRef center, void* token, CFStringRef name, const void* object,
              CFDictionaryRef userInfo);
 
-// The process has one centre. Each registration is an observer of its own there, so that taking
+// The process has one center. Each registration is an observer of its own there, so that taking
 // away one side's never takes away another's.
 class Registry {
  public:

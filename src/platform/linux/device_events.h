@@ -1,5 +1,5 @@
 // What the host tells the rest of the process about its device: screen, orientation and kind, and
-// the events of the default notification centre. Main thread.
+// the events of the default notification center. Main thread.
 #pragma once
 
 #include "platform/device.h"
@@ -11,7 +11,7 @@ void setMainScreenBounds(CGRect bounds);
 void setStatusBarOrientation(UIInterfaceOrientation orientation);
 void setUserInterfaceIdiom(UIUserInterfaceIdiom idiom);
 
-// Tells all observers of the name in the default notification centre.
+// Tells all observers of the name in the default notification center.
 void postNotification(const char* name);
 
 }  // namespace platform

@@ -39,8 +39,8 @@ class Bus {
 
  private:
   Bus(const std::string& address, std::function<void()> lost);
-  // Handles one message that has arrived; whether there was one. What it puts on the main queue
-  // runs before the next one is handled, as on the device.
+  // Handles one message that has arrived. Returns true if there was one. What it puts on the main
+  // queue runs before the next one is handled, as on the device.
   bool handlePending();
   void flushSender();
   // Runs a use of the sending connection; whatever goes wrong with the bus ends here.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr auto messageInterface = "com.brightfen.lumora.CPDistributedMessagingCenter";
 
-// One process's centres share a connection, so each has an object path of its own.
+// One process's centers share a connection, so each has an object path of its own.
 std::string objectPath(const std::string& centerName) {
   std::string path = "/" + centerName;
   std::replace(path.begin(), path.end(), '.', '/');

@@ -23,8 +23,8 @@ class RunLoop {
 
   // Queues a block for the main thread.
   void perform(Block block);
-  // Runs queued blocks, also those that they queue, until none is left; whether there were any. Not
-  // within such a block.
+  // Runs queued blocks, also those that they queue, until none is left. Returns true if there were
+  // any. Not within such a block.
   bool runMainQueue();
 
   // A source of events on a file descriptor. Its handler is called when there is something to read,
@@ -50,7 +50,8 @@ class RunLoop {
   bool isStopped() const { return stopped_; }
   // Ends the sleep of a turn.
   void wake() const;
-  // Handles what is due without ever sleeping; whether there was anything but a refresh.
+  // Handles what is due without ever sleeping. Returns true if anything other than a refresh was
+  // handled.
   bool handleDue();
   // One turn: handles what is due or, if nothing is, sleeps until something happens, at most until
   // the limit.

@@ -1,4 +1,4 @@
-// Pictures between the steps of a blur, and the work on them, by bands of rows on both processors.
+// Pictures between the steps of a blur, and the work on them, by bands of rows on two threads.
 #pragma once
 
 #include <array>

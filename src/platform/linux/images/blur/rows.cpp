@@ -72,7 +72,7 @@ inline std::uint32_t binomial(std::uint32_t a, std::uint32_t b, std::uint32_t c,
   return bytes[3] == 255;
 }
 
-// 255 * 2^16 over every alpha, for a division of values with 8 bits behind the point.
+// 255 * 2^16 over every alpha, for a division of values with 7 fractional bits.
 std::array<std::uint32_t, 256> makeReciprocals() {
   std::array<std::uint32_t, 256> reciprocals{};
   for (std::uint32_t alpha = 1; alpha < reciprocals.size(); ++alpha) {

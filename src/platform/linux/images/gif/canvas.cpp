@@ -48,7 +48,7 @@ void forEachRow(const PictureShape& shape, const Image& image,
   }
 }
 
-// Four counters at a time, because a store to the one just stored to would wait for it.
+// Four tables of flags at a time, because a store to the one just stored to would wait for it.
 std::array<bool, maxColors> usedIndices(std::span<const std::uint8_t> indices) {
   std::array<std::array<bool, maxColors>, 4> used{};
   std::size_t at = 0;

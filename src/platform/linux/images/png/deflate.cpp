@@ -14,7 +14,7 @@ constexpr unsigned level = 1;
 constexpr unsigned levelBufferSize = ISAL_DEF_LVL1_DEFAULT;
 
 struct Deflater {
-  // The library's own initialiser leaves some of it as it is.
+  // The library's own initializer leaves some of it as it is.
   isal_zstream stream{};
   std::uint8_t levelBuffer[levelBufferSize];
   // Room for the worst case, kept from piece to piece.
