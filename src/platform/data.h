@@ -1,5 +1,5 @@
-// Immutable bytes, in memory or in a file. Those in a file stay there: whoever writes into it,
-// instead of replacing it, changes them. Any thread.
+// Immutable bytes, in memory or in a file. Bytes in a file are read when needed: overwriting the
+// file in place changes them, replacing it does not. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -28,8 +28,8 @@ class NSData {
   // The new file replaces the old one in one rename: a reader sees either, whole.
   bool writeToFileAtomically(const std::string& path) const;
 
+  // Public so that the backend's files can reach it; defined, and made, by the backend only.
   struct Impl;
-  // Made by the backend only.
   explicit NSData(std::unique_ptr<const Impl> impl);
   const Impl& impl() const { return *impl_; }
 

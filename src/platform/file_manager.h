@@ -1,5 +1,6 @@
 // The device's files, named by absolute device paths ("/var/mobile/..."). Any thread. Every
-// function tells by its result whether it did what it says; none throws.
+// function returns true if it did what it says; none throws. An empty path, and one with a NUL,
+// names nothing. On Linux a link counts as nothing, too.
 #pragma once
 
 #include <string>
@@ -14,11 +15,11 @@ std::string stringByDeletingPathExtension(const std::string& path);
 bool fileExistsAtPath(const std::string& path);
 // isDirectory is written only where something exists.
 bool fileExistsAtPath(const std::string& path, bool& isDirectory);
-// With all missing directories on the way to it.
+// With all missing directories on the way to it. Also true if it is there already.
 bool createDirectoryAtPath(const std::string& path);
 // A directory goes with everything in it.
 bool removeItemAtPath(const std::string& path);
-// Both fail where something stands at the target already.
+// Both fail if there is something at the target.
 bool moveItemAtPath(const std::string& path, const std::string& target);
 bool copyItemAtPath(const std::string& path, const std::string& target);
 

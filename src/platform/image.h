@@ -11,8 +11,8 @@ namespace platform {
 
 class UIImage {
  public:
+  // Public so that the backend's files can reach it; defined, and made, by the backend only.
   struct Impl;
-  // Made by the backend only.
   explicit UIImage(std::unique_ptr<const Impl> impl);
   ~UIImage();
 

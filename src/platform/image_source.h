@@ -27,8 +27,10 @@ class CGImageSource {
   ~CGImageSource();
 
   int count() const;
-  // The whole picture as shown at this index; nullptr if it cannot be decoded.
+  // Returns the whole picture as shown at this index; nullptr if it cannot be decoded, or if the
+  // index is not from 0 to count() - 1.
   ImageRef createImageAtIndex(int index);
+  // Returns nothing for such an index.
   std::optional<ImageProperties> copyPropertiesAtIndex(int index) const;
 
  private:

@@ -1,7 +1,7 @@
-// Named endpoints between processes: a message is a name without reply. Sending works on any
-// thread and is silent where no server exists; the rest belongs to the main thread, on which
-// received messages are handed over. Blocks that were on the main queue before a message is handed
-// over run before that.
+// Named endpoints between processes: a message is a name without reply. centerNamed and sending
+// work on any thread, and sending is silent where no server exists; the rest belongs to the main
+// thread, on which received messages are delivered. Blocks that were on the main queue before a
+// message is delivered run before that.
 #pragma once
 
 #include <functional>
@@ -15,7 +15,7 @@ class CPDistributedMessagingCenter {
   // The same name gives the same center.
   static std::shared_ptr<CPDistributedMessagingCenter> centerNamed(const std::string& name);
 
-  // Whether any process serves this name.
+  // Returns true if any process serves this name. May wait for the answer, for a second at most.
   bool doesServerExist() const;
   void runServerOnCurrentThread();
   // Further registrations for one message name are called in their order.

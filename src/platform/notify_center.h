@@ -22,6 +22,7 @@ class DarwinNotifyCenter {
   // observer is an identity only and is never dereferenced. Delivery is immediate, also while the
   // process is suspended.
   void addObserver(const void* observer, const std::string& name, Callback callback);
+  // A callback that another thread has begun may still be running when this returns.
   void removeEveryObserver(const void* observer);
 
   static void post(const std::string& name);

@@ -16,10 +16,10 @@ class NSOperationQueue {
   // The queue whose block the calling thread is running; nothing where there is none.
   static std::optional<NSOperationQueue> currentQueue();
 
-  // How many blocks may run at the same time, at least 1; else several, of all such queues
-  // together. To be set before the first block is added.
+  // How many blocks may run at the same time, at least 1. Queues without a limit share a few
+  // threads, and their blocks wait for one of these. To be set before the first block is added.
   void setMaxConcurrentOperationCount(int count);
-  // The block must not throw.
+  // If no thread can be had, the block waits for the next one. The block must not throw.
   void addOperationWithBlock(std::function<void()> block);
 
   // Whether both are the same queue. A copy is the same queue as the original.

@@ -30,16 +30,16 @@ constexpr unsigned UIViewAutoresizingFlexibleHeight = 16;
 
 class UIView : public std::enable_shared_from_this<UIView> {
  public:
+  // Public so that the backend's files can reach it; defined, and made, by the backend only.
   struct Impl;
   UIView();
-  // Made by the backend only.
   explicit UIView(std::unique_ptr<Impl> impl);
   virtual ~UIView();
   UIView(const UIView&) = delete;
   UIView& operator=(const UIView&) = delete;
 
-  // The view behind a host object, nullptr for nil. It is not retained, as the object may be dying:
-  // valid until its own dealloc has run.
+  // Returns the view behind a host object, nullptr for nil. The pointer may own nothing, as the
+  // object may be dying: it is valid until the object's own dealloc has run.
   static std::shared_ptr<UIView> viewOfObject(id object);
   id object() const;
 
@@ -57,6 +57,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
   int tag() const;
   void setHidden(bool hidden);
   bool hidden() const;
+  // 0 (transparent) to 1; what is outside is drawn as the nearer of the two.
   void setAlpha(CGFloat alpha);
   CGFloat alpha() const;
   void setOpaque(bool opaque);
@@ -68,10 +69,12 @@ class UIView : public std::enable_shared_from_this<UIView> {
   virtual void setContentMode(UIViewContentMode mode);
   UIViewContentMode contentMode() const;
 
-  // keyPath is "hidden". Registering the same observer twice makes two registrations.
+  // Requires "hidden" as keyPath. Registering the same observer twice makes two registrations. The
+  // view retains the observer; context is passed on as it is and must live as long.
   void addObserver(const std::shared_ptr<KeyValueObserver>& observer, std::string_view keyPath,
                    const void* context);
-  // Removes the newest registration of observer; raises the platform's exception if there is none.
+  // Removes the newest registration of observer. Raises NSException (see swallowingNSException) if
+  // there is none.
   void removeObserver(const KeyValueObserver& observer, std::string_view keyPath);
   // The observer registered first; nullptr if there is none, or if it is not this system's. No
   // other is looked at: whoever registered it may be gone.
