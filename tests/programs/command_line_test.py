@@ -609,7 +609,7 @@ class WithHost(Device):
         self.assertTrue(self.ok('bus').startswith('unix:path='))
 
     def test_run_shows_its_gif_and_ends_by_itself(self):
-        self.start(self.gif, '--for', '5', '--locked')
+        self.start(self.gif, '--for', '8', '--locked')
         self.host.stdout.readline()
         self.eventually(lambda: self.shared()['frames_in_cache'] == 2)
         self.assertEqual(self.status()['screen'], 'locked')
