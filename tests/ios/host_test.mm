@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "gifview/gif_view.h"
 #include "hooks/hook_table.h"
 #include "placement/location_table.h"
 #include "placement/wallpaper_listener.h"

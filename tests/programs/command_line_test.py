@@ -475,8 +475,10 @@ class WithHost(Device):
         self.start(clock='real')
         self.ok('put', 'SHARED_GIF_BLUR', '10')
         colors = [(each * 5, 99, 255 - each * 5) for each in range(40)]
-        long = self.file('long.gif', gif(*colors, size=(600, 600)))
-        short = self.file('short.gif', gif(*colors[:30], size=(600, 600)))
+        # To take longer than the shortest of the timeouts, and not much longer.
+        side = 200 if IS_SANITIZED else 600
+        long = self.file('long.gif', gif(*colors, size=(side, side)))
+        short = self.file('short.gif', gif(*colors[:30], size=(side, side)))
         for first in (['--no-wait'], ['--timeout', '0.05']):
             self.lumora('set', 'shared', short, *first)
             self.assertIn('40 frames', self.ok('set', 'shared', long))
