@@ -1,5 +1,6 @@
 // The library in a host of real Objective-C classes, from its hooks to the first picture.
 
+#include <atomic>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include "gifview/gif_view.h"
 #include "hooks/hook_table.h"
 #include "placement/location_table.h"
+#include "placement/tweak_queue.h"
 #include "placement/wallpaper_listener.h"
 #import "platform/ios/native_view.h"
 #include "settings/device_paths.h"
@@ -120,6 +122,10 @@ TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) 
   writeGif(lumora::sharedGIFPath);
   stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
+  // The installation still holds the view until it returns.
+  std::atomic<bool> isOver = false;
+  lumora::addToTweakQueue([&isOver] { isOver = true; });
+  ASSERT_TRUE(runUntil([&isOver] { return isOver.load(); }));
   @autoreleasepool {
     ASSERT_TRUE(platform::viewOfNative(controller()->_sharedWallpaperView)->firstObserver());
     [controller()->_sharedWallpaperView release];
