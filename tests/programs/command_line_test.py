@@ -397,7 +397,7 @@ class WithHost(Device):
             'expect locations.moon true': 'no such field',
             'expect screen': 'a path and a value',
             'set shared "no file.gif"': 'No such file',
-            'put "unfinished': 'no end',
+            'put "unfinished': 'unterminated quote',
             'dance': 'no command',
             'play other.txt': 'cannot play',
         }
