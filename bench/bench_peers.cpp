@@ -6,7 +6,7 @@
 #include "platform/linux/freed_memory.h"
 
 int main(int count, char** words) {
-  platform::keepFreedMemory();
+  platform::backend::keepFreedMemory();
   const std::string_view name = count > 1 ? words[1] : "";
   constexpr int wordsOfLoading = 6;
   if (name == "blur") {

@@ -63,7 +63,7 @@ double largestError(const Bytes& input, const Bytes& blurred, int radius) {
 void benchBlur() {
   cv::setNumThreads(2);
   const Bytes pixels = photoPixels(screenWidth, screenHeight);
-  const ImageRef picture = platform::imageFromPixels(screenWidth, screenHeight, pixels);
+  const ImageRef picture = platform::backend::imageFromPixels(screenWidth, screenHeight, pixels);
   const cv::Mat matrix(screenHeight, screenWidth, CV_8UC4,
                        const_cast<std::uint8_t*>(pixels.data()));
   cv::Mat theirs;
@@ -78,7 +78,7 @@ void benchBlur() {
         {[&] { ours = lumora::blurImageWithRadius(picture, goal.radius); },
          [&] { cv::GaussianBlur(matrix, theirs, cv::Size(), goal.radius, goal.radius); }});
     const Bytes result(theirs.datastart, theirs.dataend);
-    const double error = largestError(pixels, platform::pixelsOf(*ours), goal.radius);
+    const double error = largestError(pixels, platform::backend::pixelsOf(*ours), goal.radius);
     const double ratio = times[1] / times[0];
     printRow({std::to_string(goal.radius), rounded(times[0], 2), rounded(times[1], 2),
               rounded(ratio, 1), rounded(error, 2),

@@ -19,6 +19,7 @@ namespace bench {
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 
 [[noreturn]] void fail(const char* what) {
   std::fprintf(stderr, "bench: %s\n", what);
@@ -73,7 +74,7 @@ Ratios measure(const std::string& name, const Bytes& ours, const Bytes& theirs,
                const Bytes* before) {
   const auto file = NSData::dataWithBytes(ours);
   const auto fileBefore = before ? NSData::dataWithBytes(*before) : nullptr;
-  auto picture = decodePng(*file);
+  auto picture = png::decodePng(*file);
   if (!picture) fail("not a picture");
   const double pixels = double{1} * picture->width() * picture->height();
   Bytes room(static_cast<std::size_t>(pixels) * 4);
@@ -83,7 +84,7 @@ Ratios measure(const std::string& name, const Bytes& ours, const Bytes& theirs,
   picture = nullptr;
   ImageRef shown;
   auto show = [&](const NSData& data) {
-    shown = decodePng(data);
+    shown = png::decodePng(data);
     surface.update(*shown);
   };
   const auto times =

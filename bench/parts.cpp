@@ -18,6 +18,7 @@
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 using bench::indexedPicture;
 using bench::screenHeight;
 using bench::screenWidth;
@@ -139,7 +140,7 @@ void Deflate(benchmark::State& state) {
   const auto picture = indexedPicture(textureOf(state), screenWidth, screenHeight);
   for (auto _ : state) {
     for (const auto& strip : picture->impl().strips) {
-      benchmark::DoNotOptimize(deflatePiece(strip->bytes()));
+      benchmark::DoNotOptimize(png::deflatePiece(strip->bytes()));
     }
   }
   state.SetBytesProcessed(state.iterations() * pixels);
@@ -148,12 +149,14 @@ void Deflate(benchmark::State& state) {
 void Inflate(benchmark::State& state) {
   const auto picture = indexedPicture(textureOf(state), screenWidth, screenHeight);
   std::vector<Bytes> pieces;
-  for (const auto& strip : picture->impl().strips) pieces.push_back(deflatePiece(strip->bytes()));
+  for (const auto& strip : picture->impl().strips)
+    pieces.push_back(png::deflatePiece(strip->bytes()));
   Bytes room(picture->impl().strips.front()->bytes().size());
   for (auto _ : state) {
     for (std::size_t at = 0; at < pieces.size(); ++at) {
       const std::size_t size = picture->impl().strips[at]->bytes().size();
-      if (!inflatePiece(pieces[at], std::span(room).first(size))) state.SkipWithError("damaged");
+      if (!png::inflatePiece(pieces[at], std::span(room).first(size)))
+        state.SkipWithError("damaged");
     }
   }
   state.SetBytesProcessed(state.iterations() * pixels);
@@ -207,7 +210,7 @@ BENCHMARK(Tick);
 }  // namespace
 
 int main(int count, char** words) {
-  platform::keepFreedMemory();
+  platform::backend::keepFreedMemory();
   benchmark::Initialize(&count, words);
   if (benchmark::ReportUnrecognizedArguments(count, words)) return 2;
   benchmark::RunSpecifiedBenchmarks();

@@ -8,6 +8,7 @@ namespace bench {
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 
 std::uint8_t level(double value) {
   return static_cast<std::uint8_t>(std::lround(127.5 + 127.5 * value));

@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int radius = data[2] | data[3] << 8;
   platform::Bytes pixels(data + headSize, data + size);
   pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
-  const auto image = platform::imageFromPixels(width, height, pixels);
+  const auto image = platform::backend::imageFromPixels(width, height, pixels);
   const auto blurred = lumora::blurImageWithRadius(image, radius);
   if (!blurred || blurred->width() != width || blurred->height() != height) std::abort();
   const platform::Bytes result = pixelsOf(*blurred);

@@ -16,7 +16,7 @@
 namespace {
 
 namespace control = host::control;
-namespace darwin = platform::darwin;
+namespace darwin = platform::backend::darwin;
 
 // All but the one that ends the home screen.
 constexpr const char* methods[] = {

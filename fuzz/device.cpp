@@ -24,7 +24,7 @@ class Device {
     folder_ = folder;
     fs::create_directory(root());
     std::ofstream(folder_ / neighbour) << neighbour;
-    platform::setDeviceRoot(root());
+    platform::backend::setDeviceRoot(root());
   }
   ~Device() {
     std::error_code error;
@@ -62,7 +62,8 @@ const Device& device() {
 void store(const std::uint8_t* data, std::size_t size, const std::string& path) {
   device();
   platform::createDirectoryAtPath(path.substr(0, path.rfind('/')));
-  if (!platform::writeToFileAtomically(platform::Bytes(data, data + size), path)) std::abort();
+  if (!platform::backend::writeToFileAtomically(platform::Bytes(data, data + size), path))
+    std::abort();
 }
 
 void clearDevice() {

@@ -18,8 +18,8 @@ namespace fuzz {
 namespace {
 
 using host::SpringBoard;
-using platform::RunLoop;
 using platform::UIInterfaceOrientation;
+using platform::backend::RunLoop;
 
 constexpr const char* notifications[] = {
     lumora::control::removeGIFFromAllWallpapers,
@@ -45,7 +45,7 @@ constexpr void (*hands[])(SpringBoard&) = {
     [](SpringBoard& device) { device.rotate(UIInterfaceOrientation::Portrait); },
     [](SpringBoard& device) { device.rotate(UIInterfaceOrientation::LandscapeLeft); },
     [](SpringBoard& /*device*/) {
-      platform::DisplayClock::main().advance(std::chrono::milliseconds(100), [] {
+      platform::backend::DisplayClock::main().advance(std::chrono::milliseconds(100), [] {
         RunLoop::main().runMainQueue();
         return true;
       });
@@ -56,7 +56,7 @@ class HomeScreen {
  public:
   HomeScreen() {
     clearDevice();
-    platform::Bus::open(bus_.address(), [] { std::abort(); });
+    platform::backend::Bus::open(bus_.address(), [] { std::abort(); });
     host::HostOptions options;
     options.display = host::DisplayKind::Headless;
     options.width = 20;

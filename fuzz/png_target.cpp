@@ -46,11 +46,11 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(Byte* data, std::size_t size, std
 
 extern "C" int LLVMFuzzerTestOneInput(const Byte* data, std::size_t size) {
   const auto file = platform::NSData::dataWithBytes(platform::Bytes(data, data + size));
-  const auto image = platform::decodePng(*file);
+  const auto image = platform::backend::png::decodePng(*file);
   if (!image) return 0;
   constexpr int largest = 1 << 18;
   if (image->width() * image->height() > largest) return 0;
-  const auto again = platform::decodePng(*platform::UIImagePNGRepresentation(*image));
+  const auto again = platform::backend::png::decodePng(*platform::UIImagePNGRepresentation(*image));
   if (!again || pixelsOf(*again) != pixelsOf(*image)) std::abort();
   return 0;
 }

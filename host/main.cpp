@@ -30,7 +30,7 @@
 
 namespace {
 
-using platform::RunLoop;
+using platform::backend::RunLoop;
 
 struct Arguments {
   host::HostOptions host;
@@ -64,7 +64,7 @@ void loadLibraries(const std::vector<std::string>& libraries) {
 
 // Ends the run loop on the signals by which people and programs end processes.
 void stopOnSignals() {
-  static const auto signals = platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
+  static const auto signals = platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
   const int descriptor = signals.get();
   RunLoop::main().addSource(descriptor, [descriptor] {
     signalfd_siginfo info{};
@@ -75,14 +75,14 @@ void stopOnSignals() {
 }
 
 void openBus(const std::string& address) {
-  platform::Bus::open(address, [] {
+  platform::backend::Bus::open(address, [] {
     busWasLost = true;
     RunLoop::main().stop();
   });
 }
 
 void runHomeScreen(const Arguments& arguments) {
-  platform::setDeviceRoot(arguments.root);
+  platform::backend::setDeviceRoot(arguments.root);
   stopOnSignals();
   openBus(arguments.bus);
   // They live until the process ends: blocks of the libraries may speak to them until then.
@@ -105,9 +105,9 @@ void runHomeScreen(const Arguments& arguments) {
       control->runJobs();
     } catch (const std::bad_alloc&) {
       // What could not be done for want of memory is left undone.
-      platform::noteOutOfMemory();
+      platform::backend::noteOutOfMemory();
     }
-    if (!isVisibilityReported && platform::pendingBackgroundOperations() == 0) {
+    if (!isVisibilityReported && platform::backend::pendingBackgroundOperations() == 0) {
       springBoard->reportVisibility();
       isVisibilityReported = true;
     }
@@ -131,7 +131,7 @@ int parseAndRun(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  platform::keepFreedMemory();
+  platform::backend::keepFreedMemory();
   int code = exitFailed;
   try {
     code = parseAndRun(argc, argv);
@@ -139,6 +139,6 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "springboard: %s\n", error.what());
   }
   // Work that still runs in the background is not waited for; it must not meet a process half gone.
-  if (platform::pendingBackgroundOperations() > 0) std::_Exit(code);
+  if (platform::backend::pendingBackgroundOperations() > 0) std::_Exit(code);
   return code;
 }

@@ -23,7 +23,7 @@ void finishOutput() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  platform::keepFreedMemory();
+  platform::backend::keepFreedMemory();
   try {
     const int code = tool::performLine({argv + 1, argv + argc});
     finishOutput();

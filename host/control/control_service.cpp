@@ -15,8 +15,8 @@
 namespace host {
 namespace {
 
-using platform::DisplayClock;
-using platform::RunLoop;
+using platform::backend::DisplayClock;
+using platform::backend::RunLoop;
 
 constexpr auto failure = "com.brightfen.lumora.Error.Failed";
 
@@ -44,8 +44,8 @@ constexpr std::chrono::seconds stateLimit{2};
 
 ControlService::ControlService(SpringBoard& springBoard)
     : springBoard_(springBoard),
-      object_(sdbus::createObject(platform::Bus::current()->listener(), control::path)) {
-  if (platform::Bus::current()->nameHasOwner(control::busName)) {
+      object_(sdbus::createObject(platform::backend::Bus::current()->listener(), control::path)) {
+  if (platform::backend::Bus::current()->nameHasOwner(control::busName)) {
     throw refusal("a home screen is running on this bus already");
   }
   registerStates();
@@ -54,7 +54,7 @@ ControlService::ControlService(SpringBoard& springBoard)
 }
 
 void ControlService::announce() {
-  platform::Bus::current()->listener().requestName(control::busName);
+  platform::backend::Bus::current()->listener().requestName(control::busName);
 }
 
 void ControlService::registerStates() {

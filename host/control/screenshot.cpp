@@ -11,8 +11,9 @@ namespace host {
 namespace {
 
 cairo_status_t append(void* closure, const unsigned char* data, unsigned int length) {
-  const auto& file = *static_cast<const platform::FileDescriptor*>(closure);
-  return platform::writeAll(file, {data, length}) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+  const auto& file = *static_cast<const platform::backend::FileDescriptor*>(closure);
+  return platform::backend::writeAll(file, {data, length}) ? CAIRO_STATUS_SUCCESS
+                                                           : CAIRO_STATUS_WRITE_ERROR;
 }
 
 }  // namespace
@@ -29,7 +30,7 @@ void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
   cairo_rectangle(context, part.x, part.y, part.width, part.height);
   cairo_clip(context);
   cairo_scale(context, scale, scale);
-  platform::renderView(screen.root(), context);
+  platform::backend::renderView(screen.root(), context);
   cairo_destroy(context);
   cairo_surface_flush(surface);
 }
@@ -40,7 +41,7 @@ int takeScreenshot(Screen& screen, int scale) {
       CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(size.width)) * scale,
       static_cast<int>(std::lround(size.height)) * scale);
   drawScreen(screen, surface, scale);
-  platform::FileDescriptor png(memfd_create("screenshot", MFD_CLOEXEC));
+  platform::backend::FileDescriptor png(memfd_create("screenshot", MFD_CLOEXEC));
   const cairo_status_t status =
       png ? cairo_surface_write_to_png_stream(surface, append, &png) : CAIRO_STATUS_NO_MEMORY;
   cairo_surface_destroy(surface);

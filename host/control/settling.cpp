@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-using platform::RunLoop;
+using platform::backend::RunLoop;
 using TimePoint = std::chrono::steady_clock::time_point;
 
 bool turnUntil(const std::function<bool()>& condition, TimePoint limit) {
@@ -22,7 +22,7 @@ bool turnUntil(const std::function<bool()>& condition, TimePoint limit) {
 }
 
 bool deliverMessages(TimePoint limit) {
-  platform::Bus* bus = platform::Bus::current();
+  platform::backend::Bus* bus = platform::backend::Bus::current();
   if (bus == nullptr) return true;
   auto delivered = std::make_shared<bool>(false);
   bus->whenDelivered([delivered] { *delivered = true; });
@@ -30,7 +30,7 @@ bool deliverMessages(TimePoint limit) {
 }
 
 bool isIdle() {
-  return platform::pendingBackgroundOperations() == 0;
+  return platform::backend::pendingBackgroundOperations() == 0;
 }
 
 }  // namespace
@@ -38,11 +38,11 @@ bool isIdle() {
 bool settle(TimePoint limit) {
   std::uint64_t before = 0;
   do {
-    before = platform::activityCount();
+    before = platform::backend::activityCount();
     RunLoop::main().runMainQueue();
     if (!turnUntil(isIdle, limit) || !deliverMessages(limit)) return false;
     RunLoop::main().runMainQueue();
-  } while (platform::activityCount() != before || !isIdle());
+  } while (platform::backend::activityCount() != before || !isIdle());
   return true;
 }
 

@@ -90,8 +90,8 @@ std::string statusReport(SpringBoard& springBoard) {
       {"idiom", options.idiom == Idiom::Pad ? "pad" : "phone"},
       {"size", {options.width, options.height}},
       {"scale", options.scale},
-      {"out_of_memory", platform::timesOutOfMemory()},
-      {"changes_off_main_thread", platform::timesOffMainThread()},
+      {"out_of_memory", platform::backend::timesOutOfMemory()},
+      {"changes_off_main_thread", platform::backend::timesOffMainThread()},
       {"views", json::array()},
   };
   describeTree(springBoard.screen().root(), true, report["views"]);

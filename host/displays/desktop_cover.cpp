@@ -15,7 +15,7 @@
 namespace host {
 namespace {
 
-using platform::RunLoop;
+using platform::backend::RunLoop;
 
 constexpr unsigned long fullOpacity = 0xFFFFFFFF;
 constexpr int depthWithTransparency = 32;

@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-using platform::RunLoop;
+using platform::backend::RunLoop;
 
 // What does not answer in this time is done without: the main thread waits for it.
 constexpr std::chrono::milliseconds maxAnswerTime{500};

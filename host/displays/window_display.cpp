@@ -21,8 +21,8 @@
 namespace host {
 namespace {
 
-using platform::RunLoop;
 using platform::UIInterfaceOrientation;
+using platform::backend::RunLoop;
 
 [[noreturn]] void fail(const std::string& reason = SDL_GetError()) {
   throw std::runtime_error("cannot open a window (" + reason +
@@ -34,11 +34,11 @@ void saveScreenshot(SpringBoard& springBoard) {
   for (int count = 1; name.empty() || std::filesystem::exists(name); ++count) {
     name = "springboard-" + std::to_string(count) + ".png";
   }
-  const platform::FileDescriptor png(
+  const platform::backend::FileDescriptor png(
       takeScreenshot(springBoard.screen(), springBoard.options().scale));
-  const platform::FileDescriptor file =
-      platform::createFile(AT_FDCWD, std::filesystem::absolute(name));
-  if (png && file && platform::copyFile(png, file)) {
+  const platform::backend::FileDescriptor file =
+      platform::backend::createFile(AT_FDCWD, std::filesystem::absolute(name));
+  if (png && file && platform::backend::copyFile(png, file)) {
     std::printf("%s\n", name.c_str());
     std::fflush(stdout);
   } else {
@@ -212,7 +212,7 @@ bool WindowDisplay::Impl::fitToScreen() {
 
 // In whole pixels, those on the border included.
 std::optional<SDL_Rect> WindowDisplay::Impl::changedPart(const SDL_Surface& pixels) const {
-  const auto damage = platform::takePictureDamage(springBoard.screen().root());
+  const auto damage = platform::backend::takePictureDamage(springBoard.screen().root());
   if (!damage) return std::nullopt;
   const int scale = springBoard.options().scale;
   const SDL_Rect all{0, 0, pixels.w, pixels.h};

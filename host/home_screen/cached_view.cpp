@@ -36,7 +36,7 @@ void CachedView::draw(cairo_t* context, platform::CGSize size) {
 
 void CachedView::forgetPainting() {
   painting_.reset();
-  platform::RunLoop::main().setNeedsDisplay();
+  platform::backend::RunLoop::main().setNeedsDisplay();
 }
 
 }  // namespace host

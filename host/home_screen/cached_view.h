@@ -9,7 +9,7 @@
 
 namespace host {
 
-class CachedView : public platform::DrawnView {
+class CachedView : public platform::backend::DrawnView {
  public:
   void draw(cairo_t* context, platform::CGSize size) final;
 

@@ -15,12 +15,13 @@ platform::CGFloat ownDefaultHeight(platform::id /*self*/, platform::SEL /*select
 
 void DockView::registerClass(platform::CGFloat height) {
   ownHeight = height;
-  platform::Class cls = platform::registerClass("SBDockView", platform::viewClass());
-  platform::addClassMethod(cls, "defaultHeight", ownDefaultHeight);
+  platform::Class cls =
+      platform::backend::registerClass("SBDockView", platform::backend::viewClass());
+  platform::backend::addClassMethod(cls, "defaultHeight", ownDefaultHeight);
 }
 
 std::shared_ptr<DockView> DockView::make(Idiom idiom) {
-  return platform::makeViewOfClass<DockView>(platform::objc_getClass("SBDockView"), idiom);
+  return platform::backend::makeViewOfClass<DockView>(platform::objc_getClass("SBDockView"), idiom);
 }
 
 platform::CGFloat DockView::defaultHeight() {

@@ -5,7 +5,7 @@
 
 #include "host/home_screen/cached_view.h"
 #include "host/options/idiom.h"
-#include "platform/linux/views/class_table.h"
+#include "platform/linux/views/view_class.h"
 
 namespace host {
 
@@ -26,7 +26,7 @@ class DockView : public CachedView {
 
  private:
   template <typename View, typename... Arguments>
-  friend std::shared_ptr<View> platform::makeViewOfClass(platform::Class, Arguments&&...);
+  friend std::shared_ptr<View> platform::backend::makeViewOfClass(platform::Class, Arguments&&...);
   explicit DockView(Idiom idiom) : idiom_(idiom) {}
 
   const Idiom idiom_;

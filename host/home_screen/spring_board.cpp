@@ -1,9 +1,10 @@
 #include "host/home_screen/spring_board.h"
 
 #include "host/home_screen/wallpaper_controller.h"
-#include "platform/linux/device_events.h"
+#include "platform/linux/device.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
+#include "platform/linux/notification_center.h"
 
 namespace host {
 namespace {
@@ -39,14 +40,15 @@ SpringBoard::SpringBoard(const HostOptions& options)
     : options_(options), object_(std::make_unique<Object>(*this)) {
   const auto width = static_cast<platform::CGFloat>(options.width);
   const auto height = static_cast<platform::CGFloat>(options.height);
-  platform::setMainScreenBounds({0, 0, width, height});
-  platform::setUserInterfaceIdiom(options.idiom);
-  auto& clock = platform::DisplayClock::main();
+  platform::backend::setMainScreenBounds({0, 0, width, height});
+  platform::backend::setUserInterfaceIdiom(options.idiom);
+  auto& clock = platform::backend::DisplayClock::main();
   clock.setRefreshRate(options.refreshRate);
   if (options.hasManualClock) clock.setManual();
 
-  platform::Class cls = platform::registerClass("SpringBoard", nullptr);
-  platform::addMethod(cls, "applicationDidFinishLaunching:", Object::applicationDidFinishLaunching);
+  platform::Class cls = platform::backend::registerClass("SpringBoard", nullptr);
+  platform::backend::addMethod(
+      cls, "applicationDidFinishLaunching:", Object::applicationDidFinishLaunching);
   object_->isa = cls;
   DockView::registerClass(dockHeight(options));
   WallpaperController::registerClasses();
@@ -79,11 +81,11 @@ void SpringBoard::show(ScreenState state) {
 // A display that draws by itself keeps its clock right while a clock is to be seen; otherwise
 // nothing wakes the process for it.
 void SpringBoard::keepTime() {
-  auto& runLoop = platform::RunLoop::main();
+  auto& runLoop = platform::backend::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
   runLoop.clearAlarm();
   if (!showsClock || options_.display != DisplayKind::Window) return;
-  runLoop.setAlarm(platform::RunLoop::Clock::now() + untilNextMinute(), [this] {
+  runLoop.setAlarm(platform::backend::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();
   });
@@ -118,9 +120,9 @@ void SpringBoard::setCovered(bool isCovered) {
 void SpringBoard::rotate(UIInterfaceOrientation orientation) {
   if (orientation == orientation_) return;
   orientation_ = orientation;
-  platform::setStatusBarOrientation(orientation);
+  platform::backend::setStatusBarOrientation(orientation);
   screen_->turn(orientation);
-  platform::postNotification("UIDeviceOrientationDidChangeNotification");
+  platform::backend::postNotification("UIDeviceOrientationDidChangeNotification");
 }
 
 }  // namespace host

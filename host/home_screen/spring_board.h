@@ -9,7 +9,7 @@
 
 #include "host/home_screen/screen.h"
 #include "host/options/host_options.h"
-#include "platform/linux/views/class_table.h"
+#include "platform/linux/views/view_class.h"
 
 namespace host {
 

@@ -18,7 +18,7 @@ std::string formatted(const std::tm& moment, const char* format) {
 }
 
 std::tm brokenDown() {
-  const auto& clock = platform::DisplayClock::main();
+  const auto& clock = platform::backend::DisplayClock::main();
   std::tm moment{};
   if (clock.isManual()) {
     const auto advanced = std::chrono::duration_cast<std::chrono::seconds>(clock.manualTime());

@@ -7,8 +7,8 @@ namespace {
 
 using platform::id;
 using platform::SEL;
-using platform::StrongIvar;
 using platform::UIView;
+using platform::backend::StrongIvar;
 
 class StillWallpaperView : public CachedView {
  public:
@@ -51,18 +51,19 @@ WallpaperController& WallpaperController::instance() {
 }
 
 void WallpaperController::registerClasses() {
-  platform::registerClass("SBFWallpaperView", platform::viewClass());
-  platform::Class cls = platform::registerClass("SBWallpaperController", nullptr);
-  platform::addClassMethod(cls, "sharedInstance", Object::sharedInstance);
-  platform::addMethod(cls, "_updateSharedWallpaper", Object::updateShared);
-  platform::addMethod(cls, "_updateSeparateWallpaper", Object::updateSeparate);
+  platform::backend::registerClass("SBFWallpaperView", platform::backend::viewClass());
+  platform::Class cls = platform::backend::registerClass("SBWallpaperController", nullptr);
+  platform::backend::addClassMethod(cls, "sharedInstance", Object::sharedInstance);
+  platform::backend::addMethod(cls, "_updateSharedWallpaper", Object::updateShared);
+  platform::backend::addMethod(cls, "_updateSeparateWallpaper", Object::updateSeparate);
   Object& object = *instance().object_;
   object.isa = cls;
-  platform::addInstanceVariable(cls, "_sharedWallpaperView", object.offsetOf(object.sharedView));
-  platform::addInstanceVariable(cls, "_lockscreenWallpaperView",
-                                object.offsetOf(object.lockscreenView));
-  platform::addInstanceVariable(cls, "_homescreenWallpaperView",
-                                object.offsetOf(object.homescreenView));
+  platform::backend::addInstanceVariable(cls, "_sharedWallpaperView",
+                                         object.offsetOf(object.sharedView));
+  platform::backend::addInstanceVariable(cls, "_lockscreenWallpaperView",
+                                         object.offsetOf(object.lockscreenView));
+  platform::backend::addInstanceVariable(cls, "_homescreenWallpaperView",
+                                         object.offsetOf(object.homescreenView));
 }
 
 void WallpaperController::start(const std::shared_ptr<UIView>& container) {
@@ -96,7 +97,7 @@ void WallpaperController::applyVisibility(StrongIvar& variable, bool isVisible) 
 }
 
 std::shared_ptr<UIView> WallpaperController::makeView(artwork::Still still, bool isVisible) {
-  auto view = platform::makeViewOfClass<StillWallpaperView>(
+  auto view = platform::backend::makeViewOfClass<StillWallpaperView>(
       platform::objc_getClass("SBFWallpaperView"), still);
   view->setFrame({0, 0, screen_.width, screen_.height});
   view->setHidden(!isVisible);

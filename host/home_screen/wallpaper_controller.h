@@ -6,7 +6,8 @@
 
 #include "host/artwork/still_wallpaper.h"
 #include "host/home_screen/cached_view.h"
-#include "platform/linux/views/class_table.h"
+#include "platform/linux/views/strong_ivar.h"
+#include "platform/linux/views/view_class.h"
 
 namespace host {
 
@@ -38,8 +39,9 @@ class WallpaperController {
   struct Object;
   WallpaperController();
   std::shared_ptr<platform::UIView> makeView(artwork::Still still, bool isVisible);
-  void replace(platform::StrongIvar& variable, const std::shared_ptr<platform::UIView>& view);
-  void applyVisibility(platform::StrongIvar& variable, bool isVisible) const;
+  void replace(platform::backend::StrongIvar& variable,
+               const std::shared_ptr<platform::UIView>& view);
+  void applyVisibility(platform::backend::StrongIvar& variable, bool isVisible) const;
   bool sharedIsVisible() const { return visibility_.onLockScreen || visibility_.onHomeScreen; }
 
   std::unique_ptr<Object> object_;

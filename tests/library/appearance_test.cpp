@@ -32,7 +32,7 @@ long countOf(const std::vector<std::string>& posted, const char* name) {
 
 Bytes framePixels() {
   const auto image = platform::imageWithContentsOfFile(firstFrame);
-  return image ? platform::pixelsOf(*image) : Bytes();
+  return image ? platform::backend::pixelsOf(*image) : Bytes();
 }
 
 struct WithWallpaper : Stage {

@@ -18,7 +18,7 @@
 namespace {
 
 using platform::NSOperationQueue;
-using platform::RunLoop;
+using platform::backend::RunLoop;
 using testing_stage::DeviceRoot;
 
 std::string logOf(const DeviceRoot& root) {
@@ -81,7 +81,7 @@ TEST(MainThread, IsWhereABlockOfTheMainQueueRuns) {
   NSOperationQueue serial;
   serial.setMaxConcurrentOperationCount(1);
   serial.addOperationWithBlock([&] { onOther = lumora::isMainThread(); });
-  while (platform::pendingBackgroundOperations() > 0) RunLoop::main().turn({});
+  while (platform::backend::pendingBackgroundOperations() > 0) RunLoop::main().turn({});
   RunLoop::main().runMainQueue();
   EXPECT_TRUE(onMain);
   EXPECT_FALSE(onOther);

@@ -90,7 +90,7 @@ TEST(FrameCache, HoldsTheGifItsFramesAndTheirDelays) {
       (std::vector<std::string>{"Wallpaper_both", "Wallpaper_both_0.png", "Wallpaper_both_1.png",
                                 "Wallpaper_both_2.png", "Wallpaper_both_3.png",
                                 "Wallpaper_both_4.png", "Wallpaper_both_durations.plist"}));
-  EXPECT_EQ(platform::contentsOfFile(cache + "/Wallpaper_both"), gif);
+  EXPECT_EQ(platform::backend::contentsOfFile(cache + "/Wallpaper_both"), gif);
   EXPECT_EQ(storedDurations(),
             (std::vector<std::string>{"0.250000", "0.020000", "0.100000", "0.100000", "0.100000"}));
   EXPECT_EQ(frameColor(0), red);
@@ -113,7 +113,7 @@ TEST(FrameCache, IsKeptForTheSameBytesAndRebuiltForOthers) {
   // As after a restart: a new view has all it needs from the cache.
   const auto view = stage.makeView("SHARED");
   start(stage, view);
-  EXPECT_EQ(platform::contentsOfFile(cache + "/Wallpaper_both_0.png")->size(), 7U);
+  EXPECT_EQ(platform::backend::contentsOfFile(cache + "/Wallpaper_both_0.png")->size(), 7U);
   EXPECT_EQ(Stage::described(*view, "frames_in_cache"), 2);
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 
@@ -194,8 +194,8 @@ TEST(FrameCache, HoldsWhatThereIsOfAGifThatIsCutShort) {
   start(stage, stage.makeView("SHARED"));
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.400000", "0.500000"}));
   const auto last = platform::imageWithContentsOfFile(cache + "/Wallpaper_both_2.png");
-  EXPECT_EQ(pixelAt(*last, 15, 2), (platform::RGBAColor{0, 0, 255, 255}));
-  EXPECT_EQ(pixelAt(*last, 0, 3), (platform::RGBAColor{0, 255, 0, 255}));
+  EXPECT_EQ(pixelAt(*last, 15, 2), (platform::backend::RGBAColor{0, 0, 255, 255}));
+  EXPECT_EQ(pixelAt(*last, 0, 3), (platform::backend::RGBAColor{0, 255, 0, 255}));
 }
 
 TEST(FrameCache, LeavesAGapInTheNumbersForAFrameThatCannotBeDecoded) {

@@ -9,7 +9,7 @@
 #include "host/home_screen/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "placement/wallpaper_listener.h"
-#include "platform/linux/views/view_observers.h"
+#include "platform/linux/views/key_value_observing.h"
 #include "tests/fixture/stage.h"
 
 namespace {
@@ -150,7 +150,7 @@ TEST(Gating, AHostViewDiesWithTheListenerOnIt) {
   Playing stage;
   const std::weak_ptr<LWWallpaperListener> listener = lumora::sharedListener.load();
   const std::weak_ptr<platform::UIView> host = Stage::hostView("SHARED");
-  ASSERT_EQ(platform::observersOf(*host.lock()).size(), 1U);
+  ASSERT_EQ(platform::backend::observersOf(*host.lock()).size(), 1U);
   stage.choose("HOMESCREEN", gif);
   EXPECT_TRUE(host.expired());
   // The global still names it: it could not be removed from a view that it is not registered with.
@@ -161,7 +161,8 @@ void (*hostDealloc)(platform::id, platform::SEL) = nullptr;
 std::vector<std::size_t> observersLeft;
 
 void countingDealloc(platform::id self, platform::SEL selector) {
-  observersLeft.push_back(platform::observersOf(*platform::UIView::viewOfObject(self)).size());
+  observersLeft.push_back(
+      platform::backend::observersOf(*platform::UIView::viewOfObject(self)).size());
   hostDealloc(self, selector);
 }
 
@@ -172,13 +173,13 @@ TEST(Gating, AtDeallocOnlyTheFirstObserverIsLookedAt) {
   const auto cls = platform::objc_getClass("SBFWallpaperView");
   const auto foreign = std::make_shared<StrangeObserver>();
   for (const bool foreignIsFirst : {true, false}) {
-    auto view = platform::makeViewOfClass<platform::UIView>(cls);
+    auto view = platform::backend::makeViewOfClass<platform::UIView>(cls);
     if (foreignIsFirst) view->addObserver(foreign, "hidden", nullptr);
     LWWallpaperListener::addListenerToObject(view, ScreenLocation::LockScreen);
     if (!foreignIsFirst) view->addObserver(foreign, "hidden", nullptr);
     view.reset();
   }
-  platform::makeViewOfClass<platform::UIView>(cls).reset();
+  platform::backend::makeViewOfClass<platform::UIView>(cls).reset();
   // Both stay behind a foreign one; a listener that is the first goes; of none there is none.
   EXPECT_EQ(observersLeft, (std::vector<std::size_t>{2, 1, 0}));
   EXPECT_EQ(foreign->calls, 0);
@@ -195,16 +196,16 @@ TEST(Gating, ANewListenerReplacesTheOldOneOnTheSameObjectOnly) {
   };
   listen(first);
   const auto onFirst = listen(first);
-  EXPECT_EQ(platform::observersOf(*first).size(), 1U);
+  EXPECT_EQ(platform::backend::observersOf(*first).size(), 1U);
   // Removal is tried on the object now given: the one on the first object stays.
   const auto onSecond = listen(second);
   EXPECT_NE(onSecond, onFirst);
-  EXPECT_EQ(platform::observersOf(*first).front(), onFirst);
+  EXPECT_EQ(platform::backend::observersOf(*first).front(), onFirst);
   // Without an object the listener is replaced all the same.
   EXPECT_NE(listen(nullptr), onSecond);
-  EXPECT_EQ(platform::observersOf(*second).size(), 1U);
+  EXPECT_EQ(platform::backend::observersOf(*second).size(), 1U);
   LWWallpaperListener::addListenerToObject(second, ScreenLocation::Unknown);
-  EXPECT_EQ(platform::observersOf(*second).size(), 1U);
+  EXPECT_EQ(platform::backend::observersOf(*second).size(), 1U);
 }
 
 TEST(Gating, OnlyThePlatformsExceptionsAreSwallowed) {

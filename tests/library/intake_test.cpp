@@ -33,7 +33,7 @@ struct FullLibrary {
   }
 
   std::string contents(const std::string& name) const {
-    const auto bytes = platform::contentsOfFile(library + name);
+    const auto bytes = platform::backend::contentsOfFile(library + name);
     return bytes ? std::string(bytes->begin(), bytes->end()) : "nothing";
   }
 

@@ -10,8 +10,8 @@
 #include "placement/installation.h"
 #include "placement/location_table.h"
 #include "placement/scaling.h"
-#include "platform/linux/device_events.h"
-#include "platform/linux/views/view_observers.h"
+#include "platform/linux/device.h"
+#include "platform/linux/views/key_value_observing.h"
 #include "settings/device_paths.h"
 #include "tests/fixture/stage.h"
 
@@ -107,7 +107,7 @@ TEST(Placement, EndsWithoutATraceIfThePictureInQuestionIsMissingOrDamaged) {
       EXPECT_EQ(watch.take().writes, 0);
       EXPECT_EQ(Stage::view("SHARED"), nullptr);
       EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
-      EXPECT_TRUE(platform::observersOf(*Stage::hostView("SHARED")).empty());
+      EXPECT_TRUE(platform::backend::observersOf(*Stage::hostView("SHARED")).empty());
     }
   }
 }
@@ -132,7 +132,7 @@ TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
   Stage::put("DOCK_ENABLED", "FALSE");
   Stage::put("SHARED_SCALING_MODE", "FILL");
   const auto host = Stage::hostView("SHARED");
-  const auto listener = platform::observersOf(*host);
+  const auto listener = platform::backend::observersOf(*host);
   stage.takePosted();
   install(stage);
   EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 390, 844}));
@@ -140,7 +140,7 @@ TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
   EXPECT_EQ(Stage::view("LOCKSCREEN"), nullptr);
   EXPECT_EQ(lumora::lockscreenListener.load(), nullptr);
   EXPECT_EQ(Stage::hostView("SHARED"), host);
-  EXPECT_EQ(platform::observersOf(*host), listener);
+  EXPECT_EQ(platform::backend::observersOf(*host), listener);
   EXPECT_TRUE(stage.takePosted().empty());
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
@@ -155,7 +155,7 @@ TEST(Placement, ASecondInstallationReusesEverything) {
   install(stage);
   EXPECT_EQ(Stage::view("SHARED"), view);
   EXPECT_EQ(host->subviews(), (std::vector<std::shared_ptr<platform::UIView>>{view, above}));
-  EXPECT_EQ(platform::observersOf(*host).size(), 1U);
+  EXPECT_EQ(platform::backend::observersOf(*host).size(), 1U);
 }
 
 TEST(Placement, TakesOverTheLastAnimatedViewFoundByItsTag) {

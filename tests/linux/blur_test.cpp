@@ -11,6 +11,7 @@
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 
 ImageRef noise(int width, int height, bool isOpaque) {
   std::mt19937 random(7);

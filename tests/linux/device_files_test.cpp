@@ -9,6 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace platform;
+using namespace platform::backend;
 using testing_stage::DeviceRoot;
 
 Bytes bytes(const std::string& text) {

@@ -10,6 +10,7 @@
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 
 constexpr int width = 120;
 constexpr int height = 1500;

@@ -7,6 +7,7 @@
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 using gif::Canvas;
 using gif::ColorTable;
 using gif::Image;

@@ -76,7 +76,7 @@ TEST(Gif, AnImageLargerThanItsScreenIsClippedAndAGiantOneIsDamage) {
   const auto image =
       CGImageSource::createWithData(NSData::dataWithBytes(gif))->createImageAtIndex(0);
   EXPECT_EQ(image->width(), 5);
-  EXPECT_EQ(platform::pixelsOf(*image).size(), 100U);
+  EXPECT_EQ(platform::backend::pixelsOf(*image).size(), 100U);
   for (std::size_t at = firstImageAt + 5; at < firstImageAt + 9; ++at) gif[at] = 0xFF;
   EXPECT_EQ(CGImageSource::createWithData(NSData::dataWithBytes(gif))->createImageAtIndex(0),
             nullptr);
@@ -122,8 +122,8 @@ TEST(Gif, SurvivesAnyDamage) {
 // The first so many indices of such sub-blocks; nothing if they are not sound.
 std::optional<Bytes> decoded(const Bytes& subBlocks, int minimumCodeSize, std::size_t count) {
   const auto data = NSData::dataWithBytes(subBlocks);
-  platform::gif::SubBlocks blocks(data->impl(), 0);
-  platform::gif::IndexBuffer buffer;
+  platform::backend::gif::SubBlocks blocks(data->impl(), 0);
+  platform::backend::gif::IndexBuffer buffer;
   buffer.reset(count);
   if (decodeLzw(blocks, minimumCodeSize, buffer) < count) return std::nullopt;
   return Bytes(buffer.indices().begin(), buffer.indices().end());

@@ -17,6 +17,7 @@
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 using testing_stage::DeviceRoot;
 
 constexpr int width = 333;
@@ -29,7 +30,7 @@ Bytes fileOf(const ImageRef& image) {
 }
 
 ImageRef read(const Bytes& file) {
-  return decodePng(*NSData::dataWithBytes(file));
+  return png::decodePng(*NSData::dataWithBytes(file));
 }
 
 Bytes readByLibpng(const Bytes& file, png_uint_32 format = PNG_FORMAT_RGBA) {
@@ -93,13 +94,13 @@ TEST(Png, OfAnyKindIsReadByOthersAndByUsAsItWas) {
 }
 
 TEST(Png, IsSmallWhateverTheMemoryHeldBefore) {
-  platform::keepFreedMemory();
+  platform::backend::keepFreedMemory();
   const Bytes raw = pixelsOf(*indexedImage(3));
   // A thread has a compressor of its own, in memory that was used before.
   auto sizeAfter = [&raw](std::uint16_t rubbish) {
     auto compress = [&raw, rubbish] {
       { const std::vector<std::uint16_t> used(1 << 20, rubbish); }
-      return platform::deflatePiece(raw).size();
+      return platform::backend::png::deflatePiece(raw).size();
     };
     return std::async(std::launch::async, compress).get();
   };

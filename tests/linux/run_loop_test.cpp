@@ -11,13 +11,14 @@
 #include "platform/display_link.h"
 #include "platform/linux/main_loop/activity.h"
 #include "platform/linux/main_loop/display_clock.h"
-#include "platform/linux/views/class_table.h"
+#include "platform/linux/views/view_class.h"
 #include "platform/operation_queue.h"
 #include "threads/main_queue_hop.h"
 
 namespace {
 
 using namespace platform;
+using namespace platform::backend;
 using namespace std::chrono_literals;
 
 bool turnUntil(const std::function<bool()>& condition) {

@@ -13,7 +13,7 @@
 namespace {
 
 using namespace std::chrono_literals;
-using platform::RunLoop;
+using platform::backend::RunLoop;
 
 constexpr auto sessionInterface = "org.freedesktop.login1.Session";
 constexpr auto sessionPath = "/org/freedesktop/login1/session/one";

@@ -70,7 +70,7 @@ class ScratchFolder {
 // A cache is made in a folder that is replaced whole; the one that was named stays.
 int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& folder) {
   // Every path of the machine is a path of the device here.
-  platform::setDeviceRoot("/");
+  platform::backend::setDeviceRoot("/");
   lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
   layout.fullGIFPath = fs::canonical(gif.path).string();
   QuietClient client;
@@ -113,7 +113,7 @@ void printRawFrames(const std::string& gifPath) {
   for (int index = 0; index < source->count(); ++index) {
     const auto image = source->createImageAtIndex(index);
     if (!image) continue;
-    const platform::Bytes pixels = pixelsOf(*image);
+    const platform::Bytes pixels = platform::backend::pixelsOf(*image);
     std::printf("F %d %d %d\n", image->width(), image->height(),
                 delayInCentiseconds(*source, index));
     std::fwrite(pixels.data(), 1, pixels.size(), stdout);

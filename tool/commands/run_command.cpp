@@ -50,9 +50,9 @@ std::string besideThisProgram(const char* name) {
 }
 
 // Readable when the device's folder, or one that it is in, may have been moved or deleted.
-platform::FileDescriptor movesOf(const DeviceFolder& device) {
-  platform::FileDescriptor moves(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
-  const auto lock = device.path() / platform::hostFolderName / FileLock::host;
+platform::backend::FileDescriptor movesOf(const DeviceFolder& device) {
+  platform::backend::FileDescriptor moves(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+  const auto lock = device.path() / platform::backend::hostFolderName / FileLock::host;
   for (auto path = lock; path != path.root_path(); path = path.parent_path()) {
     inotify_add_watch(moves.get(), path.c_str(), IN_MOVE_SELF | IN_DELETE_SELF | IN_ATTRIB);
   }
@@ -73,12 +73,12 @@ class HostRun {
       : device_(device),
         words_(words),
         gif_(gif),
-        signals_(platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP, SIGCHLD})),
+        signals_(platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP, SIGCHLD})),
         lock_(device, FileLock::host, true),
         moves_(movesOf(device)) {
     takeLock();
     hasUnfinishedCache_ = removeUnfinishedCaches();
-    const platform::FileDescriptor busLog(
+    const platform::backend::FileDescriptor busLog(
         openat(device.hostFolder(), busLogName,
                O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
     bus_ = std::make_unique<BusDaemon>(busLog.get());
@@ -149,7 +149,8 @@ class HostRun {
     if (!host && launchLimit_.isOver()) {
       throw Failure(
           "the home screen does not answer; is there memory, and may this user open files? " +
-          (device_.path() / platform::hostFolderName / busLogName).string() + " may say more");
+          (device_.path() / platform::backend::hostFolderName / busLogName).string() +
+          " may say more");
     }
     if (!host) return;
     isLaunched_ = true;
@@ -185,7 +186,7 @@ class HostRun {
     while (read(moves_.get(), changes, sizeof changes) > 0) {
     }
     const bool isMoved =
-        !isSameFile(device_.hostFolder(), device_.path() / platform::hostFolderName);
+        !isSameFile(device_.hostFolder(), device_.path() / platform::backend::hostFolderName);
     if (!isMoved && !lock_.isGone()) return;
     throw Failure("the device's folder " + device_.path().string() +
                   " has been moved or deleted; the home screen ends with it");
@@ -217,9 +218,9 @@ class HostRun {
   const DeviceFolder& device_;
   const RunWords& words_;
   const std::optional<ChosenGif>& gif_;
-  const platform::FileDescriptor signals_;
+  const platform::backend::FileDescriptor signals_;
   FileLock lock_;
-  const platform::FileDescriptor moves_;
+  const platform::backend::FileDescriptor moves_;
   std::unique_ptr<BusDaemon> bus_;
   pid_t process_ = -1;
   pid_t import_ = -1;

@@ -87,7 +87,7 @@ void watchNotifications(const DeviceFolder& device) {
     std::printf("%s %s\n", timeOfDay().c_str(), printable(name, STDOUT_FILENO).c_str());
     std::fflush(stdout);
   });
-  const auto ends = platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
+  const auto ends = platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
   signalfd_siginfo info{};
   while (host->pump(steady_clock::time_point::max(), ends.get())) {
     if (read(ends.get(), &info, sizeof info) > 0) return;

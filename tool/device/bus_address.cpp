@@ -17,7 +17,7 @@ namespace tool {
 namespace {
 
 // Only this user, or root, can put a socket there.
-bool isPrivate(const platform::FileDescriptor& folder) {
+bool isPrivate(const platform::backend::FileDescriptor& folder) {
   struct stat status {};
   return folder && fstat(folder.get(), &status) == 0 && status.st_uid == geteuid() &&
          (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
@@ -49,7 +49,7 @@ BusAddress::BusAddress(const std::string& address) {
   if (!address.starts_with(start)) return;
   const std::size_t end = std::min(address.find(','), address.size());
   const std::filesystem::path path = address.substr(start.size(), end - start.size());
-  platform::FileDescriptor folder(
+  platform::backend::FileDescriptor folder(
       open(path.parent_path().c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!isPrivate(folder)) return;
   folder_ = std::move(folder);
@@ -71,7 +71,7 @@ BusState BusAddress::state(Seconds timeout) const {
   name.sun_family = AF_UNIX;
   if (path.empty() || path.size() >= sizeof name.sun_path) return BusState::Absent;
   std::copy(path.begin(), path.end(), name.sun_path);
-  const platform::FileDescriptor end(
+  const platform::backend::FileDescriptor end(
       socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (!end) return BusState::Silent;
   const TimeLimit limit(timeout);

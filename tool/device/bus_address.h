@@ -34,7 +34,7 @@ class BusAddress {
   // Beside the open folder; "" if there is none that can be used.
   std::string socketPath() const;
 
-  platform::FileDescriptor folder_;
+  platform::backend::FileDescriptor folder_;
   std::string name_;
   // Of the daemon's own address, what follows the path.
   std::string rest_;

@@ -22,7 +22,7 @@ namespace tool {
 namespace {
 
 namespace fs = std::filesystem;
-using platform::FileDescriptor;
+using platform::backend::FileDescriptor;
 
 constexpr auto prefix = "lumora-";
 constexpr auto lockName = "lock";
@@ -142,8 +142,8 @@ BusFolder::~BusFolder() {
 BusDaemon::BusDaemon(int errorFile) {
   const std::string file = folder_.path() + "/bus.conf";
   const std::string text = configuration(folder_.path() + "/bus");
-  const FileDescriptor written = platform::createFile(AT_FDCWD, file);
-  if (!written || !platform::writeAll(
+  const FileDescriptor written = platform::backend::createFile(AT_FDCWD, file);
+  if (!written || !platform::backend::writeAll(
                       written, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()})) {
     throw Failure("cannot write " + file + ": is there space?");
   }

@@ -24,7 +24,7 @@ class BusFolder {
 
  private:
   std::string path_;
-  platform::FileDescriptor lock_;
+  platform::backend::FileDescriptor lock_;
 };
 
 class BusDaemon {

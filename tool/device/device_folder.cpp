@@ -37,16 +37,16 @@ fs::path chosenFolder(const std::string& given) {
   return fs::path(home) / ".local/share/lumora";
 }
 
-platform::FileDescriptor openHostFolder(const fs::path& root) {
-  const fs::path path = root / platform::hostFolderName;
+platform::backend::FileDescriptor openHostFolder(const fs::path& root) {
+  const fs::path path = root / platform::backend::hostFolderName;
   mkdir(path.c_str(), mineAlone);
-  platform::FileDescriptor folder(
+  platform::backend::FileDescriptor folder(
       open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   struct stat status {};
   if (!folder || fstat(folder.get(), &status) != 0) return folder;
   if (status.st_uid != geteuid()) {
     errno = EACCES;
-    return platform::FileDescriptor();
+    return platform::backend::FileDescriptor();
   }
   if ((status.st_mode & ~S_IFMT) != mineAlone) fchmod(folder.get(), mineAlone);
   return folder;
@@ -67,7 +67,7 @@ DeviceFolder::DeviceFolder(const std::string& given) {
   if (error) {
     throw Failure("cannot use " + folder.string() + " as the device's folder: " + error.message());
   }
-  platform::setDeviceRoot(path_);
+  platform::backend::setDeviceRoot(path_);
   hostFolder_ = openHostFolder(path_);
   hostFolderError_ = errno;
   // Where this fails, the first write says so.
@@ -76,7 +76,7 @@ DeviceFolder::DeviceFolder(const std::string& given) {
 
 int DeviceFolder::hostFolder() const {
   if (hostFolder_) return hostFolder_.get();
-  const std::string name = (path_ / platform::hostFolderName).string();
+  const std::string name = (path_ / platform::backend::hostFolderName).string();
   if (hostFolderError_ == EACCES || hostFolderError_ == EPERM) {
     throw Failure("cannot use " + name + ": the device belongs to another user");
   }
@@ -87,20 +87,21 @@ std::optional<std::string> DeviceFolder::busAddress() const {
   constexpr std::size_t maxAddressLength = 4096;
   // A folder that cannot be written to has no home screen.
   if (!hostFolder_ && hostFolderError_ == EROFS) return std::nullopt;
-  const auto file = platform::openFileAt(hostFolder(), addressFile, maxAddressLength);
-  const auto contents = file ? platform::contentsOf(*file) : std::nullopt;
+  const auto file = platform::backend::openFileAt(hostFolder(), addressFile, maxAddressLength);
+  const auto contents = file ? platform::backend::contentsOf(*file) : std::nullopt;
   if (!contents || contents->empty()) return std::nullopt;
   return std::string(contents->begin(), contents->end());
 }
 
 void DeviceFolder::setBusAddress(const std::string& address) const {
   const auto make = [&address](int directory, const std::string& name) {
-    const auto file = platform::createFile(directory, name);
-    return file && platform::writeAll(file, {reinterpret_cast<const std::uint8_t*>(address.data()),
-                                             address.size()});
+    const auto file = platform::backend::createFile(directory, name);
+    return file &&
+           platform::backend::writeAll(
+               file, {reinterpret_cast<const std::uint8_t*>(address.data()), address.size()});
   };
-  if (platform::replaceFileAt(hostFolder(), addressFile, make)) return;
-  throw Failure("cannot write into " + (path_ / platform::hostFolderName).string() + ": " +
+  if (platform::backend::replaceFileAt(hostFolder(), addressFile, make)) return;
+  throw Failure("cannot write into " + (path_ / platform::backend::hostFolderName).string() + ": " +
                 std::strerror(errno));
 }
 

@@ -29,7 +29,7 @@ class DeviceFolder {
 
  private:
   std::filesystem::path path_;
-  platform::FileDescriptor hostFolder_;
+  platform::backend::FileDescriptor hostFolder_;
   int hostFolderError_ = 0;
 };
 

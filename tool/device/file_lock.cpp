@@ -16,9 +16,10 @@ namespace tool {
 FileLock::FileLock(const DeviceFolder& device, const char* name, bool isInherited) {
   // Not for writing, so that a lock can be taken where nothing can be written any more.
   const int flags = O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | (isInherited ? 0 : O_CLOEXEC);
-  file_ = platform::FileDescriptor(openat(device.hostFolder(), name, flags, 0600));
+  file_ = platform::backend::FileDescriptor(openat(device.hostFolder(), name, flags, 0600));
   if (file_) return;
-  throw Failure("cannot open " + (device.path() / platform::hostFolderName / name).string() + ": " +
+  throw Failure("cannot open " +
+                (device.path() / platform::backend::hostFolderName / name).string() + ": " +
                 std::strerror(errno));
 }
 

@@ -29,7 +29,7 @@ class FileLock {
   bool isGone() const;
 
  private:
-  platform::FileDescriptor file_;
+  platform::backend::FileDescriptor file_;
 };
 
 // For a command that would change what an import relies on. Waits for a running import, and throws

@@ -26,17 +26,17 @@ struct CloseDirectory {
 // of this type, and its checksum.
 bool isWholePng(int directory, const std::string& name) {
   constexpr std::string_view end("\0\0\0\0IEND\xae\x42\x60\x82", 12);
-  const auto file = platform::openFileAt(directory, name);
+  const auto file = platform::backend::openFileAt(directory, name);
   if (!file || file->size < end.size()) return false;
   std::array<std::uint8_t, end.size()> found{};
-  platform::readAt(file->descriptor, file->size - found.size(), found);
+  platform::backend::readAt(file->descriptor, file->size - found.size(), found);
   return std::equal(end.begin(), end.end(), found.begin(),
                     [](char one, std::uint8_t other) { return one == static_cast<char>(other); });
 }
 
 // The frames in a cache's directory; -1 if one of them is not whole.
 int countFrames(const std::string& path) {
-  const auto location = platform::locateItem(path);
+  const auto location = platform::backend::locateItem(path);
   if (!location) return 0;
   const int descriptor = openat(location->directory.get(), location->name.c_str(),
                                 O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);

@@ -13,7 +13,7 @@
 namespace tool {
 namespace {
 
-namespace darwin = platform::darwin;
+namespace darwin = platform::backend::darwin;
 namespace control = host::control;
 
 std::uint64_t microseconds(Seconds timeout) {
@@ -125,11 +125,11 @@ bool HostConnection::settle(Seconds timeout) {
   return isAnswered(timeout, control::method::settle, use) && isAtRest;
 }
 
-platform::FileDescriptor HostConnection::screenshot() {
+platform::backend::FileDescriptor HostConnection::screenshot() {
   sdbus::UnixFd png;
   ask(usualTimeout, control::method::screenshot,
       [&](auto& invoker) { invoker.storeResultsTo(png); });
-  return platform::FileDescriptor(png.release());
+  return platform::backend::FileDescriptor(png.release());
 }
 
 void HostConnection::post(const std::string& name, Seconds timeout) {

@@ -29,7 +29,7 @@ class HostConnection {
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
   // A PNG file, without a name.
-  platform::FileDescriptor screenshot();
+  platform::backend::FileDescriptor screenshot();
 
   // Whether someone on the device serves this name on the bus, for example a messaging center.
   bool serves(const std::string& name, Seconds timeout = usualTimeout);

@@ -26,7 +26,7 @@ namespace {
 // done ("done"), or why it has failed ("failure").
 class Report {
  public:
-  explicit Report(platform::FileDescriptor pipe) : pipe_(std::move(pipe)) {}
+  explicit Report(platform::backend::FileDescriptor pipe) : pipe_(std::move(pipe)) {}
 
   void progress(const ImportProgress& now) {
     std::ostringstream line;
@@ -45,10 +45,11 @@ class Report {
   // Nobody may listen any more.
   void send(const std::string& line) {
     const std::string whole = line + '\n';
-    platform::writeAll(pipe_, {reinterpret_cast<const std::uint8_t*>(whole.data()), whole.size()});
+    platform::backend::writeAll(
+        pipe_, {reinterpret_cast<const std::uint8_t*>(whole.data()), whole.size()});
   }
 
-  platform::FileDescriptor pipe_;
+  platform::backend::FileDescriptor pipe_;
 };
 
 void setSignals(int how) {
@@ -86,8 +87,8 @@ _exit(EXIT_FAILURE);
 // The process that was asked for the import.
 class Waiting {
  public:
-  Waiting(pid_t worker, platform::FileDescriptor pipe, int frames, const TimeLimit& limit,
-          const platform::FileDescriptor& signals)
+  Waiting(pid_t worker, platform::backend::FileDescriptor pipe, int frames, const TimeLimit& limit,
+          const platform::backend::FileDescriptor& signals)
       : worker_(worker),
         pipe_(std::move(pipe)),
         limit_(limit),
@@ -165,9 +166,9 @@ class Waiting {
   }
 
   const pid_t worker_;
-  const platform::FileDescriptor pipe_;
+  const platform::backend::FileDescriptor pipe_;
   const TimeLimit& limit_;
-  const platform::FileDescriptor& signals_;
+  const platform::backend::FileDescriptor& signals_;
   const ProgressBar bar_;
   std::string unread_;
   std::string state_ = ImportProgress().state;
@@ -193,9 +194,9 @@ void importInOwnProcess(const DeviceFolder& device, const lumora::Location& loca
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
   }
-  platform::FileDescriptor reader(ends[0]);
-  platform::FileDescriptor writer(ends[1]);
-  const auto signals = platform::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
+  platform::backend::FileDescriptor reader(ends[0]);
+  platform::backend::FileDescriptor writer(ends[1]);
+  const auto signals = platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
   const pid_t worker = fork();
   if (worker < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
   if (worker == 0) {
@@ -203,7 +204,7 @@ void importInOwnProcess(const DeviceFolder& device, const lumora::Location& loca
       importWallpaper(device, location, gif, frames, limit, report);
     });
   }
-  writer = platform::FileDescriptor();
+  writer = platform::backend::FileDescriptor();
   std::optional<Waiting> waiting(std::in_place, worker, std::move(reader), frames, limit, signals);
   try {
     waiting->await(waitsForFrames);

@@ -136,7 +136,7 @@ void WallpaperImport::handOver() {
   report_(progress_);
   limit_ = TimeLimit(maxImportTime);
   unlinkat(device_.hostFolder(), oldFileName, 0);
-  if (const auto old = platform::locateItem(location_.gifPath)) {
+  if (const auto old = platform::backend::locateItem(location_.gifPath)) {
     hasOldFile_ =
         linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), oldFileName, 0) == 0;
   }
@@ -145,7 +145,7 @@ void WallpaperImport::handOver() {
   announce();
   if (!isTaken()) giveUp("the home screen could not import the GIF" + adviceOnFolder());
   // What is reported as done stays done, whatever happens to the machine. Frames can be made again.
-  platform::makeDurable(location_.gifPath);
+  platform::backend::makeDurable(location_.gifPath);
   progress_.isHandedOver = true;
   reach("the new GIF is in its place, and the home screen makes its frames");
 }
@@ -201,7 +201,7 @@ void WallpaperImport::awaitRest() {
 void WallpaperImport::storeFile(const platform::NSData& contents) {
   const std::string path = incomingPath(location_);
   platform::createDirectoryAtPath(incomingDirectory);
-  if (contents.writeToFileAtomically(path) && platform::makeDurable(path)) return;
+  if (contents.writeToFileAtomically(path) && platform::backend::makeDurable(path)) return;
   platform::removeItemAtPath(path);
   throw Failure("cannot copy the GIF to " + path +
                 " in the device's folder; check that it exists, is writable and has free space");
@@ -245,9 +245,9 @@ void WallpaperImport::checkChoice() const {
 void WallpaperImport::restore() {
   host_.settle(limit_.left());
   const auto old =
-      hasOldFile_ ? platform::openFileAt(device_.hostFolder(), oldFileName) : std::nullopt;
+      hasOldFile_ ? platform::backend::openFileAt(device_.hostFolder(), oldFileName) : std::nullopt;
   if (old) {
-    const auto incoming = platform::locateItem(incomingPath(location_));
+    const auto incoming = platform::backend::locateItem(incomingPath(location_));
     platform::removeItemAtPath(incomingPath(location_));
     if (!incoming || linkat(device_.hostFolder(), oldFileName, incoming->directory.get(),
                             incoming->name.c_str(), 0) != 0) {

@@ -26,7 +26,7 @@ std::string frames(int count) {
   return std::to_string(count) + (count == 1 ? " frame" : " frames");
 }
 
-std::string lossIn(const platform::gif::Inspection& gif) {
+std::string lossIn(const platform::backend::gif::Inspection& gif) {
   std::string loss;
   auto add = [&loss](const std::string& text) { loss += (loss.empty() ? "" : "; ") + text; };
   if (gif.shown() < gif.all)
@@ -49,11 +49,11 @@ ChosenGif readGif(const std::string& path, Wanted wanted) {
 }
 
 void checkMemory(const std::string& path) {
-  if (platform::timesOutOfMemory() > 0) throw Failure("not enough memory for " + path);
+  if (platform::backend::timesOutOfMemory() > 0) throw Failure("not enough memory for " + path);
 }
 
 int countShownFrames(const ChosenGif& gif) {
-  const auto found = platform::gif::inspect(*gif.data);
+  const auto found = platform::backend::gif::inspect(*gif.data);
   // Anything but a GIF is one picture.
   if (found.all == 0) return gif.frameCount;
   if (!found.isSound()) {
@@ -64,7 +64,7 @@ int countShownFrames(const ChosenGif& gif) {
 }
 
 void warnOfDamage(const ChosenGif& gif) {
-  if (platform::gif::timesDamaged() > 0) countShownFrames(gif);
+  if (platform::backend::gif::timesDamaged() > 0) countShownFrames(gif);
 }
 
 }  // namespace tool

@@ -24,19 +24,20 @@ namespace {
 
 platform::DataRef openUserFile(const std::string& path) {
   // Not blocking: opening a pipe must not wait for a writer.
-  platform::FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  platform::backend::FileDescriptor descriptor(
+      open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
   if (!descriptor || fstat(descriptor.get(), &status) != 0) fail("read", path);
   if (!S_ISREG(status.st_mode)) throw Failure("cannot read " + path + ": not a regular file");
   const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > platform::maxFileSize) throw Failure("cannot read " + path + ": too large");
-  return platform::dataOfFile({std::move(descriptor), size});
+  if (size > platform::backend::maxFileSize) throw Failure("cannot read " + path + ": too large");
+  return platform::backend::dataOfFile({std::move(descriptor), size});
 }
 
 std::string readUserText(const std::string& path) {
   const auto data = openUserFile(path);
   std::string text(data->length(), '\0');
-  platform::ByteReader reader(data->impl());
+  platform::backend::ByteReader reader(data->impl());
   text.resize(reader.read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
   return text;
 }
@@ -52,18 +53,18 @@ void checkUserFileIsWritable(const std::string& path) {
   if (access(folder.c_str(), W_OK | X_OK) != 0) fail("write", path);
 }
 
-void writeUserFile(const std::string& path, const platform::FileDescriptor& contents) {
+void writeUserFile(const std::string& path, const platform::backend::FileDescriptor& contents) {
   std::error_code error;
   // What a link points at is replaced, not the link.
   std::filesystem::path target = std::filesystem::canonical(path, error);
   if (error) target = std::filesystem::absolute(path);
-  const platform::FileDescriptor folder(
+  const platform::backend::FileDescriptor folder(
       open(target.parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   const auto make = [&contents](int directory, const std::string& name) {
-    const auto file = platform::createFile(directory, name);
-    return file && platform::copyFile(contents, file);
+    const auto file = platform::backend::createFile(directory, name);
+    return file && platform::backend::copyFile(contents, file);
   };
-  if (!folder || !platform::replaceFileAt(folder.get(), target.filename(), make))
+  if (!folder || !platform::backend::replaceFileAt(folder.get(), target.filename(), make))
     fail("write", path);
 }
 

@@ -18,6 +18,6 @@ void checkUserFileIsWritable(const std::string& path);
 
 // Replaces the file, or the one that a link of this name points at, by a copy of another, or leaves
 // it as it was; throws Failure with the reason.
-void writeUserFile(const std::string& path, const platform::FileDescriptor& contents);
+void writeUserFile(const std::string& path, const platform::backend::FileDescriptor& contents);
 
 }  // namespace tool

@@ -3,9 +3,11 @@
 #include <atomic>
 #include <mutex>
 
-#include "platform/linux/device_events.h"
+#include "platform/linux/device.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 std::mutex screenMutex;
@@ -20,7 +22,7 @@ std::optional<CGRect> mainScreenBounds() {
   return screenBounds;
 }
 
-void setMainScreenBounds(CGRect bounds) {
+void backend::setMainScreenBounds(CGRect bounds) {
   std::lock_guard lock(screenMutex);
   screenBounds = bounds;
 }
@@ -29,7 +31,7 @@ UIInterfaceOrientation statusBarOrientation() {
   return orientation;
 }
 
-void setStatusBarOrientation(UIInterfaceOrientation value) {
+void backend::setStatusBarOrientation(UIInterfaceOrientation value) {
   orientation = value;
 }
 
@@ -37,7 +39,7 @@ std::optional<UIUserInterfaceIdiom> userInterfaceIdiom() {
   return idiom;
 }
 
-void setUserInterfaceIdiom(UIUserInterfaceIdiom value) {
+void backend::setUserInterfaceIdiom(UIUserInterfaceIdiom value) {
   idiom = value;
 }
 

@@ -4,7 +4,7 @@
 
 #include <malloc.h>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 std::atomic<bool> isKept = false;
@@ -26,4 +26,4 @@ void giveFreedMemoryBack() {
   if (isKept) malloc_trim(0);
 }
 
-}  // namespace platform
+}  // namespace platform::backend

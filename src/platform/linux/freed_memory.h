@@ -2,7 +2,7 @@
 // from the system anew costs more than to fill it.
 #pragma once
 
-namespace platform {
+namespace platform::backend {
 
 // For programs, at their start: freed memory is kept for the next frame.
 void keepFreedMemory();
@@ -10,4 +10,4 @@ void keepFreedMemory();
 // After work on many frames: what is kept goes back to the system. Any thread.
 void giveFreedMemoryBack();
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -3,9 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/device_events.h"
+#include "platform/linux/notification_center.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 struct Observer {
@@ -25,7 +27,7 @@ void NSNotificationCenter_addObserver(id observer, SEL selector, const char* nam
   observers().push_back({observer, selector, name});
 }
 
-void postNotification(const char* name) {
+void backend::postNotification(const char* name) {
   const std::vector<Observer> called = observers();
   for (const Observer& observer : called) {
     if (observer.name != name) continue;

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 std::atomic<int> times = 0;
@@ -17,4 +17,4 @@ int timesOutOfMemory() {
   return times;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

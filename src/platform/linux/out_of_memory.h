@@ -4,7 +4,7 @@
 
 #include <new>
 
-namespace platform {
+namespace platform::backend {
 
 // For programs, which must not take a lack of memory for damage: how often there was any so far.
 void noteOutOfMemory();
@@ -21,4 +21,4 @@ auto unlessOutOfMemory(Work work) -> decltype(work()) {
   }
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -7,7 +7,7 @@
 
 #include "platform/linux/main_loop/run_loop.h"
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 using namespace std::chrono_literals;
@@ -123,4 +123,4 @@ void Bus::whenDelivered(std::function<void()> done) {
   callWithoutReply(listener_->getUniqueName(), barrierPath, barrierInterface, barrierMethod);
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -10,7 +10,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
-namespace platform {
+namespace platform::backend {
 
 class Bus {
  public:
@@ -56,4 +56,4 @@ class Bus {
   std::function<void()> delivered_;
 };
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace platform::darwin {
+namespace platform::backend::darwin {
 
 constexpr auto path = "/com/brightfen/lumora/DarwinNotifyCenter";
 constexpr auto interface = "com.brightfen.lumora.DarwinNotifyCenter";
@@ -19,4 +19,4 @@ inline std::string matchRule(const std::string& name) {
   return matchRule() + ",arg0='" + name + "'";
 }
 
-}  // namespace platform::darwin
+}  // namespace platform::backend::darwin

@@ -9,6 +9,8 @@
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 constexpr auto messageInterface = "com.brightfen.lumora.CPDistributedMessagingCenter";

@@ -11,6 +11,8 @@
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 struct Registration {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace platform::backend {
 
 bool ByteReader::refill() {
   rest_ = data_.view(next_, window_);
@@ -28,4 +28,4 @@ void ByteReader::skip(std::size_t count) {
   next_ += count - inWindow;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/linux/files/data_storage.h"
+#include "platform/linux/files/data.h"
 
-namespace platform {
+namespace platform::backend {
 
 // Past the end everything is 0 and ended() true.
 class ByteReader {
@@ -52,4 +52,4 @@ class ByteReader {
   bool ended_ = false;
 };
 
-}  // namespace platform
+}  // namespace platform::backend

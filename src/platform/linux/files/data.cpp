@@ -12,10 +12,12 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-#include "platform/linux/files/data_storage.h"
+#include "platform/linux/files/data.h"
 #include "platform/linux/files/file_contents.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 constexpr std::size_t windowSize = std::size_t{1} << 16;
@@ -137,7 +139,7 @@ DataRef NSData::dataWithBytes(Bytes bytes) {
   return dataOfPieces({{owner, *owner}});
 }
 
-DataRef dataOfPieces(std::vector<Piece> pieces) {
+DataRef backend::dataOfPieces(std::vector<Piece> pieces) {
   return std::make_shared<NSData>(std::make_unique<InMemory>(std::move(pieces)));
 }
 
@@ -146,7 +148,7 @@ DataRef NSData::dataWithContentsOfFile(const std::string& path) {
   return file ? dataOfFile(std::move(*file)) : nullptr;
 }
 
-DataRef dataOfFile(OpenFile file) {
+DataRef backend::dataOfFile(OpenFile file) {
   return std::make_shared<NSData>(std::make_unique<InFile>(std::move(file)));
 }
 

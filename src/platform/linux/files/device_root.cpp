@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 constexpr mode_t directoryMode = 0755;
@@ -97,4 +97,4 @@ std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devic
   return locate(devicePath, true);
 }
 
-}  // namespace platform
+}  // namespace platform::backend

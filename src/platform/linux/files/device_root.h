@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace platform {
+namespace platform::backend {
 
 // The folder below the root where the host keeps what is its own; no device path leads there.
 constexpr auto hostFolderName = ".host";
@@ -50,4 +50,4 @@ std::optional<ItemLocation> locateItem(const std::string& devicePath);
 // The same, with missing directories on the way made.
 std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath);
 
-}  // namespace platform
+}  // namespace platform::backend

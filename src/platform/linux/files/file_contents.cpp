@@ -12,7 +12,7 @@
 
 #include "platform/linux/out_of_memory.h"
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 // A name that no other process thinks of, whatever its number, even one from before a crash.
@@ -135,4 +135,4 @@ bool makeDurable(const std::string& path) {
          flushToDisk(item->directory.get(), ".");
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -11,7 +11,7 @@
 #include "platform/data.h"
 #include "platform/linux/files/device_root.h"
 
-namespace platform {
+namespace platform::backend {
 
 // No file that the system reads is larger; a sparse giant must not take the memory.
 constexpr std::size_t maxFileSize = std::size_t{1} << 28;
@@ -60,4 +60,4 @@ bool writeToFileAtomically(const Bytes& contents, const std::string& path,
 // Writes a file and its directory's entry for it to the disk.
 bool makeDurable(const std::string& path);
 
-}  // namespace platform
+}  // namespace platform::backend

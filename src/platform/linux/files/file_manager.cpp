@@ -13,6 +13,8 @@
 #include "platform/linux/files/device_root.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 bool statusOf(const ItemLocation& item, struct stat& status) {

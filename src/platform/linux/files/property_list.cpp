@@ -15,6 +15,8 @@
 #include "platform/linux/files/write_lock.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 // Many times the settings of this system, whatever other programs store beside them.

@@ -6,7 +6,7 @@
 
 #include <plist/plist.h>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 // The objects of a list, as far as they refer to each other.
@@ -114,4 +114,4 @@ std::string xmlOfBinaryPropertyList(std::span<const std::uint8_t> bytes) {
   return xml == nullptr ? "" : std::string(xml, length);
 }
 
-}  // namespace platform
+}  // namespace platform::backend

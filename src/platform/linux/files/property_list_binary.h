@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-namespace platform {
+namespace platform::backend {
 
 bool isBinaryPropertyList(std::span<const std::uint8_t> bytes);
 
@@ -17,4 +17,4 @@ PropertyListCost costOfBinaryPropertyList(std::span<const std::uint8_t> bytes);
 // The same list in XML; "" if it is damaged. Only for lists of bearable cost.
 std::string xmlOfBinaryPropertyList(std::span<const std::uint8_t> bytes);
 
-}  // namespace platform
+}  // namespace platform::backend

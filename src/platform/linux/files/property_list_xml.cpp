@@ -12,7 +12,7 @@
 #include <expat.h>
 #include <utf8cpp/utf8.h>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 constexpr std::string_view scalars[] = {"string", "integer", "real",  "date",
@@ -317,4 +317,4 @@ std::string propertyListXml(const PropertyListContents& list) {
   return validXml(xml + "</plist>\n");
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace platform {
+namespace platform::backend {
 
 struct PropertyListValue {
   bool isString = false;
@@ -39,4 +39,4 @@ std::string propertyListXml(const PropertyListContents& list);
 // The same for a whole document.
 std::string validXml(const std::string& text);
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -4,7 +4,7 @@
 
 #include <sys/signalfd.h>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 bool isIgnored(int signal) {
@@ -25,4 +25,4 @@ FileDescriptor signalDescriptor(std::initializer_list<int> signals) {
   return FileDescriptor(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -5,6 +5,7 @@
 #include "platform/linux/files/file_contents.h"
 
 namespace platform {
+using namespace backend;
 
 std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
   const auto contents = contentsOfFile(path);

@@ -6,7 +6,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
-namespace platform {
+namespace platform::backend {
 
 WriteLock::WriteLock() {
   const FileDescriptor folder = openHostFolder();
@@ -21,4 +21,4 @@ WriteLock::WriteLock() {
   }
 }
 
-}  // namespace platform
+}  // namespace platform::backend

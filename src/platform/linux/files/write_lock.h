@@ -3,7 +3,7 @@
 
 #include "platform/linux/files/device_root.h"
 
-namespace platform {
+namespace platform::backend {
 
 // Held while the object lives. A writer waits for others only a moment and then goes on without the
 // lock, so that nobody who keeps it can stop the device; nor is there one where the host has no
@@ -16,4 +16,4 @@ class WriteLock {
   FileDescriptor file_;
 };
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -4,13 +4,14 @@
 #include <future>
 #include <utility>
 
-#include "platform/linux/files/data_storage.h"
+#include "platform/linux/files/data.h"
 #include "platform/linux/images/gif/compositor.h"
 #include "platform/linux/images/gif/file.h"
 #include "platform/linux/images/png/reader.h"
 #include "platform/linux/out_of_memory.h"
 
 namespace platform {
+using namespace backend;
 
 // A GIF, or any other picture as a source of one image. Of a GIF that is read in order, the next
 // picture is decoded on another thread while the caller works on the last one, from the third on.
@@ -64,7 +65,7 @@ std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data
   const bool isGif = parsed.has_value();
   auto impl = std::make_unique<Impl>(data, isGif ? std::move(*parsed) : gif::File());
   if (!isGif) {
-    impl->single = decodePng(*data);
+    impl->single = png::decodePng(*data);
     if (!impl->single) return nullptr;
   }
   return std::unique_ptr<CGImageSource>(new CGImageSource(std::move(impl)));

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 std::atomic<int> pendingOperations = 0;
@@ -31,4 +31,4 @@ std::uint64_t activityCount() {
   return activities;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace platform {
+namespace platform::backend {
 
 // Counts a block on the background queues from when it is added until it has finished.
 void beginBackgroundOperation();
@@ -15,4 +15,4 @@ int pendingBackgroundOperations();
 void noteActivity();
 std::uint64_t activityCount();
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-namespace platform {
+namespace platform::backend {
 
 class DisplayClock {
  public:
@@ -61,4 +61,4 @@ class DisplayClock {
   std::chrono::nanoseconds manualTime_{0};
 };
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -11,6 +11,8 @@
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 // Threads that run blocks in the order added, at most so many at the same time. A thread lives

@@ -11,7 +11,7 @@
 #include "platform/linux/main_loop/activity.h"
 #include "platform/linux/main_loop/display_clock.h"
 
-namespace platform {
+namespace platform::backend {
 
 // Never destroyed: views and queues may still speak to it while the process ends.
 RunLoop& RunLoop::main() {
@@ -170,4 +170,4 @@ void RunLoop::wake() const {
   [[maybe_unused]] ssize_t size = write(wakeDescriptor_, &one, sizeof one);
 }
 
-}  // namespace platform
+}  // namespace platform::backend

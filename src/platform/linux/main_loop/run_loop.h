@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-namespace platform {
+namespace platform::backend {
 
 class RunLoop {
  public:
@@ -79,4 +79,4 @@ class RunLoop {
   Draw draw_;
 };
 
-}  // namespace platform
+}  // namespace platform::backend

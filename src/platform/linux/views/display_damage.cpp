@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "platform/linux/main_loop/run_loop.h"
+#include "platform/linux/views/image_view.h"
 #include "platform/linux/views/picture_placement.h"
-#include "platform/linux/views/shown_picture.h"
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 std::vector<std::weak_ptr<UIImageView>>& changedViews() {
@@ -75,4 +75,4 @@ std::optional<CGRect> takePictureDamage(const UIView& root) {
   return damage;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -8,7 +8,7 @@
 #include "platform/geometry.h"
 #include "platform/image_view.h"
 
-namespace platform {
+namespace platform::backend {
 
 // The view shows another picture of, most likely, the same size.
 void notePictureChanged(const std::shared_ptr<UIImageView>& view);
@@ -17,4 +17,4 @@ void notePictureChanged(const std::shared_ptr<UIImageView>& view);
 // nothing if none of them can be seen.
 std::optional<CGRect> takePictureDamage(const UIView& root);
 
-}  // namespace platform
+}  // namespace platform::backend

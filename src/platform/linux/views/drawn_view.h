@@ -5,7 +5,7 @@
 
 #include "platform/view.h"
 
-namespace platform {
+namespace platform::backend {
 
 class DrawnView : public UIView {
  public:
@@ -14,4 +14,4 @@ class DrawnView : public UIView {
   virtual void draw(cairo_t* context, CGSize size) = 0;
 };
 
-}  // namespace platform
+}  // namespace platform::backend

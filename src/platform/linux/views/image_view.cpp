@@ -4,10 +4,11 @@
 
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/linux/views/display_damage.h"
+#include "platform/linux/views/image_view.h"
 #include "platform/linux/views/main_thread_check.h"
-#include "platform/linux/views/shown_picture.h"
 
 namespace platform {
+using namespace backend;
 
 UIImageView::UIImageView() : impl_(std::make_unique<Impl>()) {}
 UIImageView::~UIImageView() = default;

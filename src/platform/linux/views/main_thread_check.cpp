@@ -4,7 +4,7 @@
 
 #include <unistd.h>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 std::atomic<int> times = 0;
@@ -19,4 +19,4 @@ int timesOffMainThread() {
   return times;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

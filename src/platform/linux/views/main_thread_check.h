@@ -2,9 +2,9 @@
 // drawn, sometimes; here it works, so it is counted for whoever looks. Any thread.
 #pragma once
 
-namespace platform {
+namespace platform::backend {
 
 void expectMainThread();
 int timesOffMainThread();
 
-}  // namespace platform
+}  // namespace platform::backend

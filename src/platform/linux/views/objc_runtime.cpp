@@ -1,10 +1,15 @@
 #include "platform/objc_runtime.h"
 
+#include <memory>
+#include <mutex>
 #include <set>
 
-#include "platform/linux/views/class_table.h"
+#include "platform/linux/views/objc_runtime.h"
+#include "platform/linux/views/strong_ivar.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 struct Runtime {
@@ -29,18 +34,7 @@ IMP findMethod(Class cls, SEL selector) {
 
 }  // namespace
 
-std::shared_ptr<UIView> StrongIvar::load() const {
-  std::lock_guard lock(mutex_);
-  return view_;
-}
-
-void StrongIvar::store(std::shared_ptr<UIView> view) {
-  // The old view goes outside the lock: its dealloc runs code of others.
-  std::lock_guard lock(mutex_);
-  view_.swap(view);
-}
-
-Class registerClass(const char* name, Class superclass) {
+Class backend::registerClass(const char* name, Class superclass) {
   std::lock_guard lock(runtime().mutex);
   auto metaclass = std::make_unique<objc_class>();
   metaclass->name = name;
@@ -53,7 +47,7 @@ Class registerClass(const char* name, Class superclass) {
   return (runtime().classes[name] = std::move(cls)).get();
 }
 
-void addInstanceVariable(Class cls, const char* name, std::ptrdiff_t offset) {
+void backend::addInstanceVariable(Class cls, const char* name, std::ptrdiff_t offset) {
   std::lock_guard lock(runtime().mutex);
   cls->instanceVariables[name].offset = offset;
 }

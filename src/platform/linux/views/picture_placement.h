@@ -7,7 +7,7 @@
 #include "platform/image.h"
 #include "platform/view.h"
 
-namespace platform {
+namespace platform::backend {
 
 inline CGRect placementOfPicture(const UIImage& image, CGSize size, UIViewContentMode mode) {
   const CGFloat across = size.width / image.width();
@@ -20,4 +20,4 @@ inline CGRect placementOfPicture(const UIImage& image, CGSize size, UIViewConten
   return {(size.width - width) / 2, (size.height - height) / 2, width, height};
 }
 
-}  // namespace platform
+}  // namespace platform::backend

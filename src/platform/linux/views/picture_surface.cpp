@@ -4,7 +4,7 @@
 #include <cstring>
 #include <span>
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
@@ -94,4 +94,4 @@ Bytes PictureSurface::pixels() const {
   return bytes;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

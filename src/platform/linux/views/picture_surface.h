@@ -9,7 +9,7 @@
 
 #include "platform/linux/images/picture/picture.h"
 
-namespace platform {
+namespace platform::backend {
 
 class PictureSurface {
  public:
@@ -50,4 +50,4 @@ class PictureSurface {
   bool isOpaque_ = false;
 };
 
-}  // namespace platform
+}  // namespace platform::backend

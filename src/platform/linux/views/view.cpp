@@ -1,36 +1,17 @@
 #include "platform/view.h"
 
 #include <algorithm>
-#include <exception>
-#include <mutex>
+#include <utility>
 
 #include "platform/linux/main_loop/run_loop.h"
-#include "platform/linux/views/class_table.h"
 #include "platform/linux/views/main_thread_check.h"
-#include "platform/linux/views/view_observers.h"
+#include "platform/linux/views/view.h"
+#include "platform/linux/views/view_class.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
-
-// The platform's exception class; only this backend raises and catches it.
-class NSException : public std::exception {
- public:
-  const char* what() const noexcept override { return "NSRangeException"; }
-};
-
-// One lock for the whole tree: it is small, and a change often concerns two views.
-std::mutex& treeMutex() {
-  static auto* mutex = new std::mutex;
-  return *mutex;
-}
-
-struct ViewObject : objc_object {
-  UIView* view = nullptr;
-};
-
-void deallocView(id self, SEL) {
-  delete static_cast<ViewObject*>(self)->view;
-}
 
 // After every change of what the screen shows.
 void noteChange() {
@@ -38,91 +19,47 @@ void noteChange() {
   RunLoop::main().setNeedsDisplay();
 }
 
+// Stores a value and has the screen drawn anew.
+template <typename Value>
+void store(Value& field, const Value& value) {
+  {
+    std::lock_guard lock(treeMutex());
+    field = value;
+  }
+  noteChange();
+}
+
 }  // namespace
 
-bool swallowingNSException(const std::function<void()>& block) {
-  try {
-    block();
-    return true;
-  } catch (const NSException&) {
-    return false;
-  }
+std::mutex& backend::treeMutex() {
+  static auto* mutex = new std::mutex;
+  return *mutex;
 }
 
-Class viewClass() {
-  static Class cls = [] {
-    Class made = registerClass("UIView", nullptr);
-    addMethod(made, "dealloc", deallocView);
-    return made;
-  }();
-  return cls;
+std::shared_ptr<UIView> UIView::Impl::unlink(UIView& view) {
+  UIView* parent = view.impl_->superview;
+  if (parent == nullptr) return nullptr;
+  auto& siblings = parent->impl_->subviews;
+  auto at = std::find_if(siblings.begin(), siblings.end(),
+                         [&view](const auto& sibling) { return sibling.get() == &view; });
+  std::shared_ptr<UIView> unlinked = std::move(*at);
+  siblings.erase(at);
+  view.impl_->superview = nullptr;
+  return unlinked;
 }
 
-void setClassOfView(UIView& view, Class cls) {
-  view.object()->isa = cls;
+void UIView::Impl::resize(CGRect newFrame) {
+  const CGFloat widthChange = newFrame.width - frame.width;
+  const CGFloat heightChange = newFrame.height - frame.height;
+  frame = newFrame;
+  for (const auto& subview : subviews) {
+    Impl& child = *subview->impl_;
+    CGRect follow = child.frame;
+    if (child.autoresizingMask & UIViewAutoresizingFlexibleWidth) follow.width += widthChange;
+    if (child.autoresizingMask & UIViewAutoresizingFlexibleHeight) follow.height += heightChange;
+    if (!(follow == child.frame)) child.resize(follow);
+  }
 }
-
-struct Observance {
-  std::shared_ptr<KeyValueObserver> observer;
-  const void* context;
-};
-
-struct UIView::Impl {
-  ViewObject object;
-  CGRect frame;
-  int tag = 0;
-  bool hidden = false;
-  bool clipsToBounds = false;
-  CGFloat alpha = 1;
-  UIColor background;
-  unsigned autoresizingMask = 0;
-  UIViewContentMode contentMode = UIViewContentMode::ScaleToFill;
-  UIView* superview = nullptr;
-  std::vector<std::shared_ptr<UIView>> subviews;
-  std::vector<Observance> observances;
-
-  // Unlinks view from its superview and hands over the reference, to be let go of unlocked.
-  static std::shared_ptr<UIView> unlink(UIView& view) {
-    UIView* parent = view.impl_->superview;
-    if (parent == nullptr) return nullptr;
-    auto& siblings = parent->impl_->subviews;
-    auto at = std::find_if(siblings.begin(), siblings.end(),
-                           [&view](const auto& sibling) { return sibling.get() == &view; });
-    std::shared_ptr<UIView> unlinked = std::move(*at);
-    siblings.erase(at);
-    view.impl_->superview = nullptr;
-    return unlinked;
-  }
-
-  void resize(CGRect newFrame) {
-    const CGFloat widthChange = newFrame.width - frame.width;
-    const CGFloat heightChange = newFrame.height - frame.height;
-    frame = newFrame;
-    for (const auto& subview : subviews) {
-      Impl& child = *subview->impl_;
-      CGRect follow = child.frame;
-      if (child.autoresizingMask & UIViewAutoresizingFlexibleWidth) follow.width += widthChange;
-      if (child.autoresizingMask & UIViewAutoresizingFlexibleHeight) follow.height += heightChange;
-      if (!(follow == child.frame)) child.resize(follow);
-    }
-  }
-
-  // Stores a value and has the screen drawn anew.
-  template <typename Value>
-  static void store(Value& field, const Value& value) {
-    {
-      std::lock_guard lock(treeMutex());
-      field = value;
-    }
-    noteChange();
-  }
-
-  template <typename Value>
-  static Value load(const Value& field) {
-    std::lock_guard lock(treeMutex());
-    return field;
-  }
-};
 
 UIView::UIView() : UIView(std::make_unique<Impl>()) {}
 
@@ -213,7 +150,7 @@ int UIView::tag() const {
 }
 
 void UIView::setHidden(bool hidden) {
-  Impl::store(impl_->hidden, hidden);
+  store(impl_->hidden, hidden);
   for (const Observance& observance : Impl::load(impl_->observances)) {
     observance.observer->observeValueForKeyPath("hidden", *this, observance.context);
   }
@@ -224,7 +161,7 @@ bool UIView::hidden() const {
 }
 
 void UIView::setAlpha(CGFloat alpha) {
-  Impl::store(impl_->alpha, alpha);
+  store(impl_->alpha, alpha);
 }
 
 CGFloat UIView::alpha() const {
@@ -235,7 +172,7 @@ CGFloat UIView::alpha() const {
 void UIView::setOpaque(bool /*opaque*/) {}
 
 void UIView::setClipsToBounds(bool clips) {
-  Impl::store(impl_->clipsToBounds, clips);
+  store(impl_->clipsToBounds, clips);
 }
 
 bool UIView::clipsToBounds() const {
@@ -243,7 +180,7 @@ bool UIView::clipsToBounds() const {
 }
 
 void UIView::setBackgroundColor(UIColor color) {
-  Impl::store(impl_->background, color);
+  store(impl_->background, color);
 }
 
 UIColor UIView::backgroundColor() const {
@@ -251,46 +188,15 @@ UIColor UIView::backgroundColor() const {
 }
 
 void UIView::setAutoresizingMask(unsigned mask) {
-  Impl::store(impl_->autoresizingMask, mask);
+  store(impl_->autoresizingMask, mask);
 }
 
 void UIView::setContentMode(UIViewContentMode mode) {
-  Impl::store(impl_->contentMode, mode);
+  store(impl_->contentMode, mode);
 }
 
 UIViewContentMode UIView::contentMode() const {
   return Impl::load(impl_->contentMode);
-}
-
-void UIView::addObserver(const std::shared_ptr<KeyValueObserver>& observer,
-                         std::string_view /*keyPath*/, const void* context) {
-  std::lock_guard lock(treeMutex());
-  impl_->observances.push_back({observer, context});
-}
-
-void UIView::removeObserver(const KeyValueObserver& observer, std::string_view /*keyPath*/) {
-  std::shared_ptr<KeyValueObserver> removed;
-  std::lock_guard lock(treeMutex());
-  auto& observances = impl_->observances;
-  auto at = std::find_if(observances.rbegin(), observances.rend(), [&observer](const auto& entry) {
-    return entry.observer.get() == &observer;
-  });
-  if (at == observances.rend()) throw NSException();
-  removed = std::move(at->observer);
-  observances.erase(std::next(at).base());
-}
-
-std::shared_ptr<KeyValueObserver> UIView::firstObserver() const {
-  const auto observers = observersOf(*this);
-  return observers.empty() ? nullptr : observers.front();
-}
-
-std::vector<std::shared_ptr<KeyValueObserver>> observersOf(const UIView& view) {
-  std::vector<std::shared_ptr<KeyValueObserver>> observers;
-  for (const Observance& entry : UIView::Impl::load(view.impl().observances)) {
-    observers.push_back(entry.observer);
-  }
-  return observers;
 }
 
 void UIView::describe(ViewDescription& description) const {

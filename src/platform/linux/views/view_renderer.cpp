@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "platform/linux/views/drawn_view.h"
+#include "platform/linux/views/image_view.h"
 #include "platform/linux/views/picture_placement.h"
-#include "platform/linux/views/shown_picture.h"
 
-namespace platform {
+namespace platform::backend {
 namespace {
 
 // Draws a tree. What lies behind an opaque picture is left out; so is not drawn, with every frame
@@ -161,4 +161,4 @@ void renderView(UIView& view, cairo_t* context) {
   Renderer(context).draw(view);
 }
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -5,9 +5,9 @@
 
 #include "platform/view.h"
 
-namespace platform {
+namespace platform::backend {
 
 // The context counts in points from the corner of the view's superview.
 void renderView(UIView& view, cairo_t* context);
 
-}  // namespace platform
+}  // namespace platform::backend

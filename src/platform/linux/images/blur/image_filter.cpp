@@ -14,6 +14,8 @@
 #include "platform/linux/out_of_memory.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 using namespace blur;

@@ -6,7 +6,7 @@
 #include <limits>
 #include <system_error>
 
-namespace platform::blur {
+namespace platform::backend::blur {
 
 Plane::Plane(int width, int height)
     : width_(width),
@@ -84,4 +84,4 @@ void inBands(int first, int end, const std::function<void(int first, int end)>& 
   if (helper.valid()) helper.get();
 }
 
-}  // namespace platform::blur
+}  // namespace platform::backend::blur

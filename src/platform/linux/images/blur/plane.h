@@ -9,7 +9,7 @@
 #include "platform/linux/images/blur/rows.h"
 #include "platform/linux/images/picture/picture.h"
 
-namespace platform::blur {
+namespace platform::backend::blur {
 
 // A picture that has been halved some times. It has a margin, into which the blur reaches; outside
 // of that all is 0.
@@ -67,4 +67,4 @@ class InputRows {
 // Runs work(first, end) over rows [first, end), in two halves at once if they are many.
 void inBands(int first, int end, const std::function<void(int first, int end)>& work);
 
-}  // namespace platform::blur
+}  // namespace platform::backend::blur

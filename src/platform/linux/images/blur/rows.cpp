@@ -12,7 +12,7 @@
 #define LUMORA_FOR_EVERY_PROCESSOR
 #endif
 
-namespace platform::blur {
+namespace platform::backend::blur {
 namespace {
 
 constexpr std::size_t pixelSize = channels;
@@ -217,4 +217,4 @@ void finish(const Value* __restrict row, std::uint8_t* __restrict straight, std:
   }
 }
 
-}  // namespace platform::blur
+}  // namespace platform::backend::blur

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace platform::blur {
+namespace platform::backend::blur {
 
 using Value = std::uint16_t;
 constexpr int fractionBits = 7;
@@ -52,4 +52,4 @@ void premultiply(const std::uint8_t* straight, std::uint8_t* out, std::size_t pi
 // From values to straight colours, rounded.
 void finish(const Value* row, std::uint8_t* straight, std::size_t pixels);
 
-}  // namespace platform::blur
+}  // namespace platform::backend::blur

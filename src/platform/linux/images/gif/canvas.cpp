@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-namespace platform::gif {
+namespace platform::backend::gif {
 namespace {
 
 constexpr RGBAColor transparent{0, 0, 0, 0};
@@ -364,4 +364,4 @@ void Canvas::restore(const Contents& saved) {
   own_.assign(own_.size(), nullptr);
 }
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

@@ -11,7 +11,7 @@
 #include "platform/linux/images/gif/file.h"
 #include "platform/linux/images/picture/picture.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 
 class Canvas {
  public:
@@ -71,4 +71,4 @@ class Canvas {
   ImageRef last_;
 };
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

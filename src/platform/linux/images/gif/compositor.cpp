@@ -2,7 +2,7 @@
 
 #include <new>
 
-namespace platform::gif {
+namespace platform::backend::gif {
 ImageRef Compositor::picture(int index) {
   if (index < seen_ - 1) restart();
   try {
@@ -50,4 +50,4 @@ const ColorTable& Compositor::colorsOf(const Image& image) {
   return colors_;
 }
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

@@ -8,7 +8,7 @@
 #include "platform/linux/images/gif/file.h"
 #include "platform/linux/images/gif/lzw.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 
 class Compositor {
  public:
@@ -43,4 +43,4 @@ class Compositor {
   ColorTable colors_;
 };
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

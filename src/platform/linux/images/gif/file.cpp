@@ -7,7 +7,7 @@
 
 #include "platform/linux/images/picture/picture.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 namespace {
 
 // Block introducers and flags of the GIF89a format.
@@ -178,4 +178,4 @@ std::size_t SubBlocks::read(std::span<std::uint8_t> room) {
   return done;
 }
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "platform/linux/files/byte_reader.h"
-#include "platform/linux/files/data_storage.h"
+#include "platform/linux/files/data.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 
 using Color = std::array<std::uint8_t, 3>;
 using ColorTable = std::vector<Color>;
@@ -80,4 +80,4 @@ class SubBlocks {
   bool ended_ = false;
 };
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

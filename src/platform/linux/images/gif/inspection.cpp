@@ -3,7 +3,7 @@
 #include "platform/linux/images/gif/file.h"
 #include "platform/linux/images/gif/lzw.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 
 Inspection inspect(const NSData& data) {
   Inspection inspection;
@@ -23,4 +23,4 @@ Inspection inspect(const NSData& data) {
   return inspection;
 }
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

@@ -3,7 +3,7 @@
 
 #include "platform/data.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 
 // Counts of images, which are the frames.
 struct Inspection {
@@ -22,4 +22,4 @@ struct Inspection {
 // std::bad_alloc.
 Inspection inspect(const NSData& data);
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

@@ -8,7 +8,7 @@
 
 #include "platform/linux/images/picture/picture.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 namespace {
 
 constexpr unsigned maxCodeBits = 12;
@@ -190,4 +190,4 @@ int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffe
   return rows;
 }
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

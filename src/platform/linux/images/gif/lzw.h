@@ -8,7 +8,7 @@
 
 #include "platform/linux/images/gif/file.h"
 
-namespace platform::gif {
+namespace platform::backend::gif {
 
 // Room for an image's indices, used again from image to image. In front of them lie all the single
 // bytes, behind them is space to spare: so the decoder can take every string, even one of a single
@@ -42,4 +42,4 @@ std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
 // empty or too large to hold. Throws std::bad_alloc.
 int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffer);
 
-}  // namespace platform::gif
+}  // namespace platform::backend::gif

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-namespace platform {
+namespace platform::backend {
 
 Strip::Strip(std::size_t rowLength, int rowCount)
     : rowLength_(rowLength), rowCount_(rowCount), bytes_(new std::uint8_t[size()]) {
@@ -40,22 +40,6 @@ int PictureShape::rowsInStrip(int index) const {
 
 std::shared_ptr<Strip> PictureShape::makeStrip(int index) const {
   return std::make_shared<Strip>(rowLength(), rowsInStrip(index));
-}
-
-const std::uint8_t* UIImage::Impl::row(int y) const {
-  const int rows = shape.rowsPerStrip();
-  return strips[static_cast<std::size_t>(y / rows)]->row(y % rows);
-}
-
-UIImage::UIImage(std::unique_ptr<const Impl> impl) : impl_(std::move(impl)) {}
-UIImage::~UIImage() = default;
-
-int UIImage::width() const {
-  return impl_->shape.width;
-}
-
-int UIImage::height() const {
-  return impl_->shape.height;
 }
 
 ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> palette,
@@ -100,4 +84,4 @@ Bytes pixelsOf(const UIImage& image) {
   return pixels;
 }
 
-}  // namespace platform
+}  // namespace platform::backend

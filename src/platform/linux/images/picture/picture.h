@@ -14,7 +14,7 @@
 
 #include "platform/image.h"
 
-namespace platform {
+namespace platform::backend {
 
 // More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
 constexpr std::int64_t maxPixels = std::int64_t{1} << 25;
@@ -103,10 +103,14 @@ struct PictureShape {
 
 using Strips = std::vector<std::shared_ptr<const Strip>>;
 
+}  // namespace platform::backend
+
+namespace platform {
+
 struct UIImage::Impl {
-  PictureShape shape;
-  std::shared_ptr<const Palette> palette;
-  Strips strips;
+  backend::PictureShape shape;
+  std::shared_ptr<const backend::Palette> palette;
+  backend::Strips strips;
 
   // The PNG of this picture while it lives, so that equal frames are equal files.
   mutable std::mutex mutex;
@@ -115,6 +119,10 @@ struct UIImage::Impl {
   const std::uint8_t* row(int y) const;
 };
 
+}  // namespace platform
+
+namespace platform::backend {
+
 ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> palette,
                    Strips strips);
 
@@ -122,4 +130,4 @@ ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> pal
 ImageRef imageFromPixels(int width, int height, const Bytes& pixels);
 Bytes pixelsOf(const UIImage& image);
 
-}  // namespace platform
+}  // namespace platform::backend

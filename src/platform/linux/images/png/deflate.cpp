@@ -6,7 +6,7 @@
 #include <isa-l/crc.h>
 #include <isa-l/igzip_lib.h>
 
-namespace platform {
+namespace platform::backend::png {
 namespace {
 
 // Level 1 is as fast as memory on what stands still, and makes a tenth fewer bytes than level 0.
@@ -83,12 +83,16 @@ bool inflatePiece(std::span<const std::uint8_t> deflated, std::span<std::uint8_t
   return isal_inflate_stateless(&state) == ISAL_END_INPUT && state.total_out == room.size();
 }
 
-std::uint32_t adler32(std::span<const std::uint8_t> bytes) {
+std::uint32_t adler32Of(std::span<const std::uint8_t> bytes) {
   return isal_adler32(1, bytes.data(), bytes.size());
 }
 
-std::uint32_t crc32(std::uint32_t before, std::span<const std::uint8_t> bytes) {
-  return crc32_gzip_refl(before, bytes.data(), bytes.size());
+std::uint32_t crc32Of(std::span<const std::uint8_t> bytes) {
+  return continueCrc32(0, bytes);
 }
 
-}  // namespace platform
+std::uint32_t continueCrc32(std::uint32_t crc, std::span<const std::uint8_t> bytes) {
+  return crc32_gzip_refl(crc, bytes.data(), bytes.size());
+}
+
+}  // namespace platform::backend::png

@@ -8,7 +8,7 @@
 #include <array>
 #include <cstdint>
 
-namespace platform::png {
+namespace platform::backend::png {
 
 constexpr std::array<std::uint8_t, 8> signature{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 
@@ -23,4 +23,4 @@ constexpr ChunkName endChunk{'I', 'E', 'N', 'D'};
 constexpr std::array<std::uint8_t, 2> zlibHeader{0x78, 0x01};
 constexpr std::array<std::uint8_t, 2> emptyFinalBlock{0x03, 0x00};
 
-}  // namespace platform::png
+}  // namespace platform::backend::png

@@ -16,10 +16,8 @@
 #include "platform/linux/images/png/rows.h"
 #include "platform/linux/out_of_memory.h"
 
-namespace platform {
+namespace platform::backend::png {
 namespace {
-
-using namespace png;
 
 std::uint32_t numberAt(std::span<const std::uint8_t> bytes, std::size_t at) {
   return std::uint32_t{bytes[at]} << 24 | std::uint32_t{bytes[at + 1]} << 16 |
@@ -43,7 +41,7 @@ class Chunks {
     if (length > rest_.size() - fields) return std::nullopt;
     const auto named = rest_.subspan(4, name.size() + length);
     if (!std::equal(name.begin(), name.end(), named.begin())) return std::nullopt;
-    if (platform::crc32(0, named) != numberAt(rest_, 8 + length)) return std::nullopt;
+    if (crc32Of(named) != numberAt(rest_, 8 + length)) return std::nullopt;
     rest_ = rest_.subspan(fields + length);
     return named.subspan(name.size());
   }
@@ -233,4 +231,4 @@ ImageRef decodePng(const NSData& data) {
   });
 }
 
-}  // namespace platform
+}  // namespace platform::backend::png

@@ -5,7 +5,7 @@
 
 #include "platform/linux/images/png/deflate.h"
 
-namespace platform {
+namespace platform::backend::png {
 namespace {
 
 constexpr std::size_t rgb = 3;
@@ -160,7 +160,7 @@ std::shared_ptr<const CompressedRows> compressRows(const Strip& strip, RowCoding
     bytes = coded = codedRows(strip, coding, width, filter);
   }
   return std::make_shared<const CompressedRows>(
-      CompressedRows{coding, deflatePiece(bytes), adler32(bytes), bytes.size()});
+      CompressedRows{coding, deflatePiece(bytes), adler32Of(bytes), bytes.size()});
 }
 
 std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& shape, int index) {
@@ -173,7 +173,7 @@ std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& 
     bytes = coded;
   }
   if (!inflatePiece(rows.deflated, bytes)) return nullptr;
-  rows.adler = adler32(bytes);
+  rows.adler = adler32Of(bytes);
   rows.length = bytes.size();
   if (!unfilter(bytes, stride)) return nullptr;
   for (int row = 0; !coded.empty() && row < strip->rowCount(); ++row) {
@@ -183,4 +183,4 @@ std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& 
   return strip;
 }
 
-}  // namespace platform
+}  // namespace platform::backend::png

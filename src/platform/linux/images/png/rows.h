@@ -4,7 +4,7 @@
 
 #include "platform/linux/images/picture/picture.h"
 
-namespace platform {
+namespace platform::backend::png {
 
 // What the PNG header says of a coding.
 struct CodingInHeader {
@@ -28,4 +28,4 @@ std::shared_ptr<const CompressedRows> compressRows(const Strip& strip, RowCoding
 // if they are not as this writer makes them.
 std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& shape, int index);
 
-}  // namespace platform
+}  // namespace platform::backend::png

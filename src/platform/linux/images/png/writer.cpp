@@ -10,13 +10,15 @@
 #include <zlib.h>
 
 #include "platform/image.h"
-#include "platform/linux/files/data_storage.h"
+#include "platform/linux/files/data.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/images/png/format.h"
 #include "platform/linux/images/png/rows.h"
 #include "platform/linux/out_of_memory.h"
 
 namespace platform {
+using namespace backend;
+
 namespace {
 
 using namespace png;
@@ -60,7 +62,7 @@ class PngFile {
   }
 
   void end(const ChunkName& name, std::span<const std::uint8_t> content) {
-    append(loose_, bigEndian(platform::crc32(platform::crc32(0, name), content)));
+    append(loose_, bigEndian(continueCrc32(crc32Of(name), content)));
   }
 
   void keepLoose() {

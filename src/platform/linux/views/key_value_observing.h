@@ -1,4 +1,4 @@
-// All observers of a view, for those who look into the process.
+// The observers of a view, for tests and debuggers. Any thread.
 #pragma once
 
 #include <memory>
@@ -6,9 +6,9 @@
 
 #include "platform/view.h"
 
-namespace platform {
+namespace platform::backend {
 
-// Oldest first. Any thread.
+// Oldest first.
 std::vector<std::shared_ptr<KeyValueObserver>> observersOf(const UIView& view);
 
-}  // namespace platform
+}  // namespace platform::backend

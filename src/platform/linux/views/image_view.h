@@ -9,8 +9,8 @@ namespace platform {
 struct UIImageView::Impl {
   ImageRef image;
   // Brought up to date when it is to be drawn.
-  PictureSurface surface;
-  // Whether it is among those that damage is to be taken of.
+  backend::PictureSurface surface;
+  // True from a change of the picture until its damage is taken.
   bool isChangeNoted = false;
 };
 

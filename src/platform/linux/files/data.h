@@ -23,7 +23,11 @@ struct NSData::Impl {
   virtual bool makeFile(int directory, const std::string& name) const = 0;
 };
 
-// Bytes that somebody keeps, and does not change.
+}  // namespace platform
+
+namespace platform::backend {
+
+// Bytes kept alive by an owner and never changed.
 struct Piece {
   std::shared_ptr<const void> owner;
   std::span<const std::uint8_t> bytes;
@@ -32,4 +36,4 @@ struct Piece {
 // All pieces in their order, where they lie.
 DataRef dataOfPieces(std::vector<Piece> pieces);
 
-}  // namespace platform
+}  // namespace platform::backend

@@ -1,0 +1,27 @@
+#include "platform/linux/views/view_class.h"
+
+#include "platform/linux/views/view.h"
+
+namespace platform::backend {
+namespace {
+
+void deallocView(id self, SEL) {
+  delete static_cast<ViewObject*>(self)->view;
+}
+
+}  // namespace
+
+Class viewClass() {
+  static Class cls = [] {
+    Class made = registerClass("UIView", nullptr);
+    addMethod(made, "dealloc", deallocView);
+    return made;
+  }();
+  return cls;
+}
+
+void setClassOfView(UIView& view, Class cls) {
+  view.object()->isa = cls;
+}
+
+}  // namespace platform::backend
