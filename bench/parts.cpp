@@ -122,7 +122,7 @@ void DecodeLzw(benchmark::State& state) {
 
 void Composite(benchmark::State& state) {
   const Bytes indices = indicesOf(*indexedPicture(textureOf(state), screenWidth, screenHeight));
-  gif::Image image;
+  gif::SubImage image;
   image.width = screenWidth;
   image.height = screenHeight;
   image.minimumCodeSize = 8;

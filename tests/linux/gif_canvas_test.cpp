@@ -10,7 +10,7 @@ using namespace platform;
 using namespace platform::backend;
 using gif::Canvas;
 using gif::ColorTable;
-using gif::Image;
+using gif::SubImage;
 
 constexpr int width = 40;
 constexpr int height = 33;
@@ -18,7 +18,7 @@ constexpr int height = 33;
 // The same rules, pixel by pixel, in full colour.
 class PlainCanvas {
  public:
-  void draw(const Image& image, const ColorTable& colors, const Bytes& indices) {
+  void draw(const SubImage& image, const ColorTable& colors, const Bytes& indices) {
     std::size_t next = 0;
     for (const int row : rowOrder(image)) {
       for (int column = 0; column < image.width; ++column) {
@@ -32,7 +32,7 @@ class PlainCanvas {
     }
   }
 
-  void clear(const Image& image) {
+  void clear(const SubImage& image) {
     for (int y = image.top; y < std::min(image.top + image.height, height); ++y) {
       for (int x = image.left; x < std::min(image.left + image.width, width); ++x) {
         pixel(x, y) = {};
@@ -47,7 +47,7 @@ class PlainCanvas {
   }
 
  private:
-  static std::vector<int> rowOrder(const Image& image) {
+  static std::vector<int> rowOrder(const SubImage& image) {
     std::vector<int> rows;
     if (!image.interlaced) {
       for (int row = 0; row < image.height; ++row) rows.push_back(row);
@@ -66,7 +66,7 @@ class PlainCanvas {
 };
 
 struct Drawing {
-  Image image;
+  SubImage image;
   ColorTable colors;
   Bytes indices;
 };
@@ -75,7 +75,7 @@ struct Drawing {
 Drawing randomDrawing(std::mt19937& random, unsigned colorRange) {
   auto below = [&random](unsigned limit) { return static_cast<unsigned>(random() % limit); };
   Drawing drawing;
-  Image& image = drawing.image;
+  SubImage& image = drawing.image;
   const bool isWhole = below(3) == 0;
   image.left = static_cast<std::uint16_t>(isWhole ? 0 : below(width + 5));
   image.top = static_cast<std::uint16_t>(isWhole ? 0 : below(height + 5));

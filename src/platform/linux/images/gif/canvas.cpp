@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
+#include <numeric>
 #include <utility>
+
+#include "platform/linux/images/gif/index_blitter.h"
 
 namespace platform::backend::gif {
 namespace {
-
-constexpr RGBAColor transparent{0, 0, 0, 0};
-
-RGBAColor opaque(const Color& color) {
-  return {color[0], color[1], color[2], 255};
-}
 
 struct Visible {
   std::size_t width;
@@ -19,7 +17,7 @@ struct Visible {
 };
 
 // The part of an image's rectangle that lies on the canvas.
-Visible visiblePart(const PictureShape& shape, const Image& image) {
+Visible visiblePart(const PictureShape& shape, const SubImage& image) {
   return {
       static_cast<std::size_t>(std::max(0, std::min<int>(image.width, shape.width - image.left))),
       std::min(image.top + image.height, shape.height)};
@@ -28,7 +26,7 @@ Visible visiblePart(const PictureShape& shape, const Image& image) {
 // Calls draw(y, indices) with every row on the canvas, in the order in which the data come, until
 // they end.
 template <typename Draw>
-void forEachRow(const PictureShape& shape, const Image& image,
+void forEachRow(const PictureShape& shape, const SubImage& image,
                 std::span<const std::uint8_t> indices, Draw draw) {
   struct Pass {
     int first;
@@ -46,20 +44,6 @@ void forEachRow(const PictureShape& shape, const Image& image,
       indices = indices.subspan(image.width);
     }
   }
-}
-
-// Four tables of flags at a time, because a store to the one just stored to would wait for it.
-std::array<bool, maxColors> usedIndices(std::span<const std::uint8_t> indices) {
-  std::array<std::array<bool, maxColors>, 4> used{};
-  std::size_t at = 0;
-  for (; at + used.size() <= indices.size(); at += used.size()) {
-    for (std::size_t lane = 0; lane < used.size(); ++lane) used[lane][indices[at + lane]] = true;
-  }
-  for (; at < indices.size(); ++at) used[0][indices[at]] = true;
-  for (std::size_t index = 0; index < maxColors; ++index) {
-    for (const auto& lane : used) used[0][index] = used[0][index] || lane[index];
-  }
-  return used[0];
 }
 
 bool contains(std::span<const std::uint8_t> indices, std::uint8_t index) {
@@ -90,25 +74,23 @@ void Canvas::makeBlank() {
   own_.assign(count, nullptr);
 }
 
-bool Canvas::covers(const Image& image) const {
+bool Canvas::covers(const SubImage& image) const {
   return image.left == 0 && image.top == 0 && image.width >= shape_.width &&
          image.height >= shape_.height;
 }
 
-bool Canvas::isReplacedBy(const Image& image, std::span<const std::uint8_t> indices) const {
+bool Canvas::isReplacedBy(const SubImage& image, std::span<const std::uint8_t> indices) const {
   return covers(image) && indices.size() == std::size_t{image.width} * image.height;
 }
 
-void Canvas::draw(const Image& image, const ColorTable& colors,
+void Canvas::draw(const SubImage& image, const ColorTable& colors,
                   std::span<const std::uint8_t> indices) {
-  if (isReplacedBy(image, indices) && adopt(image, colors, indices)) {
-    Mapping same;
-    for (std::size_t index = 0; index < maxColors; ++index) {
-      same.to[index] = static_cast<std::uint8_t>(index);
-    }
-    same.shows.fill(true);
+  if (isReplacedBy(image, indices) && takeOverPalette(image, colors, indices)) {
+    IndexMapping same;
+    same.isShown.fill(true);
+    std::iota(same.to.begin(), same.to.end(), std::uint8_t{0});
     drawIndices(image, same, indices);
-  } else if (const auto mapping = mapSomehow(image, colors, indices)) {
+  } else if (const auto mapping = mappingFor(image, colors, indices)) {
     drawIndices(image, *mapping, indices);
   } else {
     becomeRGBA();
@@ -117,9 +99,9 @@ void Canvas::draw(const Image& image, const ColorTable& colors,
   isBlank_ = false;
 }
 
-// Takes over the image's colours with their numbers, if nothing of what was there stays.
-bool Canvas::adopt(const Image& image, const ColorTable& colors,
-                   std::span<const std::uint8_t> indices) {
+// Replaces the palette by the image's, unless something of what was on the canvas stays visible.
+bool Canvas::takeOverPalette(const SubImage& image, const ColorTable& colors,
+                             std::span<const std::uint8_t> indices) {
   const std::size_t possible = std::size_t{1} << image.minimumCodeSize;
   std::size_t count = colors.size();
   if (image.transparentIndex && contains(indices, *image.transparentIndex)) {
@@ -142,67 +124,34 @@ bool Canvas::adopt(const Image& image, const ColorTable& colors,
   return true;
 }
 
-std::optional<Canvas::Mapping> Canvas::mapSomehow(const Image& image, const ColorTable& colors,
-                                                  std::span<const std::uint8_t> indices) {
+// Nothing if no palette can hold the colors on the canvas and those of the image.
+std::optional<IndexMapping> Canvas::mappingFor(const SubImage& image, const ColorTable& colors,
+                                               std::span<const std::uint8_t> indices) {
   if (shape_.format != PixelFormat::Indexed) return std::nullopt;
-  Mapping shown;
-  std::fill_n(shown.shows.begin(), std::min(colors.size(), maxColors), true);
-  if (image.transparentIndex) shown.shows[*image.transparentIndex] = false;
-  if (auto mapping = map(shown, colors)) return mapping;
-  const Indices used = usedIndices(indices);
-  for (std::size_t index = 0; index < maxColors; ++index) {
-    shown.shows[index] = shown.shows[index] && used[index];
-  }
-  if (auto mapping = map(shown, colors)) return mapping;
+  IndexSet shown{};
+  std::fill_n(shown.begin(), std::min(colors.size(), maxColors), true);
+  if (image.transparentIndex) shown[*image.transparentIndex] = false;
+  if (auto mapping = matchColors(palette_, shown, colors)) return mapping;
+  const IndexSet used = usedIndices(indices);
+  std::ranges::transform(shown, used, shown.begin(), std::logical_and<>());
+  if (auto mapping = matchColors(palette_, shown, colors)) return mapping;
   dropUnusedColors();
-  return map(shown, colors);
+  return matchColors(palette_, shown, colors);
 }
 
-// Finds a place in the palette for all colours that are shown, or leaves it as it was.
-std::optional<Canvas::Mapping> Canvas::map(const Mapping& shown, const ColorTable& colors) {
-  const std::size_t before = palette_.count;
-  Mapping mapping = shown;
-  for (std::size_t index = 0; index < maxColors; ++index) {
-    mapping.to[index] = static_cast<std::uint8_t>(index);
-    if (!shown.shows[index]) continue;
-    const RGBAColor color = opaque(colors[index]);
-    // A number that can stay costs nothing.
-    if (index < palette_.count && palette_.colors[index] == color) continue;
-    const auto place = indexOf(color);
-    if (!place) {
-      palette_.count = before;
-      return std::nullopt;
-    }
-    mapping.to[index] = *place;
-  }
-  return mapping;
-}
-
-// Where the palette has the colour, from now on; nothing if it is full.
-std::optional<std::uint8_t> Canvas::indexOf(RGBAColor color) {
-  const auto end = palette_.colors.begin() + static_cast<std::ptrdiff_t>(palette_.count);
-  const auto at = std::find(palette_.colors.begin(), end, color);
-  if (at == palette_.colors.end()) return std::nullopt;
-  if (at == end) {
-    *at = color;
-    ++palette_.count;
-  }
-  return static_cast<std::uint8_t>(at - palette_.colors.begin());
-}
-
-// A palette that was taken over may have colours twice; then they become one.
+// Merges equal colors, too: a palette that was taken over may have some twice.
 void Canvas::dropUnusedColors() {
-  Indices used{};
+  IndexSet used{};
   for (const auto& strip : strips_) {
     for (int row = 0; row < strip->rowCount(); ++row) {
-      const Indices inRow = usedIndices({strip->row(row), strip->rowLength()});
+      const IndexSet inRow = usedIndices({strip->row(row), strip->rowLength()});
       for (std::size_t index = 0; index < maxColors; ++index) used[index] |= inRow[index];
     }
   }
   const Palette before = std::exchange(palette_, {});
   std::array<std::uint8_t, maxColors> moved{};
   for (std::size_t index = 0; index < before.count; ++index) {
-    if (used[index]) moved[index] = *indexOf(before.colors[index]);
+    if (used[index]) moved[index] = *indexOfColor(palette_, before.colors[index]);
   }
   for (int y = 0; y < shape_.height; ++y) {
     std::uint8_t* row = writableRow(y);
@@ -227,48 +176,16 @@ void Canvas::becomeRGBA() {
   }
 }
 
-// Three ways, from the fastest to the one for everything: nothing is hidden or renumbered; one
-// index is hidden; whatever else, as what to keep of the index below and what to add to it.
-void Canvas::drawIndices(const Image& image, const Mapping& mapping,
+void Canvas::drawIndices(const SubImage& image, const IndexMapping& mapping,
                          std::span<const std::uint8_t> indices) {
   const std::size_t width = visiblePart(shape_, image).width;
-  bool keepsNumbers = true;
-  std::size_t hidden = 0;
-  std::uint8_t hiddenIndex = 0;
-  for (std::size_t index = 0; index < std::size_t{1} << image.minimumCodeSize; ++index) {
-    if (!mapping.shows[index]) {
-      ++hidden;
-      hiddenIndex = static_cast<std::uint8_t>(index);
-    } else if (mapping.to[index] != index) {
-      keepsNumbers = false;
-    }
-  }
-  struct Change {
-    std::uint8_t kept;
-    std::uint8_t added;
-  };
-  std::array<Change, maxColors> changes;
-  for (std::size_t index = 0; index < maxColors; ++index) {
-    changes[index] = mapping.shows[index] ? Change{0, mapping.to[index]} : Change{255, 0};
-  }
+  const IndexBlitter blitter(mapping, std::size_t{1} << image.minimumCodeSize);
   forEachRow(shape_, image, indices, [&](int y, const std::uint8_t* source) {
-    std::uint8_t* target = writableRow(y) + image.left;
-    if (keepsNumbers && hidden == 0) {
-      std::memcpy(target, source, width);
-    } else if (keepsNumbers && hidden == 1) {
-      for (std::size_t x = 0; x < width; ++x) {
-        target[x] = source[x] == hiddenIndex ? target[x] : source[x];
-      }
-    } else {
-      for (std::size_t x = 0; x < width; ++x) {
-        const Change change = changes[source[x]];
-        target[x] = static_cast<std::uint8_t>((target[x] & change.kept) | change.added);
-      }
-    }
+    blitter.drawRow(writableRow(y) + image.left, source, width);
   });
 }
 
-void Canvas::drawColors(const Image& image, const ColorTable& colors,
+void Canvas::drawColors(const SubImage& image, const ColorTable& colors,
                         std::span<const std::uint8_t> indices) {
   std::array<RGBAColor, maxColors> table{};
   std::ranges::transform(colors, table.begin(), opaque);
@@ -283,14 +200,14 @@ void Canvas::drawColors(const Image& image, const ColorTable& colors,
   });
 }
 
-void Canvas::clear(const Image& image) {
+void Canvas::clear(const SubImage& image) {
   if (covers(image)) return makeBlank();
   std::uint8_t fill = 0;
   if (shape_.format == PixelFormat::Indexed) {
-    auto index = indexOf(transparent);
+    auto index = indexOfColor(palette_, transparent);
     if (!index) {
       dropUnusedColors();
-      index = indexOf(transparent);
+      index = indexOfColor(palette_, transparent);
     }
     if (index) {
       fill = *index;
@@ -317,7 +234,7 @@ std::uint8_t* Canvas::writableRow(int y) {
   return own_[index]->row(y % rows);
 }
 
-// Whether the last picture's strips mean the same with the palette of now.
+// Returns true if the strips of the last picture mean the same with the present palette.
 bool Canvas::looksLikeLast() const {
   if (!last_ || !(last_->impl().shape == shape_)) return false;
   if (shape_.format == PixelFormat::RGBA) return true;
@@ -328,7 +245,7 @@ bool Canvas::looksLikeLast() const {
 }
 
 ImageRef Canvas::picture() {
-  // In a small file, colours that nothing has weigh more than the pixels.
+  // In a small file, unused colors take more bytes than the pixels.
   constexpr int smallPicture = 1 << 14;
   const bool isIndexed = shape_.format == PixelFormat::Indexed;
   if (isIndexed && shape_.width * shape_.height <= smallPicture) dropUnusedColors();

@@ -1,14 +1,15 @@
-// The surface that a GIF's images are drawn on. It holds indices as long as 256 colours suffice: a
-// quarter of the bytes to move, and what a palette PNG wants. It starts transparent.
+// The surface that a GIF's images are drawn on. It holds indices as long as 256 colors suffice: a
+// quarter of the bytes to move, and the form of a palette PNG. It starts transparent. One thread at
+// a time; everything that needs memory throws std::bad_alloc and then leaves a half-drawn canvas.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
 
 #include "platform/linux/images/gif/file.h"
+#include "platform/linux/images/gif/palette_matcher.h"
 #include "platform/linux/images/picture/picture.h"
 
 namespace platform::backend::gif {
@@ -18,13 +19,13 @@ class Canvas {
   Canvas(int width, int height);
 
   // Draws an image's rectangle, clipped to the canvas. indices: whole rows in the order of the
-  // file; rows that are missing at the end are not drawn. An index without a colour shows nothing,
+  // file; rows that are missing at the end are not drawn. An index without a color shows nothing,
   // as a transparent one.
-  void draw(const Image& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
+  void draw(const SubImage& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
   // Makes the image's rectangle transparent.
-  void clear(const Image& image);
+  void clear(const SubImage& image);
 
-  // What is on the canvas now; the object given last time if nothing looks different.
+  // Returns what is on the canvas now: the same object as last time if nothing looks different.
   ImageRef picture();
 
   // A copy of what is on the canvas; it costs no pixels.
@@ -38,26 +39,18 @@ class Canvas {
   void restore(const Contents& saved);
 
  private:
-  // What becomes of an image's indices on the canvas.
-  struct Mapping {
-    std::array<std::uint8_t, maxColors> to{};
-    std::array<bool, maxColors> shows{};
-  };
-  using Indices = std::array<bool, maxColors>;
-
   void makeBlank();
-  bool covers(const Image& image) const;
-  bool isReplacedBy(const Image& image, std::span<const std::uint8_t> indices) const;
-  bool adopt(const Image& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
-  std::optional<Mapping> map(const Mapping& shown, const ColorTable& colors);
-  std::optional<Mapping> mapSomehow(const Image& image, const ColorTable& colors,
-                                    std::span<const std::uint8_t> indices);
-  std::optional<std::uint8_t> indexOf(RGBAColor color);
+  bool covers(const SubImage& image) const;
+  bool isReplacedBy(const SubImage& image, std::span<const std::uint8_t> indices) const;
+  bool takeOverPalette(const SubImage& image, const ColorTable& colors,
+                       std::span<const std::uint8_t> indices);
+  std::optional<IndexMapping> mappingFor(const SubImage& image, const ColorTable& colors,
+                                         std::span<const std::uint8_t> indices);
   void dropUnusedColors();
   void becomeRGBA();
-  void drawIndices(const Image& image, const Mapping& mapping,
+  void drawIndices(const SubImage& image, const IndexMapping& mapping,
                    std::span<const std::uint8_t> indices);
-  void drawColors(const Image& image, const ColorTable& colors,
+  void drawColors(const SubImage& image, const ColorTable& colors,
                   std::span<const std::uint8_t> indices);
   std::uint8_t* writableRow(int y);
   bool looksLikeLast() const;

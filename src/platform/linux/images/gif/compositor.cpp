@@ -25,7 +25,7 @@ void Compositor::restart() {
   drawn_ = nullptr;
 }
 
-bool Compositor::draw(const Image& image) {
+bool Compositor::draw(const SubImage& image) {
   const int rows = decodeImage(data_, image, indices_);
   if (rows == 0) return false;
   if (!canvas_) canvas_.emplace(file_.width, file_.height);
@@ -37,12 +37,12 @@ bool Compositor::draw(const Image& image) {
   return true;
 }
 
-void Compositor::dispose(const Image& image) {
+void Compositor::dispose(const SubImage& image) {
   if (image.disposal == Disposal::RestorePrevious) canvas_->restore(*previous_);
   if (image.disposal == Disposal::Clear) canvas_->clear(image);
 }
 
-const ColorTable& Compositor::colorsOf(const Image& image) {
+const ColorTable& Compositor::colorsOf(const SubImage& image) {
   if (!(image.colors == colorsLocation_)) {
     colors_ = readColorTable(data_, image.colors);
     colorsLocation_ = image.colors;

@@ -23,9 +23,9 @@ class Compositor {
  private:
   void restart();
   // Whether there is anything of the image to show; otherwise the canvas stays as it was.
-  bool draw(const Image& image);
-  void dispose(const Image& image);
-  const ColorTable& colorsOf(const Image& image);
+  bool draw(const SubImage& image);
+  void dispose(const SubImage& image);
+  const ColorTable& colorsOf(const SubImage& image);
 
   const NSData::Impl& data_;
   const File& file_;
@@ -37,7 +37,7 @@ class Compositor {
   int seen_ = 0;
   bool isDrawn_ = false;
   // The last one that was drawn, which is still to be disposed of.
-  const Image* drawn_ = nullptr;
+  const SubImage* drawn_ = nullptr;
   // The table read last.
   ColorTableLocation colorsLocation_;
   ColorTable colors_;

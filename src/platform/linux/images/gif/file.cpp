@@ -84,8 +84,8 @@ std::uint16_t readWord(ByteReader& reader) {
   return static_cast<std::uint16_t>(reader.word());
 }
 
-Image readImage(ByteReader& reader, const GraphicControl& control, ColorTableLocation global) {
-  Image image;
+SubImage readImage(ByteReader& reader, const GraphicControl& control, ColorTableLocation global) {
+  SubImage image;
   image.left = readWord(reader);
   image.top = readWord(reader);
   image.width = readWord(reader);
@@ -113,7 +113,7 @@ void readImages(ByteReader& reader, ColorTableLocation global, File& file) {
         skipSubBlocks(reader);
       }
     } else if (introducer == imageSeparator) {
-      const Image image = readImage(reader, control, global);
+      const SubImage image = readImage(reader, control, global);
       if (reader.ended()) break;
       skipSubBlocks(reader);
       file.images.push_back(image);

@@ -26,7 +26,7 @@ struct ColorTableLocation {
   friend bool operator==(const ColorTableLocation&, const ColorTableLocation&) = default;
 };
 
-struct Image {
+struct SubImage {
   // Pixels on the logical screen; the rectangle may reach past it.
   std::uint16_t left = 0;
   std::uint16_t top = 0;
@@ -47,7 +47,7 @@ struct Image {
 struct File {
   int width = 0;
   int height = 0;
-  std::vector<Image> images;
+  std::vector<SubImage> images;
   // Whether the trailer was found where an image or an extension could have been.
   bool hasTrailer = false;
 };

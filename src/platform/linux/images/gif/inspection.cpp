@@ -12,7 +12,7 @@ Inspection inspect(const NSData& data) {
   inspection.all = static_cast<int>(file->images.size());
   inspection.hasTrailer = file->hasTrailer;
   IndexBuffer indices;
-  for (const Image& image : file->images) {
+  for (const SubImage& image : file->images) {
     const int rows = decodeImage(data.impl(), image, indices);
     if (rows == image.height) {
       ++inspection.whole;

@@ -178,7 +178,7 @@ std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
   return LzwDecoder(data, minimumCodeSize, buffer).run();
 }
 
-int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffer) {
+int decodeImage(const NSData::Impl& data, const SubImage& image, IndexBuffer& buffer) {
   const std::int64_t pixels = std::int64_t{image.width} * image.height;
   int rows = 0;
   if (pixels > 0 && pixels <= maxPixels) {

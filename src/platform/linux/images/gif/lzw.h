@@ -40,6 +40,6 @@ std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
 
 // Decodes one image of a file. Returns how many of its rows are whole; 0 also for an image that is
 // empty or too large to hold. Throws std::bad_alloc.
-int decodeImage(const NSData::Impl& data, const Image& image, IndexBuffer& buffer);
+int decodeImage(const NSData::Impl& data, const SubImage& image, IndexBuffer& buffer);
 
 }  // namespace platform::backend::gif
