@@ -11,11 +11,11 @@ struct Entry {
   const char* title;
   const char* day;
   const char* text;
-  Colour sky;
-  Colour land;
+  Color sky;
+  Color land;
 };
 
-constexpr Entry kEntries[] = {
+constexpr Entry entries[] = {
     {"First frost", "Monday", "The meadow was white until nine, then all of it was gone.",
      rgb(0xbcd6e6), rgb(0x5c86a6)},
     {"A walk by the lake", "Sunday", "Two herons, one patient angler and hardly any wind.",
@@ -41,33 +41,35 @@ constexpr Entry kEntries[] = {
     {"Rain all day", "Thursday", "Good weather for the last chapters of the long book.",
      rgb(0xc3ccdd), rgb(0x5a6788)},
 };
-constexpr int kEntryCount = static_cast<int>(std::size(kEntries));
+constexpr int entryCount = static_cast<int>(std::size(entries));
 
-constexpr Colour kPaper = rgb(0xf6f2ec);
-constexpr Colour kInk = rgb(0x2b2745);
-constexpr Colour kQuiet = rgb(0x8a8599);
-constexpr Colour kAccent = rgb(0xd9664f);
+constexpr Color background = rgb(0xf6f2ec);
+constexpr Color titleColor = rgb(0x2b2745);
+constexpr Color textColor = rgb(0x8a8599);
+constexpr Color accentColor = rgb(0xd9664f);
 
-constexpr double kUprightHeader = 148;
-constexpr double kWideHeader = 104;
-constexpr double kMargin = 20;
-constexpr double kGap = 12;
-constexpr double kCardHeight = 92;
-constexpr double kCardRadius = 16;
-constexpr double kSwatchInset = 12;
-constexpr double kColumnWidth = 330;  // The least that a card needs.
-constexpr double kButtonRadius = 28;
-constexpr double kPadScale = 1.3;
-constexpr double kPadSide = 600;  // A pad is no narrower than this.
+constexpr double uprightHeaderHeight = 148;
+constexpr double wideHeaderHeight = 104;
+constexpr double margin = 20;
+constexpr double gap = 12;
+constexpr double cardHeight = 92;
+constexpr double cardRadius = 16;
+constexpr double swatchInset = 12;
+// The least that a card needs.
+constexpr double minColumnWidth = 330;
+constexpr double buttonRadius = 28;
+constexpr double padScale = 1.3;
+// A pad is no narrower than this.
+constexpr double minPadSide = 600;
 
 void drawHeader(cairo_t* context, Size size, double height) {
   setLinearSource(context, {0, 0}, {size.width, height},
                   {{0, rgb(0x2b2a63)}, {0.6, rgb(0x5a3d7c)}, {1, rgb(0x9a5580)}});
   cairo_rectangle(context, 0, 0, size.width, height);
   cairo_fill(context);
-  drawText(context, "Journal", {kMargin, height - 42}, {32, Weight::SemiBold, kWhite});
-  drawText(context, "Twelve entries this autumn", {kMargin, height - 18},
-           {14, Weight::Medium, kWhite.withAlpha(0.72)});
+  drawText(context, "Journal", {margin, height - 42}, {32, Weight::SemiBold, white});
+  drawText(context, "Twelve entries this autumn", {margin, height - 18},
+           {14, Weight::Medium, white.withAlpha(0.72)});
 }
 
 void drawSwatch(cairo_t* context, const Entry& entry, const Rect& box) {
@@ -78,22 +80,22 @@ void drawSwatch(cairo_t* context, const Entry& entry, const Rect& box) {
   setSource(context, entry.sky);
   cairo_paint(context);
   fillCircle(context, {box.x + side * 0.68, box.y + side * 0.34}, side * 0.12,
-             kWhite.withAlpha(0.8));
+             white.withAlpha(0.8));
   fillCircle(context, {box.x + side * 0.15, box.y + side * 1.15}, side * 0.62,
              entry.land.withAlpha(0.6));
   fillCircle(context, {box.x + side * 0.85, box.y + side * 1.3}, side * 0.7, entry.land);
 }
 
 void drawCard(cairo_t* context, const Entry& entry, const Rect& card) {
-  drawPlateShadow(context, card, kCardRadius, 7);
-  fillRoundedRect(context, card, kCardRadius, kWhite);
-  const double side = card.height - 2 * kSwatchInset;
-  drawSwatch(context, entry, {card.x + kSwatchInset, card.y + kSwatchInset, side, side});
-  const double left = card.x + side + 2.2 * kSwatchInset;
-  const double right = card.x + card.width - kSwatchInset - 2;
-  const TextStyle title{16, Weight::SemiBold, kInk};
-  const TextStyle text{13.5, Weight::Medium, kQuiet};
-  const TextStyle day{12, Weight::Medium, kAccent};
+  drawPlateShadow(context, card, cardRadius, 7);
+  fillRoundedRect(context, card, cardRadius, white);
+  const double side = card.height - 2 * swatchInset;
+  drawSwatch(context, entry, {card.x + swatchInset, card.y + swatchInset, side, side});
+  const double left = card.x + side + 2.2 * swatchInset;
+  const double right = card.x + card.width - swatchInset - 2;
+  const TextStyle title{16, Weight::SemiBold, titleColor};
+  const TextStyle text{13.5, Weight::Medium, textColor};
+  const TextStyle day{12, Weight::Medium, accentColor};
   drawText(context, fittedText(context, entry.title, title, right - left), {left, card.y + 32},
            title);
   drawText(context, fittedText(context, entry.text, text, right - left), {left, card.y + 53}, text);
@@ -101,30 +103,30 @@ void drawCard(cairo_t* context, const Entry& entry, const Rect& card) {
 }
 
 void drawCards(cairo_t* context, Size size, double top) {
-  const double room = size.width - 2 * kMargin;
-  const int columns = std::max(1, static_cast<int>((room + kGap) / (kColumnWidth + kGap)));
-  const double width = (room - (columns - 1) * kGap) / columns;
-  for (int index = 0; index < kEntryCount; ++index) {
+  const double room = size.width - 2 * margin;
+  const int columns = std::max(1, static_cast<int>((room + gap) / (minColumnWidth + gap)));
+  const double width = (room - (columns - 1) * gap) / columns;
+  for (int index = 0; index < entryCount; ++index) {
     const int column = index % columns;
     const int row = index / columns;
-    const double x = kMargin + column * (width + kGap);
-    const double y = top + row * (kCardHeight + kGap);
-    drawCard(context, kEntries[index], {x, y, width, kCardHeight});
+    const double x = margin + column * (width + gap);
+    const double y = top + row * (cardHeight + gap);
+    drawCard(context, entries[index], {x, y, width, cardHeight});
   }
 }
 
 void drawAddButton(cairo_t* context, Size size) {
-  const Point center{size.width - kMargin - kButtonRadius, size.height - 32 - kButtonRadius};
-  const Rect plate{center.x - kButtonRadius, center.y - kButtonRadius, 2 * kButtonRadius,
-                   2 * kButtonRadius};
-  drawPlateShadow(context, plate, kButtonRadius, 10);
-  fillCircle(context, center, kButtonRadius, kAccent);
-  constexpr double kArm = 9;
-  constexpr double kStroke = 2.4;
-  fillRoundedRect(context, {center.x - kArm, center.y - kStroke / 2, 2 * kArm, kStroke},
-                  kStroke / 2, kWhite);
-  fillRoundedRect(context, {center.x - kStroke / 2, center.y - kArm, kStroke, 2 * kArm},
-                  kStroke / 2, kWhite);
+  const Point center{size.width - margin - buttonRadius, size.height - 32 - buttonRadius};
+  const Rect plate{center.x - buttonRadius, center.y - buttonRadius, 2 * buttonRadius,
+                   2 * buttonRadius};
+  drawPlateShadow(context, plate, buttonRadius, 10);
+  fillCircle(context, center, buttonRadius, accentColor);
+  constexpr double arm = 9;
+  constexpr double stroke = 2.4;
+  fillRoundedRect(context, {center.x - arm, center.y - stroke / 2, 2 * arm, stroke}, stroke / 2,
+                  white);
+  fillRoundedRect(context, {center.x - stroke / 2, center.y - arm, stroke, 2 * arm}, stroke / 2,
+                  white);
 }
 
 }  // namespace
@@ -133,14 +135,14 @@ void drawApp(cairo_t* context, Size size) {
   const SavedState saved(context);
   cairo_rectangle(context, 0, 0, size.width, size.height);
   cairo_clip(context);
-  setSource(context, kPaper);
+  setSource(context, background);
   cairo_paint(context);
-  const double scale = std::min(size.width, size.height) < kPadSide ? 1 : kPadScale;
+  const double scale = std::min(size.width, size.height) < minPadSide ? 1 : padScale;
   cairo_scale(context, scale, scale);
   const Size scaled{size.width / scale, size.height / scale};
-  const double header = scaled.width > scaled.height ? kWideHeader : kUprightHeader;
+  const double header = scaled.width > scaled.height ? wideHeaderHeight : uprightHeaderHeight;
   drawHeader(context, scaled, header);
-  drawCards(context, scaled, header + kMargin);
+  drawCards(context, scaled, header + margin);
   drawAddButton(context, scaled);
 }
 

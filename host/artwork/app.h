@@ -1,4 +1,5 @@
-// An opened app, which hides everything behind it. Units are points; the result is opaque.
+// The drawing of an opened app, which hides everything behind it. Units are points; the result is
+// opaque.
 #pragma once
 
 #include <cairo.h>

@@ -3,29 +3,29 @@
 namespace artwork {
 namespace {
 
-constexpr std::size_t kPhoneDock = 4;
-constexpr std::size_t kPadDock = 6;
+constexpr std::size_t phoneDockCount = 4;
+constexpr std::size_t padDockCount = 6;
 
-constexpr Colour kPaperTop = rgb(0xfffaf0);
-constexpr Colour kPaperBottom = rgb(0xefe3d0);
+constexpr Color paperTop = rgb(0xfffaf0);
+constexpr Color paperBottom = rgb(0xefe3d0);
 
-constexpr App kApps[] = {
+constexpr App apps[] = {
     {"Phone", Glyph::Keypad, rgb(0x4fc3a8), rgb(0x1f8a86)},
     {"Mail", Glyph::Envelope, rgb(0xf2a65e), rgb(0xd9663f)},
     {"Web", Glyph::Globe, rgb(0x6f86e8), rgb(0x3d46b0)},
     {"Chat", Glyph::Chat, rgb(0xe77f9b), rgb(0xb23f78)},
     {"Music", Glyph::MusicNote, rgb(0x9a6fe0), rgb(0x5a35a6)},
-    {"Files", Glyph::Folder, kPaperTop, kPaperBottom, rgb(0x3f6fb0)},
-    {"Calendar", Glyph::Calendar, kPaperTop, kPaperBottom, rgb(0x2f7f74)},
+    {"Files", Glyph::Folder, paperTop, paperBottom, rgb(0x3f6fb0)},
+    {"Calendar", Glyph::Calendar, paperTop, paperBottom, rgb(0x2f7f74)},
     {"Photos", Glyph::Picture, rgb(0xf5b95f), rgb(0xdb5f7a)},
     {"Camera", Glyph::Camera, rgb(0x5b6077), rgb(0x2b2e42)},
     {"Weather", Glyph::SunAndCloud, rgb(0x74b8ea), rgb(0x3b6cc4)},
     {"Clock", Glyph::Clock, rgb(0x3a3560), rgb(0x1c1a38), rgb(0xffdca8)},
     {"Maps", Glyph::Map, rgb(0x8cc98a), rgb(0x3f8f6f)},
-    {"Notes", Glyph::Pencil, kPaperTop, kPaperBottom, rgb(0xb8663a)},
+    {"Notes", Glyph::Pencil, paperTop, paperBottom, rgb(0xb8663a)},
     {"Books", Glyph::Book, rgb(0xd98558), rgb(0x9c4538)},
     {"Podcasts", Glyph::Microphone, rgb(0xb679d6), rgb(0x7a3d9e)},
-    {"Health", Glyph::Pulse, kPaperTop, kPaperBottom, rgb(0xcf4a6a)},
+    {"Health", Glyph::Pulse, paperTop, paperBottom, rgb(0xcf4a6a)},
     {"Wallet", Glyph::Wallet, rgb(0x4a7f8c), rgb(0x1f4758)},
     {"Home", Glyph::House, rgb(0xf0b65a), rgb(0xd98032)},
     {"Stocks", Glyph::TrendLine, rgb(0x2f4858), rgb(0x172632), rgb(0x8fe3c0)},
@@ -33,17 +33,17 @@ constexpr App kApps[] = {
 };
 
 constexpr std::size_t dockCount(bool pad) {
-  return pad ? kPadDock : kPhoneDock;
+  return pad ? padDockCount : phoneDockCount;
 }
 
 }  // namespace
 
 std::span<const App> dockApps(bool pad) {
-  return std::span(kApps).first(dockCount(pad));
+  return std::span(apps).first(dockCount(pad));
 }
 
 std::span<const App> gridApps(bool pad) {
-  return std::span(kApps).subspan(dockCount(pad));
+  return std::span(apps).subspan(dockCount(pad));
 }
 
 }  // namespace artwork

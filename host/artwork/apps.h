@@ -1,4 +1,4 @@
-// The invented apps of the home screen.
+// The apps of the home screen, all invented: their names, symbols and colors.
 #pragma once
 
 #include <span>
@@ -8,15 +8,17 @@
 
 namespace artwork {
 
+// An app as the home screen shows it.
 struct App {
   const char* name;
   Glyph glyph;
-  Colour top;  // The icon's plate runs from `top` to `bottom`.
-  Colour bottom;
-  Colour ink = kWhite;
+  // The colors of the icon's plate at its top and its bottom.
+  Color top;
+  Color bottom;
+  Color glyphColor = white;
 };
 
-// A pad's dock holds more apps than a phone's; the grid has those that the dock has not.
+// A pad's dock holds more apps than a phone's; the grid has those that are not in the dock.
 std::span<const App> dockApps(bool pad);
 std::span<const App> gridApps(bool pad);
 

@@ -7,14 +7,16 @@
 namespace artwork {
 namespace {
 
-constexpr double kPlateMargin = 8;
-constexpr double kCornerShare = 0.3;  // Of the plate's thickness.
-constexpr double kFill = 0.24;
-constexpr double kRimWidth = 0.75;
-constexpr double kPadGap = 22;
-constexpr double kLeastGapShare = 0.2;  // Of an icon, before icons become smaller.
+constexpr double plateMargin = 8;
+// Of the plate's thickness.
+constexpr double cornerShare = 0.3;
+constexpr double plateAlpha = 0.24;
+constexpr double rimWidth = 0.75;
+constexpr double padGap = 22;
+// Of an icon's side. Icons become smaller where there is no room for such gaps.
+constexpr double minGapShare = 0.2;
 // A sideways phone's status bar runs across the end of the dock, which keeps clear of it.
-constexpr double kVerticalMargin = 36;
+constexpr double verticalMargin = 36;
 
 struct Strip {
   double length;
@@ -22,22 +24,21 @@ struct Strip {
 };
 
 void drawPlate(cairo_t* context, const Rect& plate) {
-  const double radius = std::min(plate.width, plate.height) * kCornerShare;
-  fillRoundedRect(context, plate, radius, kWhite.withAlpha(kFill));
-  const double inset = kRimWidth / 2;
+  const double radius = std::min(plate.width, plate.height) * cornerShare;
+  fillRoundedRect(context, plate, radius, white.withAlpha(plateAlpha));
+  const double inset = rimWidth / 2;
   addRoundedRect(
-      context,
-      {plate.x + inset, plate.y + inset, plate.width - kRimWidth, plate.height - kRimWidth},
+      context, {plate.x + inset, plate.y + inset, plate.width - rimWidth, plate.height - rimWidth},
       radius - inset);
-  setSource(context, kWhite.withAlpha(kFill));
-  cairo_set_line_width(context, kRimWidth);
+  setSource(context, white.withAlpha(plateAlpha));
+  cairo_set_line_width(context, rimWidth);
   cairo_stroke(context);
 }
 
 double plateLength(const Strip& strip, int count, bool vertical, bool pad) {
-  const double room = strip.length - 2 * (vertical ? kVerticalMargin : kPlateMargin);
+  const double room = strip.length - 2 * (vertical ? verticalMargin : plateMargin);
   if (!pad) return room;
-  return std::min(room, count * (iconSide(pad) + kPadGap) + kPadGap);
+  return std::min(room, count * (iconSide(pad) + padGap) + padGap);
 }
 
 }  // namespace
@@ -49,10 +50,10 @@ void drawDock(cairo_t* context, Size size, bool vertical, bool pad) {
   const int count = static_cast<int>(apps.size());
   const double length = plateLength(strip, count, vertical, pad);
   const double start = (strip.length - length) / 2;
-  const double thickness = strip.thickness - 2 * kPlateMargin;
-  drawPlate(context, vertical ? Rect{kPlateMargin, start, thickness, length}
-                              : Rect{start, kPlateMargin, length, thickness});
-  const double side = std::min(iconSide(pad), length / (count * (1 + kLeastGapShare)));
+  const double thickness = strip.thickness - 2 * plateMargin;
+  drawPlate(context, vertical ? Rect{plateMargin, start, thickness, length}
+                              : Rect{start, plateMargin, length, thickness});
+  const double side = std::min(iconSide(pad), length / (count * (1 + minGapShare)));
   const double across = (strip.thickness - side) / 2;
   // A phone's icons spread over the whole strip, so that they stand below the grid's columns.
   const bool aligned = !vertical && !pad;

@@ -1,5 +1,5 @@
 // Sizes and rectangles of the artwork. Units are points, the origin is the top left corner and y
-// grows downwards; callers scale the Cairo context for the pixel density before they draw.
+// grows downward; callers scale the Cairo context for the pixel density before they draw.
 #pragma once
 
 namespace artwork {

@@ -8,14 +8,14 @@
 namespace artwork {
 namespace {
 
-constexpr double kRaster = 24;
-constexpr double kStroke = 1.9;
+constexpr double gridSide = 24;
+constexpr double strokeWidth = 1.9;
 
-// Strokes and fills on the raster; angles are in degrees, clockwise from the right.
+// Strokes and fills on the grid; angles are in degrees, clockwise from the right.
 class Pen {
  public:
   explicit Pen(cairo_t* context) : context_(context) {
-    cairo_set_line_width(context_, kStroke);
+    cairo_set_line_width(context_, strokeWidth);
     cairo_set_line_cap(context_, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(context_, CAIRO_LINE_JOIN_ROUND);
   }
@@ -42,9 +42,9 @@ class Pen {
     cairo_fill(context_);
   }
   void arc(Point center, double radius, double from, double to) const {
-    constexpr double kDegree = std::numbers::pi / 180;
+    constexpr double degree = std::numbers::pi / 180;
     cairo_new_sub_path(context_);
-    cairo_arc(context_, center.x, center.y, radius, from * kDegree, to * kDegree);
+    cairo_arc(context_, center.x, center.y, radius, from * degree, to * degree);
     cairo_stroke(context_);
   }
   void curve(Point from, Point handle, Point otherHandle, Point to) const {
@@ -99,6 +99,19 @@ void drawClock(const Pen& pen) {
 void drawEnvelope(const Pen& pen) {
   pen.box({3, 5.2, 18, 13.6}, 2.6);
   pen.line({{4.2, 7.4}, {12, 13.2}, {19.8, 7.4}});
+}
+
+void drawFlashlight(const Pen& pen) {
+  pen.outline({{7.6, 2.8},
+               {16.4, 2.8},
+               {16.4, 7},
+               {14.4, 10.4},
+               {14.4, 21.2},
+               {9.6, 21.2},
+               {9.6, 10.4},
+               {7.6, 7}});
+  pen.line({{7.8, 6.6}, {16.2, 6.6}});
+  pen.line({{12, 13}, {12, 14.6}});
 }
 
 void drawFolder(const Pen& pen) {
@@ -182,19 +195,6 @@ void drawSunAndCloud(const Pen& pen) {
   pen.line({{9.4, 20}, {18, 20}});
 }
 
-void drawTorch(const Pen& pen) {
-  pen.outline({{7.6, 2.8},
-               {16.4, 2.8},
-               {16.4, 7},
-               {14.4, 10.4},
-               {14.4, 21.2},
-               {9.6, 21.2},
-               {9.6, 10.4},
-               {7.6, 7}});
-  pen.line({{7.8, 6.6}, {16.2, 6.6}});
-  pen.line({{12, 13}, {12, 14.6}});
-}
-
 void drawTrendLine(const Pen& pen) {
   pen.line({{3.8, 4}, {3.8, 20}, {20.6, 20}});
   pen.line({{7.6, 15.4}, {11.4, 10.6}, {14.6, 13.4}, {20, 6.4}});
@@ -209,22 +209,22 @@ void drawWallet(const Pen& pen) {
 using Drawing = void (*)(const Pen&);
 
 // In the order of the enumeration.
-constexpr Drawing kDrawings[] = {
-    drawBook,      drawCalendar,  drawCamera,  drawChat,   drawClock,   drawEnvelope,
-    drawFolder,    drawGlobe,     drawHouse,   drawKeypad, drawMap,     drawMicrophone,
-    drawMusicNote, drawPencil,    drawPicture, drawPulse,  drawSliders, drawSunAndCloud,
-    drawTorch,     drawTrendLine, drawWallet};
-static_assert(std::size(kDrawings) == static_cast<std::size_t>(Glyph::Wallet) + 1);
+constexpr Drawing drawings[] = {
+    drawBook,        drawCalendar,  drawCamera, drawChat,    drawClock,  drawEnvelope,
+    drawFlashlight,  drawFolder,    drawGlobe,  drawHouse,   drawKeypad, drawMap,
+    drawMicrophone,  drawMusicNote, drawPencil, drawPicture, drawPulse,  drawSliders,
+    drawSunAndCloud, drawTrendLine, drawWallet};
+static_assert(std::size(drawings) == static_cast<std::size_t>(Glyph::Wallet) + 1);
 
 }  // namespace
 
-void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Colour& ink) {
+void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Color& color) {
   const SavedState saved(context);
   cairo_translate(context, center.x - side / 2, center.y - side / 2);
-  cairo_scale(context, side / kRaster, side / kRaster);
+  cairo_scale(context, side / gridSide, side / gridSide);
   cairo_new_path(context);
-  setSource(context, ink);
-  kDrawings[static_cast<std::size_t>(glyph)](Pen(context));
+  setSource(context, color);
+  drawings[static_cast<std::size_t>(glyph)](Pen(context));
 }
 
 }  // namespace artwork

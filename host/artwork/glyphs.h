@@ -1,4 +1,4 @@
-// Line symbols of a single colour, all drawn with one stroke weight on the same 24 by 24 raster.
+// Line symbols of a single color, all drawn with one stroke weight on the same 24 by 24 grid.
 // Units are points; the background is transparent.
 #pragma once
 
@@ -16,6 +16,7 @@ enum class Glyph {
   Chat,
   Clock,
   Envelope,
+  Flashlight,
   Folder,
   Globe,
   House,
@@ -28,12 +29,11 @@ enum class Glyph {
   Pulse,
   Sliders,
   SunAndCloud,
-  Torch,
   TrendLine,
   Wallet,
 };
 
-// Draws `glyph` in the colour `ink`, as large as fits into the square around `center`.
-void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Colour& ink);
+// Draws the glyph in one color, as large as fits into a square around its center.
+void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Color& color);
 
 }  // namespace artwork

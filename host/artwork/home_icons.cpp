@@ -10,20 +10,23 @@ namespace {
 struct GridStyle {
   int uprightColumns;
   int wideColumns;
-  double minPitch;  // From one row to the next.
+  // From one row to the next.
+  double minPitch;
   double maxPitch;
-  double top;  // Above the first row.
+  // Above the first row.
+  double top;
   double labelSize;
 };
 
-constexpr GridStyle kPhoneGrid{4, 6, 88, 108, 22, 11.5};
-constexpr GridStyle kPadGrid{5, 6, 120, 190, 48, 13};
+constexpr GridStyle phoneGrid{4, 6, 88, 108, 22, 11.5};
+constexpr GridStyle padGrid{5, 6, 120, 190, 48, 13};
 
-constexpr double kLabelDrop = 1.45;  // From the icon to the label's baseline, in label sizes.
-constexpr double kDotsStrip = 30;
-constexpr double kDotRadius = 3.2;
-constexpr double kDotPitch = 16;
-constexpr int kPages = 3;
+// From the icon to the label's baseline, in label sizes.
+constexpr double labelDrop = 1.45;
+constexpr double dotsHeight = 30;
+constexpr double dotRadius = 3.2;
+constexpr double dotPitch = 16;
+constexpr int pageCount = 3;
 
 struct Grid {
   int columns;
@@ -33,24 +36,24 @@ struct Grid {
 };
 
 Grid layOut(Size area, const GridStyle& style, double side, int count) {
-  const double height = area.height - kDotsStrip;
+  const double height = area.height - dotsHeight;
   const bool wide = area.width > area.height;
   const int columns = wide ? style.wideColumns : style.uprightColumns;
   const int fitting = std::max(1, static_cast<int>(height / style.minPitch));
   const int rows = std::min(fitting, (count + columns - 1) / columns);
-  const double block = side + kLabelDrop * style.labelSize;
+  const double block = side + labelDrop * style.labelSize;
   const double pitch = std::min(style.maxPitch, height / rows);
   return {columns, rows, std::min(style.top, (pitch - block) / 2), pitch};
 }
 
 void drawPageDots(cairo_t* context, Size area) {
-  const double y = area.height - kDotsStrip / 2;
-  for (int page = 0; page < kPages; ++page) {
-    const double x = area.width / 2 + (page - (kPages - 1) / 2.0) * kDotPitch;
-    setGlowSource(context, {x, y}, 2.4 * kDotRadius, kBlack.withAlpha(0.3));
-    addCircle(context, {x, y}, 2.4 * kDotRadius);
+  const double y = area.height - dotsHeight / 2;
+  for (int page = 0; page < pageCount; ++page) {
+    const double x = area.width / 2 + (page - (pageCount - 1) / 2.0) * dotPitch;
+    setGlowSource(context, {x, y}, 2.4 * dotRadius, black.withAlpha(0.3));
+    addCircle(context, {x, y}, 2.4 * dotRadius);
     cairo_fill(context);
-    fillCircle(context, {x, y}, kDotRadius, kWhite.withAlpha(page == 0 ? 1 : 0.5));
+    fillCircle(context, {x, y}, dotRadius, white.withAlpha(page == 0 ? 1 : 0.5));
   }
 }
 
@@ -58,11 +61,11 @@ void drawPageDots(cairo_t* context, Size area) {
 
 void drawHomeIcons(cairo_t* context, Size area, bool pad) {
   const SavedState saved(context);
-  const GridStyle& style = pad ? kPadGrid : kPhoneGrid;
+  const GridStyle& style = pad ? padGrid : phoneGrid;
   const std::span<const App> apps = gridApps(pad);
   const double side = iconSide(pad);
   const Grid grid = layOut(area, style, side, static_cast<int>(apps.size()));
-  const TextStyle label{style.labelSize, Weight::Medium, kWhite, Align::Center};
+  const TextStyle label{style.labelSize, Weight::Medium, white, Align::Center};
   const int count = std::min(static_cast<int>(apps.size()), grid.columns * grid.rows);
   for (int index = 0; index < count; ++index) {
     const int row = index / grid.columns;
@@ -70,7 +73,7 @@ void drawHomeIcons(cairo_t* context, Size area, bool pad) {
     const double y = grid.top + row * grid.pitch;
     drawIcon(context, apps[index], {x, y}, side);
     drawShadowedText(context, apps[index].name,
-                     {x + side / 2, y + side + kLabelDrop * style.labelSize}, label);
+                     {x + side / 2, y + side + labelDrop * style.labelSize}, label);
   }
   drawPageDots(context, area);
 }

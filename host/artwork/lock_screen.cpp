@@ -9,71 +9,73 @@
 namespace artwork {
 namespace {
 
-constexpr double kClockShare = 0.235;  // Of the screen's shorter side.
-constexpr double kMinClock = 72;
-constexpr double kMaxClock = 132;
-constexpr double kDateShare = 0.2;  // Of the clock's size.
-constexpr double kMinDate = 17;
-constexpr double kUprightTop = 0.2;  // Baseline of the clock, of the screen's height.
-constexpr double kWideTop = 0.36;
+// Of the screen's shorter side.
+constexpr double clockShare = 0.235;
+constexpr double minClock = 72;
+constexpr double maxClock = 132;
+// Of the clock's size.
+constexpr double dateShare = 0.2;
+constexpr double minDate = 17;
+// The clock's baseline, of the screen's height.
+constexpr double uprightTop = 0.2;
+constexpr double wideTop = 0.36;
 
-constexpr double kButtonRadius = 26;
-constexpr double kButtonMargin = 46;
-constexpr double kButtonGlyph = 25;
+constexpr double buttonRadius = 26;
+constexpr double buttonMargin = 46;
+constexpr double buttonGlyph = 25;
 
-constexpr double kShadeHeight = 0.34;
-constexpr double kShadeAlpha = 0.34;
+constexpr double shadeHeight = 0.34;
+constexpr double shadeAlpha = 0.34;
 
-constexpr Size kHomeBar{134, 5};
-constexpr double kHomeBarBottom = 8;
+constexpr Size homeBar{134, 5};
+constexpr double homeBarBottom = 8;
 
 void drawShade(cairo_t* context, Size size, double edge, double inner) {
   setLinearSource(context, {0, edge}, {0, inner},
-                  {{0, kBlack.withAlpha(kShadeAlpha)},
-                   {0.5, kBlack.withAlpha(kShadeAlpha * 0.36)},
-                   {1, kBlack.withAlpha(0)}});
+                  {{0, black.withAlpha(shadeAlpha)},
+                   {0.5, black.withAlpha(shadeAlpha * 0.36)},
+                   {1, black.withAlpha(0)}});
   cairo_rectangle(context, 0, std::min(edge, inner), size.width, std::abs(edge - inner));
   cairo_fill(context);
 }
 
 void drawClock(cairo_t* context, Size size, const std::string& time, const std::string& date) {
   const double clock =
-      std::clamp(std::min(size.width, size.height) * kClockShare, kMinClock, kMaxClock);
-  const double type = std::max(clock * kDateShare, kMinDate);
-  const double top = size.height * (size.width > size.height ? kWideTop : kUprightTop);
+      std::clamp(std::min(size.width, size.height) * clockShare, minClock, maxClock);
+  const double type = std::max(clock * dateShare, minDate);
+  const double top = size.height * (size.width > size.height ? wideTop : uprightTop);
   const double middle = size.width / 2;
-  drawShadowedText(context, time, {middle, top},
-                   {clock, Weight::ExtraLight, kWhite, Align::Center});
+  drawShadowedText(context, time, {middle, top}, {clock, Weight::ExtraLight, white, Align::Center});
   drawShadowedText(context, date, {middle, top + type * 2},
-                   {type, Weight::Medium, kWhite, Align::Center});
+                   {type, Weight::Medium, white, Align::Center});
 }
 
 void drawButton(cairo_t* context, Point center, Glyph glyph) {
-  fillCircle(context, center, kButtonRadius, kBlack.withAlpha(0.28));
-  fillCircle(context, center, kButtonRadius, kWhite.withAlpha(0.12));
-  drawGlyph(context, glyph, center, kButtonGlyph, kWhite);
+  fillCircle(context, center, buttonRadius, black.withAlpha(0.28));
+  fillCircle(context, center, buttonRadius, white.withAlpha(0.12));
+  drawGlyph(context, glyph, center, buttonGlyph, white);
 }
 
 void drawHomeBar(cairo_t* context, Size size) {
-  const Rect bar{(size.width - kHomeBar.width) / 2, size.height - kHomeBarBottom - kHomeBar.height,
-                 kHomeBar.width, kHomeBar.height};
-  drawPlateShadow(context, bar, kHomeBar.height / 2, 4);
-  fillRoundedRect(context, bar, kHomeBar.height / 2, kWhite);
+  const Rect bar{(size.width - homeBar.width) / 2, size.height - homeBarBottom - homeBar.height,
+                 homeBar.width, homeBar.height};
+  drawPlateShadow(context, bar, homeBar.height / 2, 4);
+  fillRoundedRect(context, bar, homeBar.height / 2, white);
 }
 
 }  // namespace
 
 void drawLockScreen(cairo_t* context, Size size, const std::string& time, const std::string& date) {
   const SavedState saved(context);
-  drawShade(context, size, 0, size.height * kShadeHeight);
-  drawShade(context, size, size.height, size.height * (1 - kShadeHeight));
+  drawShade(context, size, 0, size.height * shadeHeight);
+  drawShade(context, size, size.height, size.height * (1 - shadeHeight));
   drawClock(context, size, time, date);
-  const double left = kButtonMargin + kButtonRadius;
-  const double low = size.height - kButtonMargin - kButtonRadius;
-  drawButton(context, {left, low}, Glyph::Torch);
+  const double left = buttonMargin + buttonRadius;
+  const double low = size.height - buttonMargin - buttonRadius;
+  drawButton(context, {left, low}, Glyph::Flashlight);
   drawButton(context, {size.width - left, low}, Glyph::Camera);
   drawShadowedText(context, "swipe up to open", {size.width / 2, size.height - 30},
-                   {14, Weight::Medium, kWhite.withAlpha(0.92), Align::Center});
+                   {14, Weight::Medium, white.withAlpha(0.92), Align::Center});
   drawHomeBar(context, size);
 }
 

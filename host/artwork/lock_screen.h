@@ -1,4 +1,4 @@
-// The lock screen's contents without its status bar. Units are points; the background is
+// The drawing of the lock screen, without its status bar. Units are points; the background is
 // transparent apart from soft dark gradients at the top and bottom edges.
 #pragma once
 
@@ -10,8 +10,9 @@
 
 namespace artwork {
 
-// Draws, over the full screen of `size`, `date` and a large thin `time`, two round buttons (torch
-// and camera), the hint how to open, and the home bar. Works upright and sideways, phone and pad.
+// Draws, over the full screen {0, 0, size}, the date and a large thin time, two round buttons
+// (flashlight and camera), a hint on how to open it, and the home bar. For any kind of device,
+// upright or sideways.
 void drawLockScreen(cairo_t* context, Size size, const std::string& time, const std::string& date);
 
 }  // namespace artwork

@@ -10,27 +10,29 @@ namespace {
 
 using Pattern = std::unique_ptr<cairo_pattern_t, decltype(&cairo_pattern_destroy)>;
 
-// A corner takes up to this many radii of each side; more looks like a pillow, less like an arc.
-constexpr double kCornerReach = 1.5;
+// A corner takes up to this many radii of each side: with more the sides look bulged, with less
+// the corners are plain arcs.
+constexpr double cornerReach = 1.5;
 // Lengths of the Bézier handles, in parts of the corner: those of an arc and of a long corner.
-constexpr double kArcHandle = 0.5523;
-constexpr double kLongHandle = 0.75;
+constexpr double arcHandle = 0.5523;
+constexpr double longHandle = 0.75;
 
-constexpr int kPlateShadowLayers = 5;
-constexpr double kPlateShadowAlpha = 0.035;
+constexpr int plateShadowLayerCount = 5;
+constexpr double plateShadowAlpha = 0.035;
 
-constexpr int kShadowCopies = 8;
-constexpr double kShadowAlpha = 0.08;
-constexpr double kTextShadowShare = 0.2;  // Of the type size, up to a limit: copies must overlap.
-constexpr double kMaxTextShadow = 2.6;
+constexpr int shadowCopyCount = 8;
+constexpr double shadowAlpha = 0.08;
+// Of the type size, up to a limit, because the copies must overlap.
+constexpr double textShadowShare = 0.2;
+constexpr double maxTextShadow = 2.6;
 
-void addStop(cairo_pattern_t* pattern, double offset, const Colour& colour) {
-  cairo_pattern_add_color_stop_rgba(pattern, offset, colour.red, colour.green, colour.blue,
-                                    colour.alpha);
+void addStop(cairo_pattern_t* pattern, double offset, const Color& color) {
+  cairo_pattern_add_color_stop_rgba(pattern, offset, color.red, color.green, color.blue,
+                                    color.alpha);
 }
 
 const char* familyOf(Weight weight) {
-  // Cairo's own weights are only two, but the font's other weights are families too.
+  // Cairo itself knows two weights only, but the font's other weights are families too.
   switch (weight) {
     case Weight::ExtraLight:
       return "Inter Extra Light";
@@ -72,18 +74,18 @@ void removeLastCharacter(std::string& text) {
 
 }  // namespace
 
-void setSource(cairo_t* context, const Colour& colour) {
-  cairo_set_source_rgba(context, colour.red, colour.green, colour.blue, colour.alpha);
+void setSource(cairo_t* context, const Color& color) {
+  cairo_set_source_rgba(context, color.red, color.green, color.blue, color.alpha);
 }
 
 void setLinearSource(cairo_t* context, Point from, Point to, std::initializer_list<Stop> stops) {
   const Pattern pattern(cairo_pattern_create_linear(from.x, from.y, to.x, to.y),
                         &cairo_pattern_destroy);
-  for (const Stop& stop : stops) addStop(pattern.get(), stop.offset, stop.colour);
+  for (const Stop& stop : stops) addStop(pattern.get(), stop.offset, stop.color);
   cairo_set_source(context, pattern.get());
 }
 
-void setGlowSource(cairo_t* context, Point center, double radius, const Colour& inner) {
+void setGlowSource(cairo_t* context, Point center, double radius, const Color& inner) {
   const Pattern pattern(
       cairo_pattern_create_radial(center.x, center.y, 0, center.x, center.y, radius),
       &cairo_pattern_destroy);
@@ -98,9 +100,9 @@ void addRoundedRect(cairo_t* context, const Rect& rect, double radius) {
   const double half = std::min(rect.width, rect.height) / 2;
   const double arc = std::min(radius, half);
   if (arc <= 0) return cairo_rectangle(context, rect.x, rect.y, rect.width, rect.height);
-  const double corner = std::min(arc * kCornerReach, half);
-  const double length = (corner / arc - 1) / (kCornerReach - 1);
-  const double rest = corner * (1 - std::lerp(kArcHandle, kLongHandle, length));
+  const double corner = std::min(arc * cornerReach, half);
+  const double length = (corner / arc - 1) / (cornerReach - 1);
+  const double rest = corner * (1 - std::lerp(arcHandle, longHandle, length));
   const double right = rect.x + rect.width;
   const double bottom = rect.y + rect.height;
   cairo_new_sub_path(context);
@@ -122,31 +124,31 @@ void addCircle(cairo_t* context, Point center, double radius) {
   cairo_close_path(context);
 }
 
-void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Colour& colour) {
-  setSource(context, colour);
+void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Color& color) {
+  setSource(context, color);
   addRoundedRect(context, rect, radius);
   cairo_fill(context);
 }
 
-void fillCircle(cairo_t* context, Point center, double radius, const Colour& colour) {
-  setSource(context, colour);
+void fillCircle(cairo_t* context, Point center, double radius, const Color& color) {
+  setSource(context, color);
   addCircle(context, center, radius);
   cairo_fill(context);
 }
 
 void drawPlateShadow(cairo_t* context, const Rect& rect, double radius, double reach) {
-  for (int layer = 0; layer < kPlateShadowLayers; ++layer) {
-    const double grown = reach * (layer + 0.5) / kPlateShadowLayers - reach / 4;
+  for (int layer = 0; layer < plateShadowLayerCount; ++layer) {
+    const double grown = reach * (layer + 0.5) / plateShadowLayerCount - reach / 4;
     const Rect shadow{rect.x - grown, rect.y - grown + reach / 3, rect.width + 2 * grown,
                       rect.height + 2 * grown};
-    fillRoundedRect(context, shadow, radius + grown, kBlack.withAlpha(kPlateShadowAlpha));
+    fillRoundedRect(context, shadow, radius + grown, black.withAlpha(plateShadowAlpha));
   }
 }
 
 void drawText(cairo_t* context, const std::string& text, Point origin, const TextStyle& style) {
   const SavedState saved(context);
   selectFont(context, style);
-  setSource(context, style.colour);
+  setSource(context, style.color);
   const double shift = alignedShare(style.align) * selectedTextWidth(context, text);
   cairo_move_to(context, origin.x - shift, origin.y);
   cairo_show_text(context, text.c_str());
@@ -155,8 +157,8 @@ void drawText(cairo_t* context, const std::string& text, Point origin, const Tex
 
 void drawShadowedText(cairo_t* context, const std::string& text, Point origin,
                       const TextStyle& style) {
-  const double reach = std::min(style.size * kTextShadowShare, kMaxTextShadow);
-  drawShadowCopies(context, reach, [&](const Colour& shade) {
+  const double reach = std::min(style.size * textShadowShare, maxTextShadow);
+  drawShadowCopies(context, reach, [&](const Color& shade) {
     drawText(context, text, origin, {style.size, style.weight, shade, style.align});
   });
   drawText(context, text, origin, style);
@@ -176,14 +178,14 @@ std::string fittedText(cairo_t* context, const std::string& text, const TextStyl
 }
 
 void drawShadowCopies(cairo_t* context, double reach,
-                      const std::function<void(const Colour& shade)>& draw) {
+                      const std::function<void(const Color& shade)>& draw) {
   for (const double ring : {0.5, 1.0}) {
-    for (int copy = 0; copy < kShadowCopies; ++copy) {
+    for (int copy = 0; copy < shadowCopyCount; ++copy) {
       const SavedState saved(context);
-      const double angle = 2 * std::numbers::pi * copy / kShadowCopies;
+      const double angle = 2 * std::numbers::pi * copy / shadowCopyCount;
       cairo_translate(context, std::cos(angle) * reach * ring,
                       std::sin(angle) * reach * ring + reach * 0.4);
-      draw(kBlack.withAlpha(kShadowAlpha));
+      draw(black.withAlpha(shadowAlpha));
     }
   }
 }

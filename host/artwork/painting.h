@@ -1,4 +1,4 @@
-// The drawing vocabulary all of the artwork shares: colours, rounded shapes, gradients and text.
+// What all drawings of the artwork share: colors, rounded shapes, gradients and text.
 // Units are points. Nothing here has a background of its own.
 #pragma once
 
@@ -18,22 +18,22 @@ struct Point {
 };
 
 // Components from 0 to 1; alpha is not multiplied into the others.
-struct Colour {
+struct Color {
   double red;
   double green;
   double blue;
   double alpha = 1;
 
-  constexpr Colour withAlpha(double value) const { return {red, green, blue, value}; }
+  constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
 };
 
-// A colour from 0xRRGGBB.
-constexpr Colour rgb(unsigned hex) {
+// A color from 0xRRGGBB.
+constexpr Color rgb(unsigned hex) {
   return {(hex >> 16 & 0xff) / 255.0, (hex >> 8 & 0xff) / 255.0, (hex & 0xff) / 255.0};
 }
 
-inline constexpr Colour kWhite{1, 1, 1};
-inline constexpr Colour kBlack{0, 0, 0};
+inline constexpr Color white{1, 1, 1};
+inline constexpr Color black{0, 0, 0};
 
 // Saves the context's state and restores it at the end of the scope.
 class SavedState {
@@ -47,24 +47,25 @@ class SavedState {
   cairo_t* context_;
 };
 
+// A color of a gradient; the offset runs from 0 to 1.
 struct Stop {
   double offset;
-  Colour colour;
+  Color color;
 };
 
-void setSource(cairo_t* context, const Colour& colour);
+void setSource(cairo_t* context, const Color& color);
 void setLinearSource(cairo_t* context, Point from, Point to, std::initializer_list<Stop> stops);
-// From the inner colour at `center` to fully transparent at `radius`, without a visible rim.
-void setGlowSource(cairo_t* context, Point center, double radius, const Colour& inner);
+// From the inner color at center to fully transparent at radius, without a visible rim.
+void setGlowSource(cairo_t* context, Point center, double radius, const Color& inner);
 
 // Both append to the current path. The rounded rectangle's curvature grows continuously from the
 // sides into the corners where there is room for it; a radius of half the height gives a capsule.
 void addRoundedRect(cairo_t* context, const Rect& rect, double radius);
 void addCircle(cairo_t* context, Point center, double radius);
 
-void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Colour& colour);
-void fillCircle(cairo_t* context, Point center, double radius, const Colour& colour);
-// The soft shadow that a plate throws below itself, `reach` points wide.
+void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Color& color);
+void fillCircle(cairo_t* context, Point center, double radius, const Color& color);
+// The soft shadow that a plate casts below itself. reach: its width.
 void drawPlateShadow(cairo_t* context, const Rect& rect, double radius, double reach);
 
 enum class Weight { ExtraLight, Medium, SemiBold };
@@ -73,21 +74,22 @@ enum class Align { Left, Center, Right };
 struct TextStyle {
   double size;
   Weight weight;
-  Colour colour;
+  Color color;
   Align align = Align::Left;
 };
 
-// One line of text; `origin` lies on the baseline at the side that `style.align` names.
+// One line of text; the origin lies on the baseline, at the side that the style is aligned to.
 void drawText(cairo_t* context, const std::string& text, Point origin, const TextStyle& style);
-// The same above a soft dark shadow, readable over any picture.
+// The same over a soft dark shadow, readable in front of any picture.
 void drawShadowedText(cairo_t* context, const std::string& text, Point origin,
                       const TextStyle& style);
-// `text`, shortened with an ellipsis to at most `width` points.
+// The text, shortened with an ellipsis if it is wider than this.
 std::string fittedText(cairo_t* context, const std::string& text, const TextStyle& style,
                        double width);
 
-// Calls `draw` for each faint copy of a soft shadow, with the context moved and `shade` to draw in.
+// Calls draw once for each faint copy that makes up a soft shadow: the context is moved, and shade
+// is the color to draw in. reach: how far the copies are moved.
 void drawShadowCopies(cairo_t* context, double reach,
-                      const std::function<void(const Colour& shade)>& draw);
+                      const std::function<void(const Color& shade)>& draw);
 
 }  // namespace artwork

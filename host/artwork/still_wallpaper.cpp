@@ -11,25 +11,29 @@
 namespace artwork {
 namespace {
 
-// The top edge of a layer. Vertical measures follow the screen's height; waves follow `unitOf`, so
-// that they are as steep on a wide screen as on a high one.
+// The top edge of a layer. Vertical measures follow the screen's height; waves follow the
+// unit, which is made of both sides, so that they are as steep on a wide screen as on a high one.
 struct Wave {
-  double base;       // Of the height.
-  double amplitude;  // Of the unit.
-  double length;     // Of the unit.
+  // Of the height.
+  double base;
+  // Both of the unit.
+  double amplitude;
+  double length;
   double phase;
 };
 
 struct Layer {
   Wave wave;
-  Colour crest;
-  Colour foot;
-  double depth;  // Of the unit, from crest to foot.
+  Color crest;
+  Color foot;
+  // From crest to foot, of the unit.
+  double depth;
 };
 
-constexpr double kStep = 4;
-constexpr int kGrainSide = 128;
-constexpr std::uint32_t kGrainLevels = 3;  // Zero included; the strongest is 2 of 255.
+constexpr double stepWidth = 4;
+constexpr int grainSide = 128;
+// Zero included; the strongest is 2 of 255.
+constexpr std::uint32_t grainLevels = 3;
 
 double unitOf(Size size) {
   return std::sqrt(size.width * size.height);
@@ -37,7 +41,7 @@ double unitOf(Size size) {
 
 double heightOf(const Wave& wave, Size size, double x) {
   const double unit = unitOf(size);
-  // Measured from the middle, which then shows the same motif at every aspect ratio.
+  // Measured from the middle, so that it shows the same motif at every aspect ratio.
   const double turn =
       2 * std::numbers::pi * (x - size.width / 2) / (wave.length * unit) + wave.phase;
   const double shape = std::sin(turn) + 0.4 * std::sin(2.17 * turn + 1.3 * wave.phase);
@@ -45,9 +49,9 @@ double heightOf(const Wave& wave, Size size, double x) {
 }
 
 void addWaveEdge(cairo_t* context, const Wave& wave, Size size, double left, double right) {
-  const int steps = static_cast<int>(std::ceil((right - left) / kStep));
+  const int steps = static_cast<int>(std::ceil((right - left) / stepWidth));
   for (int step = 0; step <= steps; ++step) {
-    const double x = left + step * kStep;
+    const double x = left + step * stepWidth;
     cairo_line_to(context, x, heightOf(wave, size, x));
   }
 }
@@ -57,7 +61,7 @@ void fillLayer(cairo_t* context, const Layer& layer, Size size, double overhang)
   const double bottom = size.height + overhang;
   cairo_new_path(context);
   addWaveEdge(context, layer.wave, size, -overhang, right);
-  cairo_line_to(context, right + kStep, bottom);
+  cairo_line_to(context, right + stepWidth, bottom);
   cairo_line_to(context, -overhang, bottom);
   cairo_close_path(context);
   const double crest = layer.wave.base * size.height - layer.wave.amplitude * unitOf(size);
@@ -72,8 +76,8 @@ void fillSky(cairo_t* context, Size size, std::initializer_list<Stop> stops) {
   cairo_fill(context);
 }
 
-void fillGlow(cairo_t* context, Point center, double radius, const Colour& colour) {
-  setGlowSource(context, center, radius, colour);
+void fillGlow(cairo_t* context, Point center, double radius, const Color& color) {
+  setGlowSource(context, center, radius, color);
   cairo_rectangle(context, center.x - radius, center.y - radius, 2 * radius, 2 * radius);
   cairo_fill(context);
 }
@@ -89,27 +93,28 @@ void drawHills(cairo_t* context, Size size) {
   const Point sun{size.width * 0.64, size.height * 0.6};
   fillGlow(context, sun, unit * 0.55, rgb(0xffc48a).withAlpha(0.5));
   fillCircle(context, sun, unit * 0.078, rgb(0xfbd3a0));
-  constexpr Layer kHills[] = {
+  constexpr Layer hills[] = {
       {{0.605, 0.022, 0.92, 0.4}, rgb(0xa9617f), rgb(0xc97f7f), 0.16},
       {{0.665, 0.034, 0.74, 2.2}, rgb(0x7b4878), rgb(0xa3627e), 0.2},
       {{0.745, 0.038, 0.98, 4.1}, rgb(0x51366d), rgb(0x7a4a79), 0.24},
       {{0.83, 0.042, 0.8, 0.9}, rgb(0x31295a), rgb(0x4d3a6e), 0.26},
       {{0.925, 0.045, 1.1, 3.0}, rgb(0x1b1c44), rgb(0x2a2755), 0.24},
   };
-  for (const Layer& hill : kHills) fillLayer(context, hill, size, 0);
+  for (const Layer& hill : hills) fillLayer(context, hill, size, 0);
 }
 
 void drawStars(cairo_t* context, Size size) {
-  constexpr int kStars = 70;
-  constexpr double kGolden = 0.6180339887;
-  constexpr double kPlastic = 0.7548776662;
-  for (int star = 1; star <= kStars; ++star) {
-    const double x = std::fmod(star * kGolden + 0.13 * std::sin(star * 3.7), 1.0);
-    const double y = std::fmod(star * kPlastic + 0.11 * std::sin(star * 5.1) + 1, 1.0);
+  constexpr int starCount = 70;
+  // Steps of the golden and of the plastic ratio spread the stars evenly.
+  constexpr double goldenStep = 0.6180339887;
+  constexpr double plasticStep = 0.7548776662;
+  for (int star = 1; star <= starCount; ++star) {
+    const double x = std::fmod(star * goldenStep + 0.13 * std::sin(star * 3.7), 1.0);
+    const double y = std::fmod(star * plasticStep + 0.11 * std::sin(star * 5.1) + 1, 1.0);
     const double brightness = std::fmod(star * 0.37, 1.0);
     fillCircle(context, {x * size.width, y * size.height * 0.62},
                0.5 + 0.7 * brightness * brightness,
-               kWhite.withAlpha((1 - y * 0.8) * (0.25 + 0.5 * brightness)));
+               white.withAlpha((1 - y * 0.8) * (0.25 + 0.5 * brightness)));
   }
 }
 
@@ -132,13 +137,13 @@ void drawNight(cairo_t* context, Size size) {
   const double unit = unitOf(size);
   drawStars(context, size);
   drawMoon(context, {size.width * 0.74, size.height * 0.4}, unit * 0.05);
-  constexpr Layer kRidges[] = {
+  constexpr Layer ridges[] = {
       {{0.74, 0.022, 0.7, 1.0}, rgb(0x4f8f96), rgb(0x86b5a6), 0.16},
       {{0.79, 0.03, 0.62, 2.6}, rgb(0x2f6a7c), rgb(0x5c9596), 0.18},
       {{0.86, 0.032, 0.85, 3.4}, rgb(0x1d4560), rgb(0x38707f), 0.2},
       {{0.94, 0.03, 1.0, 5.3}, rgb(0x0f1b3c), rgb(0x1c3a56), 0.18},
   };
-  for (const Layer& ridge : kRidges) fillLayer(context, ridge, size, 0);
+  for (const Layer& ridge : ridges) fillLayer(context, ridge, size, 0);
 }
 
 void drawFolds(cairo_t* context, Size size) {
@@ -147,7 +152,7 @@ void drawFolds(cairo_t* context, Size size) {
   cairo_translate(context, size.width / 2, size.height / 2);
   cairo_rotate(context, -0.42);
   cairo_translate(context, -size.width / 2, -size.height / 2);
-  constexpr Layer kFolds[] = {
+  constexpr Layer folds[] = {
       {{0.10, 0.05, 1.5, 0.6}, rgb(0x3d3f8c), rgb(0x1a1d4c), 0.42},
       {{0.28, 0.06, 1.7, 2.1}, rgb(0x5d4796), rgb(0x231f55), 0.46},
       {{0.46, 0.06, 1.4, 4.0}, rgb(0x8d5391), rgb(0x33255f), 0.46},
@@ -155,31 +160,31 @@ void drawFolds(cairo_t* context, Size size) {
       {{0.80, 0.05, 1.5, 1.2}, rgb(0x3f8a96), rgb(0x1c2c5c), 0.5},
       {{0.99, 0.05, 1.7, 3.1}, rgb(0x2c5580), rgb(0x141a44), 0.4},
   };
-  for (const Layer& fold : kFolds) fillLayer(context, fold, size, unitOf(size));
+  for (const Layer& fold : folds) fillLayer(context, fold, size, unitOf(size));
 }
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 
-// Faint black and white dots, each of `kGrainLevels` strengths.
+// Faint black and white dots.
 Surface makeGrain() {
-  Surface grain(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kGrainSide, kGrainSide),
+  Surface grain(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, grainSide, grainSide),
                 &cairo_surface_destroy);
   unsigned char* row = cairo_image_surface_get_data(grain.get());
   std::uint32_t random = 0x9e3779b9;
-  for (int y = 0; y < kGrainSide; ++y, row += cairo_image_surface_get_stride(grain.get())) {
+  for (int y = 0; y < grainSide; ++y, row += cairo_image_surface_get_stride(grain.get())) {
     auto* pixels = reinterpret_cast<std::uint32_t*>(row);
-    for (int x = 0; x < kGrainSide; ++x) {
+    for (int x = 0; x < grainSide; ++x) {
       random ^= random << 13, random ^= random >> 17, random ^= random << 5;
-      const std::uint32_t alpha = random % kGrainLevels;
-      const std::uint32_t white = random >> 31;
-      pixels[x] = alpha * (white != 0 ? 0x01010101U : 0x01000000U);
+      const std::uint32_t alpha = random % grainLevels;
+      const bool isWhite = random >> 31 != 0;
+      pixels[x] = alpha * (isWhite ? 0x01010101U : 0x01000000U);
     }
   }
   cairo_surface_mark_dirty(grain.get());
   return grain;
 }
 
-// Eight bits per colour are too few for wide dark gradients: grain hides the bands.
+// Eight bits per channel are too few for wide dark gradients: grain hides the bands.
 void addGrain(cairo_t* context, Size size) {
   const SavedState saved(context);
   const Surface grain = makeGrain();

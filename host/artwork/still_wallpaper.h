@@ -1,5 +1,5 @@
-// The home screen's own still wallpaper, which an animated one replaces. Three related dusk
-// landscapes of soft layers fill the whole size (points) at any aspect ratio. The result is opaque.
+// The drawing of the still wallpapers, which animated ones replace: three related landscapes of
+// soft layers at dusk, for any aspect ratio. Units are points; the result is opaque.
 #pragma once
 
 #include <cairo.h>
@@ -9,12 +9,15 @@
 namespace artwork {
 
 enum class Still {
-  Shared,      // Layered hills under a low sun: lock and home screen show the same picture.
-  LockScreen,  // A starry night with a moon above misty ridges.
-  HomeScreen,  // Broad calm folds of colour, without any detail behind the icons.
+  // Layered hills under a low sun; lock and home screen show the same picture.
+  Shared,
+  // A starry night with a moon above misty ridges.
+  LockScreen,
+  // Broad calm folds of color, without any detail behind the icons.
+  HomeScreen,
 };
 
-// Covers {0, 0, size} with the scene `still`.
+// Covers {0, 0, size} with the landscape.
 void drawStillWallpaper(cairo_t* context, Size size, Still still);
 
 }  // namespace artwork

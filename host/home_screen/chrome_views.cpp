@@ -60,14 +60,14 @@ void KeyHelpView::paint(cairo_t* context, artwork::Size size) {
   const double plateHeight = std::size(keyHelp) * lineHeight + 2 * margin;
   const artwork::Rect plate{(size.width - plateWidth) / 2, (size.height - plateHeight) / 2,
                             plateWidth, plateHeight};
-  artwork::fillRoundedRect(context, plate, radius, artwork::kBlack.withAlpha(0.86));
+  artwork::fillRoundedRect(context, plate, radius, artwork::black.withAlpha(0.86));
   double baseline = plate.y + margin + fontSize;
   for (const auto& [key, effect] : keyHelp) {
     const double left = plate.x + margin;
     artwork::drawText(context, key, {left, baseline},
-                      {fontSize, Weight::SemiBold, artwork::kWhite, Align::Left});
+                      {fontSize, Weight::SemiBold, artwork::white, Align::Left});
     artwork::drawText(context, effect, {left + 64, baseline},
-                      {fontSize, Weight::Medium, artwork::kWhite, Align::Left});
+                      {fontSize, Weight::Medium, artwork::white, Align::Left});
     baseline += lineHeight;
   }
 }
