@@ -32,18 +32,18 @@ constexpr App apps[] = {
     {"Settings", Glyph::Sliders, rgb(0x9aa3b8), rgb(0x5d667f)},
 };
 
-constexpr std::size_t dockCount(bool pad) {
-  return pad ? padDockCount : phoneDockCount;
+constexpr std::size_t dockCount(host::Idiom idiom) {
+  return idiom == host::Idiom::Pad ? padDockCount : phoneDockCount;
 }
 
 }  // namespace
 
-std::span<const App> dockApps(bool pad) {
-  return std::span(apps).first(dockCount(pad));
+std::span<const App> dockApps(host::Idiom idiom) {
+  return std::span(apps).first(dockCount(idiom));
 }
 
-std::span<const App> gridApps(bool pad) {
-  return std::span(apps).subspan(dockCount(pad));
+std::span<const App> gridApps(host::Idiom idiom) {
+  return std::span(apps).subspan(dockCount(idiom));
 }
 
 }  // namespace artwork

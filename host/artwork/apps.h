@@ -5,6 +5,7 @@
 
 #include "host/artwork/glyphs.h"
 #include "host/artwork/painting.h"
+#include "host/options/idiom.h"
 
 namespace artwork {
 
@@ -19,7 +20,7 @@ struct App {
 };
 
 // A pad's dock holds more apps than a phone's; the grid has those that are not in the dock.
-std::span<const App> dockApps(bool pad);
-std::span<const App> gridApps(bool pad);
+std::span<const App> dockApps(host::Idiom idiom);
+std::span<const App> gridApps(host::Idiom idiom);
 
 }  // namespace artwork

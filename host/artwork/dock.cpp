@@ -16,7 +16,7 @@ constexpr double padGap = 22;
 // Of an icon's side. Icons become smaller where there is no room for such gaps.
 constexpr double minGapShare = 0.2;
 // A sideways phone's status bar runs across the end of the dock, which keeps clear of it.
-constexpr double verticalMargin = 36;
+constexpr double columnEndMargin = 36;
 
 struct Strip {
   double length;
@@ -35,32 +35,34 @@ void drawPlate(cairo_t* context, const Rect& plate) {
   cairo_stroke(context);
 }
 
-double plateLength(const Strip& strip, int count, bool vertical, bool pad) {
-  const double room = strip.length - 2 * (vertical ? verticalMargin : plateMargin);
-  if (!pad) return room;
-  return std::min(room, count * (iconSide(pad) + padGap) + padGap);
+double plateLength(const Strip& strip, int count, DockEdge edge, host::Idiom idiom) {
+  const double endMargin = edge == DockEdge::Right ? columnEndMargin : plateMargin;
+  const double room = strip.length - 2 * endMargin;
+  if (idiom == host::Idiom::Phone) return room;
+  return std::min(room, count * (iconSide(idiom) + padGap) + padGap);
 }
 
 }  // namespace
 
-void drawDock(cairo_t* context, Size size, bool vertical, bool pad) {
+void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
   const SavedState saved(context);
-  const Strip strip = vertical ? Strip{size.height, size.width} : Strip{size.width, size.height};
-  const std::span<const App> apps = dockApps(pad);
+  const bool isColumn = edge == DockEdge::Right;
+  const Strip strip = isColumn ? Strip{size.height, size.width} : Strip{size.width, size.height};
+  const std::span<const App> apps = dockApps(idiom);
   const int count = static_cast<int>(apps.size());
-  const double length = plateLength(strip, count, vertical, pad);
+  const double length = plateLength(strip, count, edge, idiom);
   const double start = (strip.length - length) / 2;
   const double thickness = strip.thickness - 2 * plateMargin;
-  drawPlate(context, vertical ? Rect{plateMargin, start, thickness, length}
+  drawPlate(context, isColumn ? Rect{plateMargin, start, thickness, length}
                               : Rect{start, plateMargin, length, thickness});
-  const double side = std::min(iconSide(pad), length / (count * (1 + minGapShare)));
+  const double side = std::min(iconSide(idiom), length / (count * (1 + minGapShare)));
   const double across = (strip.thickness - side) / 2;
   // A phone's icons spread over the whole strip, so that they stand below the grid's columns.
-  const bool aligned = !vertical && !pad;
+  const bool isAligned = !isColumn && idiom == host::Idiom::Phone;
   for (int index = 0; index < count; ++index) {
-    const double along = aligned ? spreadOffset(index, count, side, strip.length)
-                                 : start + spreadOffset(index, count, side, length);
-    drawIcon(context, apps[index], vertical ? Point{across, along} : Point{along, across}, side);
+    const double along = isAligned ? spreadOffset(index, count, side, strip.length)
+                                   : start + spreadOffset(index, count, side, length);
+    drawIcon(context, apps[index], isColumn ? Point{across, along} : Point{along, across}, side);
   }
 }
 

@@ -5,12 +5,16 @@
 #include <cairo.h>
 
 #include "host/artwork/geometry.h"
+#include "host/options/idiom.h"
 
 namespace artwork {
 
-// Draws four icons on a phone or six on a pad (pad), in a column when the dock is vertical and
-// in a row otherwise. size is the whole strip along the screen's edge, the plate's margins
-// included: 96 points thick on a phone, 110 on a pad.
-void drawDock(cairo_t* context, Size size, bool vertical, bool pad);
+// The edge of the screen that the dock stands at.
+enum class DockEdge { Bottom, Right };
+
+// Draws four icons on a phone or six on a pad, in a row at the bottom or in a column at the right.
+// size: of the whole strip along the edge, the plate's margins included; it is 96 points thick on a
+// phone, 110 on a pad.
+void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom);
 
 }  // namespace artwork

@@ -59,11 +59,11 @@ void drawPageDots(cairo_t* context, Size area) {
 
 }  // namespace
 
-void drawHomeIcons(cairo_t* context, Size area, bool pad) {
+void drawHomeIcons(cairo_t* context, Size area, host::Idiom idiom) {
   const SavedState saved(context);
-  const GridStyle& style = pad ? padGrid : phoneGrid;
-  const std::span<const App> apps = gridApps(pad);
-  const double side = iconSide(pad);
+  const GridStyle& style = idiom == host::Idiom::Pad ? padGrid : phoneGrid;
+  const std::span<const App> apps = gridApps(idiom);
+  const double side = iconSide(idiom);
   const Grid grid = layOut(area, style, side, static_cast<int>(apps.size()));
   const TextStyle label{style.labelSize, Weight::Medium, white, Align::Center};
   const int count = std::min(static_cast<int>(apps.size()), grid.columns * grid.rows);

@@ -23,8 +23,8 @@ void strokeRim(cairo_t* context, const Rect& plate, double radius) {
 
 }  // namespace
 
-double iconSide(bool pad) {
-  return pad ? padIconSide : phoneIconSide;
+double iconSide(host::Idiom idiom) {
+  return idiom == host::Idiom::Pad ? padIconSide : phoneIconSide;
 }
 
 double spreadOffset(int index, int count, double side, double length) {

@@ -5,11 +5,12 @@
 
 #include "host/artwork/apps.h"
 #include "host/artwork/painting.h"
+#include "host/options/idiom.h"
 
 namespace artwork {
 
 // The side of an icon on a phone or a pad.
-double iconSide(bool pad);
+double iconSide(host::Idiom idiom);
 
 // Where an item begins, given its index, when count items are spread over a length with equal gaps
 // between and around them. side: the length of an item. Grid and dock share this rule, so that

@@ -38,7 +38,7 @@ void StatusBarView::paint(cairo_t* context, artwork::Size size) {
 }
 
 void HomeIconsView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawHomeIcons(context, size, idiom_ == Idiom::Pad);
+  artwork::drawHomeIcons(context, size, idiom_);
 }
 
 void LockScreenView::paint(cairo_t* context, artwork::Size size) {

@@ -1,7 +1,5 @@
 #include "host/home_screen/dock_view.h"
 
-#include "host/artwork/dock.h"
-
 namespace host {
 namespace {
 
@@ -29,16 +27,17 @@ platform::CGFloat DockView::defaultHeight() {
       platform::classObject(platform::objc_getClass("SBDockView")), "defaultHeight");
 }
 
-void DockView::layOut(platform::CGSize screen, bool standsAtSide) {
+void DockView::layOut(platform::CGSize screen, artwork::DockEdge edge) {
   const platform::CGFloat height = defaultHeight();
-  standsAtSide_ = standsAtSide;
+  edge_ = edge;
   forgetPainting();
-  setFrame(standsAtSide ? platform::CGRect{screen.width - height, 0, height, screen.height}
-                        : platform::CGRect{0, screen.height - height, screen.width, height});
+  setFrame(edge == artwork::DockEdge::Right
+               ? platform::CGRect{screen.width - height, 0, height, screen.height}
+               : platform::CGRect{0, screen.height - height, screen.width, height});
 }
 
 void DockView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawDock(context, size, standsAtSide_, idiom_ == Idiom::Pad);
+  artwork::drawDock(context, size, edge_, idiom_);
 }
 
 }  // namespace host

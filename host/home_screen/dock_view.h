@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "host/artwork/dock.h"
 #include "host/home_screen/cached_view.h"
 #include "host/options/idiom.h"
 #include "platform/linux/views/view_class.h"
@@ -18,8 +19,8 @@ class DockView : public CachedView {
   // The dock's thickness in points, asked of the class by name, as everybody in the process does.
   static platform::CGFloat defaultHeight();
 
-  // Along the given edge of a screen of this size: the bottom, or the right side.
-  void layOut(platform::CGSize screen, bool standsAtSide);
+  // Along this edge of a screen of this size.
+  void layOut(platform::CGSize screen, artwork::DockEdge edge);
 
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
@@ -30,7 +31,7 @@ class DockView : public CachedView {
   explicit DockView(Idiom idiom) : idiom_(idiom) {}
 
   const Idiom idiom_;
-  bool standsAtSide_ = false;
+  artwork::DockEdge edge_ = artwork::DockEdge::Bottom;
 };
 
 }  // namespace host

@@ -7,6 +7,7 @@
 namespace host {
 namespace {
 
+using artwork::DockEdge;
 using platform::CGFloat;
 using platform::CGRect;
 using platform::CGSize;
@@ -70,7 +71,7 @@ void Screen::layOut() {
   }
   WallpaperController::instance().layOut(whole);
   statusBar_->setFrame({0, 0, whole.width, statusBarHeight});
-  dock_->layOut(whole, dockStandsAtSide);
+  dock_->layOut(whole, dockStandsAtSide ? DockEdge::Right : DockEdge::Bottom);
   const CGRect dock = dock_->frame();
   const CGFloat right = dockStandsAtSide ? dock.x : whole.width;
   const CGFloat bottom = dockStandsAtSide ? whole.height : dock.y;
