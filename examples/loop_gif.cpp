@@ -1,4 +1,4 @@
-#include "loop_gif.h"
+#include "examples/loop_gif.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +16,8 @@
 
 namespace {
 
-using Indices = std::vector<GifByteType>;  // A picture in colors of the palette.
+// A picture in colors of the palette.
+using Indices = std::vector<GifByteType>;
 
 int channel(std::uint32_t color, int shift) {
   return static_cast<int>(color >> shift & 255);
@@ -31,29 +32,31 @@ int distance(std::uint32_t a, std::uint32_t b) {
   return sum;
 }
 
-constexpr std::size_t kPaletteSize = 256;
-constexpr GifByteType kTransparent = kPaletteSize - 1;  // The one index that stands for no color.
+constexpr std::size_t paletteSize = 256;
+// The one index that stands for no color.
+constexpr GifByteType transparent = paletteSize - 1;
 
 // Colors of the frames, each in turn the one farthest from all before it, so that they reach the
 // extremes, as dithering needs; common colors count as farther, so that gradients get more of them.
 Picture choosePalette(const std::vector<Picture>& frames) {
-  constexpr std::size_t kSampleEvery = 6;
-  constexpr double kFavorCommon = 0.4;
+  constexpr std::size_t sampleStep = 6;
+  constexpr double countExponent = 0.4;
   std::map<std::uint32_t, double> counts;
-  for (std::size_t i = 0; i < frames.size(); i += kSampleEvery) {
+  for (std::size_t i = 0; i < frames.size(); i += sampleStep) {
     for (const std::uint32_t color : frames[i]) ++counts[color];
   }
   struct Candidate {
     std::uint32_t color;
-    double weight, gap;
+    double weight;
+    double gap;
   };
   std::vector<Candidate> candidates;
   for (const auto& [color, count] : counts) {
     candidates.push_back(
-        {color, std::pow(count, kFavorCommon), std::numeric_limits<double>::max()});
+        {color, std::pow(count, countExponent), std::numeric_limits<double>::max()});
   }
   Picture palette{candidates.front().color};
-  while (palette.size() < kTransparent) {
+  while (palette.size() < transparent) {
     for (Candidate& candidate : candidates) {
       candidate.gap =
           std::min(candidate.gap, candidate.weight * distance(candidate.color, palette.back()));
@@ -80,22 +83,25 @@ class Ditherer {
   Ditherer(Picture palette, int width) : palette_(std::move(palette)), width_(width) {}
 
   Indices dither(const Picture& picture) {
-    constexpr std::array<int, kLevels> kBayer{0, 8, 2, 10, 12, 4, 14, 6, 3, 11, 1, 9, 15, 7, 13, 5};
+    constexpr std::array<int, levelCount> bayer{0, 8,  2, 10, 12, 4, 14, 6,
+                                                3, 11, 1, 9,  15, 7, 13, 5};
     Indices indices(picture.size());
     for (std::size_t i = 0; i < picture.size(); ++i) {
-      const auto [known, is_new] = blends_.try_emplace(picture[i]);
-      if (is_new) known->second = blendFor(picture[i]);
-      indices[i] = known->second[kBayer[i / width_ % 4 * 4 + i % width_ % 4]];
+      const auto [known, isNew] = blends_.try_emplace(picture[i]);
+      if (isNew) known->second = blendFor(picture[i]);
+      indices[i] = known->second[bayer[i / width_ % 4 * 4 + i % width_ % 4]];
     }
     return indices;
   }
 
  private:
-  static constexpr int kLevels = 16;
-  using Blend = std::array<GifByteType, kLevels>;  // Indices that average to a color, dark first.
+  static constexpr int levelCount = 16;
+  // Indices that average to a color, dark first.
+  using Blend = std::array<GifByteType, levelCount>;
 
   Blend blendFor(std::uint32_t color) const {
-    constexpr int kMostCarried = 10;  // Keeps out colors that lie far from the one wanted.
+    // Keeps out colors that lie far from the one wanted.
+    constexpr int maxCarriedError = 10;
     Blend blend;
     std::array<int, 3> error{};
     for (GifByteType& index : blend) {
@@ -109,7 +115,7 @@ class Ditherer {
       index = static_cast<GifByteType>(nearest - palette_.begin());
       for (int i = 0; i < 3; ++i) {
         const int missed = channel(wanted, 8 * i) - channel(*nearest, 8 * i);
-        error[i] = std::clamp(missed, -kMostCarried, kMostCarried);
+        error[i] = std::clamp(missed, -maxCarriedError, maxCarriedError);
       }
     }
     std::sort(blend.begin(), blend.end());
@@ -122,7 +128,10 @@ class Ditherer {
 };
 
 struct Rectangle {
-  int left, top, right, bottom;
+  int left;
+  int top;
+  int right;
+  int bottom;
 };
 
 // A GIF frame cannot be empty: where nothing changed, the part is one pixel.
@@ -141,38 +150,39 @@ Rectangle changedPart(const LoopFormat& format, const Indices& before, const Ind
 // The frame with every unchanged pixel transparent: such long runs compress to next to nothing.
 Indices hideUnchanged(const Indices& before, Indices after) {
   for (std::size_t i = 0; i < after.size(); ++i) {
-    if (after[i] == before[i]) after[i] = kTransparent;
+    if (after[i] == before[i]) after[i] = transparent;
   }
   return after;
 }
 
-// Writes a GIF that loops for ever. Throws if anything fails.
+// Writes a GIF that loops forever. Throws std::runtime_error on failure.
 class GifWriter {
  public:
   GifWriter(const char* path, const LoopFormat& format, const Picture& palette)
       : format_(format), gif_(EGifOpenFileName(path, false, nullptr)) {
     check(gif_ != nullptr);
     EGifSetGifVersion(gif_.get(), true);
-    std::array<GifColorType, kPaletteSize> colors{};
+    std::array<GifColorType, paletteSize> colors{};
     std::transform(palette.begin(), palette.end(), colors.begin(), [](std::uint32_t color) {
       const auto byte = [&](int shift) { return static_cast<GifByteType>(channel(color, shift)); };
       return GifColorType{byte(16), byte(8), byte(0)};
     });
-    ColorMapObject map{kPaletteSize, kColorBits, false, colors.data()};
-    constexpr std::array<GifByteType, 3> kLoopForEver{1, 0, 0};
-    check(EGifPutScreenDesc(gif_.get(), format.width, format.height, kColorBits, 0, &map) &&
+    ColorMapObject map{paletteSize, colorBits, false, colors.data()};
+    constexpr std::array<GifByteType, 3> loopForever{1, 0, 0};
+    check(EGifPutScreenDesc(gif_.get(), format.width, format.height, colorBits, 0, &map) &&
           EGifPutExtensionLeader(gif_.get(), APPLICATION_EXT_FUNC_CODE) &&
           EGifPutExtensionBlock(gif_.get(), 11, "NETSCAPE2.0") &&
-          EGifPutExtensionBlock(gif_.get(), kLoopForEver.size(), kLoopForEver.data()) &&
+          EGifPutExtensionBlock(gif_.get(), loopForever.size(), loopForever.data()) &&
           EGifPutExtensionTrailer(gif_.get()));
   }
 
   void addFrame(const Indices& indices, const Rectangle& part) {
-    const GraphicsControlBlock control{DISPOSE_DO_NOT, false, format_.delay_centiseconds,
-                                       kTransparent};
+    const GraphicsControlBlock control{DISPOSE_DO_NOT, false, format_.delayCentiseconds,
+                                       transparent};
     std::array<GifByteType, 4> extension{};
     EGifGCBToExtension(&control, extension.data());
-    const int width = part.right - part.left, height = part.bottom - part.top;
+    const int width = part.right - part.left;
+    const int height = part.bottom - part.top;
     check(
         EGifPutExtension(gif_.get(), GRAPHICS_EXT_FUNC_CODE, extension.size(), extension.data()) &&
         EGifPutImageDesc(gif_.get(), part.left, part.top, width, height, false, nullptr));
@@ -186,7 +196,7 @@ class GifWriter {
   void finish() { check(EGifCloseFile(gif_.release(), nullptr)); }
 
  private:
-  static constexpr int kColorBits = 8;
+  static constexpr int colorBits = 8;
 
   struct Closer {
     void operator()(GifFileType* gif) const { EGifCloseFile(gif, nullptr); }
@@ -206,7 +216,7 @@ void writeLoopGif(const char* path, const LoopFormat& format, const std::vector<
   const Picture palette = choosePalette(frames);
   Ditherer ditherer(palette, format.width);
   GifWriter gif(path, format, palette);
-  Indices before(frames.front().size(), kTransparent);
+  Indices before(frames.front().size(), transparent);
   for (const Picture& frame : frames) {
     Indices after = ditherer.dither(frame);
     gif.addFrame(hideUnchanged(before, after), changedPart(format, before, after));

@@ -1,17 +1,19 @@
+// Writes a looping animation as a GIF file.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
-// One 0xRRGGBB a pixel, row by row.
+// One 0xRRGGBB per pixel, row by row.
 using Picture = std::vector<std::uint32_t>;
 
 struct LoopFormat {
   int width;
   int height;
-  int delay_centiseconds;  // How long each frame shows.
+  // How long each frame shows.
+  int delayCentiseconds;
 };
 
-// Writes frames of one size as a GIF that loops for ever, in one palette made for all of them.
+// Writes frames of one size as a GIF that loops forever, in one palette made for all of them.
 // Each frame after the first holds only what changed. Throws std::runtime_error on failure.
 void writeLoopGif(const char* path, const LoopFormat& format, const std::vector<Picture>& frames);
