@@ -37,8 +37,8 @@ struct Grid {
 
 Grid layOut(Size area, const GridStyle& style, double side, int count) {
   const double height = area.height - dotsHeight;
-  const bool wide = area.width > area.height;
-  const int columns = wide ? style.wideColumns : style.uprightColumns;
+  const bool isWide = area.width > area.height;
+  const int columns = isWide ? style.wideColumns : style.uprightColumns;
   const int fitting = std::max(1, static_cast<int>(height / style.minPitch));
   const int rows = std::min(fitting, (count + columns - 1) / columns);
   const double block = side + labelDrop * style.labelSize;
