@@ -6,24 +6,30 @@
 #include <memory>
 #include <string>
 
-#include "gifview/playback_clock.h"
+#include "gifview/frame_durations.h"
 #include "platform/image.h"
 #include "platform/image_source.h"
 
 namespace lumora {
 
-// Where a GIF's cache lies: beside the GIF, under its path without extension.
+// Where the cache of "/dir/NAME.gif" is: in "/dir/NAME".
 struct FrameCacheLayout {
-  // The layout for no GIF yet.
+  // The layout for no GIF yet: all paths are empty.
   FrameCacheLayout() = default;
   explicit FrameCacheLayout(const std::string& gifPath);
 
+  // "/dir/NAME/NAME_3.png" for index 3.
   std::string framePath(std::int32_t index) const;
+  // "/dir/NAME/NAME_durations.plist".
   std::string durationsPath() const;
 
+  // "/dir/NAME.gif".
   std::string fullGIFPath;
+  // "/dir/NAME".
   std::string GIFDirectory;
+  // "NAME".
   std::string baseGIFName;
+  // "/dir/NAME/NAME": the copy of the GIF from which the cache was made.
   std::string savedGIFPath;
 };
 
@@ -31,23 +37,25 @@ struct FrameCacheLayout {
 class FrameExtractionClient {
  public:
   virtual ~FrameExtractionClient() = default;
-  // How many images the GIF has; what frameCount gives from then on decides when to stop.
+  // Called once with the number of images in the GIF.
   virtual void setFrameCount(std::int32_t count) = 0;
+  // Where the extraction ends; asked again before each frame, because two extractions for one view
+  // share the number.
   virtual std::int32_t frameCount() const = 0;
   virtual void frameFound() = 0;
-  // The blur setting for the frame at hand; frames stay sharp unless it is greater than 0.
+  // The blur setting for the next frame; frames stay sharp unless it is greater than 0.
   virtual float blur() = 0;
 };
 
-// Whether the cache was made from exactly these bytes.
+// Returns true if the cache was made from exactly these bytes.
 bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& gif);
 
-// Replaces the cache directory whole. The saved copy comes first; frames that cannot be decoded are
-// left out, with their numbers, while the list of delays closes up.
+// Replaces the whole cache directory. The saved copy is written first. Frames that cannot be
+// decoded have no file, though the numbers of the others stay; the list of delays has no gaps.
 void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif,
                        FrameExtractionClient& client);
 
-// Writes one frame's file, replacing the old one atomically; of no picture, nothing.
+// Writes one frame's file, replacing the old one atomically. Does nothing if image is nullptr.
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
                 const platform::ImageRef& image);
 

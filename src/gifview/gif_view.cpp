@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "gifview/appearance.h"
+#include "gifview/live_settings.h"
+#include "gifview/view_settings.h"
 #include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/messaging_center.h"
@@ -30,7 +31,9 @@ DarwinNotifyCenter& viewNotifyCenter() {
 }  // namespace
 
 LWGIFView::LWGIFView(const std::string& identifier)
-    : identifier_(identifier), location_(locationWithIdentifier(identifier)) {}
+    : identifier_(identifier),
+      location_(locationWithIdentifier(identifier)),
+      extraction_(location_) {}
 
 std::shared_ptr<LWGIFView> LWGIFView::self() {
   return std::static_pointer_cast<LWGIFView>(shared_from_this());
@@ -38,9 +41,9 @@ std::shared_ptr<LWGIFView> LWGIFView::self() {
 
 std::shared_ptr<LWGIFView> LWGIFView::initWithIdentifier(const std::string& identifier) {
   std::shared_ptr<LWGIFView> view(new LWGIFView(identifier));
-  const float alpha = alphaOf(*view);
+  const float alpha = alphaOf(view->location_);
   hopToMainQueue([view, alpha] { view->setUp(alpha); }, deadlineFromNow());
-  view->speedModifier_ = speedOf(*view);
+  view->speedModifier_ = speedOf(view->location_);
   view->observeNotifications();
   return view;
 }
@@ -91,65 +94,36 @@ void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
   if (location_ == nullptr || location_->mode != wallpaperMode()) return;
   auto semaphore = std::make_shared<platform::DispatchSemaphore>();
   runInBackground([view = self(), path, semaphore] {
-    if (view->extract(path)) semaphore->signal();
+    // For a GIF that cannot be read the wait lasts until its deadline, and nothing else happens.
+    if (view->extraction_.extract(path)) semaphore->signal();
   });
   semaphore->wait(timeLeft(deadlineFromNow()));
 }
 
-bool LWGIFView::extract(const std::string& path) {
-  const FrameCacheLayout layout(path);
-  frameCache_.store(layout);
-  const auto gif = platform::NSData::dataWithContentsOfFile(path);
-  // The caller keeps waiting until its deadline; nothing else changes for a GIF that cannot be
-  // read.
-  if (!gif) return false;
-  const bool wasValid = isFrameCacheValid(layout, *gif);
-  if (!wasValid) rebuildFrameCache(layout, gif, *this);
-  if (!wasValid || isSelectedInSettings()) DarwinNotifyCenter::post(didStartAnimatingNotification);
-  const FrameDurations durations = loadFrameDurations(layout);
-  frameDurations_.store(durations);
-  animationNumFrames_ = durations ? static_cast<std::int32_t>(durations->size()) : 0;
-  return true;
-}
-
-// Whether this is the view that the settings program is looking at.
-bool LWGIFView::isSelectedInSettings() const {
-  if (location_ == nullptr || location_->mode != wallpaperMode()) return false;
-  return location_->locationIndex < 0 || location_->locationIndex == getLocationIndex();
-}
-
 void LWGIFView::pauseAnimation() {
-  stopDisplayLink();
+  displayLink_.stop();
 }
 
 // Two calls before the main queue runs leave two links: the second overwrites the field, and the
 // first goes on firing.
 void LWGIFView::resumeAnimation() {
-  stopDisplayLink();
+  displayLink_.stop();
   addToMainQueue([view = self()] { view->startDisplayLink(); });
-}
-
-void LWGIFView::stopDisplayLink() {
-  if (auto link = displayLink_.exchange(nullptr)) link->invalidate();
 }
 
 void LWGIFView::startDisplayLink() {
   isNextCycleQueued_ = false;
-  auto link = CADisplayLink::displayLinkWithTarget(
-      [weak = std::weak_ptr(self())](const CADisplayLink& fired) {
-        if (auto view = weak.lock()) stoppingExceptions([&] { view->update(fired); });
-      });
-  displayLink_.store(link);
-  link->setFrameInterval(1);
-  link->addToMainRunLoop();
+  displayLink_.start([weak = std::weak_ptr(self())](const CADisplayLink& fired) {
+    if (auto view = weak.lock()) stoppingExceptions([&] { view->update(fired); });
+  });
 }
 
 void LWGIFView::update(const CADisplayLink& link) {
   const platform::NSAutoreleasePool pool;
-  const auto due = clock_.tick(link.duration(), frameDurations_.load(), speedModifier_);
+  const auto due = clock_.tick(link.duration(), extraction_.durations(), speedModifier_);
   if (!due) return;
   showFrame(*due);
-  if (clock_.advance(animationNumFrames_)) startNextCycle();
+  if (clock_.advance(extraction_.frameCount())) startNextCycle();
 }
 
 // Links left over end cycles too. One new link a refresh is enough: if each of them made one, their
@@ -160,7 +134,7 @@ void LWGIFView::startNextCycle() {
 }
 
 void LWGIFView::showFrame(std::int32_t index) {
-  const auto image = platform::imageWithContentsOfFile(frameCache_.load().framePath(index));
+  const auto image = platform::imageWithContentsOfFile(frameCache().framePath(index));
   imageView_->setImage(image);
   shownFrame_ = index;
   if (image) ++framesShown_;
@@ -172,31 +146,15 @@ void LWGIFView::setContentMode(platform::UIViewContentMode mode) {
   });
 }
 
-void LWGIFView::setFrameCount(std::int32_t count) {
-  animationNumFrames_ = count;
-}
-
-std::int32_t LWGIFView::frameCount() const {
-  return animationNumFrames_;
-}
-
-void LWGIFView::frameFound() {
-  DarwinNotifyCenter::post(frameFoundNotification);
-}
-
-float LWGIFView::blur() {
-  return blurOf(*this);
-}
-
 void LWGIFView::describe(platform::ViewDescription& description) const {
   UIView::describe(description);
-  const FrameDurations durations = frameDurations_.load();
+  const FrameDurations durations = extraction_.durations();
   description.addText("identifier", identifier_);
-  description.addFlag("playing", displayLink_.load() != nullptr);
+  description.addFlag("playing", displayLink_.isRunning());
   description.addInteger("frame_shown", shownFrame_);
   description.addInteger("frames_in_cache",
                          durations ? static_cast<long long>(durations->size()) : 0);
-  description.addInteger("frame_count", animationNumFrames_);
+  description.addInteger("frame_count", extraction_.frameCount());
   description.addInteger("frames_shown", framesShown_);
   description.addNumber("speed", speedModifier_);
   if (!imageView_) return;

@@ -6,36 +6,35 @@
 #include <memory>
 #include <string>
 
-#include "gifview/frame_cache.h"
+#include "gifview/display_link_holder.h"
+#include "gifview/frame_extraction.h"
 #include "gifview/playback_clock.h"
-#include "platform/display_link.h"
 #include "platform/image_view.h"
 #include "platform/view.h"
 #include "settings/locations.h"
-#include "threads/guarded.h"
 
 namespace lumora {
 
-class LWGIFView final : public platform::UIView, private FrameExtractionClient {
+class LWGIFView final : public platform::UIView {
  public:
   // The tag by which an animated view is found among a host view's subviews.
   static constexpr int animatedViewTag = 1337;
 
   // Makes a view for "SHARED", "LOCKSCREEN" or "HOMESCREEN" and waits up to five seconds for the
-  // main thread to set it up, so it is not to be called there.
+  // main thread to set it up; if that takes longer, the set-up runs late and imageView() is nullptr
+  // until then. Not on the main thread.
   static std::shared_ptr<LWGIFView> initWithIdentifier(const std::string& identifier);
 
-  // Makes the frame cache of this GIF current, unless the settings have no use for this view, and
-  // waits for that up to five seconds; what takes longer goes on in the background. Starts no
-  // playback.
+  // Makes the frame cache of this GIF current, unless the mode does not use this view, and waits up
+  // to five seconds for that; what takes longer goes on in the background. Starts no playback.
   void startAnimationWithGIFAtPath(const std::string& path);
 
-  // The picture stays; a resume continues where the pause began.
+  // The frame stays visible; resuming continues from it.
   void pauseAnimation();
   // Starts the display link from the main queue.
   void resumeAnimation();
 
-  // Forwarded to the image view on the main queue; this view's own mode stays.
+  // Sets the image view's mode, from the main queue; this view's own mode stays.
   void setContentMode(platform::UIViewContentMode mode) override;
 
   void describe(platform::ViewDescription& description) const override;
@@ -43,7 +42,8 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   const std::string& identifier() const { return identifier_; }
   // nullptr if the identifier is none of the three.
   const Location* location() const { return location_; }
-  FrameCacheLayout frameCache() const { return frameCache_.load(); }
+  FrameCacheLayout frameCache() const { return extraction_.layout(); }
+  // 1 is the speed of the GIF; see PlaybackClock::tick for 0 and below.
   void setSpeedModifier(float speed) { speedModifier_ = speed; }
   // Main thread; nullptr until the set-up has run.
   const std::shared_ptr<platform::UIImageView>& imageView() const { return imageView_; }
@@ -53,30 +53,17 @@ class LWGIFView final : public platform::UIView, private FrameExtractionClient {
   void setUp(float alpha);
   void serveMessages();
   void observeNotifications();
-  // Returns true if the caller need not wait any longer.
-  bool extract(const std::string& path);
-  bool isSelectedInSettings() const;
   void startDisplayLink();
-  void stopDisplayLink();
   void update(const platform::CADisplayLink& link);
   void startNextCycle();
   void showFrame(std::int32_t index);
   std::shared_ptr<LWGIFView> self();
 
-  void setFrameCount(std::int32_t count) override;
-  std::int32_t frameCount() const override;
-  void frameFound() override;
-  float blur() override;
-
   const std::string identifier_;
   const Location* const location_;
   std::shared_ptr<platform::UIImageView> imageView_;
-  Guarded<std::shared_ptr<platform::CADisplayLink>> displayLink_;
-
-  // Written by the extraction, read by playback.
-  Guarded<FrameCacheLayout> frameCache_;
-  Guarded<FrameDurations> frameDurations_;
-  std::atomic<std::int32_t> animationNumFrames_ = 0;
+  DisplayLinkHolder displayLink_;
+  FrameExtraction extraction_;
   std::atomic<float> speedModifier_ = 1;
 
   // Playback; main thread.

@@ -3,25 +3,24 @@
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <vector>
+
+#include "gifview/frame_durations.h"
 
 namespace lumora {
-
-// Delays of a GIF's frames in seconds; nullptr where the list could not be read.
-using FrameDurations = std::shared_ptr<const std::vector<double>>;
 
 class PlaybackClock {
  public:
   // Advances by one refresh of the given nominal length. Returns the frame to show now, if one is
   // due: frame i comes when its own delay, divided by the speed, has passed since the frame before.
-  // What the refresh overshoots is dropped.
+  // What the refresh overshoots is dropped. At speed 0 none is ever due, at a negative speed one
+  // at every refresh.
   std::optional<std::int32_t> tick(std::chrono::duration<double> refresh,
                                    const FrameDurations& durations, float speed);
 
-  // To be called after a due frame was shown; true if it was the last of frameCount. The index
-  // stays past the end: the next tick finds it there and starts over, which costs that one tick.
+  // Goes on to the next frame, after a due one was shown. Returns true if that was the last of
+  // frameCount. The index stays past the end: the next tick finds it there and starts over, which
+  // costs that one tick.
   bool advance(std::int32_t frameCount);
 
  private:

@@ -17,9 +17,7 @@ void (*previousWallpaperViewDealloc)(platform::id self, platform::SEL selector) 
 
 void deallocWallpaperView(platform::id self, platform::SEL selector) {
   stoppingExceptions([self] {
-    platform::swallowingNSException([self] {
-      if (const auto view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
-    });
+    if (const auto view = platform::UIView::viewOfObject(self)) removeFirstListener(*view);
   });
   previousWallpaperViewDealloc(self, selector);
 }

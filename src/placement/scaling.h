@@ -8,8 +8,8 @@
 
 namespace lumora {
 
-// Any thread; queues the change on the main queue and does not wait. The identifier says whose
-// setting counts; an unknown one changes nothing.
+// Queues the change on the main queue and does not wait. Any thread. identifier: of the location
+// whose setting counts, whichever view it is applied to; an unknown one changes nothing.
 void updateScalingModeOfWallpaper(const std::shared_ptr<LWGIFView>& view,
                                   const std::string& identifier);
 

@@ -1,11 +1,14 @@
 #include "placement/wallpaper_listener.h"
 
-#include "placement/gating.h"
+#include <atomic>
+
 #include "placement/location_table.h"
 #include "threads/exception_barrier.h"
 
 namespace lumora {
 namespace {
+
+std::atomic<LWWallpaperListener::VisibilityHandler> visibilityHandler = nullptr;
 
 void removeOldListener(const std::shared_ptr<platform::UIView>& object, ListenerGlobal& listener) {
   const auto old = listener.load();
@@ -23,6 +26,10 @@ ScreenLocation locationOfTag(int tag) {
 
 }  // namespace
 
+void LWWallpaperListener::setVisibilityHandler(VisibilityHandler handler) {
+  visibilityHandler = handler;
+}
+
 void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UIView>& object,
                                               ScreenLocation location) {
   const LocationEntry* entry = entryOf(location);
@@ -37,8 +44,9 @@ void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UI
 void LWWallpaperListener::observeValueForKeyPath(std::string_view /*changedKeyPath*/,
                                                  platform::UIView& object,
                                                  const void* /*context*/) {
-  stoppingExceptions(
-      [&object] { setWallpaperAnimating(locationOfTag(object.tag()), !object.hidden()); });
+  const VisibilityHandler handler = visibilityHandler;
+  if (handler == nullptr) return;
+  stoppingExceptions([&] { handler(locationOfTag(object.tag()), !object.hidden()); });
 }
 
 }  // namespace lumora

@@ -1,6 +1,6 @@
 // What follows the settings while a wallpaper is up: blur, scaling and the mode's own views.
 
-#include "gifview/appearance.h"
+#include "gifview/live_settings.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,7 +1,8 @@
-#include "gifview/appearance.h"
+#include "gifview/live_settings.h"
 
 #include "gifview/blur.h"
 #include "gifview/gif_view.h"
+#include "gifview/view_settings.h"
 #include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/notify_center.h"
@@ -25,7 +26,7 @@ void rewriteFrame(const FrameCacheLayout& layout, CGImageSource& source, std::in
 }
 
 void rewriteFrames(const LWGIFView& view) {
-  const float blur = blurOf(view);
+  const float blur = blurOf(view.location());
   const FrameCacheLayout layout = view.frameCache();
   if (layout.fullGIFPath.empty()) return;
   const auto gif = platform::NSData::dataWithContentsOfFile(layout.fullGIFPath);
@@ -44,24 +45,12 @@ bool isUnneeded(const LWGIFView& view) {
 
 }  // namespace
 
-float speedOf(const LWGIFView& view) {
-  return view.location() == nullptr ? 1.0F : view.location()->getGIFSpeed();
-}
-
-float alphaOf(const LWGIFView& view) {
-  return view.location() == nullptr ? 1.0F : view.location()->getGIFAlpha();
-}
-
-float blurOf(const LWGIFView& view) {
-  return view.location() == nullptr ? 0.0F : view.location()->getGIFBlur();
-}
-
 void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view) {
-  view->setSpeedModifier(speedOf(*view));
+  view->setSpeedModifier(speedOf(view->location()));
 }
 
 void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view) {
-  const float alpha = alphaOf(*view);
+  const float alpha = alphaOf(view->location());
   addToMainQueue([view, alpha] {
     if (const auto& imageView = view->imageView()) imageView->setAlpha(alpha);
   });
