@@ -9,14 +9,20 @@ import struct
 import sys
 import zlib
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../tests/fixture'))
+import gif_writer
+
 
 def gif(version, *images):
-    data = version + struct.pack('<HHBBB', 4, 4, 0x80, 0, 0) + bytes((0, 0, 0, 255, 255, 255))
-    for left, flags, control in images:
-        data += b'\x21\xf9\x04' + bytes([control]) + struct.pack('<HB', 5, 0) + b'\0'
-        data += b'\x2c' + struct.pack('<HHHHB', left, 0, 4, 4, flags)
-        data += b'\x02\x03\x84\x8f\x05\0'
-    return data + b'\x21\xff\x0bNETSCAPE2.0\x03\x01\0\0\0\x3b'
+    """A GIF of 4x4 pixels; an image is its left edge and the bits of its packed fields."""
+    size = (4, 4)
+    # Compressed, with codes that grow.
+    data = b'\x02\x03\x84\x8f\x05\0'
+    return gif_writer.gif(size, [gif_writer.image(size, data, delay=5, left=left, flags=flags,
+                                                  control=control)
+                                 for left, flags, control in images],
+                          colors=bytes((0, 0, 0, 255, 255, 255)), version=version,
+                          extensions=b'\x21\xff\x0bNETSCAPE2.0\x03\x01\0\0\0')
 
 
 def chunk(kind, body):

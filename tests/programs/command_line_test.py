@@ -20,6 +20,9 @@ import tempfile
 import time
 import unittest
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+from gif_writer import plain_gif
+
 PROGRAMS = os.path.abspath(sys.argv.pop())
 SCENARIOS = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../../examples/scenarios')
 LUMORA = os.path.join(PROGRAMS, 'lumora')
@@ -27,16 +30,8 @@ PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.pl
 LIBRARY = 'var/mobile/Library/Lumora'
 
 
-def gif(*colors, delay=10, size=(8, 8)):
-    """A GIF of plain frames, written without compression."""
-    pixels = size[0] * size[1]
-    codes = (b'\x80' + b'\0' * 100) * (pixels // 100) + b'\x80' + b'\0' * (pixels % 100) + b'\x81'
-    blocks = [codes[at:at + 255] for at in range(0, len(codes), 255)]
-    image = b''.join(bytes([len(block)]) + block for block in blocks) + b'\0'
-    frames = [b'\x21\xf9\x04\0' + struct.pack('<H', delay) + b'\0\0\x2c' +
-              struct.pack('<HHHHB', 0, 0, *size, 0x80) + bytes(color) * 2 + b'\x07' + image
-              for color in colors]
-    return b'GIF89a' + struct.pack('<HHBBB', *size, 0, 0, 0) + b''.join(frames) + b'\x3b'
+def gif(*colors, size=(8, 8)):
+    return plain_gif(colors, size)
 
 
 RED_GREEN = gif((255, 0, 0), (0, 255, 0))

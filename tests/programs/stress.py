@@ -15,11 +15,13 @@ import random
 import resource
 import shutil
 import signal
-import struct
 import subprocess
 import sys
 import tempfile
 import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+import gif_writer
 
 PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
 LIBRARY = 'var/mobile/Library/Lumora'
@@ -34,34 +36,15 @@ HAND = [['lock'], ['unlock'], ['home'], ['app', 'open'], ['app', 'close'], ['scr
         ['screen', 'on'], ['rotate', 'left'], ['rotate', 'right'], ['rotate', 'portrait']]
 
 
-def gif(frames, side, pick):
-    """A GIF whose frames differ, written without compression."""
-    data = b'GIF89a' + struct.pack('<HHBBB', side, side, 0, 0, 0)
+def noisy_gif(frames, side, pick):
+    """A square GIF with random colors and pixels in every frame."""
+    size = (side, side)
+    images = []
     for _ in range(frames):
-        table = bytes(pick.randrange(256) for _ in range(3 * 128))
-        codes = bytearray()
-        for pixel in range(side * side):
-            if pixel % 100 == 0:
-                codes.append(128)
-            codes.append(pick.randrange(128))
-        codes.append(129)
-        data += b'\x21\xf9\x04\0' + struct.pack('<H', 5) + b'\0\0\x2c'
-        data += struct.pack('<HHHHB', 0, 0, side, side, 0x86) + table + b'\x07'
-        for at in range(0, len(codes), 255):
-            block = codes[at:at + 255]
-            data += bytes([len(block)]) + block
-        data += b'\0'
-    return data + b'\x3b'
-
-
-def plain_gif(width, height):
-    """One frame of one colour, for as short a time as can be."""
-    codes = (b'\x80' + b'\0' * 100) * (width * height // 100 + 1) + b'\x81'
-    blocks = (codes[at:at + 255] for at in range(0, len(codes), 255))
-    return (b'GIF89a' + struct.pack('<HHBBB', width, height, 0, 0, 0) +
-            b'\x21\xf9\x04\0\x02\0\0\0\x2c' + struct.pack('<HHHHB', 0, 0, width, height, 0x80) +
-            b'\xff\0\0' * 2 + b'\x07' + b''.join(bytes([len(block)]) + block for block in blocks) +
-            b'\0\x3b')
+        colors = bytes(pick.randrange(256) for _ in range(3 * 128))
+        indices = bytes(pick.randrange(128) for _ in range(side * side))
+        images.append(gif_writer.image(size, gif_writer.lzw(indices), colors, delay=5))
+    return gif_writer.gif(size, images)
 
 
 def contents(path):
@@ -83,7 +66,7 @@ class Device:
         for name, frames, side in (('one', 16, 160), ('other', 7, 64)):
             self.gifs.append(os.path.join(self.folder, name + '.gif'))
             with open(self.gifs[-1], 'wb') as file:
-                file.write(gif(frames, side, self.pick))
+                file.write(noisy_gif(frames, side, self.pick))
             self.caches.append(os.path.join(self.folder, 'Wallpaper_both-' + name))
             self.ok('frames', self.gifs[-1], self.caches[-1])
 
@@ -380,7 +363,7 @@ def pauses(device, rounds):
             if kind == 'window' and display is None:
                 continue
             with open(picture, 'wb') as file:
-                file.write(plain_gif(*size))
+                file.write(gif_writer.plain_gif([(255, 0, 0)], size, delay=2))
             device.start(*words, display=kind,
                          environment=dict(os.environ, DISPLAY=display or '', HOME=device.folder))
             device.ok('set', 'shared', picture)
