@@ -13,6 +13,7 @@
 #include "platform/objc_runtime.h"
 #include "platform/operation_queue.h"
 #include "simulator/frameworks/stand_ins.h"
+#include "tests/fixture/gif_maker.h"
 #include "tests/ios/pump.h"
 #include "threads/main_queue_hop.h"
 #include "threads/main_thread.h"
@@ -129,14 +130,9 @@ TEST(Links, FireUntilTheyAreInvalidatedAlsoIfNobodyHoldsThem) {
 }
 
 TEST(Pictures, AreDecodedFilteredAndEncoded) {
-  // Two images of 2 by 1 pixels, for a quarter and for a hundredth of a second.
-  const unsigned char gif[] = {
-      'G', 'I', 'F',  '8',  '9', 'a',  2,    0, 1,    0,    0x80, 0,    0,    255, 0,   0, 0,
-      255, 0,   0x21, 0xf9, 4,   0,    25,   0, 0,    0,    0x2c, 0,    0,    0,   0,   2, 0,
-      1,   0,   0,    2,    2,   0x44, 0x0a, 0, 0x21, 0xf9, 4,    0,    1,    0,   0,   0, 0x2c,
-      0,   0,   0,    0,    2,   0,    1,    0, 0,    2,    2,    0x0c, 0x0a, 0,   0x3b};
+  using testing_stage::red;
   const auto source = platform::CGImageSource::createWithData(
-      platform::NSData::dataWithBytes({std::begin(gif), std::end(gif)}));
+      platform::NSData::dataWithBytes(testing_stage::makeGif({{red, 25}, {red, 1}}, 2, 1)));
   ASSERT_TRUE(source);
   ASSERT_EQ(source->count(), 2);
   EXPECT_EQ(source->copyPropertiesAtIndex(0)->gif->unclampedDelayTime, 0.25);

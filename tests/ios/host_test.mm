@@ -14,17 +14,16 @@
 #include "settings/device_paths.h"
 #include "settings/settings_store.h"
 #include "simulator/frameworks/stand_ins.h"
+#include "tests/fixture/gif_maker.h"
 #include "tests/ios/pump.h"
 
 namespace {
 
-// One frame of 2 by 1 pixels, to be shown for a tenth of a second.
+// A single frame of 2 by 1 pixels.
 void writeGif(const char* path) {
-  const unsigned char gif[] = {'G', 'I', 'F', '8', '9', 'a',  2,    0,    1,    0,    0x80,
-                               0,   0,   255, 0,   0,   0,    255,  0,    0x21, 0xf9, 4,
-                               0,   10,  0,   0,   0,   0x2c, 0,    0,    0,    0,    2,
-                               0,   1,   0,   0,   2,   2,    0x44, 0x0a, 0,    0x3b};
-  std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(gif), sizeof gif);
+  const auto gif = testing_stage::makeGif({{testing_stage::red}}, 2, 1);
+  std::ofstream(path, std::ios::binary)
+      .write(reinterpret_cast<const char*>(gif.data()), static_cast<std::streamsize>(gif.size()));
 }
 
 SBWallpaperController* controller() {
