@@ -20,7 +20,7 @@
 
 namespace {
 
-TEST(Queues, AQueueOfOneRunsInOrderAndHopsToTheMainThread) {
+TEST(Queues, RunSerialBlocksInOrder) {
   platform::NSOperationQueue queue;
   queue.setMaxConcurrentOperationCount(1);
   std::vector<int> order;
@@ -39,7 +39,7 @@ TEST(Queues, AQueueOfOneRunsInOrderAndHopsToTheMainThread) {
   EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TEST(Notifications, TheRegistrationsOfTwoSidesStayApart) {
+TEST(Notifications, KeepTheRegistrationsOfTwoCentersApart) {
   platform::DarwinNotifyCenter one;
   platform::DarwinNotifyCenter other;
   std::vector<std::string> heard;
@@ -57,7 +57,7 @@ TEST(Notifications, TheRegistrationsOfTwoSidesStayApart) {
   EXPECT_EQ(stand_ins::takePosted(), std::vector<std::string>{"said"});
 }
 
-TEST(Messages, ReachEveryTargetAndWithoutAServerNobody) {
+TEST(Messages, ReachEveryTargetOnceAServerRuns) {
   const auto center = platform::CPDistributedMessagingCenter::centerNamed("some.center");
   EXPECT_EQ(center, platform::CPDistributedMessagingCenter::centerNamed("some.center"));
   std::vector<int> called;
@@ -93,7 +93,7 @@ static int sentinels = 0;
 
 namespace {
 
-TEST(Pools, WhatIsHandedOutTemporarilyGoesAtTheirEnd) {
+TEST(Pools, ReleaseTemporaryObjectsAtTheirEnd) {
   {
     const platform::NSAutoreleasePool pool;
     [[[Sentinel alloc] init] autorelease];
@@ -102,7 +102,7 @@ TEST(Pools, WhatIsHandedOutTemporarilyGoesAtTheirEnd) {
   EXPECT_EQ(sentinels, 0);
 }
 
-TEST(Links, FireUntilTheyAreInvalidatedAlsoIfNobodyHoldsThem) {
+TEST(Links, FireUntilInvalidatedEvenIfUnowned) {
   int fired = 0;
   std::weak_ptr<int> watched;
   @autoreleasepool {
@@ -129,7 +129,7 @@ TEST(Links, FireUntilTheyAreInvalidatedAlsoIfNobodyHoldsThem) {
   EXPECT_TRUE(watched.expired());
 }
 
-TEST(Pictures, AreDecodedFilteredAndEncoded) {
+TEST(Images, AreDecodedFilteredAndEncoded) {
   using testing_stage::red;
   const auto source = platform::CGImageSource::createWithData(
       platform::NSData::dataWithBytes(testing_stage::makeGif({{red, 25}, {red, 1}}, 2, 1)));
@@ -154,7 +154,7 @@ TEST(Pictures, AreDecodedFilteredAndEncoded) {
 }
 
 // Ivars, methods and classes that the host does not have are no reason to crash it.
-TEST(Names, WhatDoesNotExistGivesNothing) {
+TEST(Names, ResolveToNothingIfUnknown) {
   EXPECT_EQ(platform::objc_getClass("SBNotThere"), nullptr);
   EXPECT_EQ(platform::class_getInstanceVariable(nullptr, "_x"), nullptr);
   const platform::Class cls = platform::objc_getClass("SBWallpaperController");

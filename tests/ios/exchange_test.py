@@ -33,7 +33,7 @@ class Exchange(unittest.TestCase):
         return subprocess.run([os.path.join(PROGRAMS, 'lumora'), '--root', self.folder.name, *words],
                               capture_output=True, text=True, check=True).stdout
 
-    def test_settings_written_here_are_read_there_and_back(self):
+    def test_preserves_settings_in_both_directions(self):
         values = {'SHARED_GIF_SPEED': '2.5', 'SHARED_TEXT_FIELD_TEXT': 'a & b <c>',
                   'SAFARI_DIRECTORY': ''}
         for key, value in values.items():
@@ -44,12 +44,12 @@ class Exchange(unittest.TestCase):
         for key, value in values.items():
             self.assertEqual(self.linux('get', key), value + '!\n')
 
-    def test_texts_beyond_ascii_are_read_there(self):
+    def test_reads_non_ascii_text_on_the_device(self):
         # Written here only: unlike the device, GNUstep stores no such text in a list.
         self.linux('put', 'SHARED_TEXT_FIELD_TEXT', 'a\u00e4\u4e2d')
         self.assertEqual(self.device('get', 'SHARED_TEXT_FIELD_TEXT'), 'a\u00e4\u4e2d\n')
 
-    def test_a_change_by_either_keeps_what_others_stored(self):
+    def test_keeps_keys_that_others_stored(self):
         path = os.path.join(self.var, SETTINGS)
         os.makedirs(os.path.dirname(path))
         stored = {'NUMBER': 7, 'FLAG': True, 'LIST': ['x', {'y': 1.5}], 'TEXT': 'z'}
@@ -61,7 +61,7 @@ class Exchange(unittest.TestCase):
         with open(path, 'rb') as file:
             self.assertEqual(plistlib.load(file), {**stored, 'TEXT': 'device', 'OTHER': 'linux'})
 
-    def test_delay_lists_are_the_same(self):
+    def test_gives_equal_delay_lists(self):
         cache = os.path.join(self.var, os.path.dirname(LIST))
         self.linux('frames', SAMPLE, cache)
         with open(os.path.join(self.var, LIST), 'rb') as file:

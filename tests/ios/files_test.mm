@@ -17,7 +17,7 @@ constexpr auto folder = "/var/mobile/Library/Lumora";
 const std::string file = std::string(folder) + "/a.txt";
 constexpr auto settings = "/var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist";
 
-TEST(Files, AreMadeMovedCopiedAndRemoved) {
+TEST(Files, AreCreatedMovedCopiedAndRemoved) {
   EXPECT_FALSE(platform::writeStringToFileAtomically("text", file));
   EXPECT_TRUE(platform::createDirectoryAtPath(folder));
   EXPECT_TRUE(platform::writeStringToFileAtomically("text \xc3\xa4", file));
@@ -41,7 +41,7 @@ TEST(Files, AreMadeMovedCopiedAndRemoved) {
   EXPECT_EQ(platform::NSData::dataWithContentsOfFile(file), nullptr);
 }
 
-TEST(Files, APathThatNamesNothingIsNotAskedFor) {
+TEST(Files, RefuseEmptyPathsAndPathsWithNul) {
   const std::string sound = "/var/mobile/sound";
   ASSERT_TRUE(platform::writeStringToFileAtomically("text", sound));
   for (const std::string& path : {std::string(), sound + std::string("\0/x", 3)}) {
@@ -59,7 +59,7 @@ TEST(Files, APathThatNamesNothingIsNotAskedFor) {
   EXPECT_EQ(platform::stringWithContentsOfFile(sound), "text");
 }
 
-TEST(Files, NamesAndNumbersAreReadAsThePlatformReadsThem) {
+TEST(Files, ParseNamesAndNumbersAsThePlatformDoes) {
   EXPECT_EQ(platform::lastPathComponent("/a/b.gif/"), "b.gif");
   EXPECT_EQ(platform::stringByDeletingPathExtension("/a/b.gif"), "/a/b");
   EXPECT_TRUE(platform::boolValue("TRUE"));
@@ -71,7 +71,7 @@ TEST(Files, NamesAndNumbersAreReadAsThePlatformReadsThem) {
   EXPECT_EQ(platform::intValue("\xff\xfe"), 0);
 }
 
-TEST(Files, OneKeyIsChangedAndWhatOthersWroteStays) {
+TEST(Files, KeepOtherKeysWhenOneSettingChanges) {
   [[NSDictionary dictionaryWithObjectsAndKeys:[NSNumber numberWithInt:7], @"NUMBER",
                                               [NSArray arrayWithObject:@"x"], @"LIST", @"0.5",
                                               @"SHARED_GIF_SPEED", nil]
@@ -86,7 +86,7 @@ TEST(Files, OneKeyIsChangedAndWhatOthersWroteStays) {
   EXPECT_EQ([[stored objectForKey:@"LIST"] count], 1U);
 }
 
-TEST(Files, DamagedSettingsGiveDefaultsAndCanBeWrittenAgain) {
+TEST(Files, GiveDefaultsForDamagedSettingsUntilRewritten) {
   for (const char* damage : {"", "<plist", "<plist><array/></plist>", "\x01\x02"}) {
     platform::writeStringToFileAtomically(damage, settings);
     EXPECT_TRUE(lumora::getEnabled());
@@ -96,7 +96,7 @@ TEST(Files, DamagedSettingsGiveDefaultsAndCanBeWrittenAgain) {
   EXPECT_EQ(lumora::getModeIndex(), 0);
 }
 
-TEST(Files, AListOfTextsComesBackAsItWas) {
+TEST(Files, PreserveListsOfStrings) {
   const std::string path = "/var/mobile/list.plist";
   EXPECT_EQ(platform::arrayWithContentsOfFile(path), std::nullopt);
   const std::vector<std::string> list = {"0.100000", "", "a & b"};

@@ -37,7 +37,7 @@ SpringBoard* launch() {
   return host;
 }
 
-TEST(Host, FourMethodsAreChangedInTheOrderOfTheTable) {
+TEST(Library, HooksItsMethodsInTableOrder) {
   lumora::installHooks();
   EXPECT_EQ(stand_ins::hookedMethods(),
             (std::vector<std::string>{
@@ -46,24 +46,24 @@ TEST(Host, FourMethodsAreChangedInTheOrderOfTheTable) {
   EXPECT_TRUE([SpringBoard instancesRespondToSelector:@selector(LumoraDeviceDidRotate:)]);
 }
 
-TEST(Host, LaunchRunsTheHostsOwnAndMakesTheLibrarysFolder) {
+TEST(Library, RunsTheHostsLaunchAndCreatesItsDirectory) {
   EXPECT_EQ(launch()->launches_, 1);
   EXPECT_TRUE([[NSFileManager defaultManager] fileExistsAtPath:@"/var/mobile/Library/Lumora"]);
 }
 
-TEST(Host, AnExceptionInTheLibrarysLaunchDoesNotReachTheHosts) {
+TEST(Library, CatchesExceptionsDuringItsOwnLaunch) {
   stand_ins::raisesAtRegistration = true;
   EXPECT_EQ(launch()->launches_, 1);
   EXPECT_FALSE(stand_ins::raisesAtRegistration);
 }
 
-TEST(Host, TheDocksHeightIsPassedOnAndRecorded) {
+TEST(Library, ForwardsAndRecordsTheDockHeight) {
   lumora::installHooks();
   EXPECT_EQ([SBDockView defaultHeight], 96);
   EXPECT_EQ(lumora::getDockHeight(), 96);
 }
 
-TEST(Host, AChosenGifIsTakenInAndPlays) {
+TEST(Library, TakesInAndPlaysAChosenGif) {
   launch();
   // Nothing chosen yet is no reason to end the host.
   stand_ins::postFromOutside("com.brightfen.lumora.wallpaperNeedsUpdating");
@@ -91,7 +91,7 @@ TEST(Host, AChosenGifIsTakenInAndPlays) {
   view->imageView()->setImage(nullptr);
 }
 
-TEST(Host, ATurnOfTheDeviceReachesTheLibrary) {
+TEST(Library, FollowsDeviceRotation) {
   launch();
   writeGif(lumora::sharedGIFPath);
   stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
@@ -104,7 +104,7 @@ TEST(Host, ATurnOfTheDeviceReachesTheLibrary) {
   EXPECT_TRUE(runUntil([&view] { return view->frame() == platform::CGRect{0, 0, 568 - 96, 320}; }));
 }
 
-TEST(Host, AnExceptionOfTheHostsDoesNotHoldUpAnInstallation) {
+TEST(Library, InstallsDespiteAnExceptionInTheHost) {
   launch();
   writeGif(lumora::sharedGIFPath);
   stand_ins::raisesAtRedraw = true;
@@ -116,7 +116,7 @@ TEST(Host, AnExceptionOfTheHostsDoesNotHoldUpAnInstallation) {
   EXPECT_FALSE(stand_ins::raisesAtRedraw);
 }
 
-TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) {
+TEST(Library, DetachesItsListenerFromADyingWallpaper) {
   launch();
   writeGif(lumora::sharedGIFPath);
   stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
@@ -157,7 +157,7 @@ TEST(Host, ADyingWallpaperLetsGoOfItsListenerAndDiesWhateverItsFirstObserverIs) 
   EXPECT_EQ(stand_ins::observersAtDealloc, (std::vector<std::size_t>{0, 1, 0, 1}));
 }
 
-TEST(Host, WithoutWallpaperViewsAnInstallationStillEnds) {
+TEST(Library, FinishesInstallingWithoutWallpaperViews) {
   launch();
   writeGif(lumora::sharedGIFPath);
   stand_ins::makesNoWallpapers = true;
@@ -171,7 +171,7 @@ TEST(Host, WithoutWallpaperViewsAnInstallationStillEnds) {
   EXPECT_TRUE(runUntil([] { return lumora::sharedGIFView.load()->superview() != nullptr; }));
 }
 
-TEST(Host, AFrameThatIsGoneOrDamagedShowsNothingAndPlaybackGoesOn) {
+TEST(Library, KeepsPlayingDespiteADamagedFrame) {
   launch();
   writeGif(lumora::sharedGIFPath);
   stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");

@@ -152,7 +152,7 @@ class Arm64Library(unittest.TestCase):
         self.library = LIBRARIES[self.processor]
         self.headers = output('llvm-objdump-19', '--macho', '--private-headers', self.library)
 
-    def test_loads_on_the_oldest_system_that_we_name(self):
+    def test_loads_on_the_oldest_supported_system(self):
         commands = re.findall(r'cmd (LC_\w+)', self.headers)
         self.assertIn('LC_DYLD_INFO_ONLY', commands)
         self.assertNotIn('LC_DYLD_CHAINED_FIXUPS', commands)
@@ -166,7 +166,7 @@ class Arm64Library(unittest.TestCase):
         self.assertRegex(self.headers, r'LC_VERSION_MIN_IPHONEOS\n.*\n *version 8\.0\n')
         self.assertRegex(self.headers, r'LC_ID_DYLIB\n.*\n *name /' + INSTALLED + 'Lumora8.dylib ')
 
-    def test_needs_only_the_libraries_and_symbols_that_the_stubs_name(self):
+    def test_needs_only_libraries_and_symbols_in_the_stubs(self):
         known = dict(stubs(self.processor))
         loaded = re.findall(r'LC_LOAD_DYLIB\n.*\n *name (\S+) ', self.headers)
         self.assertEqual(set(loaded), set(known))
@@ -174,7 +174,7 @@ class Arm64Library(unittest.TestCase):
                             self.library).split())
         self.assertEqual(needed - set().union(*known.values()), set())
 
-    def test_every_first_call_is_bound_to_what_is_called(self):
+    def test_binds_every_first_call_to_its_symbol(self):
         calls = FirstCalls(self.library)
         pointers = calls.section('__la_symbol_ptr')
         stubs = {calls.pointer_of_stub(stub): stub for stub in calls.section('__stubs')}
@@ -185,17 +185,17 @@ class Arm64Library(unittest.TestCase):
             self.assertIn(pointer, calls.rebased)
             self.assertEqual(calls.entry_of_helper(calls.at(pointer)[0]), (name, pointer))
 
-    def test_has_one_initialiser_and_exports_nothing(self):
+    def test_has_one_initializer_and_no_exports(self):
         section = output('llvm-objdump-19', '--macho', '--section=__DATA,__mod_init_func',
                          self.library)
         self.assertEqual(len(re.findall(r'^0x', section, re.MULTILINE)), 1, section)
         symbols = output('llvm-nm-19', '--extern-only', '--defined-only', self.library)
         self.assertEqual(symbols, '')
 
-    def test_tells_nothing_of_where_it_was_built(self):
+    def test_contains_no_build_path(self):
         self.assertNotIn(PROJECT.encode(), bytes_of(self.library))
 
-    def test_has_no_names_but_a_map_that_names_every_function(self):
+    def test_has_no_symbols_but_a_complete_map(self):
         names = output('llvm-nm-19', '--defined-only', self.library)
         self.assertLessEqual(names.count('\n'), 1, names)
         uuid = re.search(r'uuid (\S+)', self.headers)[1]
@@ -206,13 +206,13 @@ class Arm64Library(unittest.TestCase):
         self.assertGreater(len(starts), 300)
         self.assertLessEqual({int(start, 16) for start in starts}, addresses)
 
-    def test_is_the_same_when_made_again(self):
+    def test_builds_reproducibly(self):
         made = bytes_of(self.library)
         os.remove(self.library)
         output('cmake', '--build', os.path.dirname(os.path.dirname(self.library)))
         self.assertEqual(bytes_of(self.library), made)
 
-    def test_is_signed_for_old_systems_and_new_ones(self):
+    def test_is_signed_for_old_and_new_systems(self):
         signed = bytes_of(self.library)
         self.assertEqual(check_signature(signed), ['sha1', 'sha256'])
         changed = bytearray(signed)
@@ -224,7 +224,7 @@ class Arm64Library(unittest.TestCase):
 class Armv7Library(Arm64Library):
     processor = 'armv7'
 
-    def test_is_linked_of_objects_that_its_linker_understands(self):
+    def test_links_only_objects_with_private_symbols(self):
         """It takes pointers to wrong symbols where some are private to the library and some not."""
         objects = glob.glob(os.path.join(PROJECT, 'build/ios-armv7/src/**/*.o*'), recursive=True)
         objects = [path for path in objects if not path.endswith('.s')]
@@ -237,7 +237,7 @@ class Armv7Library(Arm64Library):
 class Package(unittest.TestCase):
     path, = glob.glob(os.path.join(PROJECT, 'build/device-package/*.deb'))
 
-    def test_says_what_it_is_and_needs(self):
+    def test_states_its_name_and_dependencies(self):
         fields = dict(line.split(': ', 1) for line in output('dpkg-deb', '-f', self.path).splitlines()
                       if not line.startswith(' '))
         self.assertEqual(fields['Package'], 'com.brightfen.lumora')
@@ -246,7 +246,7 @@ class Package(unittest.TestCase):
         name = f'com.brightfen.lumora_{fields["Version"]}_iphoneos-arm.deb'
         self.assertEqual(os.path.basename(self.path), name)
 
-    def test_holds_the_library_for_the_home_screen_and_nothing_else(self):
+    def test_contains_only_the_home_screen_library(self):
         files = {}
         archive = subprocess.run(['dpkg-deb', '--fsys-tarfile', self.path], capture_output=True,
                                  check=True).stdout
@@ -269,13 +269,13 @@ class Package(unittest.TestCase):
                          {'Filter': {'Bundles': ['com.apple.springboard'],
                                      'CoreFoundationVersion': [1140.1, 1740]}})
 
-    def test_can_be_read_by_old_package_managers(self):
+    def test_is_readable_by_old_package_managers(self):
         self.assertEqual(output('ar', 't', self.path).split(),
                          ['debian-binary', 'control.tar.gz', 'data.tar.gz'])
 
 
 class Sources(unittest.TestCase):
-    def test_only_the_backends_ask_for_the_system(self):
+    def test_check_the_system_only_in_the_backends(self):
         files = output('git', '-C', PROJECT, 'ls-files', 'src').split()
         asking = [name for name in files if not re.match('src/platform/(linux|ios)/', name) and
                   re.search(r'#\s*(el)?if.*(__linux|__APPLE__|TARGET_OS|__unix|GNUSTEP)',

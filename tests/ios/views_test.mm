@@ -26,7 +26,7 @@ class Observer : public platform::KeyValueObserver {
   const void* context = nullptr;
 };
 
-TEST(Views, AnAnimatedViewIsFoundAgainInTheHostsTree) {
+TEST(Views, FindAnimatedViewsInTheHostsTree) {
   UIView* native = [[[UIView alloc] init] autorelease];
   const auto host = platform::viewOfNative(native);
   const auto animated = std::make_shared<platform::UIView>();
@@ -39,7 +39,7 @@ TEST(Views, AnAnimatedViewIsFoundAgainInTheHostsTree) {
   EXPECT_EQ(platform::nativeView(*animated->superview()), native);
 }
 
-TEST(Views, TheTreeKeepsAnAnimatedViewAliveAndNothingElseDoes) {
+TEST(Views, AreKeptAliveOnlyByTheTree) {
   std::weak_ptr<platform::UIView> watched;
   @autoreleasepool {
     const auto host = platform::viewOfNative([[[UIView alloc] init] autorelease]);
@@ -55,7 +55,7 @@ TEST(Views, TheTreeKeepsAnAnimatedViewAliveAndNothingElseDoes) {
   EXPECT_TRUE(watched.expired());
 }
 
-TEST(Views, GeometryAndAppearanceReachThePlatform) {
+TEST(Views, ForwardGeometryAndAppearance) {
   const auto view = std::make_shared<platform::UIImageView>();
   UIView* native = platform::nativeView(*view);
   EXPECT_TRUE([native isKindOfClass:[UIImageView class]]);
@@ -72,7 +72,7 @@ TEST(Views, GeometryAndAppearanceReachThePlatform) {
   EXPECT_EQ([(UIImageView*)native image], nil);
 }
 
-TEST(Views, TellTheirObserversUntilThoseAreRemoved) {
+TEST(Views, NotifyObserversUntilTheirRemoval) {
   const auto view = platform::viewOfNative([[[UIView alloc] init] autorelease]);
   const auto observer = std::make_shared<Observer>();
   int token = 0;
@@ -86,7 +86,7 @@ TEST(Views, TellTheirObserversUntilThoseAreRemoved) {
   EXPECT_EQ(observer->hidden.size(), 2U);
 }
 
-TEST(Views, AListenerThatIsRemovedElsewhereStaysForTheMainThreadThatMayBeCallingIt) {
+TEST(Views, ReleaseListenersOnlyOnTheMainThread) {
   const auto view = platform::viewOfNative([[[SBFWallpaperView alloc] init] autorelease]);
   const auto observer = std::make_shared<Observer>();
   view->addObserver(observer, "hidden", nullptr);
@@ -100,7 +100,7 @@ TEST(Views, AListenerThatIsRemovedElsewhereStaysForTheMainThreadThatMayBeCalling
   EXPECT_TRUE(runUntil([&] { return listeners() == 0; }));
 }
 
-TEST(Views, OneOfTwoRegistrationsStays) {
+TEST(Views, KeepOneOfTwoRegistrations) {
   const auto view = platform::viewOfNative([[[SBFWallpaperView alloc] init] autorelease]);
   const auto observer = std::make_shared<Observer>();
   view->addObserver(observer, "hidden", nullptr);
@@ -113,7 +113,7 @@ TEST(Views, OneOfTwoRegistrationsStays) {
   EXPECT_EQ(view->firstObserver(), nullptr);
 }
 
-TEST(Views, RemovingAnObserverThatIsNotThereRaisesWhatIsSwallowed) {
+TEST(Views, RaiseSwallowedExceptionsForUnknownObservers) {
   const auto view = platform::viewOfNative([[[SBFWallpaperView alloc] init] autorelease]);
   const auto other = platform::viewOfNative([[[SBFWallpaperView alloc] init] autorelease]);
   const auto observer = std::make_shared<Observer>();
@@ -124,7 +124,7 @@ TEST(Views, RemovingAnObserverThatIsNotThereRaisesWhatIsSwallowed) {
   other->removeObserver(*observer, "hidden");
 }
 
-TEST(Views, AnObserverOfSomebodyElseIsSeenAsNobody) {
+TEST(Views, HideForeignFirstObservers) {
   SBFWallpaperView* native = [[[SBFWallpaperView alloc] init] autorelease];
   NSObject* stranger = [[[NSObject alloc] init] autorelease];
   [native addObserver:stranger forKeyPath:@"hidden" options:0 context:nil];

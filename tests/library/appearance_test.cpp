@@ -51,7 +51,7 @@ struct WithWallpaper : Stage {
   }
 };
 
-TEST(Appearance, ABlurFiltersEvenWhereThereIsNothingToBlur) {
+TEST(Appearance, RewritesFramesForEveryBlurSetting) {
   WithWallpaper stage;
   const auto sharp = framePixels();
   EXPECT_EQ(stage.blurredFrame("0"), sharp);
@@ -64,7 +64,7 @@ TEST(Appearance, ABlurFiltersEvenWhereThereIsNothingToBlur) {
   EXPECT_EQ(platform::imageWithContentsOfFile(firstFrame)->width(), 12);
 }
 
-TEST(Appearance, ABlurReadsItsSettingOnceAndTheChosenFileNotItsCopy) {
+TEST(Appearance, BlursTheChosenGifAfterOneSettingsRead) {
   WithWallpaper stage;
   stage.root.write(savedCopy, std::string("no picture"));
   SettingsWatch watch(stage.root);
@@ -75,7 +75,7 @@ TEST(Appearance, ABlurReadsItsSettingOnceAndTheChosenFileNotItsCopy) {
   EXPECT_EQ(countOf(posted, blurDidFinish), 1);
 }
 
-TEST(Appearance, ABlurOfAFileThatCannotBeReadSaysThatItIsDoneAllTheSame) {
+TEST(Appearance, AnnouncesTheEndOfABlurThatFails) {
   WithWallpaper stage;
   const auto before = framePixels();
   for (const char* damage : {"no picture", ""}) {
@@ -89,7 +89,7 @@ TEST(Appearance, ABlurOfAFileThatCannotBeReadSaysThatItIsDoneAllTheSame) {
   EXPECT_EQ(framePixels(), before);
 }
 
-TEST(Appearance, AViewThatNeverHadAGifSaysNothingOfABlur) {
+TEST(Appearance, IgnoresBlurChangesWithoutAGif) {
   Stage stage;
   stage.launch();
   const auto view = stage.makeView("SHARED");
@@ -97,7 +97,7 @@ TEST(Appearance, AViewThatNeverHadAGifSaysNothingOfABlur) {
   EXPECT_EQ(stage.takePosted(), std::vector<std::string>());
 }
 
-TEST(Appearance, TwoBlursMayRunSideBySide) {
+TEST(Appearance, RunsTwoBlursConcurrently) {
   WithWallpaper stage;
   Stage::put("SHARED_GIF_BLUR", "3");
   lumora::updateGIFBlur(Stage::view("SHARED"));
@@ -110,7 +110,7 @@ TEST(Appearance, TwoBlursMayRunSideBySide) {
   EXPECT_EQ(stage.blurredFrame("3"), twice);
 }
 
-TEST(Appearance, EveryViewFollowsTheSettingsOfItsOwnLocation) {
+TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
   Stage stage;
   stage.launch();
   const std::string identifiers[] = {"SHARED", "LOCKSCREEN", "HOMESCREEN"};
@@ -138,7 +138,7 @@ TEST(Appearance, EveryViewFollowsTheSettingsOfItsOwnLocation) {
   EXPECT_EQ(elsewhere->imageView()->alpha(), 1);
 }
 
-TEST(Appearance, AScalingModeIsTheImageViewsAlone) {
+TEST(Appearance, AppliesScalingModesToTheImageViewOnly) {
   Stage stage;
   stage.launch();
   const auto view = stage.makeView("SHARED");
@@ -152,7 +152,7 @@ TEST(Appearance, AScalingModeIsTheImageViewsAlone) {
   }
 }
 
-TEST(Appearance, AViewThatTheModeHasNoUseForLeavesTheScreen) {
+TEST(Appearance, RemovesViewsThatTheModeDoesNotUse) {
   struct Case {
     std::optional<std::string> mode;
     bool sharedLeaves;

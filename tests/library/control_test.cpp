@@ -12,7 +12,7 @@ using platform::UIInterfaceOrientation;
 
 const Bytes gif = makeGif({{red}, {green}});
 
-TEST(Control, TheIntakeIsDoneBeforeTheNotificationHasBeenHandled) {
+TEST(Control, TakesInTheFileBeforeTheHandlerReturns) {
   Stage stage;
   stage.launch();
   stage.leaveIncomingFile("SHARED", gif);
@@ -23,7 +23,7 @@ TEST(Control, TheIntakeIsDoneBeforeTheNotificationHasBeenHandled) {
   EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "TRUE");
 }
 
-TEST(Control, AnIntakeWithoutAFileStillInstalls) {
+TEST(Control, InstallsEvenWithoutAnIncomingFile) {
   Stage stage;
   stage.launch();
   stage.root.write(lumora::sharedGIFPath, gif);
@@ -31,7 +31,7 @@ TEST(Control, AnIntakeWithoutAFileStillInstalls) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
 
-TEST(Control, EveryNameHasItsAction) {
+TEST(Control, PerformsTheActionOfEachName) {
   Stage stage;
   stage.launch();
   stage.root.write(lumora::sharedGIFPath, gif);
@@ -60,7 +60,7 @@ TEST(Control, EveryNameHasItsAction) {
   }
 }
 
-TEST(Control, AnyOtherNameDoesNothing) {
+TEST(Control, IgnoresUnknownNames) {
   Stage stage;
   stage.launch();
   stage.root.write(lumora::sharedGIFPath, gif);
@@ -74,7 +74,7 @@ TEST(Control, AnyOtherNameDoesNothing) {
   EXPECT_EQ(watch.take(), (SettingsWatch::Counts{0, 0}));
 }
 
-TEST(Control, GoesOnWorkingAfterViewsHaveRemovedObserversWithoutIdentity) {
+TEST(Control, SurvivesViewsRemovingNullObservers) {
   Stage stage;
   stage.launch();
   stage.choose("SHARED", gif);
@@ -83,7 +83,7 @@ TEST(Control, GoesOnWorkingAfterViewsHaveRemovedObserversWithoutIdentity) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "FALSE");
 }
 
-TEST(Control, AnObserverMissesNothingThatIsPostedAfterItWasAdded) {
+TEST(Control, DeliversPostsBetweenAddingAndRemovingAnObserver) {
   Stage stage;
   int heard = 0;
   platform::DarwinNotifyCenter center;
@@ -96,7 +96,7 @@ TEST(Control, AnObserverMissesNothingThatIsPostedAfterItWasAdded) {
   EXPECT_EQ(heard, 1);
 }
 
-TEST(Control, ActionsRunOneAfterTheOtherInTheOrderOfTheirNotifications) {
+TEST(Control, RunsActionsInTheOrderOfTheirNotifications) {
   Stage stage;
   stage.launch();
   stage.root.write(lumora::sharedGIFPath, gif);
@@ -111,7 +111,7 @@ TEST(Control, ActionsRunOneAfterTheOtherInTheOrderOfTheirNotifications) {
   EXPECT_EQ(Stage::view("SHARED")->superview(), nullptr);
 }
 
-TEST(Rotation, EveryTurnInstallsAnewWhileAWallpaperIsSet) {
+TEST(Rotation, ReinstallsWhileAWallpaperIsSet) {
   Stage stage;
   stage.launch();
   stage.choose("SHARED", gif);
@@ -133,7 +133,7 @@ TEST(Rotation, EveryTurnInstallsAnewWhileAWallpaperIsSet) {
   }
 }
 
-TEST(Rotation, TheHostsOwnTurnReachesTheHandler) {
+TEST(Rotation, ReachesTheHandlerFromTheHost) {
   Stage stage;
   stage.launch();
   stage.choose("SHARED", gif);

@@ -41,7 +41,7 @@ bool hasEntries(std::string log, const std::vector<std::string>& messages) {
   return log.empty();
 }
 
-TEST(Log, GrowsByOneDatedEntryAtATime) {
+TEST(Log, AppendsOneDatedEntryPerMessage) {
   const DeviceRoot root;
   setenv("TZ", "Asia/Kathmandu", 1);
   root.write(std::string(lumora::libraryDirectory) + "other", std::string("x"));
@@ -52,7 +52,7 @@ TEST(Log, GrowsByOneDatedEntryAtATime) {
   EXPECT_TRUE(hasEntries(logOf(root), {"first", "ü\nof two lines", ""})) << logOf(root);
 }
 
-TEST(Log, IsBegunAnewWhereItIsNoTextAndSilentWhereItCannotBe) {
+TEST(Log, StartsOverIfTheFileIsNotUtf8) {
   const DeviceRoot root;
   lumora::logToFile("nowhere");
   EXPECT_FALSE(root.has(lumora::logPath));
@@ -64,7 +64,7 @@ TEST(Log, IsBegunAnewWhereItIsNoTextAndSilentWhereItCannotBe) {
   }
 }
 
-TEST(Log, KeepsOneThatIsTooLargeToBeRead) {
+TEST(Log, KeepsAFileThatIsTooLargeToRead) {
   const DeviceRoot root;
   root.write(lumora::logPath, std::string("first"));
   constexpr std::uintmax_t size = (std::uintmax_t{1} << 28) + 1;
@@ -73,7 +73,7 @@ TEST(Log, KeepsOneThatIsTooLargeToBeRead) {
   EXPECT_EQ(std::filesystem::file_size(root(lumora::logPath)), size);
 }
 
-TEST(MainThread, IsWhereABlockOfTheMainQueueRuns) {
+TEST(MainThread, IsDetectedOnlyInMainQueueBlocks) {
   EXPECT_FALSE(lumora::isMainThread());
   bool onMain = false;
   bool onOther = true;

@@ -77,7 +77,7 @@ double shareOfStartingThread(Stage& stage, const View& view) {
   return own / all;
 }
 
-TEST(FrameCache, HoldsTheGifItsFramesAndTheirDelays) {
+TEST(FrameCache, StoresTheGifItsFramesAndTheirDelays) {
   Stage stage;
   const Bytes gif = makeGif({{red, 25}, {green, 2}, {blue, 1}, {white, 0}, {red, std::nullopt}});
   stage.root.write(gifPath, gif);
@@ -102,7 +102,7 @@ TEST(FrameCache, HoldsTheGifItsFramesAndTheirDelays) {
                                       frameFoundNotification, didStartAnimatingNotification}));
 }
 
-TEST(FrameCache, IsKeptForTheSameBytesAndRebuiltForOthers) {
+TEST(FrameCache, IsRebuiltOnlyIfTheGifChanges) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}, {green}}));
@@ -124,7 +124,7 @@ TEST(FrameCache, IsKeptForTheSameBytesAndRebuiltForOthers) {
   EXPECT_EQ(filesIn(stage.root(cache)).size(), 4U);
 }
 
-TEST(FrameCache, IsTrustedOnceTheSavedCopyIsThereEvenWithoutFrames) {
+TEST(FrameCache, IsValidIfTheSavedCopyMatches) {
   Stage stage;
   stage.launch();
   const Bytes gif = makeGif({{red}});
@@ -134,7 +134,7 @@ TEST(FrameCache, IsTrustedOnceTheSavedCopyIsThereEvenWithoutFrames) {
   EXPECT_EQ(filesIn(stage.root(cache)), (std::vector<std::string>{"Wallpaper_both"}));
 }
 
-TEST(FrameCache, OnlyViewsOfTheModeInForceMakeOne) {
+TEST(FrameCache, IsBuiltOnlyByViewsOfTheCurrentMode) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}}));
@@ -169,7 +169,7 @@ TEST(FrameCache, OnlyViewsOfTheModeInForceMakeOne) {
   }
 }
 
-TEST(FrameCache, OfSomethingThatIsNoPictureIsOnlyTheSavedCopyAndASignal) {
+TEST(FrameCache, KeepsOnlyTheSavedCopyOfAFileThatIsNotAnImage) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}}));
@@ -184,7 +184,7 @@ TEST(FrameCache, OfSomethingThatIsNoPictureIsOnlyTheSavedCopyAndASignal) {
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 }
 
-TEST(FrameCache, HoldsWhatThereIsOfAGifThatIsCutShort) {
+TEST(FrameCache, StoresWhatATruncatedGifContains) {
   Stage stage;
   stage.launch();
   Bytes gif = makeGif({{red, 30}, {green, 40}, {blue, 50}}, 16, 16);
@@ -198,7 +198,7 @@ TEST(FrameCache, HoldsWhatThereIsOfAGifThatIsCutShort) {
   EXPECT_EQ(pixelAt(*last, 0, 3), (platform::backend::RGBAColor{0, 255, 0, 255}));
 }
 
-TEST(FrameCache, LeavesAGapInTheNumbersForAFrameThatCannotBeDecoded) {
+TEST(FrameCache, SkipsTheNumberOfAnUndecodableFrame) {
   Stage stage;
   stage.launch();
   const Bytes first = makeGif({{red, 30}}, 16, 16);
@@ -221,7 +221,7 @@ TEST(FrameCache, LeavesAGapInTheNumbersForAFrameThatCannotBeDecoded) {
   }
 }
 
-TEST(FrameCache, IsMadeInTheBackground) {
+TEST(FrameCache, IsBuiltOnBackgroundThreads) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif(std::vector<Frame>(40), 100, 100));
@@ -239,7 +239,7 @@ struct OrderOfWriting : lumora::FrameExtractionClient {
   const lumora::FrameCacheLayout& layout;
 };
 
-TEST(FrameCache, BeginsWithTheSavedCopyAndEndsWithTheDelays) {
+TEST(FrameCache, WritesTheSavedCopyFirstAndTheDelaysLast) {
   const DeviceRoot root;
   root.write(gifPath, makeGif({{red}, {green}}));
   const lumora::FrameCacheLayout layout(gifPath);
@@ -248,7 +248,7 @@ TEST(FrameCache, BeginsWithTheSavedCopyAndEndsWithTheDelays) {
   EXPECT_EQ(storedDurations().size(), 2U);
 }
 
-TEST(FrameDelay, IsTheUnclampedOneUnlessThatIsNotPositive) {
+TEST(FrameDelay, PrefersAPositiveUnclampedDelay) {
   using platform::GIFProperties;
   const std::pair<GIFProperties, double> cases[] = {
       {{std::nullopt, 0.5}, 0.1}, {{0, 0.5}, 0.5},  {{-1, 0.5}, 0.5},    {{0, std::nullopt}, 0.1},
@@ -261,7 +261,7 @@ TEST(FrameDelay, IsTheUnclampedOneUnlessThatIsNotPositive) {
   EXPECT_EQ(lumora::gifFrameDelay(std::nullopt), 0.1);
 }
 
-TEST(FrameCache, AnUnreadableGifKeepsTheCallerWaitingItsFiveSecondsAndChangesNothing) {
+TEST(FrameCache, GivesUpOnUnreadableGifsAfterFiveSeconds) {
   Stage stage;
   stage.launch();
   std::filesystem::create_directories(stage.root(gifPath));
@@ -274,7 +274,7 @@ TEST(FrameCache, AnUnreadableGifKeepsTheCallerWaitingItsFiveSecondsAndChangesNot
   EXPECT_FALSE(stage.root.has(cache));
 }
 
-TEST(FrameCache, BlursEachFrameByTheSettingOfTheViewsLocation) {
+TEST(FrameCache, BlursFramesByTheSettingOfTheirLocation) {
   Stage stage;
   stage.launch();
   stage.root.write(gifPath, makeGif({{red}}, 8, 8));
@@ -308,7 +308,7 @@ TEST(FrameCache, BlursEachFrameByTheSettingOfTheViewsLocation) {
   }
 }
 
-TEST(FrameCache, ReadsTheBlurAfreshForEveryFrame) {
+TEST(FrameCache, ReadsTheBlurSettingForEveryFrame) {
   Stage stage;
   stage.launch();
   Stage::put("MODE_INDEX", "1");
@@ -324,7 +324,7 @@ TEST(FrameCache, ReadsTheBlurAfreshForEveryFrame) {
   EXPECT_EQ(readsFor(makeGif({{red}, {red}, {red}, {red}})), one + 3);
 }
 
-TEST(FrameCache, SurvivesOverlappingStartsOfOneView) {
+TEST(FrameCache, SurvivesOverlappingStarts) {
   Stage stage;
   stage.launch();
   const auto view = stage.makeView("SHARED");

@@ -28,7 +28,7 @@ struct Playing : Stage {
   }
 };
 
-TEST(Gating, AHiddenWallpaperPausesItsViewAndAShownOneResumesIt) {
+TEST(Gating, PausesHiddenWallpapersAndResumesShownOnes) {
   Playing stage;
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
   stage.hideWallpaper();
@@ -40,7 +40,7 @@ TEST(Gating, AHiddenWallpaperPausesItsViewAndAShownOneResumesIt) {
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Gating, InSeparateModeOnlyTheScreenShownPlays) {
+TEST(Gating, PlaysOnlyTheVisibleScreenInSeparateMode) {
   Stage stage;
   stage.launch();
   stage.choose("LOCKSCREEN", gif);
@@ -54,7 +54,7 @@ TEST(Gating, InSeparateModeOnlyTheScreenShownPlays) {
   EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
 }
 
-TEST(Gating, AWallpaperThatIsStartedWhereNobodySeesItRests) {
+TEST(Gating, PausesAWallpaperThatIsStartedWhileCovered) {
   Stage stage;
   stage.root.write("/var/mobile/Library/Lumora/Wallpaper_both.gif", gif);
   Stage::put("WALLPAPER_SET", "TRUE");
@@ -69,7 +69,7 @@ TEST(Gating, AWallpaperThatIsStartedWhereNobodySeesItRests) {
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Gating, BringsTheHostViewToTheFrontBothWays) {
+TEST(Gating, BringsTheHostViewToTheFront) {
   Playing stage;
   const auto host = Stage::hostView("SHARED");
   const auto cover = std::make_shared<platform::UIView>();
@@ -80,7 +80,7 @@ TEST(Gating, BringsTheHostViewToTheFrontBothWays) {
   }
 }
 
-TEST(Gating, WhileDisabledHidingAndShowingHaveNoEffect) {
+TEST(Gating, IgnoresVisibilityWhileDisabled) {
   Playing stage;
   Stage::put("ENABLED", "FALSE");
   stage.hideWallpaper();
@@ -91,7 +91,7 @@ TEST(Gating, WhileDisabledHidingAndShowingHaveNoEffect) {
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Gating, ADetachedViewIsInstalledAgainBeforeItPausesOrResumes) {
+TEST(Gating, ReinstallsDetachedViewsBeforePausingOrResuming) {
   Playing stage;
   for (const bool hides : {true, false}) {
     stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
@@ -103,7 +103,7 @@ TEST(Gating, ADetachedViewIsInstalledAgainBeforeItPausesOrResumes) {
   }
 }
 
-TEST(Gating, AViewWithAForeignTagSendsNothingAndInstallsNothing) {
+TEST(Gating, IgnoresHostViewsWithAForeignTag) {
   Playing stage;
   Stage::hostView("SHARED")->setTag(5);
   stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
@@ -113,7 +113,7 @@ TEST(Gating, AViewWithAForeignTagSendsNothingAndInstallsNothing) {
   EXPECT_EQ(Stage::view("SHARED")->superview(), nullptr);
 }
 
-TEST(Gating, TheSweepResumesWhatIsShownAndPausesNothing) {
+TEST(Gating, ResumesVisibleWallpapersWithoutPausingOthers) {
   Stage stage;
   stage.launch();
   stage.choose("LOCKSCREEN", gif);
@@ -146,7 +146,7 @@ class StrangeObserver : public platform::KeyValueObserver {
   int calls = 0;
 };
 
-TEST(Gating, AHostViewDiesWithTheListenerOnIt) {
+TEST(Gating, LetsHostViewsDieWithAListenerAttached) {
   Playing stage;
   const std::weak_ptr<LWWallpaperListener> listener = lumora::sharedListener.load();
   const std::weak_ptr<platform::UIView> host = Stage::hostView("SHARED");
@@ -166,7 +166,7 @@ void countingDealloc(platform::id self, platform::SEL selector) {
   hostDealloc(self, selector);
 }
 
-TEST(Gating, AtDeallocOnlyTheFirstObserverIsLookedAt) {
+TEST(Gating, ChecksOnlyTheFirstObserverAtDealloc) {
   Stage stage;
   stage.launch();
   hostDealloc = std::exchange(lumora::previousWallpaperViewDealloc, countingDealloc);
@@ -185,7 +185,7 @@ TEST(Gating, AtDeallocOnlyTheFirstObserverIsLookedAt) {
   EXPECT_EQ(foreign->calls, 0);
 }
 
-TEST(Gating, ANewListenerReplacesTheOldOneOnTheSameObjectOnly) {
+TEST(Gating, ReplacesListenersOnTheSameObjectOnly) {
   Stage stage;
   stage.launch();
   const auto first = std::make_shared<platform::UIView>();
@@ -208,7 +208,7 @@ TEST(Gating, ANewListenerReplacesTheOldOneOnTheSameObjectOnly) {
   EXPECT_EQ(platform::backend::observersOf(*second).size(), 1U);
 }
 
-TEST(Gating, OnlyThePlatformsExceptionsAreSwallowed) {
+TEST(Gating, SwallowsOnlyExceptionsOfThePlatform) {
   const auto view = std::make_shared<platform::UIView>();
   const StrangeObserver unknown;
   EXPECT_FALSE(platform::swallowingNSException([&] { view->removeObserver(unknown, "hidden"); }));

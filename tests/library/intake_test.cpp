@@ -52,7 +52,7 @@ const Incoming incoming[] = {
     {"HOMESCREEN_LUMORA_WALLPAPER.gif", "0", "Wallpaper_homescreen"},
 };
 
-TEST(Intake, MovesEachKnownNameToItsPlaceAndLeavesTheOthersAlone) {
+TEST(Intake, MovesEachKnownNameToItsLocation) {
   for (const Incoming& file : incoming) {
     SCOPED_TRACE(file.name);
     const FullLibrary device;
@@ -71,7 +71,7 @@ TEST(Intake, MovesEachKnownNameToItsPlaceAndLeavesTheOthersAlone) {
   }
 }
 
-TEST(Intake, AKnownNameWithoutAFileStillClearsItsPlace) {
+TEST(Intake, ClearsTheLocationOfAMissingFile) {
   const FullLibrary device;
   device.takeIn(downloads + incoming[0].name);
   EXPECT_EQ(Stage::stored("MODE_INDEX"), "1");
@@ -79,7 +79,7 @@ TEST(Intake, AKnownNameWithoutAFileStillClearsItsPlace) {
   EXPECT_FALSE(device.root.has(library + "Wallpaper_both"));
 }
 
-TEST(Intake, AnUnknownNameIsDeletedAndNothingElseChanges) {
+TEST(Intake, OnlyDeletesFilesWithUnknownNames) {
   for (const char* name : {"shared_lumora_wallpaper.gif", "cat.gif", "SHARED_LUMORA_WALLPAPER"}) {
     SCOPED_TRACE(name);
     const FullLibrary device;
@@ -92,7 +92,7 @@ TEST(Intake, AnUnknownNameIsDeletedAndNothingElseChanges) {
   }
 }
 
-TEST(Intake, WithoutAPathNothingOnDiskChanges) {
+TEST(Intake, ChangesNothingWithoutAPath) {
   const FullLibrary device;
   SettingsWatch watch(device.root);
   lumora::takeInWallpaperFile();
@@ -106,7 +106,7 @@ TEST(Intake, WithoutAPathNothingOnDiskChanges) {
   EXPECT_EQ(Stage::stored("MODE_INDEX"), std::nullopt);
 }
 
-TEST(Intake, LeavesAFolderAlone) {
+TEST(Intake, IgnoresDirectories) {
   const FullLibrary device;
   for (const std::string& name : {std::string("Documents"), std::string(incoming[0].name)}) {
     device.root.write(downloads + name + "/letter", std::string("mine"));
@@ -115,7 +115,7 @@ TEST(Intake, LeavesAFolderAlone) {
   }
 }
 
-TEST(Intake, AFileThatCannotBeMovedIsUsedUpAllTheSame) {
+TEST(Intake, DeletesAFileThatCannotBeMoved) {
   const FullLibrary device;
   // A folder that stands in for a place that cannot be cleared is moved over nothing.
   fs::remove_all(device.root(library));
@@ -125,7 +125,7 @@ TEST(Intake, AFileThatCannotBeMovedIsUsedUpAllTheSame) {
   EXPECT_FALSE(device.root.has(library));
 }
 
-TEST(Intake, NothingOutsideTheDeviceIsTouched) {
+TEST(Intake, TouchesNothingOutsideTheDevice) {
   const DeviceRoot world;
   const FullLibrary device;
   const std::string name = "SHARED_LUMORA_WALLPAPER.gif";

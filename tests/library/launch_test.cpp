@@ -30,7 +30,7 @@ void watchedHostLaunch(platform::id self, platform::SEL selector, platform::id a
   hostLaunch(self, selector, application);
 }
 
-TEST(Launch, WithoutSettingsMakesTheLibraryDirectoryAndStartsNothing) {
+TEST(Launch, OnlyCreatesTheLibraryDirectoryWithoutSettings) {
   Stage stage;
   hostLaunch = std::exchange(lumora::previousApplicationDidFinishLaunching, watchedHostLaunch);
   stage.launch();
@@ -40,7 +40,7 @@ TEST(Launch, WithoutSettingsMakesTheLibraryDirectoryAndStartsNothing) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), std::nullopt);
 }
 
-TEST(Launch, LeavesAPlainFileInTheLibrarysPlace) {
+TEST(Launch, KeepsAFileInPlaceOfTheLibraryDirectory) {
   Stage stage;
   stage.root.write("/var/mobile/Library/Lumora", std::string("a file"));
   stage.launch();
@@ -81,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"", "TRUE", "0", "LOCKSCREEN"}, Case{"FALSE", "TRUE", "1", nullptr},
                     Case{"TRUE", "FALSE", "1", nullptr}, Case{"TRUE", "", "0", nullptr}));
 
-TEST(Launch, ReadsTheSettingsOncePerQuestion) {
+TEST(Launch, ReadsTheSettingsFileOncePerValue) {
   Stage stage;
   Stage::put("DOCK_HEIGHT", "96.000000");
   SettingsWatch watch(stage.root);
@@ -91,7 +91,7 @@ TEST(Launch, ReadsTheSettingsOncePerQuestion) {
   EXPECT_EQ(watch.take(), (SettingsWatch::Counts{3, 1}));
 }
 
-TEST(DockHeight, IsRecordedWheneverTheHostAsksAndNeverChanged) {
+TEST(DockHeight, IsRecordedOnEveryQueryAndReturnedUnchanged) {
   Stage stage;
   EXPECT_EQ(Stage::stored("DOCK_HEIGHT"), std::nullopt);
   Stage::put("DOCK_ENABLED", "FALSE");
@@ -103,7 +103,7 @@ TEST(DockHeight, IsRecordedWheneverTheHostAsksAndNeverChanged) {
   EXPECT_EQ(Stage::stored("DOCK_ENABLED"), "FALSE");
 }
 
-TEST(DockHeight, CreatesTheSettingsFileWithThatOneKey) {
+TEST(DockHeight, IsRecordedEvenWithoutASettingsFile) {
   Stage stage;
   host::DockView::defaultHeight();
   EXPECT_EQ(Stage::stored("DOCK_HEIGHT"), "96.000000");

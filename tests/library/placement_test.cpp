@@ -46,7 +46,7 @@ struct Furnished : Stage {
   }
 };
 
-TEST(Placement, InSharedModePutsOneViewIntoTheSharedWallpaper) {
+TEST(Placement, InstallsOneViewInSharedMode) {
   Furnished stage("1");
   install(stage);
   const auto view = Stage::view("SHARED");
@@ -63,7 +63,7 @@ TEST(Placement, InSharedModePutsOneViewIntoTheSharedWallpaper) {
   EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), std::nullopt);
 }
 
-TEST(Placement, InSeparateModePutsAViewIntoEachWallpaper) {
+TEST(Placement, InstallsAViewPerScreenInSeparateMode) {
   Furnished stage("0");
   install(stage);
   EXPECT_EQ(Stage::hostView("SHARED"), nullptr);
@@ -81,7 +81,7 @@ TEST(Placement, InSeparateModePutsAViewIntoEachWallpaper) {
   EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), std::nullopt);
 }
 
-TEST(Placement, EndsWithoutATraceIfThePictureInQuestionIsMissingOrDamaged) {
+TEST(Placement, ChangesNothingWithoutAReadableGif) {
   struct Case {
     const char* mode;
     const char* location;
@@ -112,7 +112,7 @@ TEST(Placement, EndsWithoutATraceIfThePictureInQuestionIsMissingOrDamaged) {
   }
 }
 
-TEST(Placement, InSeparateModeOnlyTheScreenInQuestionNeedsAPicture) {
+TEST(Placement, NeedsOnlyTheSelectedScreensGif) {
   Furnished stage("0");
   std::filesystem::remove(stage.root(lumora::homescreenGIFPath));
   std::filesystem::create_directory(stage.root(lumora::homescreenGIFPath));
@@ -124,7 +124,7 @@ TEST(Placement, InSeparateModeOnlyTheScreenInQuestionNeedsAPicture) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
 
-TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
+TEST(Placement, OnlyFramesAndScalesViewsInUnknownModes) {
   Furnished stage("1");
   install(stage);
   Stage::put("MODE_INDEX", "2");
@@ -145,7 +145,7 @@ TEST(Placement, InAnyOtherModeOnlyReframesAndScalesWhatIsThere) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
 
-TEST(Placement, ASecondInstallationReusesEverything) {
+TEST(Placement, ReusesEverythingInASecondInstallation) {
   Furnished stage("1");
   install(stage);
   const auto view = Stage::view("SHARED");
@@ -158,7 +158,7 @@ TEST(Placement, ASecondInstallationReusesEverything) {
   EXPECT_EQ(platform::backend::observersOf(*host).size(), 1U);
 }
 
-TEST(Placement, TakesOverTheLastAnimatedViewFoundByItsTag) {
+TEST(Placement, AdoptsTheLastViewWithItsTag) {
   Furnished stage("1");
   for (const lumora::LocationEntry& entry : lumora::locationEntries) {
     const std::string identifier = entry.location.identifier;
@@ -177,7 +177,7 @@ TEST(Placement, TakesOverTheLastAnimatedViewFoundByItsTag) {
   }
 }
 
-TEST(Placement, AModeChangeMovesOnToNewHostViewsAndKeepsTheOldAnimatedView) {
+TEST(Placement, ReusesViewsInNewHostViewsAfterModeChanges) {
   Furnished stage("1");
   install(stage);
   const auto shared = Stage::view("SHARED");
@@ -193,7 +193,7 @@ TEST(Placement, AModeChangeMovesOnToNewHostViewsAndKeepsTheOldAnimatedView) {
   EXPECT_EQ(shared->superview(), Stage::hostView("SHARED"));
 }
 
-TEST(Placement, OnAPhoneHeldSidewaysTheDockStandsAtTheSide) {
+TEST(Placement, LeavesRoomForTheSideDockOnLandscapePhones) {
   Furnished stage("0");
   install(stage);
   for (const auto orientation :
@@ -206,7 +206,7 @@ TEST(Placement, OnAPhoneHeldSidewaysTheDockStandsAtTheSide) {
   EXPECT_EQ(Stage::view("HOMESCREEN")->frame(), (CGRect{0, 0, 390, 748}));
 }
 
-TEST(Placement, OnAPadTheDockStaysAtTheBottom) {
+TEST(Placement, LeavesRoomForTheBottomDockOnPads) {
   Furnished stage("1", {.isPad = true});
   install(stage);
   EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 820, 1180 - 110}));
@@ -219,7 +219,7 @@ platform::CGFloat fakeDefaultHeight(platform::id /*self*/, platform::SEL /*selec
   return fakeHeight;
 }
 
-TEST(Placement, AnUnusableDockHeightGivesWayToTheStoredOne) {
+TEST(Placement, FallsBackToTheStoredDockHeight) {
   Furnished stage("1");
   // Under the library's recorder, so that nothing is recorded.
   const auto metaclass =
@@ -249,7 +249,7 @@ TEST(Placement, AnUnusableDockHeightGivesWayToTheStoredOne) {
   EXPECT_EQ(Stage::view("SHARED")->frame().height, 844);
 }
 
-TEST(Placement, FramesAndScalesEveryViewWhateverTheMode) {
+TEST(Placement, FramesAndScalesEveryViewInAnyMode) {
   Furnished stage("0");
   install(stage);
   Stage::put("MODE_INDEX", "1");
@@ -281,7 +281,7 @@ TEST(Placement, FramesAndScalesEveryViewWhateverTheMode) {
   EXPECT_EQ(mode("SHARED"), UIViewContentMode::ScaleAspectFill);
 }
 
-TEST(Placement, AMainThreadThatDoesNotAnswerDelaysTheWholeInstallationByFiveSecondsOnce) {
+TEST(Placement, WaitsForABlockedMainThreadOnlyOnce) {
   Furnished stage("1");
   lumora::updateWallpaperImages();
   // All its steps share one wait of five seconds; the new view waits another five for its set-up.

@@ -29,7 +29,7 @@ std::vector<int> timeline(PlaybackClock& clock, const FrameDurations& list, floa
   return shown;
 }
 
-TEST(PlaybackClock, ShowsEachFrameAfterItsOwnDelayAndSpendsOneTickAtTheWrap) {
+TEST(PlaybackClock, ShowsFramesAfterTheirDelaysPlusAWrapTick) {
   PlaybackClock clock;
   const auto list = durations({2.0 / 64, 1.0 / 64, 3.0 / 64});
   // The wrap's tick shows nothing, but its length counts towards frame 0's delay.
@@ -51,7 +51,7 @@ TEST(PlaybackClock, DividesTheDelayByTheSpeed) {
   EXPECT_EQ(timeline(slow, list, 0.5, 4), (std::vector<int>{-1, -1, -1, 0}));
 }
 
-TEST(PlaybackClock, FreezesAtSpeedZeroAndRunsAwayBelow) {
+TEST(PlaybackClock, StopsAtSpeedZeroAndAdvancesEveryTickBelow) {
   const auto list = durations({1.0 / 64, 0, 1.0 / 64});
   PlaybackClock frozen;
   EXPECT_EQ(timeline(frozen, list, 0, 3), (std::vector<int>{-1, -1, -1}));
@@ -63,7 +63,7 @@ TEST(PlaybackClock, FreezesAtSpeedZeroAndRunsAwayBelow) {
   EXPECT_EQ(timeline(backwards, list, -1, 3), (std::vector<int>{0, 1, 2}));
 }
 
-TEST(PlaybackClock, ShowsAFrameAtEveryTickWithoutAList) {
+TEST(PlaybackClock, ShowsAFrameAtEveryTickWithoutDelays) {
   PlaybackClock clock;
   EXPECT_EQ(timeline(clock, nullptr, 1, 4), (std::vector<int>{0, 1, 2, 3}));
   EXPECT_TRUE(clock.advance(0));

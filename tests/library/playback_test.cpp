@@ -25,7 +25,7 @@ void send(Stage& stage, const char* message) {
   stage.settle();
 }
 
-TEST(Playback, ShowsTheRightPictureAtTheTimesWorkedOutFromTheDelays) {
+TEST(Playback, ShowsEachFrameAtItsComputedTime) {
   Stage stage(exactRefresh);
   stage.launch();
   const Color still = stage.colorAt(pictureX, pictureY);
@@ -49,7 +49,7 @@ TEST(Playback, ShowsTheRightPictureAtTheTimesWorkedOutFromTheDelays) {
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
 }
 
-TEST(Playback, KeepsItsPlaceAndItsTimeThroughAPause) {
+TEST(Playback, KeepsItsFrameAndTimeThroughAPause) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", threeFrames);
@@ -65,7 +65,7 @@ TEST(Playback, KeepsItsPlaceAndItsTimeThroughAPause) {
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
 }
 
-TEST(Playback, TwoQuickResumesLeaveTwoLinksOfWhichAPauseStopsOne) {
+TEST(Playback, PausesOnlyOneLinkAfterTwoQuickResumes) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", threeFrames);
@@ -85,7 +85,7 @@ TEST(Playback, TwoQuickResumesLeaveTwoLinksOfWhichAPauseStopsOne) {
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Playback, EndsAsTheLastOfManyQuickMessagesSays) {
+TEST(Playback, FollowsTheLastOfManyQuickMessages) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", threeFrames);
@@ -99,7 +99,7 @@ TEST(Playback, EndsAsTheLastOfManyQuickMessagesSays) {
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Playback, HearsAPauseBetweenTheEndOfACycleAndTheLinkOfTheNext) {
+TEST(Playback, AcceptsAPauseBetweenTwoCycles) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", makeGif({{red, 25}}));
@@ -111,7 +111,7 @@ TEST(Playback, HearsAPauseBetweenTheEndOfACycleAndTheLinkOfTheNext) {
   EXPECT_EQ(Stage::described("SHARED", "frames_shown"), 1);
 }
 
-TEST(Playback, FollowsTheSpeedFromTheNextRefreshOn) {
+TEST(Playback, AppliesTheSpeedFromTheNextRefresh) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_SPEED", "2");
   stage.launch();
@@ -129,7 +129,7 @@ TEST(Playback, FollowsTheSpeedFromTheNextRefreshOn) {
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
 }
 
-TEST(Playback, FollowsTheOpacityOfTheImageViewOnly) {
+TEST(Playback, AppliesTheOpacityToTheImageViewOnly) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_ALPHA", "0.5");
   stage.launch();
@@ -146,7 +146,7 @@ TEST(Playback, FollowsTheOpacityOfTheImageViewOnly) {
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
 }
 
-TEST(Playback, APictureThatFillsItsViewDoesNotReachBeyondIt) {
+TEST(Playback, ClipsAFillingImageToItsView) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_SCALING_MODE", "FILL");
   stage.launch();
@@ -157,7 +157,7 @@ TEST(Playback, APictureThatFillsItsViewDoesNotReachBeyondIt) {
   EXPECT_EQ(stage.colorAt(2, 840), besideTheDock);
 }
 
-TEST(Playback, ABlurThatChangesRewritesEveryFrameAndSaysSo) {
+TEST(Playback, RewritesEveryFrameWhenTheBlurChanges) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", threeFrames);
@@ -173,7 +173,7 @@ TEST(Playback, ABlurThatChangesRewritesEveryFrameAndSaysSo) {
   EXPECT_NE(stage.colorAt(1, pictureY), red);
 }
 
-TEST(Playback, AMissingFrameFileShowsNothingAndTheCycleGoesOn) {
+TEST(Playback, ContinuesPastAMissingFrame) {
   Stage stage(exactRefresh);
   stage.launch();
   const Color still = stage.colorAt(pictureX, pictureY);
@@ -187,7 +187,7 @@ TEST(Playback, AMissingFrameFileShowsNothingAndTheCycleGoesOn) {
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), blue);
 }
 
-TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACenterOfItsOwn) {
+TEST(Playback, GivesOtherViewsDefaultsAndTheirOwnCenter) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_SPEED", "3");
   Stage::put("SHARED_GIF_ALPHA", "0.1");
@@ -207,7 +207,7 @@ TEST(Playback, AViewOfAnotherNameHasTheDefaultsAndACenterOfItsOwn) {
   view->pauseAnimation();
 }
 
-TEST(Playback, LinksLeftOverDoNotMultiplyWhereEveryFrameEndsACycle) {
+TEST(Playback, DoesNotMultiplyLeftoverLinks) {
   Stage stage(exactRefresh);
   stage.launch();
   const auto view = stage.makeView("ELSEWHERE");
@@ -219,7 +219,7 @@ TEST(Playback, LinksLeftOverDoNotMultiplyWhereEveryFrameEndsACycle) {
   view->pauseAnimation();
 }
 
-TEST(Playback, GoesOnWhileHundredsOfNotificationsArrive) {
+TEST(Playback, ContinuesThroughHundredsOfNotifications) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", threeFrames);

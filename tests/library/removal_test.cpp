@@ -24,7 +24,7 @@ struct Separate : Stage {
   }
 };
 
-TEST(Removal, OfOneLocationTakesItsViewItsFilesAndItsMarkOnly) {
+TEST(Removal, AffectsOnlyTheGivenLocation) {
   Separate stage;
   stage.post("com.brightfen.lumora.removeLockscreenGIFView");
   EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
@@ -44,7 +44,7 @@ TEST(Removal, OfOneLocationTakesItsViewItsFilesAndItsMarkOnly) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
 
-TEST(Removal, WaitsFiveSecondsForAMainThreadThatDoesNotAnswer) {
+TEST(Removal, ContinuesAfterFiveSecondsWithoutTheMainThread) {
   Separate stage;
   lumora::removeLockscreenGIFView();
   lumora::removeGIFFromAllWallpapers();
@@ -55,7 +55,7 @@ TEST(Removal, WaitsFiveSecondsForAMainThreadThatDoesNotAnswer) {
   EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
 }
 
-TEST(Removal, OfAViewThatNeverWasStillClearsFilesAndMark) {
+TEST(Removal, DeletesFilesEvenWithoutAView) {
   Stage stage;
   stage.launch();
   stage.root.write(lumora::sharedGIFPath, gif);
@@ -69,7 +69,7 @@ TEST(Removal, OfAViewThatNeverWasStillClearsFilesAndMark) {
   EXPECT_EQ(Stage::view("SHARED"), nullptr);
 }
 
-TEST(Removal, OfAllKeepsTheFilesAndWritesFourTimes) {
+TEST(Removal, KeepsTheFilesWhenRemovingAll) {
   Separate stage;
   SettingsWatch watch(stage.root);
   stage.post(removeAll);
@@ -84,7 +84,7 @@ TEST(Removal, OfAllKeepsTheFilesAndWritesFourTimes) {
   EXPECT_TRUE(stage.root.has(lumora::homescreenGIFPath));
 }
 
-TEST(Removal, IsUndoneByAnInstallationWithTheVerySameViews) {
+TEST(Removal, CanBeUndoneWithTheSameViews) {
   Separate stage;
   const auto lockScreen = Stage::view("LOCKSCREEN");
   const auto homeScreen = Stage::view("HOMESCREEN");
@@ -100,7 +100,7 @@ TEST(Removal, IsUndoneByAnInstallationWithTheVerySameViews) {
             (std::vector<std::string>{"kLWGIFViewDidStartAnimatingNotification"}));
 }
 
-TEST(Removal, AChangeOfModeTakesOnlyTheUnneededViewsDown) {
+TEST(Removal, TakesDownUnneededViewsAfterAModeChange) {
   Separate stage;
   Stage::put("MODE_INDEX", "2");
   stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");

@@ -77,7 +77,7 @@ std::string listOfOtherTypes() {
   return list + "</dict></plist>";
 }
 
-TEST(Settings, HaveTheirDefaultsWhereTheFileGivesNothing) {
+TEST(Settings, HaveDefaultsWithoutAUsableFile) {
   const DeviceRoot root;
   expectDefaults();
   const std::string useless[] = {
@@ -96,7 +96,7 @@ TEST(Settings, HaveTheirDefaultsWhereTheFileGivesNothing) {
   }
 }
 
-TEST(Settings, AnEmptyTextGivesTheDefault) {
+TEST(Settings, FallBackToDefaultsForEmptyStrings) {
   const DeviceRoot root;
   for (const auto& row : booleans) EXPECT_EQ(reading(row, ""), row.otherwise) << row.key;
   for (const auto& row : integers) EXPECT_EQ(reading(row, ""), row.otherwise) << row.key;
@@ -105,7 +105,7 @@ TEST(Settings, AnEmptyTextGivesTheDefault) {
   for (const auto& row : texts) EXPECT_EQ(reading(row, ""), "") << row.key;
 }
 
-TEST(Settings, BooleansFollowTheFirstTellingLetter) {
+TEST(Settings, ParseBooleansByTheFirstSignificantCharacter) {
   const DeviceRoot root;
   for (const auto& row : booleans) {
     for (const char* text : {"TRUE", "1", "YES", "7", " \t+007", "t", "-y", "0001"}) {
@@ -117,7 +117,7 @@ TEST(Settings, BooleansFollowTheFirstTellingLetter) {
   }
 }
 
-TEST(Settings, NumbersAreTheLeadingNumberOfTheText) {
+TEST(Settings, ParseTheLeadingNumberOfAString) {
   const DeviceRoot root;
   for (const auto& row : integers) {
     EXPECT_EQ(reading(row, "abc"), 0) << row.key;
@@ -144,7 +144,7 @@ TEST(Settings, NumbersAreTheLeadingNumberOfTheText) {
   EXPECT_EQ(lumora::getDockHeight(), static_cast<double>(83.1F));
 }
 
-TEST(Settings, ScalingModesAreTakenOnlyAsTheyAreWritten) {
+TEST(Settings, AcceptOnlyExactScalingModeNames) {
   const DeviceRoot root;
   for (const auto& row : modes) {
     EXPECT_EQ(reading(row, "FILL"), "FILL") << row.key;
@@ -155,7 +155,7 @@ TEST(Settings, ScalingModesAreTakenOnlyAsTheyAreWritten) {
   for (const auto& row : texts) EXPECT_EQ(reading(row, " a <b> & ü "), " a <b> & ü ") << row.key;
 }
 
-TEST(Settings, AWriteKeepsAllOtherKeysWhateverTheirType) {
+TEST(Settings, KeepOtherKeysOfAnyTypeOnWriting) {
   const DeviceRoot root;
   root.write(preferences,
              "<plist version=\"1.0\"><dict><key>OTHER</key><array><integer>4</integer></array>"
@@ -168,7 +168,7 @@ TEST(Settings, AWriteKeepsAllOtherKeysWhateverTheirType) {
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }
 
-TEST(Settings, AWriteIntoADamagedFileLeavesThatOneKey) {
+TEST(Settings, ReplaceADamagedFileOnWriting) {
   const DeviceRoot root;
   root.write(preferences, "<plist><dict><key>ENABLED</key><string>FALSE</str");
   Stage::put("MODE_INDEX", "0");
@@ -176,7 +176,7 @@ TEST(Settings, AWriteIntoADamagedFileLeavesThatOneKey) {
   EXPECT_EQ(lumora::getModeIndex(), 0);
 }
 
-TEST(Settings, AFailedWriteLeavesTheFileAsItWas) {
+TEST(Settings, KeepTheFileAfterAFailedWrite) {
   const DeviceRoot root;
   Stage::put("MODE_INDEX", "0");
   const auto folder = root(preferences).parent_path();
@@ -187,7 +187,7 @@ TEST(Settings, AFailedWriteLeavesTheFileAsItWas) {
   EXPECT_EQ(lumora::getModeIndex(), 0);
 }
 
-TEST(Settings, EveryGetterReadsTheFileAfreshAndEveryWriteReplacesIt) {
+TEST(Settings, AccessTheFileOnEveryReadAndWrite) {
   const DeviceRoot root;
   Stage::put("ENABLED", "TRUE");
   SettingsWatch watch(root);
@@ -198,7 +198,7 @@ TEST(Settings, EveryGetterReadsTheFileAfreshAndEveryWriteReplacesIt) {
   EXPECT_EQ(watch.take(), (SettingsWatch::Counts{1, 1}));
 }
 
-TEST(Settings, AWriteThatCouldNotBeReadAgainIsNotMade) {
+TEST(Settings, RefuseWritesTooLargeToReadBack) {
   const DeviceRoot root;
   Stage::put("ENABLED", "FALSE");
   Stage::put("SAFARI_OBJECT_URL", std::string(std::size_t{17} << 20, 'x'));

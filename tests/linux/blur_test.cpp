@@ -101,7 +101,7 @@ double largestError(const ImageRef& image, int radius) {
   return largest;
 }
 
-TEST(Blur, IsATrueGaussianWithinOneStepOfColor) {
+TEST(Blur, MatchesAGaussianWithinOneColorLevel) {
   for (const bool isOpaque : {true, false}) {
     for (int radius = 1; radius <= 100; radius += radius < 12 ? 1 : 11) {
       EXPECT_LE(largestError(areas(131, 94, isOpaque), radius), 1) << radius << " " << isOpaque;
@@ -110,7 +110,7 @@ TEST(Blur, IsATrueGaussianWithinOneStepOfColor) {
   }
 }
 
-TEST(Blur, OfAPictureOfAFewPixelsIsOneToo) {
+TEST(Blur, MatchesAGaussianOnTinyImages) {
   for (const int width : {1, 2, 3, 5}) {
     for (const int radius : {1, 4, 30}) {
       EXPECT_LE(largestError(noise(width, 4 - width / 2, true), radius), 1) << width;
@@ -118,7 +118,7 @@ TEST(Blur, OfAPictureOfAFewPixelsIsOneToo) {
   }
 }
 
-TEST(Blur, OfIndexedPicturesIsThatOfTheirColors) {
+TEST(Blur, GivesTheSameResultForIndexedAndRgbaInput) {
   const PictureShape shape{50, 40, PixelFormat::Indexed};
   auto palette = std::make_shared<Palette>();
   palette->colors = {{{0, 0, 0, 0}, {255, 10, 0, 255}, {9, 200, 77, 255}}};
@@ -138,14 +138,14 @@ TEST(Blur, OfIndexedPicturesIsThatOfTheirColors) {
             pixelsOf(*lumora::blurImageWithRadius(colorful, 5)));
 }
 
-TEST(Blur, OfRadiusZeroGivesThePictureBack) {
+TEST(Blur, KeepsTheImageAtRadiusZeroOrLess) {
   const auto image = noise(5, 4, false);
   EXPECT_EQ(pixelsOf(*lumora::blurImageWithRadius(image, 0)), pixelsOf(*image));
   EXPECT_EQ(pixelsOf(*lumora::blurImageWithRadius(image, -4)), pixelsOf(*image));
   EXPECT_EQ(lumora::blurImageWithRadius(image, lumora::blurRadius(1e30F))->width(), 5);
 }
 
-TEST(Blur, ReachesPastThePictureOnEverySide) {
+TEST(Blur, ExtendsBeyondTheImageOnEverySide) {
   const auto image = noise(5, 4, true);
   const auto blurred = CIImage::gaussianBlur(image, 2);
   const CGRect extent = blurred.extent();
@@ -155,7 +155,7 @@ TEST(Blur, ReachesPastThePictureOnEverySide) {
   EXPECT_EQ(pixelsOf(*blurred.render({-100, -100, 1, 1})).at(3), 0);
 }
 
-TEST(BlurRadius, IsTheSettingTruncatedTowardZero) {
+TEST(BlurRadius, TruncatesTheSettingTowardZero) {
   EXPECT_EQ(lumora::blurRadius(0.9F), 0);
   EXPECT_EQ(lumora::blurRadius(3.9F), 3);
   EXPECT_EQ(lumora::blurRadius(-3.9F), -3);

@@ -16,7 +16,7 @@ Bytes bytes(const std::string& text) {
   return Bytes(text.begin(), text.end());
 }
 
-TEST(DevicePaths, AreTakenApartAsThePlatformDoesIt) {
+TEST(DevicePaths, SplitAsOnThePlatform) {
   EXPECT_EQ(lastPathComponent("/a/b.gif"), "b.gif");
   EXPECT_EQ(lastPathComponent("/a/b/"), "b");
   EXPECT_EQ(lastPathComponent("b"), "b");
@@ -29,7 +29,7 @@ TEST(DevicePaths, AreTakenApartAsThePlatformDoesIt) {
   EXPECT_EQ(stringByDeletingPathExtension(""), "");
 }
 
-TEST(DeviceFiles, AMoveNeverReplacesAndARemovalTakesWholeTrees) {
+TEST(DeviceFiles, AreNeverOverwrittenByMovesAndRemovedRecursively) {
   const DeviceRoot root;
   root.write("/a/one", std::string("1"));
   root.write("/a/b/c/two", std::string("2"));
@@ -91,7 +91,7 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   EXPECT_TRUE(root.has("/folder/inner/file"));
 }
 
-TEST(DeviceFiles, APipeOrAFolderIsNoFileToRead) {
+TEST(DeviceFiles, CannotBeReadIfSpecialOrTooLarge) {
   const DeviceRoot root;
   ASSERT_EQ(mkfifo(root("/pipe").c_str(), 0600), 0);
   fs::create_directory(root("/folder"));
@@ -103,7 +103,7 @@ TEST(DeviceFiles, APipeOrAFolderIsNoFileToRead) {
   EXPECT_EQ(contentsOfFile("/giant"), std::nullopt);
 }
 
-TEST(DeviceFiles, AFailedWriteLeavesNothingBehind) {
+TEST(DeviceFiles, LeaveNothingBehindAfterAFailedWrite) {
   const DeviceRoot root;
   fs::create_directories(root("/place/is taken"));
   EXPECT_FALSE(writeToFileAtomically(bytes("x"), "/place/is taken"));

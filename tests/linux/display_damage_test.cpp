@@ -79,7 +79,7 @@ int largestDifference(cairo_surface_t* one, cairo_surface_t* other) {
   return largest;
 }
 
-TEST(DisplayDamage, IsEnoughToMakeTheScreenWhatDrawingAllOfItWould) {
+TEST(DisplayDamage, CoversEverythingThatAFullRedrawWouldChange) {
   for (const auto mode : {UIViewContentMode::ScaleToFill, UIViewContentMode::ScaleAspectFit,
                           UIViewContentMode::ScaleAspectFill}) {
     for (const auto& [alpha, opacity, clips] :
@@ -124,7 +124,7 @@ TEST(DisplayDamage, IsEnoughToMakeTheScreenWhatDrawingAllOfItWould) {
   }
 }
 
-TEST(DisplayDamage, IsNoneOfWhatCannotBeSeenAndIsNotLostToAPictureOfTheScreen) {
+TEST(DisplayDamage, IgnoresHiddenViewsAndSurvivesScreenshots) {
   Scene scene;
   cairo_surface_t* surface = makeScreen();
   scene.view->setImage(stripes(0, 0));

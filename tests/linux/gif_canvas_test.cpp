@@ -99,7 +99,7 @@ Drawing randomDrawing(std::mt19937& random, unsigned colorRange) {
   return drawing;
 }
 
-TEST(GifCanvas, ShowsWhatPlainDrawingWouldWhateverTheColors) {
+TEST(GifCanvas, MatchesPlainDrawingForAnyNumberOfColors) {
   for (const unsigned colorRange : {5U, 200U, 600U, 5000U}) {
     std::mt19937 random(colorRange);
     Canvas canvas(width, height);
@@ -131,7 +131,7 @@ TEST(GifCanvas, ShowsWhatPlainDrawingWouldWhateverTheColors) {
   }
 }
 
-TEST(GifCanvas, GivesTheSameObjectWhileNothingLooksDifferent) {
+TEST(GifCanvas, ReusesTheImageWhileNothingChanges) {
   std::mt19937 random(4);
   Canvas canvas(width, height);
   Drawing drawing = randomDrawing(random, 5000);

@@ -41,7 +41,7 @@ int framesOf(const Bytes& gif) {
   return frames;
 }
 
-TEST(Gif, FramesMayBeAskedForInAnyOrder) {
+TEST(Gif, DecodesFramesInAnyOrder) {
   auto source =
       CGImageSource::createWithData(NSData::dataWithBytes(makeGif({{red}, {green}, {blue}})));
   ASSERT_EQ(source->count(), 3);
@@ -57,7 +57,7 @@ TEST(Gif, FramesMayBeAskedForInAnyOrder) {
   EXPECT_EQ(source->createImageAtIndex(-1), nullptr);
 }
 
-TEST(Gif, TooLargeAScreenIsRefusedWhateverFollows) {
+TEST(Gif, IsRejectedIfItsScreenIsTooLarge) {
   const Bytes gif = makeGif({{red}});
   auto isTaken = [&gif](int width, int height) {
     return CGImageSource::createWithData(NSData::dataWithBytes(withScreen(gif, width, height))) !=
@@ -71,7 +71,7 @@ TEST(Gif, TooLargeAScreenIsRefusedWhateverFollows) {
   EXPECT_TRUE(isTaken(4, 32767));
 }
 
-TEST(Gif, AnImageLargerThanItsScreenIsClippedAndAGiantOneIsDamage) {
+TEST(Gif, ClipsLargeImagesAndRejectsGiantOnes) {
   Bytes gif = withScreen(makeGif({{red}}, 20, 20), 5, 5);
   const auto image =
       CGImageSource::createWithData(NSData::dataWithBytes(gif))->createImageAtIndex(0);
@@ -82,7 +82,7 @@ TEST(Gif, AnImageLargerThanItsScreenIsClippedAndAGiantOneIsDamage) {
             nullptr);
 }
 
-TEST(Gif, CutShortAnywhereItGivesAtMostItsSoundLeadingFrames) {
+TEST(Gif, DecodesLeadingFramesWhereverItIsTruncated) {
   const Bytes whole = makeGif({{red}, {green}, {blue}}, 16, 16);
   int most = 0;
   for (std::size_t size = 0; size <= whole.size(); ++size) {
@@ -93,7 +93,7 @@ TEST(Gif, CutShortAnywhereItGivesAtMostItsSoundLeadingFrames) {
   EXPECT_EQ(most, 3);
 }
 
-TEST(Gif, OnlySoManyImagesAreReadThatTheirDelaysCanBeStored) {
+TEST(Gif, LimitsItsFramesToWhatADelayListHolds) {
   const Bytes one = makeGif({{red}}, 1, 1);
   constexpr std::size_t headerSize = 13;
   Bytes many(one.begin(), one.begin() + headerSize);
@@ -105,7 +105,7 @@ TEST(Gif, OnlySoManyImagesAreReadThatTheirDelaysCanBeStored) {
   EXPECT_TRUE(platform::writeArrayToFile(std::vector<std::string>(1 << 19, "655.350000"), "/list"));
 }
 
-TEST(Gif, SurvivesAnyDamage) {
+TEST(Gif, SurvivesRandomDamage) {
   std::mt19937 random(20);
   const Bytes whole = makeGif({{red}, {green}, {blue}}, 12, 12);
   for (int round = 0; round < 5000; ++round) {
@@ -129,7 +129,7 @@ std::optional<Bytes> decoded(const Bytes& subBlocks, int minimumCodeSize, std::s
   return Bytes(buffer.indices().begin(), buffer.indices().end());
 }
 
-TEST(Lzw, StopsAtAWrongCodeAndAtTheEndOfTheData) {
+TEST(Lzw, StopsAtInvalidCodesAndAtTheEnd) {
   EXPECT_EQ(decoded({}, 2, 16), std::nullopt);
   EXPECT_EQ(decoded({1, 0x07, 0}, 2, 16), std::nullopt);
   EXPECT_EQ(decoded({5, 1, 2}, 2, 16), std::nullopt);
@@ -137,12 +137,12 @@ TEST(Lzw, StopsAtAWrongCodeAndAtTheEndOfTheData) {
   EXPECT_EQ(decoded({1, 0, 0}, 0, 1), std::nullopt);
 }
 
-TEST(Lzw, NeedsNeitherALeadingClearCodeNorAnEndCode) {
+TEST(Lzw, NeedsNoLeadingClearCodeOrEndCode) {
   // Codes of 3 bits: 1, 6 (the string just begun), 2.
   EXPECT_EQ(decoded({2, 0b10110001, 0b0, 0}, 2, 4), (Bytes{1, 1, 1, 2}));
 }
 
-TEST(Lzw, AStringMayReachIntoItsOwnCopy) {
+TEST(Lzw, DecodesStringsThatOverlapTheirOwnCopy) {
   // Codes of 9 bits, each the string that it begins itself: one index, then two of it, three, ...
   constexpr unsigned clear = 256;
   constexpr unsigned strings = 60;
@@ -161,7 +161,7 @@ TEST(Lzw, AStringMayReachIntoItsOwnCopy) {
   EXPECT_EQ(decoded(subBlock, 8, count), Bytes(count, std::uint8_t{7}));
 }
 
-TEST(GifDelay, FollowsTheRuleForShortAndMissingDelays) {
+TEST(GifDelay, DefaultsToATenthIfShortOrMissing) {
   struct Case {
     std::optional<int> stored;
     double delay;

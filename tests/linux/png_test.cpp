@@ -78,7 +78,7 @@ ImageRef colorfulImage(bool isOpaque) {
   return imageFromPixels(width, height, pixels);
 }
 
-TEST(Png, OfAnyKindIsReadByOthersAndByUsAsItWas) {
+TEST(Png, IsReadBackExactlyHereAndByLibpng) {
   std::vector<ImageRef> images{colorfulImage(true), colorfulImage(false),
                                indexedImage(200, 1, false)};
   for (const std::size_t colors : {1U, 2U, 3U, 4U, 5U, 16U, 17U, 255U, 256U}) {
@@ -93,7 +93,7 @@ TEST(Png, OfAnyKindIsReadByOthersAndByUsAsItWas) {
   }
 }
 
-TEST(Png, IsSmallWhateverTheMemoryHeldBefore) {
+TEST(Png, CompressesWellInReusedMemory) {
   platform::backend::keepFreedMemory();
   const Bytes raw = pixelsOf(*indexedImage(3));
   // A thread has a compressor of its own, in memory that was used before.
@@ -107,7 +107,7 @@ TEST(Png, IsSmallWhateverTheMemoryHeldBefore) {
   for (const std::uint16_t rubbish : {1, 3, 9}) EXPECT_LT(sizeAfter(rubbish), 2 * sizeAfter(0));
 }
 
-TEST(Png, OfAnybodyElseIsReadToo) {
+TEST(Png, CanComeFromLibpng) {
   const ImageRef image = colorfulImage(false);
   const Bytes pixels = pixelsOf(*image);
   png_image header{};
@@ -122,7 +122,7 @@ TEST(Png, OfAnybodyElseIsReadToo) {
   EXPECT_EQ(pixelsOf(*read(file)), pixels);
 }
 
-TEST(Png, CutShortOrDamagedIsNoPicture) {
+TEST(Png, IsRejectedIfTruncatedOrDamaged) {
   for (const ImageRef& image : {indexedImage(200, 1, false), colorfulImage(true)}) {
     const Bytes file = fileOf(image);
     for (std::size_t size = 0; size + 12 < file.size(); size += file.size() / 50) {
@@ -136,7 +136,7 @@ TEST(Png, CutShortOrDamagedIsNoPicture) {
   }
 }
 
-TEST(Png, SharesWhatStandsStillWithThePictureBefore) {
+TEST(Png, SharesUnchangedStripsWithThePreviousImage) {
   const ImageRef first = read(fileOf(indexedImage(40, 1)));
   const ImageRef second = read(fileOf(indexedImage(40, 2)));
   const Strips& before = first->impl().strips;
@@ -150,7 +150,7 @@ TEST(Png, SharesWhatStandsStillWithThePictureBefore) {
   EXPECT_NE(recolored->impl().strips.front(), before.front());
 }
 
-TEST(Png, OfOnePictureInTwoFilesIsOneFileUntilSomebodyWritesIntoIt) {
+TEST(Png, LinksEqualFramesUntilOneIsModified) {
   const DeviceRoot root;
   const auto png = UIImagePNGRepresentation(*indexedImage(9));
   auto fileNumber = [&root](const char* path) {

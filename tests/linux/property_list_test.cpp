@@ -100,7 +100,7 @@ Bytes binaryListReferringTo(std::size_t length, unsigned times) {
   return list;
 }
 
-TEST(PropertyLists, BinaryOnesAreWrittenBackAsXmlThatEveryProgramReads) {
+TEST(PropertyLists, AreConvertedFromBinaryToValidXml) {
   const DeviceRoot root;
   auto list = dictionaryOf(root, binaryListOf("a\x02", "two\tparts\x01\x1b"));
   ASSERT_TRUE(list.has_value());
@@ -133,7 +133,7 @@ bool changeOneKey() {
   return list->writeToFile(path);
 }
 
-TEST(PropertyLists, KeepEverythingElseWhenOneKeyChanges) {
+TEST(PropertyLists, KeepOtherKeysWhenOneChanges) {
   const DeviceRoot root;
   constexpr int levels = 50000;
   const std::string others[] = {
@@ -153,7 +153,7 @@ TEST(PropertyLists, KeepEverythingElseWhenOneKeyChanges) {
   }
 }
 
-TEST(PropertyLists, AreReadInTheEncodingsOfUnicode) {
+TEST(PropertyLists, AreReadInUtf8AndUtf16) {
   const DeviceRoot root;
   EXPECT_EQ(dictionaryOf(root, "\xEF\xBB\xBF" + listWith("<true/>"))->stringForKey("a"), "1");
   std::string utf16 = "\xFF\xFE";
@@ -162,7 +162,7 @@ TEST(PropertyLists, AreReadInTheEncodingsOfUnicode) {
 }
 
 // One key that is changed must not cost the others, as long as anything can be read.
-TEST(PropertyLists, AreReadWhereStrictXmlWouldRefuseThem) {
+TEST(PropertyLists, AreReadEvenIfNotStrictXml) {
   const DeviceRoot root;
   const std::string header = "<?xml version=\"1.0\" encoding=\"windows-1252\"?>";
   const std::string sloppy[] = {
@@ -185,7 +185,7 @@ TEST(PropertyLists, AreReadWhereStrictXmlWouldRefuseThem) {
   EXPECT_EQ(dictionaryOf(root, sloppy[6])->stringForKey("other"), "caf\xC3\xA9");
 }
 
-TEST(PropertyLists, AreNoneWhereTheyAreDamaged) {
+TEST(PropertyLists, AreRejectedIfDamaged) {
   const DeviceRoot root;
   for (const char* damage :
        {"<true/><false/>", "<key>k</key>", "<string>a<b/></string>", "<colour/>", "text", "&x;",
@@ -200,7 +200,7 @@ TEST(PropertyLists, AreNoneWhereTheyAreDamaged) {
 
 // Such lists once took minutes, or all memory. What they hold is not lost either: a list that is
 // not read is not replaced.
-TEST(PropertyLists, AreNeitherReadNorReplacedWhereTheyCostTooMuch) {
+TEST(PropertyLists, AreNeitherReadNorReplacedIfTooExpensive) {
   const DeviceRoot root;
   auto isLeftAlone = [&root](const auto& contents) {
     const bool isRead = dictionaryOf(root, contents).has_value();

@@ -27,7 +27,7 @@ bool turnUntil(const std::function<bool()>& condition) {
   return condition();
 }
 
-TEST(OperationQueue, OfOneRunsInOrderAndOutlivesItsOwner) {
+TEST(OperationQueue, RunsSerialBlocksInOrderEvenAfterDestruction) {
   std::vector<int> order;
   {
     NSOperationQueue queue;
@@ -40,7 +40,7 @@ TEST(OperationQueue, OfOneRunsInOrderAndOutlivesItsOwner) {
   for (int each = 0; each < 100; ++each) EXPECT_EQ(order[static_cast<std::size_t>(each)], each);
 }
 
-TEST(OperationQueue, OnesWithoutLimitRunSideBySideButNotWithoutEnd) {
+TEST(OperationQueue, LimitsTheThreadsOfUnlimitedQueues) {
   std::atomic<bool> released = false;
   std::atomic<unsigned> running = 0;
   std::atomic<unsigned> most = 0;
@@ -65,7 +65,7 @@ TEST(OperationQueue, OnesWithoutLimitRunSideBySideButNotWithoutEnd) {
   EXPECT_LE(most, 4U);
 }
 
-TEST(OperationQueue, KeepsABlockThatTheSystemHasNoThreadFor) {
+TEST(OperationQueue, KeepsBlocksWhileNoThreadCanBeCreated) {
   pthread_attr_t usual;
   ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
   pthread_attr_t enormous;
@@ -84,7 +84,7 @@ TEST(OperationQueue, KeepsABlockThatTheSystemHasNoThreadFor) {
   EXPECT_EQ(order, (std::vector<int>{1, 2}));
 }
 
-TEST(MainQueue, RunsBlocksThatBlocksQueueAndKeepsTheirOrder) {
+TEST(MainQueue, RunsNestedBlocksInOrder) {
   std::vector<int> order;
   auto& queue = NSOperationQueue::mainQueue();
   queue.addOperationWithBlock([&] {
@@ -97,7 +97,7 @@ TEST(MainQueue, RunsBlocksThatBlocksQueueAndKeepsTheirOrder) {
   EXPECT_FALSE(RunLoop::main().runMainQueue());
 }
 
-TEST(Hop, WaitsForTheMainQueueOrUntilItsDeadline) {
+TEST(MainQueueHop, ReturnsAfterItsBlockOrAtItsDeadline) {
   auto ran = std::make_shared<std::atomic<int>>(0);
   std::atomic<bool> isBack = false;
   std::thread worker([&] {
@@ -115,7 +115,7 @@ TEST(Hop, WaitsForTheMainQueueOrUntilItsDeadline) {
   EXPECT_EQ(*ran, 2);
 }
 
-TEST(RunLoop, SleepsWhileEveryLinkIsPausedAndWakesForARefresh) {
+TEST(RunLoop, SleepsUntilALinkNeedsARefresh) {
   DisplayClock::main().setRefreshRate(100);
   int refreshes = 0;
   auto link = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink& fired) {
@@ -129,7 +129,7 @@ TEST(RunLoop, SleepsWhileEveryLinkIsPausedAndWakesForARefresh) {
   EXPECT_TRUE(turnUntil([&] { return refreshes == 3; }));
 }
 
-TEST(DisplayLink, StopsAtOnceWhenInvalidatedByAnotherInTheSameRefresh) {
+TEST(DisplayLink, StopsAtOnceWhenAnotherLinkInvalidatesIt) {
   DisplayClock::main().setManual();
   int calls = 0;
   std::shared_ptr<CADisplayLink> second;

@@ -126,12 +126,12 @@ IS_SANITIZED = 'san.so' in dynamic_section('lumora')
 
 class Binaries(unittest.TestCase):
     @unittest.skipIf(IS_SANITIZED, 'sanitizers add their own')
-    def test_the_library_runs_one_initialiser_when_it_is_loaded(self):
+    def test_have_one_initializer_in_the_library(self):
         # The compiler's own start-up code has one, too.
         self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic_section('Lumora8.so'))
 
     @unittest.skipIf(IS_SANITIZED, 'sanitizers take the place of what is built in against faults')
-    def test_are_hardened_and_name_no_folder_of_the_build(self):
+    def test_are_hardened_and_relocatable(self):
         for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-platform.so'):
             dynamic = dynamic_section(program)
             self.assertIn('BIND_NOW', dynamic, program)
@@ -143,8 +143,8 @@ class Binaries(unittest.TestCase):
                 self.assertIn(b'__printf_chk', symbols, program)
 
 
-class WithoutHost(Device):
-    def test_wrong_use_shows_the_usage(self):
+class CommandWithoutHomeScreen(Device):
+    def test_shows_the_usage_on_wrong_use(self):
         for words in ([], ['dance'], ['set', 'shared'], ['set', 'moon', self.gif], ['mode', '3'],
                       ['dock'], ['rotate', 'north'], ['run', '--screen', '3x'], ['advance', '-1'],
                       ['frames', self.gif], ['get'],
@@ -155,14 +155,14 @@ class WithoutHost(Device):
             self.fails(2, *words)
         self.assertIn("no command 'dance'", self.fails(2, 'dance'))
 
-    def test_commands_for_a_home_screen_say_that_there_is_none(self):
+    def test_reports_that_no_home_screen_is_running(self):
         for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
                       ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
                       ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')], ['post', 'x'], ['watch'], ['bus'],
                       ['advance', '1'], ['wait', '--timeout', '0.1']):
             self.assertIn('no home screen is running', self.fails(3, *words))
 
-    def test_files_are_looked_at_before_the_home_screen(self):
+    def test_checks_files_before_looking_for_a_home_screen(self):
         for path in (self.file('text.gif', b'no picture'), self.file('empty.gif', b''),
                      self.file('huge.gif', RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]),
                      self.folder, os.path.join(self.folder, 'nothing.gif')):
@@ -171,7 +171,7 @@ class WithoutHost(Device):
             self.fails(1, 'frames', '--raw', path)
         self.assertFalse(os.path.exists(self.on_device(PREFERENCES)))
 
-    def test_settings_need_no_home_screen(self):
+    def test_reads_and_writes_settings(self):
         settings = {'ENABLED': True, 'DOCK_ENABLED': True, 'DOCK_HEIGHT': 0, 'WALLPAPER_SET': False,
                     'MODE_INDEX': 1, 'LOCATION_INDEX': 0, 'SAFARI_DIRECTORY': '',
                     'SAFARI_OBJECT_URL': ''}
@@ -202,7 +202,7 @@ class WithoutHost(Device):
         self.fails(1, 'get', 'NOTHING')
         self.assertEqual(self.lumora('put', 'KEY', 'a\x01b').returncode, 2)
 
-    def test_texts_do_not_steer_a_terminal(self):
+    def test_sends_no_control_characters_to_a_terminal(self):
         os.makedirs(os.path.dirname(self.on_device(PREFERENCES)))
         self.file('device/' + PREFERENCES, plistlib.dumps({'NAME': 'a\x1b]0;title\x07b'},
                                                           fmt=plistlib.FMT_BINARY))
@@ -215,20 +215,20 @@ class WithoutHost(Device):
         self.assertTrue(shown.startswith(b'a'), shown)
         self.assertNotRegex(shown.strip(), b'[\0-\x1f]')
 
-    def test_output_that_is_cut_is_a_failure(self):
+    def test_fails_if_its_output_cannot_be_written(self):
         with open('/dev/full', 'w', encoding='utf-8') as full:
             for words in (['settings'], ['frames', '--raw', self.gif], ['--version']):
                 done = subprocess.run([LUMORA, '--root', self.root, *words], stdout=full)
                 self.assertEqual(done.returncode, 1, words)
 
-    def test_status_without_a_home_screen_is_still_whole(self):
+    def test_prints_a_complete_status(self):
         done = self.lumora('status', '--json')
         self.assertEqual(done.returncode, 3)
         status = json.loads(done.stdout)
         self.assertFalse(status['running'])
         self.assertEqual(status['locations']['shared']['playing'], False)
 
-    def test_frames_are_written_into_a_new_folder_only(self):
+    def test_writes_frames_only_into_an_empty_directory(self):
         frames = os.path.join(self.folder, 'frames')
         self.ok('frames', self.gif, frames)
         self.assertEqual(sorted(os.listdir(frames)),
@@ -251,7 +251,7 @@ class WithoutHost(Device):
                          b'F 8 8 10\n' + b'\0\xff\0\xff' * 64)
 
 
-    def test_what_a_damaged_gif_has_is_shown_and_what_is_lost_is_said(self):
+    def test_shows_what_a_damaged_gif_contains(self):
         header = 13
         one = len(gif((1, 1, 1))) - header - 1
         # The code size of an image, behind its control block, descriptor and colours.
@@ -275,7 +275,7 @@ class WithoutHost(Device):
             self.assertEqual(len(pictures), frames)
 
     @unittest.skipIf(IS_SANITIZED, 'a sanitizer needs more')
-    def test_a_lack_of_memory_is_not_taken_for_damage(self):
+    def test_distinguishes_lack_of_memory_from_damage(self):
         big = self.file('big.gif', gif((255, 0, 0), size=(5000, 5000)))
         limit = 60 << 20
         done = subprocess.run([LUMORA, 'frames', big, os.path.join(self.folder, 'frames')],
@@ -284,7 +284,7 @@ class WithoutHost(Device):
         self.assertEqual((done.returncode, done.stderr.count('\n')), (1, 1), done.stderr)
         self.assertIn('memory', done.stderr)
 
-    def test_nothing_in_the_programs_own_folder_is_followed_or_trusted(self):
+    def test_trusts_nothing_in_its_own_directory(self):
         os.makedirs(self.root)
         precious = self.file('precious', b'mine')
         own = self.on_device('.host')
@@ -314,8 +314,8 @@ class WithoutHost(Device):
             self.assertEqual(file.read(), b'mine')
 
 
-class WithHost(Device):
-    def test_a_chosen_gif_plays_pauses_and_goes(self):
+class CommandWithHomeScreen(Device):
+    def test_plays_pauses_and_removes_a_gif(self):
         self.start('--refresh', '64')
         self.assertIn('2 frames', self.ok('set', 'shared', self.gif))
         status = self.status()
@@ -352,7 +352,7 @@ class WithHost(Device):
                          (False, False, 'nothing set'))
         self.assertFalse(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
 
-    def test_speed_opacity_and_blur_follow_at_once(self):
+    def test_applies_speed_opacity_and_blur_at_once(self):
         self.start('--refresh', '64')
         self.ok('set', 'shared', self.gif)
         self.ok('speed', 'shared', '2')
@@ -367,14 +367,14 @@ class WithHost(Device):
         self.ok('advance', '0.001')
         self.assertEqual(self.shared()['frame_shown'], 0)
 
-    def test_a_view_without_a_gif_does_not_hold_up_a_blur(self):
+    def test_blurs_while_a_view_has_no_gif(self):
         self.start()
         self.ok('set', 'shared', self.gif)
         self.ok('mode', 'separate')
         self.ok('post', 'com.brightfen.lumora.updateWallpaper')
         self.ok('blur', 'lockscreen', '2', '--timeout', '20')
 
-    def test_the_scenarios_come_to_their_ends(self):
+    def test_plays_every_scenario_to_its_end(self):
         for name in sorted(os.listdir(SCENARIOS)):
             self.start()
             self.ok('play', os.path.join(SCENARIOS, name))
@@ -383,7 +383,7 @@ class WithHost(Device):
             shutil.rmtree(self.root)
         self.host = None
 
-    def test_a_scenario_stops_at_its_first_failure(self):
+    def test_stops_a_scenario_at_the_first_failure(self):
         self.start()
         failures = {
             'expect locations.shared.playing true': 'found false',
@@ -404,7 +404,7 @@ class WithHost(Device):
             self.assertIn(reason, error)
             self.assertEqual(self.ok('get', 'A'), 'b  c\n')
 
-    def test_separate_screens_have_their_own(self):
+    def test_sets_separate_wallpapers(self):
         self.start('--idiom', 'pad', '--scale', '2')
         self.ok('set', 'lockscreen', self.gif)
         self.ok('set', 'homescreen', self.gif)
@@ -423,7 +423,7 @@ class WithHost(Device):
                          [False, False])
         self.fails(1, 'screenshot', os.path.join(self.folder, 'nowhere', 'picture.png'))
 
-    def test_of_two_blurs_the_later_one_stays(self):
+    def test_keeps_the_later_of_two_blurs(self):
         self.start(clock='real')
         colors = [(each * 9, 99, 255 - each * 9) for each in range(25)]
         self.ok('set', 'shared', self.file('colors.gif', gif(*colors, size=(300, 300))))
@@ -436,7 +436,7 @@ class WithHost(Device):
         self.assertEqual(earlier.returncode, 0)
         self.assertEqual(self.pixels(frame), sharp)
 
-    def test_a_runtime_folder_may_have_any_name(self):
+    def test_accepts_any_runtime_directory_name(self):
         for name in ('with space', 'a&<%,;:=\'"', 'ü\n'):
             folder = os.path.join(self.folder, name)
             os.mkdir(folder, 0o700)
@@ -445,7 +445,7 @@ class WithHost(Device):
             self.ok('stop')
             self.host.communicate(timeout=20)
 
-    def test_a_screenshot_takes_the_place_of_files_only(self):
+    def test_overwrites_only_regular_files_with_screenshots(self):
         self.start('--screen', '2200x2200')
         pipe = os.path.join(self.folder, 'pipe')
         os.mkfifo(pipe)
@@ -459,14 +459,14 @@ class WithHost(Device):
         # More than any message on the bus may have.
         self.assertGreater(os.path.getsize(real), 1 << 20)
 
-    def test_two_that_set_at_once_take_turns(self):
+    def test_serializes_concurrent_sets(self):
         self.start(clock='real')
         both = [subprocess.Popen([LUMORA, '--root', self.root, 'set', 'shared', self.gif],
                                  stdout=subprocess.DEVNULL) for _ in range(2)]
         self.assertEqual([each.wait(60) for each in both], [0, 0])
         self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
 
-    def test_overlapping_sets_and_a_frame_that_is_damaged_leave_every_frame_there_is(self):
+    def test_keeps_every_frame_after_overlapping_sets(self):
         self.start(clock='real')
         self.ok('put', 'SHARED_GIF_BLUR', '10')
         colors = [(each * 5, 99, 255 - each * 5) for each in range(40)]
@@ -498,7 +498,7 @@ class WithHost(Device):
         self.assertEqual((done.returncode, done.stdout), (0, 'shared wallpaper set: 2 frames\n'))
         self.assertIn('2 of 3 frames', done.stderr)
 
-    def test_settings_that_are_stored_at_the_same_time_are_all_kept(self):
+    def test_keeps_all_concurrently_stored_settings(self):
         self.start(clock='real')
         self.ok('set', 'shared', self.gif)
         writers = [subprocess.Popen(
@@ -512,7 +512,7 @@ class WithHost(Device):
         self.assertEqual([name + str(number) for name in 'AB' for number in range(1, 31)
                           if name + str(number) not in kept], [])
 
-    def test_a_bus_that_does_not_answer_keeps_nobody_waiting(self):
+    def test_times_out_if_the_bus_does_not_answer(self):
         self.start()
         bus = self.child('dbus-daemon')
         os.kill(bus, signal.SIGSTOP)
@@ -543,7 +543,7 @@ class WithHost(Device):
         self.ok('advance', '1')
 
     @unittest.skipUnless(os.geteuid() == 0, 'only root can be two users')
-    def test_a_bus_of_another_user_is_not_spoken_to(self):
+    def test_does_not_connect_to_another_users_bus(self):
         nobody = 65534
         os.makedirs(self.on_device('.host'))
         folder = os.path.join(self.folder, 'bus')
@@ -561,7 +561,7 @@ class WithHost(Device):
                 self.assertRaises(BlockingIOError, bus.accept)
             shutil.rmtree(folder)
 
-    def test_a_home_screen_ends_when_its_device_is_moved(self):
+    def test_ends_if_its_device_is_moved(self):
         self.start()
         os.rename(self.folder, self.folder + ' moved')
         try:
@@ -570,19 +570,19 @@ class WithHost(Device):
         finally:
             os.rename(self.folder + ' moved', self.folder)
 
-    def test_a_long_way_of_the_clock_can_be_left(self):
+    def test_can_interrupt_a_long_advance(self):
         self.start()
         self.ok('set', 'shared', self.gif)
         self.assertIn('before the timeout', self.fails(1, 'advance', '1000000', '--timeout', '0.5'))
         self.ok('stop', '--timeout', '10')
 
-    def test_the_host_keeps_its_own_folder(self):
+    def test_protects_the_hosts_own_directory(self):
         self.start()
         self.ok('put', 'SAFARI_DIRECTORY', '/.host')
         self.ok('post', 'com.brightfen.lumora.wallpaperNeedsUpdating')
         self.assertTrue(self.status()['running'])
 
-    def test_notifications_can_be_watched_and_posted(self):
+    def test_watches_and_posts_notifications(self):
         self.start()
         with subprocess.Popen([LUMORA, '--root', self.root, 'watch'], stdout=subprocess.PIPE,
                               text=True) as watch:
@@ -605,7 +605,7 @@ class WithHost(Device):
             'com.brightfen.lumora.updateAnimating'])
         self.assertTrue(self.ok('bus').startswith('unix:path='))
 
-    def test_run_shows_its_gif_and_ends_by_itself(self):
+    def test_runs_a_gif_for_a_limited_time(self):
         self.start(self.gif, '--for', '8', '--locked')
         self.host.stdout.readline()
         self.eventually(lambda: self.shared()['frames_in_cache'] == 2)
@@ -613,24 +613,24 @@ class WithHost(Device):
         self.assertEqual(self.host.wait(20), 0)
         self.fails(3, 'status')
 
-    def test_no_time_at_all_is_over_at_once(self):
+    def test_ends_at_once_if_run_for_zero_seconds(self):
         done = self.lumora('run', '--display', 'headless', '--for', '0')
         self.assertEqual((done.returncode, done.stderr), (0, ''))
 
-    def test_a_home_screen_ends_with_the_folder_of_its_device(self):
+    def test_ends_if_its_device_is_deleted(self):
         self.start()
         shutil.rmtree(self.root)
         _, errors = self.host.communicate(timeout=20)
         self.assertEqual(self.host.returncode, 1)
         self.assertIn('moved or deleted', errors)
 
-    def test_one_home_screen_per_device(self):
+    def test_allows_one_home_screen_per_device(self):
         self.start()
         self.assertIn('already', self.fails(1, 'run', '--display', 'headless'))
         self.ok('stop')
         self.assertEqual(self.host.wait(10), 0)
 
-    def test_the_next_start_works_after_a_violent_end(self):
+    def test_restarts_after_a_process_was_killed(self):
         for victim in ('springboard', 'dbus-daemon', 'lumora'):
             self.start()
             names = {name: self.child(name) for name in ('springboard', 'dbus-daemon')}
@@ -648,7 +648,7 @@ class WithHost(Device):
         self.start()
         self.ok('set', 'shared', self.gif)
 
-    def test_a_cache_that_was_not_finished_is_made_again(self):
+    def test_rebuilds_an_unfinished_cache(self):
         self.start()
         self.ok('set', 'shared', self.gif)
         cache = self.on_device(LIBRARY + '/Wallpaper_both')
@@ -675,7 +675,7 @@ class WithHost(Device):
             self.assertEqual('are made again' in said, name != 'nothing', name)
             self.start()
 
-    def test_a_device_that_cannot_be_written_is_named(self):
+    def test_reports_an_unwritable_device(self):
         if os.geteuid() == 0:
             self.skipTest('root may write everywhere')
         self.start()
@@ -684,7 +684,7 @@ class WithHost(Device):
         os.chmod(self.on_device('var/mobile/Library/Preferences'), 0o555)
         self.assertIn('cannot store', self.fails(1, 'put', 'A', 'B'))
 
-    def test_a_place_that_cannot_be_cleared_is_named(self):
+    def test_reports_a_location_that_cannot_be_cleared(self):
         # What even root cannot replace: a folder that is a mount point would do, a pipe does too.
         self.start()
         shutil.rmtree(self.on_device(LIBRARY))
@@ -692,7 +692,7 @@ class WithHost(Device):
         self.assertIn('could not import', self.fails(1, 'set', 'shared', self.gif))
         self.assertEqual(self.status()['running'], True)
 
-    def test_damaged_settings_do_no_harm(self):
+    def test_tolerates_damaged_settings(self):
         os.makedirs(os.path.dirname(self.on_device(PREFERENCES)))
         for damage in (os.urandom(5000), b'bplist00' + os.urandom(500), b'<plist><array>' * 20000,
                        plistlib.dumps(['no', 'dictionary']), b'\0' * 100):
@@ -703,7 +703,7 @@ class WithHost(Device):
 
 
 @unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox'), 'needs Xvfb and openbox')
-class OnADesktop(Device):
+class DesktopWallpaper(Device):
     """An X server of its own, with a window manager."""
 
     def setUp(self):
@@ -737,7 +737,7 @@ class OnADesktop(Device):
             self.assertLess(time.monotonic(), deadline, self.shared())
             time.sleep(0.05)
 
-    def test_the_wallpaper_rests_while_nobody_can_see_it(self):
+    def test_pauses_while_it_cannot_be_seen(self):
         desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', self.gif)
         self.ok('wait', '--timeout', '30')
         self.becomes(True, 'shown')

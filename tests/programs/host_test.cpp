@@ -14,7 +14,7 @@ nlohmann::json report(Stage& stage) {
   return nlohmann::json::parse(host::statusReport(stage.springBoard()));
 }
 
-TEST(Host, TheFourStatesHideAndShowTheWallpapers) {
+TEST(Host, ShowsAndHidesWallpapersByScreenState) {
   Stage stage({.startsLocked = true});
   stage.launch();
   auto& springBoard = stage.springBoard();
@@ -36,7 +36,7 @@ TEST(Host, TheFourStatesHideAndShowTheWallpapers) {
   EXPECT_EQ(springBoard.state(), ScreenState::Locked);
 }
 
-TEST(Host, TurnsEverythingButTheMainScreensBounds) {
+TEST(Host, RotatesEverythingExceptTheScreenBounds) {
   Stage stage;
   stage.launch();
   stage.rotate(UIInterfaceOrientation::LandscapeRight);
@@ -52,7 +52,7 @@ TEST(Host, TurnsEverythingButTheMainScreensBounds) {
   }
 }
 
-TEST(Host, PutsTheDockWhereTheLibraryKeepsClearOfItAlsoOnASquareScreen) {
+TEST(Host, KeepsDockAndWallpaperApartOnSquareScreens) {
   Stage stage({.width = 500, .height = 500});
   stage.launch();
   stage.choose("SHARED", makeGif({{red}}));
@@ -66,7 +66,7 @@ TEST(Host, PutsTheDockWhereTheLibraryKeepsClearOfItAlsoOnASquareScreen) {
   }
 }
 
-TEST(Host, DrawsTheStillWallpaperWhereNoAnimatedOneIs) {
+TEST(Host, DrawsTheStillWallpaperAroundTheAnimatedOne) {
   Stage stage;
   stage.launch();
   const Color home = stage.colorAt(195, 600);
@@ -82,7 +82,7 @@ TEST(Host, DrawsTheStillWallpaperWhereNoAnimatedOneIs) {
   EXPECT_NE(stage.colorAt(3, 843), red);
 }
 
-TEST(View, FollowsItsSuperviewByItsMaskAndLeavesItCleanly) {
+TEST(View, FollowsItsAutoresizingMaskAndChangesSuperviews) {
   const auto parent = std::make_shared<platform::UIView>();
   const auto child = std::make_shared<platform::UIView>();
   child->setAutoresizingMask(platform::UIViewAutoresizingFlexibleWidth);

@@ -80,7 +80,7 @@ bool becomes(const host::SessionWatch& watch, bool isAway) {
   return watch.isAway() == isAway;
 }
 
-TEST(SessionWatch, TellsWhetherThePersonIsAway) {
+TEST(SessionWatch, DetectsLockedInactiveAndScreenSaverStates) {
   Desktop desktop;
   int changes = 0;
   const host::SessionWatch watch([&changes] { ++changes; });
@@ -101,7 +101,7 @@ TEST(SessionWatch, TellsWhetherThePersonIsAway) {
   EXPECT_GE(changes, 6);
 }
 
-TEST(SessionWatch, WaitsForNobodyWhoDoesNotAnswer) {
+TEST(SessionWatch, DoesNotWaitForASilentBus) {
   Desktop desktop;
   desktop.fallSilent();
   const auto begin = RunLoop::Clock::now();
@@ -111,7 +111,7 @@ TEST(SessionWatch, WaitsForNobodyWhoDoesNotAnswer) {
   EXPECT_LT(RunLoop::Clock::now() - begin, 10s);
 }
 
-TEST(SessionWatch, CountsNobodyAsAwayWhereThereAreNoBuses) {
+TEST(SessionWatch, ReportsTheUserPresentWithoutABus) {
   setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere/system", 1);
   setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/user", 1);
   const host::SessionWatch watch([] {});
