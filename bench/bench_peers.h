@@ -1,4 +1,4 @@
-// The measures against libraries; each prints its table and its goals.
+// Benchmarks against other libraries. Each prints a table and its goals.
 #pragma once
 
 #include <string>
@@ -7,12 +7,12 @@ namespace bench {
 
 void benchBlur();
 
-// One picture as three PNG files; `before` is the picture shown before it.
+// An image as written by Lumora and by the other encoder; `before` is the image shown before it.
 struct LoadedFiles {
   const char* ours;
   const char* theirs;
   const char* before;
-  // Whether most of the picture is as it was before.
+  // True if most of the image is the same as before.
   bool standsStill;
 };
 void benchLoading(const std::string& name, const LoadedFiles& files);

@@ -1,4 +1,4 @@
-// The Gaussian blur, against OpenCV's on as many threads, both of straight RGBA, opaque.
+// The Gaussian blur against OpenCV's on as many threads, both on opaque straight RGBA.
 
 #include <algorithm>
 #include <cmath>
@@ -23,8 +23,8 @@ struct Goal {
   double ratio;
 };
 
-// The largest difference from a Gaussian in double precision, away from the edges: there the other
-// has nothing transparent outside.
+// Returns the largest difference from a Gaussian in double precision, without the edges, because
+// OpenCV does not treat the outside of an image as transparent.
 double largestError(const Bytes& input, const Bytes& blurred, int radius) {
   const auto width = static_cast<std::size_t>(screenWidth);
   const int reach = 6 * radius;
@@ -35,7 +35,7 @@ double largestError(const Bytes& input, const Bytes& blurred, int radius) {
     total += weights.back();
   }
   double largest = 0;
-  // A lattice of places tells enough, and takes seconds instead of hours.
+  // A sample of the pixels takes seconds, all pixels would take hours.
   for (int y = reach; y < screenHeight - reach; y += 311) {
     std::vector<double> column(width);
     for (std::size_t x = 0; x < width; ++x) {

@@ -1,4 +1,4 @@
-"""From a GIF to its frame cache, beside the best of the others: ffmpeg writing one PNG per frame."""
+"""Extracts GIFs to frame caches, compared with ffmpeg writing one PNG per frame."""
 
 import os
 import shutil
@@ -9,7 +9,7 @@ import inputs
 from measuring import geometric_mean, goal, interleaved, run, table
 
 RUNS = 5
-# Files that the other needs less for say more about starting a program than about GIFs.
+# In less time than this, the start of a program dominates.
 LARGE_SECONDS = 0.1
 
 
@@ -29,13 +29,13 @@ def ffmpeg(gif, folder):
 
 
 def total_size(folder):
-    """Of all frames; those that are one file on the disk count each time, as for the other."""
+    """The size of all frames; linked frames count each time, as they do for ffmpeg."""
     return sum(os.path.getsize(os.path.join(folder, name)) for name in os.listdir(folder)
                if name.endswith('.png'))
 
 
 def pixels(picture):
-    """Straight RGBA by a program of neither side; where alpha is 0, all is."""
+    """Straight RGBA as a third library decodes it; transparent pixels are all 0."""
     from PIL import Image
     import itertools
     image = Image.open(picture).convert('RGBA')
@@ -48,14 +48,14 @@ def pixels(picture):
 
 
 def check_pixels(kind, ours, theirs):
-    """Frames of both folders, one by one. ffmpeg fills what disposal clears in a way of its own and
-    joins frames of no duration; so its pictures are no judge of every kind, and the corpus is."""
+    """Compares the frames of both directories. ffmpeg treats areas that disposal clears and
+    frames without a duration differently, so only the corpus tests those."""
     names = sorted((name for name in os.listdir(ours) if name.endswith('.png')),
                    key=lambda name: int(name[:-4].rsplit('_', 1)[1]))
     for number, name in enumerate(names, start=1):
         other = os.path.join(theirs, f'{number}.png')
         if not os.path.exists(other) or pixels(os.path.join(ours, name)) != pixels(other):
-            sys.exit(f'{kind}: frame {number} is not what ffmpeg makes of it')
+            sys.exit(f'{kind}: frame {number} differs from the one of ffmpeg')
 
 
 def bench(program, files, folder):
@@ -83,11 +83,11 @@ def bench(program, files, folder):
     table(['kind', 'ms', 'ffmpeg ms', 'times as fast', 'CPU', 'bytes', 'memory'], rows)
     slowest = min((each['wall'] for each in ratios if each['is large']), default=0)
     return [
-        goal(f'in the mean at least 10 times as fast: {mean("wall"):.1f}', mean('wall') >= 10),
-        goal(f'in the mean at most a tenth of the CPU: {mean("cpu"):.1f} times less',
+        goal(f'on average at least 10 times as fast: {mean("wall"):.1f}', mean('wall') >= 10),
+        goal(f'on average at most a tenth of the CPU: {mean("cpu"):.1f} times less',
              mean('cpu') >= 10),
         goal(f'no file of more than 0.1 s under 5 times as fast: {slowest:.1f}', slowest >= 5),
-        goal(f'in the mean at most 0.65 of the bytes: {mean("bytes"):.2f}', mean('bytes') <= 0.65),
+        goal(f'on average at most 0.65 of the bytes: {mean("bytes"):.2f}', mean('bytes') <= 0.65),
         goal(f'never more bytes: {max(each["bytes"] for each in ratios):.2f}',
              all(each['bytes'] <= 1 for each in ratios)),
         goal(f'at most 0.25 of the memory: {mean("memory"):.2f}', mean('memory') <= 0.25),

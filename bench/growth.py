@@ -1,4 +1,4 @@
-"""Cost against size: time must grow as the input does, memory not at all with length."""
+"""Cost by input size: time should grow linearly, and memory not with the number of frames."""
 
 import os
 
@@ -22,7 +22,7 @@ def table_size(flags):
 
 
 def split(path):
-    """The bytes in front of the first frame, and each frame with what belongs to it."""
+    """Returns the bytes before the first frame, and the bytes of each frame."""
     with open(path, 'rb') as file:
         gif = file.read()
     at = start = 13 + table_size(gif[10])

@@ -1,6 +1,6 @@
-"""The GIFs that the benchmarks read: ten kinds, made by other people's programs, the same every time.
+"""The GIFs that the benchmarks read: ten kinds, written by other programs, the same every time.
 
-Two of them are real films, and come from the corpus where it is to be had."""
+Two of them are real films from the corpus, which are left out without it."""
 
 import os
 import subprocess
@@ -17,7 +17,7 @@ def film(source, seconds, target, dither='sierra2_4a', palette='full', extra='')
     new = 1 if palette == 'single' else 0
     graph = (f'{extra}split[a][b];[a]palettegen=stats_mode={palette}[p];'
              f'[b][p]paletteuse=dither={dither}:new={new}')
-    # The time limits the source: without one the palette would wait for its end for ever.
+    # The time limits the source, which has no end: the palette is complete only after it.
     ffmpeg('-f', 'lavfi', '-t', str(seconds), '-i', source, '-filter_complex', graph, target)
 
 
@@ -57,7 +57,7 @@ def life(target):
 
 
 def colorful(target):
-    """Two halves with palettes of their own: 512 colours on the canvas."""
+    """Two halves with palettes of their own: 512 colors on the canvas."""
     count = 24
     halves = [target + '.left.gif', target + '.right.gif']
     film('mandelbrot=s=270x960:r=12:maxiter=200', count / 12, halves[0])
@@ -80,7 +80,7 @@ MADE = {
     'palette per frame': palettes,
     'optimized by gifsicle': optimized,
     'cellular automaton': life,
-    'more than 256 colours': colorful,
+    'more than 256 colors': colorful,
 }
 FROM_CORPUS = {
     'old film': 'wuffs__muybridge.gif',
@@ -93,7 +93,7 @@ def file_of(kind):
 
 
 def make(folder, corpus, kinds=None):
-    """The kinds, all unless some are named, as a dictionary from name to file."""
+    """Makes the named kinds, or all. Returns a dictionary from kind to file."""
     os.makedirs(folder, exist_ok=True)
     files = {}
     for kind, maker in MADE.items():

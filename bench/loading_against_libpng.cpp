@@ -1,4 +1,4 @@
-// A frame's file to the colours that the screen wants, against libpng and libspng.
+// Loading a frame's file as pixels for the screen, against libpng and libspng.
 
 #include <algorithm>
 #include <cstdio>
@@ -33,7 +33,7 @@ Bytes contentsOf(const char* path) {
   return bytes;
 }
 
-// BGRA, premultiplied: for these opaque pictures libpng's BGRA is that.
+// As premultiplied BGRA, which libpng's BGRA is for opaque images.
 void loadByLibpng(const Bytes& file, Bytes& pixels) {
   png_image header{};
   header.version = PNG_IMAGE_VERSION;
@@ -56,7 +56,7 @@ struct Ratios {
   double onOurs;
 };
 
-// A picture of this shape that has nothing in common with any other.
+// Returns an image of this shape that shares nothing with any other.
 ImageRef blankLike(const UIImage& image) {
   const PictureShape& shape = image.impl().shape;
   Strips strips;
@@ -68,19 +68,19 @@ ImageRef blankLike(const UIImage& image) {
   return makeImage(shape, image.impl().palette, std::move(strips));
 }
 
-// before: what is on the screen when the file is loaded; none for a picture of another kind. The
-// screen has its memory already, as the other libraries have the room that they fill.
+// `before` is what is on the screen when the file is loaded; nullptr for an unrelated image. The
+// screen's memory is already allocated, like the other libraries' buffers.
 Ratios measure(const std::string& name, const Bytes& ours, const Bytes& theirs,
                const Bytes* before) {
   const auto file = NSData::dataWithBytes(ours);
   const auto fileBefore = before ? NSData::dataWithBytes(*before) : nullptr;
   auto picture = png::decodePng(*file);
-  if (!picture) fail("not a picture");
+  if (!picture) fail("not an image");
   const double pixels = double{1} * picture->width() * picture->height();
   Bytes room(static_cast<std::size_t>(pixels) * 4);
   PictureSurface surface;
   const ImageRef blank = blankLike(*picture);
-  // Nothing of it is to be found when it is loaded again.
+  // Nothing of it can be shared when it is loaded again.
   picture = nullptr;
   ImageRef shown;
   auto show = [&](const NSData& data) {

@@ -1,4 +1,4 @@
-"""Runs of programs, measured from outside, and the tables that come of them."""
+"""Measures runs of programs and prints tables."""
 
 import os
 import statistics
@@ -9,17 +9,17 @@ import time
 
 
 class Run:
-    """What one run of a program took."""
+    """The cost of one run of a program."""
 
     def __init__(self, wall, cpu, memory):
         self.wall = wall      # seconds
         self.cpu = cpu        # seconds, user and system
-        self.memory = memory  # KiB at the most
+        self.memory = memory  # peak, KiB
 
 
 def run(command, **options):
-    """Runs to the end; output is thrown away. GNU time stands between, for the memory alone: a
-    child of this program would start with this program's memory in its account."""
+    """Runs a program to its end and discards its output. GNU time measures the memory, because the
+    peak of a direct child would include the memory of this program."""
     with tempfile.NamedTemporaryFile('r') as memory:
         start = time.perf_counter()
         child = subprocess.Popen(['/usr/bin/time', '-o', memory.name, '-f', '%M', *command],
@@ -35,7 +35,7 @@ def run(command, **options):
 
 
 def interleaved(count, *programs):
-    """Runs each program count times in turn; for each, the median of every figure."""
+    """Runs the programs in turn, each count times. Returns the median of every figure for each."""
     runs = [[] for _ in programs]
     for _ in range(count):
         for results, program in zip(runs, programs):
@@ -49,7 +49,7 @@ def geometric_mean(values):
 
 
 def table(header, rows):
-    """Prints a table in Markdown, aligned for reading as it is."""
+    """Prints a table in Markdown with aligned columns."""
     cells = [header, *rows]
     widths = [max(len(row[column]) for row in cells) for column in range(len(header))]
     for number, row in enumerate(cells):

@@ -1,4 +1,4 @@
-// The inner parts, one by one.
+// Benchmarks of single components.
 
 #include <benchmark/benchmark.h>
 
@@ -71,7 +71,7 @@ class LzwWriter {
   unsigned count_ = 0;
 };
 
-// A plain encoder: the longest string known so far, one code at a time.
+// A plain encoder: each code is that of the longest known string.
 Bytes lzwOf(const Bytes& indices) {
   constexpr unsigned clear = 256;
   constexpr unsigned full = 4096;

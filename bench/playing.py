@@ -1,4 +1,4 @@
-"""Playing one GIF in a window of the same size on the same virtual display, each for some seconds."""
+"""Plays a GIF with Lumora and other players, in equal windows on a virtual display."""
 
 import os
 import signal
@@ -34,7 +34,7 @@ def cpu_seconds(pids):
 
 
 def resident(pids):
-    """In MiB; what processes share counts for each of them its part."""
+    """Memory in MiB; shared memory is divided among the processes that share it."""
     total = 0
     for pid in pids:
         with open(f'/proc/{pid}/smaps_rollup', encoding='ascii') as rollup:
@@ -43,7 +43,7 @@ def resident(pids):
 
 
 def play(command, environment):
-    """CPU seconds of one minute, and MiB, of a program and all that it starts."""
+    """Returns CPU seconds per minute and memory in MiB of a program and its descendants."""
     player = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     try:

@@ -1,4 +1,4 @@
-"""Runs the benchmarks named, all unless some are, and says at the end which goals hold."""
+"""Runs the named benchmarks, or all, and counts the goals that hold."""
 
 import os
 import shutil
@@ -15,16 +15,16 @@ PROGRAMS = os.path.join(ROOT, 'build', 'bench', 'bin')
 LUMORA = os.path.join(PROGRAMS, 'lumora')
 INPUTS = os.path.join(ROOT, 'build', 'bench', 'inputs')
 CORPUS = os.path.join(ROOT, '..', 'shared', 'gifs')
-# In memory where there is such a place: the disk's speed is not what is measured.
+# In memory if possible, because the speed of the disk is not measured.
 WORK = os.path.join('/dev/shm' if os.path.isdir('/dev/shm') else '/tmp', f'lumora-bench-{os.getpid()}')
 
 
-# Of this one only the middle moves.
+# Only the middle of this one moves.
 STANDS_STILL = 'moving, transparent'
 
 
 def peers(*words):
-    """A table of the program that is linked with the other libraries; its goals as booleans."""
+    """Runs the program that is linked with the other libraries. Returns its goals as booleans."""
     done = subprocess.run([os.path.join(PROGRAMS, 'bench-peers'), *words], check=True,
                           stdout=subprocess.PIPE, text=True)
     print(done.stdout)
@@ -37,7 +37,7 @@ def bench_extraction():
 
 
 def bench_loading():
-    """Real frames: ours and ffmpeg's files of the same picture, and ours of the one before."""
+    """Loads real frames: our file and ffmpeg's of the same frame, and our file of the one before."""
     goals = []
     files = inputs.make(INPUTS, CORPUS, ['zoom, dithered', 'test card', STANDS_STILL])
     for kind, gif in files.items():

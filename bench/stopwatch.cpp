@@ -13,7 +13,7 @@ std::vector<double> medianMilliseconds(int rounds, const Way& prepare,
   constexpr int timesInTurn = 3;
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t at = 0; at < ways.size(); ++at) {
-      // Threads of other libraries go on looking for work for some time.
+      // Threads of other libraries keep polling for work for some time.
       prepare();
       ways[at]();
       for (int each = 0; each < timesInTurn; ++each) {

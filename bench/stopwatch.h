@@ -1,4 +1,4 @@
-// Times of several ways to do the same, taken in turn, so that what else the machine does hits all.
+// Times several ways to do the same in turn, so that other load on the machine affects all of them.
 #pragma once
 
 #include <functional>
@@ -9,16 +9,16 @@ namespace bench {
 
 using Way = std::function<void()>;
 
-// For each way the median of its times, in milliseconds; each turn is a run that does not count,
-// and three that do. prepare runs in front of each, outside of the measure.
+// Returns the median time of each way in milliseconds. A turn is one run that is not timed and
+// three that are. `prepare` runs before each and is not timed.
 std::vector<double> medianMilliseconds(int rounds, const Way& prepare,
                                        const std::vector<Way>& ways);
 
-// Prints a line of a table: the first cell to the left, the others to the right.
+// Prints a row of a table: the first cell aligned to the left, the others to the right.
 void printRow(const std::vector<std::string>& cells);
 std::string rounded(double value, int digits);
 
-// Says whether a goal holds, in a line of its own.
+// Prints a line with a goal and if it holds.
 void printGoal(const std::string& text, bool holds);
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// From the settings file to the screen: a file of any contents, and then whatever the settings
-// program and a person may do. Nothing outside the device changes.
+// From the settings file to the screen: a settings file of any contents, followed by any actions of
+// the settings program and the user. Nothing outside the device may change.
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ constexpr auto incomingPath = "/var/mobile/Media/Downloads/SHARED_LUMORA_WALLPAP
 
 }  // namespace
 
-// The number of actions, the actions, and the settings file.
+// The input consists of the number of actions, the actions, and the settings file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::size_t count = std::min<std::size_t>(data[0] % 16, size - 1);
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::store(data + 1 + count, size - 1 - count, lumora::settingsPath);
   for (std::size_t each = 1; each <= count; ++each) {
     fuzz::perform(data[each]);
-    // Some follow each other at once.
+    // Other actions are followed by the next one at once.
     if (data[each] < 128) fuzz::settle();
   }
   fuzz::settle();

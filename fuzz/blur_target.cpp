@@ -1,5 +1,4 @@
-// The blur of any small picture by any radius: it keeps the size, and where nothing is to be seen
-// no colour is left.
+// The blur of any small image by any radius keeps the size, and transparent pixels have no color.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// What a stranger may send to the home screen over its bus: calls of its methods and messages for
-// the library, with arguments of any number and kind. Each call is answered.
+// What another program may send to the home screen over its bus: method calls and messages for the
+// library, with arguments of any number and type. Each call must be answered.
 
 #include <cstdlib>
 #include <iterator>
@@ -25,7 +25,7 @@ constexpr const char* methods[] = {
     control::method::rotate,   control::method::advance,    control::method::settle,
     control::method::status,   control::method::screenshot, "Nothing"};
 
-// The input, from front to back.
+// Reads the input from front to back. An input that is used up gives zeros.
 class Source {
  public:
   Source(const std::uint8_t* data, std::size_t size) : data_(data), end_(data + size) {}
@@ -71,7 +71,7 @@ void addArgument(sdbus::Message& message, Source& source) {
   }
 }
 
-class Stranger {
+class Client {
  public:
   void call(const char* method, Source& source) {
     auto message = proxy_->createMethodCall(control::interface, method);
@@ -106,18 +106,18 @@ class Stranger {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static Stranger stranger;
+  static Client client;
   Source source(data, size);
   while (!source.isEmpty()) {
     const std::size_t index = source.byte() % (std::size(methods) + 1);
     try {
       if (index < std::size(methods)) {
-        stranger.call(methods[index], source);
+        client.call(methods[index], source);
       } else {
-        stranger.post(source);
+        client.post(source);
       }
     } catch (const sdbus::Error&) {
-      // It could not even be sent.
+      // The message could not be sent.
     }
   }
   fuzz::settle();

@@ -23,7 +23,7 @@ class Device {
     if (mkdtemp(folder.data()) == nullptr) std::abort();
     folder_ = folder;
     fs::create_directory(root());
-    std::ofstream(folder_ / neighbour) << neighbour;
+    std::ofstream(folder_ / neighbor) << neighbor;
     platform::backend::setDeviceRoot(root());
   }
   ~Device() {
@@ -40,12 +40,12 @@ class Device {
   bool isAlone() const {
     const auto entries = std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
     std::string contents;
-    std::ifstream(folder_ / neighbour) >> contents;
-    return entries == 2 && contents == neighbour && fs::is_directory(root());
+    std::ifstream(folder_ / neighbor) >> contents;
+    return entries == 2 && contents == neighbor && fs::is_directory(root());
   }
 
  private:
-  static constexpr auto neighbour = "neighbour";
+  static constexpr auto neighbor = "neighbor";
 
   fs::path root() const { return folder_ / "device"; }
 

@@ -1,5 +1,5 @@
-// A device for inputs that are read from files. It lies in memory where the system has a place for
-// that, and goes with the process.
+// A device for inputs that are read from files: a temporary directory, in memory if possible, that
+// is deleted when the process ends.
 #pragma once
 
 #include <cstddef>
@@ -8,13 +8,13 @@
 
 namespace fuzz {
 
-// Makes the input the contents of the file at this device path, with the directories on the way.
+// Writes the input to this device path and creates its directories.
 void store(const std::uint8_t* data, std::size_t size, const std::string& path);
 
 // Deletes everything on the device.
 void clearDevice();
 
-// Ends the process if anything has been changed in the folder that the device's own lies in.
+// Aborts if anything has changed in the directory around the device's.
 void checkSurroundings();
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// The list of delays, and a clock that follows it.
+// The delay list, and a clock that uses it.
 
 #include "fuzz/device.h"
 #include "gifview/frame_cache.h"

@@ -1,4 +1,4 @@
-// The GIF decoder: every frame and its delay, as the frame cache asks for them.
+// The GIF decoder: every frame and its delay, as the frame cache reads them.
 
 #include <algorithm>
 
@@ -8,8 +8,8 @@
 namespace {
 
 // Larger screens and more frames only take longer.
-constexpr std::int64_t largestScreen = 128 * 128;
-constexpr int mostFrames = 32;
+constexpr std::int64_t maxScreenSize = 128 * 128;
+constexpr int maxFrames = 32;
 
 std::int64_t screenOf(const std::uint8_t* gif) {
   constexpr int width = 6;
@@ -22,10 +22,10 @@ std::int64_t screenOf(const std::uint8_t* gif) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t headerSize = 13;
-  if (size < headerSize || screenOf(data) > largestScreen) return 0;
+  if (size < headerSize || screenOf(data) > maxScreenSize) return 0;
   auto source = platform::CGImageSource::createWithData(
       platform::NSData::dataWithBytes(platform::Bytes(data, data + size)));
-  const int frames = source ? std::min(source->count(), mostFrames) : 0;
+  const int frames = source ? std::min(source->count(), maxFrames) : 0;
   for (int frame = 0; frame < frames; ++frame) {
     source->createImageAtIndex(frame);
     lumora::CGImageSourceGetGifFrameDelay(*source, frame);

@@ -1,5 +1,5 @@
-// The real home screen with the library's hooks, headless, on a real bus and on the device of
-// device.h: one for the whole process, whose clock stands still.
+// The real home screen, headless, with the library's hooks, a real bus, the device of device.h and
+// a manual clock. There is one per process.
 #pragma once
 
 #include <cstdint>
@@ -9,16 +9,16 @@
 
 namespace fuzz {
 
-// Launched at the first call. Main thread, as are the others.
+// Launches the home screen at the first call. Main thread only, like the other functions.
 host::SpringBoard& springBoard();
 
 const std::string& busAddress();
 
-// Does what is due, until nothing is left to do. Ends the process if that takes a minute.
+// Runs until there is nothing left to do. Aborts if that takes a minute.
 void settle();
 
-// One of all that can happen to a home screen: a notification of the settings program, a hand on
-// the device, or a refresh of its display.
+// Performs one of the actions that a home screen may see: a notification of the settings program,
+// an action of the user, or a refresh of the display.
 void perform(std::uint8_t action);
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// The PNG loader. What it can read is written and read again, and must come back as it was.
+// The PNG reader. An image that it can read must survive being written and read again.
 
 #include <cstdlib>
 
@@ -16,7 +16,7 @@ std::uint32_t numberAt(const Byte* at) {
          at[3];
 }
 
-// Makes the checksum of every chunk right, or nearly all inputs would be refused for it.
+// Corrects the checksum of every chunk, without which nearly all inputs would be rejected.
 void mendChecksums(Byte* png, std::size_t size) {
   constexpr std::size_t signatureSize = 8;
   constexpr std::size_t fieldSize = 4;

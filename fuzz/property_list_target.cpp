@@ -1,5 +1,5 @@
-// The property-list reader, with the getters. A list that can be read and written back must be
-// readable again and hold what was changed.
+// The property-list reader and the conversion of values. A list that can be read and written back
+// must be readable again and contain the change.
 
 #include <cstdlib>
 

@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tool::parseLine(words);
       }
     } catch (const tool::Failure&) {
-      // Said to the one who wrote the script.
+      // The message is for the script's author.
     }
   }
   return 0;

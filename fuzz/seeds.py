@@ -41,7 +41,7 @@ def png(color_type, depth, row, interlace=0):
 
 
 def own_png(color_type, depth, row):
-    """In pieces, as frames are written."""
+    """Compressed in pieces, as frames are written."""
     rows = b'\0' + row + b'\2' + row if color_type != 3 else (b'\0' + row) * 2
     deflater = zlib.compressobj(1, zlib.DEFLATED, -15)
     piece = deflater.compress(rows) + deflater.flush(zlib.Z_FULL_FLUSH)
@@ -55,7 +55,7 @@ def lists(value):
 
 
 def files(pattern):
-    """The contents of those that are small, from beside the project too, where they are at hand."""
+    """The contents of the small files that match; files beside the project may be missing."""
     found = []
     for path in sorted(glob.glob(os.path.join(os.path.dirname(__file__), '..', pattern))):
         with open(path, 'rb') as file:
@@ -70,8 +70,9 @@ SETTINGS = {'MODE_INDEX': '1', 'ENABLED': 'TRUE', 'LOCATION_INDEX': '0', 'SHARED
             'SAFARI_DIRECTORY': '/var/mobile/Media/Downloads/SHARED_LUMORA_WALLPAPER.gif'}
 
 SEEDS = {
-    'gif': files('../shared/gifs/*.gif') + [gif(b'GIF89a', (0, 0, 0)), gif(b'GIF89a', (1, 0x40, 9), (0, 0, 12), (2, 0, 1)),
-            gif(b'GIF87a', (0, 0, 0), (9, 0, 0))],
+    'gif': files('../shared/gifs/*.gif') + [
+        gif(b'GIF89a', (0, 0, 0)), gif(b'GIF89a', (1, 0x40, 9), (0, 0, 12), (2, 0, 1)),
+        gif(b'GIF87a', (0, 0, 0), (9, 0, 0))],
     'png': [png(6, 8, bytes(8)), png(2, 8, bytes(6)), png(3, 8, bytes(2)), png(0, 16, bytes(4)),
             png(3, 1, bytes(1)), png(4, 8, bytes(4), interlace=1), own_png(3, 8, bytes(2)),
             own_png(3, 1, b'\x40'), own_png(2, 8, bytes(6)), own_png(6, 8, bytes(8))],

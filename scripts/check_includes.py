@@ -1,8 +1,8 @@
 """Checks the includes against the drawing in docs/architecture.md.
 
-The drawing names rooms, which are folders, and has an arrow from a room to each one right below it.
-A file may include headers of its own room, and of those that arrows lead to, over any number of
-steps. Every arrow must be in use, and none may lead back.
+The drawing names components, which are folders, and has an arrow from a component to each one directly
+below it. A file may include headers of its own component, and of those that arrows lead to in any
+number of steps. Every arrow must be in use, and none may lead back.
 """
 import os
 import re
@@ -14,7 +14,7 @@ DRAWING = 'docs/architecture.md'
 
 
 def drawing():
-    """The folder of each room, and the rooms right below it."""
+    """Returns the components directly below each component."""
     with open(os.path.join(PROJECT, DRAWING), encoding='utf-8') as file:
         text = ''.join(re.findall(r'```mermaid\n(.*?)```', file.read(), re.DOTALL))
     folders = dict(re.findall(r'(\w+)\["([\w/]+)"\]', text))
@@ -24,24 +24,24 @@ def drawing():
     return below
 
 
-def reachable(room, below):
-    rooms, new = set(), {room}
+def reachable(component, below):
+    components, new = set(), {component}
     while new:
-        rooms |= new
-        new = set().union(*(below[one] for one in new)) - rooms
-    return rooms
+        components |= new
+        new = set().union(*(below[one] for one in new)) - components
+    return components
 
 
-def room_of(path, rooms):
-    """The innermost room that the file is in; None for what is not drawn."""
+def component_of(path, components):
+    """Returns the innermost component that contains the file; None if there is none."""
     folder = os.path.dirname(path)
-    while folder and folder not in rooms:
+    while folder and folder not in components:
         folder = os.path.dirname(folder)
     return folder or None
 
 
 def includes():
-    """Each file with the project's own headers that it includes."""
+    """Yields each file with each of the project's headers that it includes."""
     listed = subprocess.run(['git', 'ls-files', '*.h', '*.cpp', '*.mm'], cwd=PROJECT, text=True,
                             capture_output=True, check=True).stdout.split()
     for path in listed:
@@ -56,20 +56,21 @@ def main():
     below = drawing()
     findings = []
     used = set()
-    for room in below:
-        if any(room in reachable(lower, below) for lower in below[room]):
-            findings.append(f'{DRAWING}: arrows lead from {room} back to it')
+    for component in below:
+        if any(component in reachable(lower, below) for lower in below[component]):
+            findings.append(f'{DRAWING}: arrows lead from {component} back to it')
     for path, header in includes():
-        source, target = room_of(path, below), room_of(header, below)
+        source, target = component_of(path, below), component_of(header, below)
         if source is None or source == target:
             continue
         used.add((source, target))
         if target not in reachable(source, below):
             findings.append(f'{path} includes {header}: no arrow leads from {source} there')
-    for room, lower in ((room, lower) for room in below for lower in below[room]):
-        if (room, lower) not in used:
-            findings.append(f'{DRAWING}: nothing uses the arrow from {room} to {lower}')
-    print('\n'.join(findings) or f'includes: {len(used)} ways between {len(below)} rooms, all downward')
+    for component, lower in ((component, lower) for component in below for lower in below[component]):
+        if (component, lower) not in used:
+            findings.append(f'{DRAWING}: nothing uses the arrow from {component} to {lower}')
+    print('\n'.join(findings) or
+          f'includes: {len(used)} dependencies between {len(below)} components, all downward')
     return 1 if findings else 0
 
 

@@ -1,4 +1,4 @@
-# The Debian packages that the project needs, and how they come. Sourced by the other scripts.
+# The Debian packages that the project needs, and their installation. Sourced by the other scripts.
 
 build_packages=(
   cmake g++ ninja-build pkg-config

@@ -1,4 +1,4 @@
-// Queues, notifications, messages, timers and pictures of the device.
+// Queues, notifications, messages, timers and images of the device.
 
 #include <mutex>
 
@@ -75,7 +75,7 @@ TEST(Messages, ReachEveryTargetOnceAServerRuns) {
 
 }  // namespace
 
-// Counts its own, so that a test sees when they go.
+// Counts its instances, so that a test can tell when they are deallocated.
 @interface Sentinel : NSObject
 @end
 static int sentinels = 0;
@@ -111,7 +111,7 @@ TEST(Links, FireUntilInvalidatedEvenIfUnowned) {
     auto link = platform::CADisplayLink::displayLinkWithTarget(
         [&fired, held](const platform::CADisplayLink& self) {
           EXPECT_NEAR(self.duration().count(), 1.0 / 60, 1e-9);
-          // From inside, as playback does at the end of a cycle.
+          // From its own callback, as playback does at the end of a cycle.
           if (++fired == 3) const_cast<platform::CADisplayLink&>(self).invalidate();
         });
     link->setFrameInterval(1);
@@ -125,7 +125,7 @@ TEST(Links, FireUntilInvalidatedEvenIfUnowned) {
   }
   EXPECT_EQ(fired, 3);
   EXPECT_EQ(stand_ins::linkCount(), 0U);
-  // Its target went with it.
+  // The link has released its target.
   EXPECT_TRUE(watched.expired());
 }
 
@@ -153,7 +153,7 @@ TEST(Images, AreDecodedFilteredAndEncoded) {
             nullptr);
 }
 
-// Ivars, methods and classes that the host does not have are no reason to crash it.
+// Classes, methods and ivars that the host lacks must not crash it.
 TEST(Names, ResolveToNothingIfUnknown) {
   EXPECT_EQ(platform::objc_getClass("SBNotThere"), nullptr);
   EXPECT_EQ(platform::class_getInstanceVariable(nullptr, "_x"), nullptr);

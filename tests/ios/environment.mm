@@ -1,5 +1,5 @@
-// What every test needs: blocks that GNUstep takes for objects, and, at its end, the proof that no
-// picture and no bytes were left behind.
+// The environment of every test: makes blocks objects for GNUstep, and checks at the end that no
+// image and no data are leaked.
 
 #include <cstring>
 
@@ -11,8 +11,8 @@
 #include "simulator/frameworks/stand_ins.h"
 #include "tests/ios/pump.h"
 
-// The blocks run-time gives its blocks no class on this platform, but GNUstep's queues retain them
-// as objects. So they get one.
+// The blocks runtime gives blocks no class on this platform, but GNUstep's queues retain them as
+// objects. So they get this class.
 @interface LWBlock : NSObject
 @end
 
@@ -37,7 +37,7 @@ extern void* _NSConcreteGlobalBlock[32];
 namespace {
 
 void makeBlocksObjects() {
-  // The words of a class in the old run-time, complete once it has been sent a message.
+  // The size of a class in the old runtime. A class is complete once it has received a message.
   constexpr std::size_t classWords = 13;
   [LWBlock class];
   [[[LWBlock alloc] init] self];
@@ -49,7 +49,7 @@ void makeBlocksObjects() {
 class Surroundings : public testing::Environment {
  public:
   void SetUp() override {
-    // For what a test hands out on the main thread.
+    // For objects that a test autoreleases on the main thread.
     pool_ = [[NSAutoreleasePool alloc] init];
     makeBlocksObjects();
     GSDebugAllocationActive(YES);
@@ -59,7 +59,7 @@ class Surroundings : public testing::Environment {
     for (const char* name :
          {"GIFSource", "GIFProperties", "UIImage", "CIImage", "NSDataMappedFile"}) {
       const Class cls = objc_getClass(name);
-      // What runs in the background may still be at its end.
+      // Background operations may still be finishing.
       EXPECT_TRUE(runUntil([cls] { return GSDebugAllocationCount(cls) == 0; })) << name;
     }
     EXPECT_EQ(stand_ins::bitmaps, 0);

@@ -1,5 +1,5 @@
-// Reads and writes a device's files through its own backend, for comparison with what our Linux
-// programs read and write: exchange get KEY | put KEY VALUE | delays PATH | store-delays PATH
+// Reads and writes a device's files through its own backend, for comparison with the Linux
+// programs: exchange get KEY | put KEY VALUE | delays PATH | store-delays PATH
 // TEXT...
 
 #include <cstdio>
@@ -14,7 +14,7 @@
 
 int main(int count, char** words) {
   @autoreleasepool {
-    // GNUstep writes property lists of another kind otherwise.
+    // Otherwise GNUstep writes property lists in its own format.
     [[NSUserDefaults standardUserDefaults]
         setVolatileDomain:[NSDictionary dictionaryWithObject:@"YES" forKey:@"GSMacOSXCompatible"]
                   forName:@"exchange"];

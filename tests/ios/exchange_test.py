@@ -1,4 +1,4 @@
-"""A device's files, written by its own backend and read by our Linux programs, and the other way.
+"""Exchanges files between the device's own backend and the Linux programs.
 
 usage: exchange_test.py EXCHANGE FOLDER-OF-THE-LINUX-PROGRAMS SAMPLE.gif
 """
@@ -45,7 +45,7 @@ class Exchange(unittest.TestCase):
             self.assertEqual(self.linux('get', key), value + '!\n')
 
     def test_reads_non_ascii_text_on_the_device(self):
-        # Written here only: unlike the device, GNUstep stores no such text in a list.
+        # Only written on Linux: unlike the device, GNUstep cannot store such a string in a list.
         self.linux('put', 'SHARED_TEXT_FIELD_TEXT', 'a\u00e4\u4e2d')
         self.assertEqual(self.device('get', 'SHARED_TEXT_FIELD_TEXT'), 'a\u00e4\u4e2d\n')
 
@@ -53,7 +53,7 @@ class Exchange(unittest.TestCase):
         path = os.path.join(self.var, SETTINGS)
         os.makedirs(os.path.dirname(path))
         stored = {'NUMBER': 7, 'FLAG': True, 'LIST': ['x', {'y': 1.5}], 'TEXT': 'z'}
-        # Unlike the device, GNUstep reads no binary list in this way.
+        # As XML: unlike the device, GNUstep cannot read a binary list here.
         with open(path, 'wb') as file:
             plistlib.dump(stored, file)
         self.device('put', 'TEXT', 'device')

@@ -1,4 +1,4 @@
-// Files, texts and property lists of the device, written and read by its own means.
+// Files, strings and property lists of the device, through its own backend.
 
 #import <Foundation/Foundation.h>
 #import <Foundation/NSDebug.h>
@@ -33,7 +33,7 @@ TEST(Files, AreCreatedMovedCopiedAndRemoved) {
   const auto other = platform::NSData::dataWithContentsOfFile(file + "3");
   ASSERT_TRUE(one && other);
   EXPECT_EQ(one->length(), 7U);
-  // However large, neither is in memory of its own.
+  // Both are mapped, so that large files take no memory.
   EXPECT_EQ(GSDebugAllocationCount(NSClassFromString(@"NSDataMappedFile")), 2);
   EXPECT_TRUE(one->isEqualToData(*other));
   EXPECT_TRUE(platform::removeItemAtPath(folder));
@@ -67,7 +67,7 @@ TEST(Files, ParseNamesAndNumbersAsThePlatformDoes) {
   EXPECT_EQ(platform::intValue(" 12x"), 12);
   EXPECT_EQ(platform::doubleValue("0.25s"), 0.25);
   EXPECT_EQ(platform::decimalText(0.1), "0.100000");
-  // No text at all, but nothing that may end the process either.
+  // Invalid UTF-8 must not end the process.
   EXPECT_EQ(platform::intValue("\xff\xfe"), 0);
 }
 

@@ -1,4 +1,4 @@
-// The library in a host of real Objective-C classes, from its hooks to the first picture.
+// The library in a host of real Objective-C classes, from its hooks to the first image.
 
 #include <atomic>
 #include <fstream>
@@ -65,7 +65,7 @@ TEST(Library, ForwardsAndRecordsTheDockHeight) {
 
 TEST(Library, TakesInAndPlaysAChosenGif) {
   launch();
-  // Nothing chosen yet is no reason to end the host.
+  // Nothing has been chosen yet, which must not end the host.
   stand_ins::postFromOutside("com.brightfen.lumora.wallpaperNeedsUpdating");
   const std::string chosen = "/var/mobile/SHARED_LUMORA_WALLPAPER.gif";
   writeGif(chosen.c_str());
@@ -78,7 +78,7 @@ TEST(Library, TakesInAndPlaysAChosenGif) {
   EXPECT_EQ([platform::nativeView(*view) superview], wallpaper);
   EXPECT_EQ([platform::nativeView(*view) frame].size.height, 568 - 96);
   EXPECT_EQ([platform::nativeView(*view->imageView()) frame].size.height, 568 - 96);
-  // The host shows its wallpaper, which is what starts playback.
+  // Playback starts when the host shows its wallpaper.
   [wallpaper setHidden:YES];
   [wallpaper setHidden:NO];
   ASSERT_TRUE(runUntil([] { return stand_ins::linkCount() == 1; }));
@@ -111,7 +111,7 @@ TEST(Library, InstallsDespiteAnExceptionInTheHost) {
   NSDate* const begin = [NSDate date];
   stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
   EXPECT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
-  // Nobody waits the five seconds that an answer may take.
+  // The installation does not wait for its limit of five seconds.
   EXPECT_GT([begin timeIntervalSinceNow], -4);
   EXPECT_FALSE(stand_ins::raisesAtRedraw);
 }
@@ -131,7 +131,7 @@ TEST(Library, DetachesItsListenerFromADyingWallpaper) {
     controller()->_sharedWallpaperView = nil;
   }
   EXPECT_EQ(stand_ins::observersAtDealloc, std::vector<std::size_t>{0});
-  // Of what goes wrong then, only the host's own part reaches the host.
+  // Only exceptions that the host causes itself reach it.
   auto raisedAtDealloc = [](NSObject* observer) {
     SBFWallpaperView* wallpaper = [[SBFWallpaperView alloc] init];
     if (observer != nil) {
@@ -165,7 +165,7 @@ TEST(Library, FinishesInstallingWithoutWallpaperViews) {
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   ASSERT_TRUE(lumora::sharedGIFView.load());
   EXPECT_EQ(lumora::sharedGIFView.load()->superview(), nullptr);
-  // The view that was made then is attached as soon as there is something to attach it to.
+  // The view is attached once there is a wallpaper view.
   stand_ins::makesNoWallpapers = false;
   stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
   EXPECT_TRUE(runUntil([] { return lumora::sharedGIFView.load()->superview() != nullptr; }));

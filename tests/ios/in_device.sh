@@ -1,10 +1,10 @@
 #!/bin/sh
-# Runs a command with a /var of its own, where the device's absolute paths lead: in_device.sh COMMAND...
-# It is empty and in memory, or the folder that $DEVICE_VAR names. Ends with 77, by which a test is
-# skipped, where nothing can be mounted.
+# Runs a command with its own /var, in which the device's absolute paths are: in_device.sh COMMAND...
+# /var is empty and in memory, or the directory $DEVICE_VAR. Exits with 77, which skips a test, if
+# nothing can be mounted.
 case " $* " in *" --gtest_list_tests "*) exec "$@" ;; esac
 if ! unshare -rm true 2>/dev/null; then
-  echo "nothing can be mounted here: skipped"
+  echo "skipped: cannot mount file systems here"
   exit 77
 fi
 exec unshare -rm sh -c '

@@ -1,5 +1,5 @@
-"""Looks into what scripts/device has made: the library's load commands, its symbols and signature,
-and the package.
+"""Inspects what scripts/device builds: the library's load commands, symbols and signature, and the
+package.
 
 usage: structure_test.py FOLDER-OF-THE-PROJECT
 """
@@ -30,7 +30,7 @@ def output(*words):
 
 
 def stubs(processor):
-    """Install name and symbols of every library that we link against."""
+    """Yields the install name and the symbols of every library that ours links against."""
     for path in glob.glob(os.path.join(PROJECT, 'packaging/ios/stubs/*.tbd')):
         install_name, symbols = read_stub(path, processor)
         yield install_name, set(symbols)
@@ -42,7 +42,7 @@ def bytes_of(path):
 
 
 def leb(data, at):
-    """An unsigned number of so many bytes, and what follows it."""
+    """Reads an unsigned LEB128 number. Returns it and the offset of what follows."""
     number = shift = 0
     while True:
         number |= (data[at] & 0x7f) << shift
@@ -52,8 +52,8 @@ def leb(data, at):
 
 
 class FirstCalls:
-    """How the library's calls reach those of the system: each goes through a stub to a pointer, which
-    first leads to a helper, which has the loader bind the pointer by an entry of a table."""
+    """The library's lazily bound calls: each goes through a stub to a pointer, which at first leads to a
+    helper that makes the loader bind the pointer according to an entry of a table."""
 
     def __init__(self, library):
         self.file = MachO(bytes_of(library))
@@ -66,7 +66,7 @@ class FirstCalls:
         self.rebased = {int(address, 16) for address in re.findall(r'0x([0-9A-F]+)  pointer', rebases)}
 
     def section(self, name):
-        """Addresses and size of an entry: of a stub it is told, of a pointer it is an address's."""
+        """Returns the addresses of a section's entries. Only the size of stubs is in the header."""
         at = next(at for at in self.file.sections() if
                   self.file.data[at:at + 16].rstrip(b'\0') == name.encode())
         size = 8 if self.file.is_64_bit else 4
@@ -76,7 +76,7 @@ class FirstCalls:
         return range(start, start + length, stub or size)
 
     def at(self, address, words=1):
-        """The words at an address."""
+        """Returns the words at an address."""
         inside = next(each for each in self.segments if 0 <= address - each.address < each.file_size)
         place = inside.file_offset + address - inside.address
         return struct.unpack_from(f'<{words}I', self.file.data, place)
@@ -92,7 +92,7 @@ class FirstCalls:
         return (stub + 12 + distance) & 0xffffffff
 
     def entry_of_helper(self, helper):
-        """Where in the table the helper sends the loader: the entry's name and pointer."""
+        """Returns the name and the pointer of the table entry that the helper passes to the loader."""
         load, branch, at = self.at(helper, 3)
         if self.file.is_64_bit:
             assert (load, branch >> 26) == (0x18000050, 5)
@@ -117,7 +117,7 @@ class FirstCalls:
 
 
 def check_signature(data):
-    """Every hash of every code directory, worked out anew; the algorithms found, in order."""
+    """Checks every hash of every code directory. Returns the hash algorithms in their order."""
     command = data.find(struct.pack('<II', 0x1d, 16))
     start = struct.unpack_from('<I', data, command + 8)[0]
     magic, _, count = struct.unpack_from('>III', data, start)
@@ -225,7 +225,7 @@ class Armv7Library(Arm64Library):
     processor = 'armv7'
 
     def test_links_only_objects_with_private_symbols(self):
-        """It takes pointers to wrong symbols where some are private to the library and some not."""
+        """The linker resolves pointers to wrong symbols if only some are private to the library."""
         objects = glob.glob(os.path.join(PROJECT, 'build/ios-armv7/src/**/*.o*'), recursive=True)
         objects = [path for path in objects if not path.endswith('.s')]
         self.assertGreater(len(objects), 40)

@@ -1,4 +1,4 @@
-// Portable views and the platform's own that stand for them.
+// Portable views and the native views behind them.
 
 #include <thread>
 

@@ -1,12 +1,11 @@
-// What follows the settings while a wallpaper is up: blur, scaling and the mode's own views.
-
-#include "gifview/live_settings.h"
+// Settings that apply to a wallpaper while it is shown: blur, scaling and mode.
 
 #include <algorithm>
 #include <optional>
 
 #include <gtest/gtest.h>
 
+#include "gifview/live_settings.h"
 #include "platform/file_manager.h"
 #include "platform/image.h"
 #include "platform/linux/images/picture/picture.h"
@@ -42,7 +41,7 @@ struct WithWallpaper : Stage {
     takePosted();
   }
 
-  // Blurs by a setting stored before, from frames that are damaged; the first frame then.
+  // Stores the setting, damages the first frame, runs a blur, and returns that frame.
   Bytes blurredFrame(const std::string& setting) {
     put("SHARED_GIF_BLUR", setting);
     root.write(firstFrame, std::string("damaged"));
@@ -120,7 +119,7 @@ TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
       Stage::put(identifiers[each] + "_GIF_SPEED", std::to_string(3 * round + each + 2));
       Stage::put(identifiers[each] + "_GIF_ALPHA", "0." + std::to_string(3 * round + each + 2));
     }
-    // Those made before learn it by notification.
+    // Existing views follow notifications.
     if (round == 0) {
       for (const std::string& each : identifiers) views.push_back(stage.makeView(each));
     } else {

@@ -44,7 +44,7 @@ TEST(Control, PerformsTheActionOfEachName) {
   stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "FALSE");
   watch.take();
-  // The sweep finds the view that the installation has put back: it need not do so itself.
+  // The installation has attached the view again, so resuming does not install it a second time.
   stage.post("com.brightfen.lumora.updateAnimating");
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
   EXPECT_EQ(watch.take().writes, writesOfOneInstallation);

@@ -27,7 +27,7 @@ std::string logOf(const DeviceRoot& root) {
   return text;
 }
 
-// Whether the log holds exactly the entries with these messages, each with the date of now.
+// Returns true if the log consists of entries with these messages, dated within ten minutes.
 bool hasEntries(std::string log, const std::vector<std::string>& messages) {
   for (const std::string& message : messages) {
     const std::string start = message + " --- Date: ";

@@ -57,7 +57,7 @@ void start(Stage& stage, const View& view) {
   stage.settle();
 }
 
-// Like start; how much of the process's work was done on the starting thread itself.
+// Starts the view and returns the calling thread's share of the CPU time that the call takes.
 double shareOfStartingThread(Stage& stage, const View& view) {
   auto now = [](clockid_t clock) {
     timespec time{};
@@ -110,14 +110,14 @@ TEST(FrameCache, IsRebuiltOnlyIfTheGifChanges) {
   stage.root.write(cache + "/Wallpaper_both_0.png", std::string("touched"));
   stage.takePosted();
 
-  // As after a restart: a new view has all it needs from the cache.
+  // As after a restart: a new view loads everything from the cache.
   const auto view = stage.makeView("SHARED");
   start(stage, view);
   EXPECT_EQ(platform::backend::contentsOfFile(cache + "/Wallpaper_both_0.png")->size(), 7U);
   EXPECT_EQ(Stage::described(*view, "frames_in_cache"), 2);
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 
-  // Of the same length.
+  // Another GIF of the same length.
   stage.root.write(gifPath, makeGif({{blue}, {green}}));
   start(stage, view);
   EXPECT_EQ(frameColor(0), blue);
@@ -163,7 +163,7 @@ TEST(FrameCache, IsBuiltOnlyByViewsOfTheCurrentMode) {
     start(stage, view);
     EXPECT_EQ(stage.root.has(cache), each.isMade);
     EXPECT_EQ(stage.takePosted().size(), each.isMade ? 2U : 0U);
-    // On a valid cache only the view that the settings program is looking at speaks.
+    // With a valid cache only the view of the selected location posts a notification.
     start(stage, view);
     EXPECT_EQ(stage.takePosted().size(), each.isAnnouncedAgain ? 1U : 0U);
   }
@@ -188,7 +188,7 @@ TEST(FrameCache, StoresWhatATruncatedGifContains) {
   Stage stage;
   stage.launch();
   Bytes gif = makeGif({{red, 30}, {green, 40}, {blue, 50}}, 16, 16);
-  // Of the last image's 256 indices, a byte each, with a clear code before every hundred.
+  // The last image has 256 indices of a byte each, with a clear code before every hundred.
   gif.resize(gif.size() - 200);
   stage.root.write(gifPath, gif);
   start(stage, stage.makeView("SHARED"));
@@ -203,14 +203,14 @@ TEST(FrameCache, SkipsTheNumberOfAnUndecodableFrame) {
   stage.launch();
   const Bytes first = makeGif({{red, 30}}, 16, 16);
   Bytes gif = makeGif({{red, 30}, {green, 40}, {blue, 50}}, 16, 16);
-  // The code size of the second frame, behind its control block, descriptor and colours.
+  // The second frame's code size follows its control block, descriptor and color table.
   constexpr std::size_t codeSizeAt = 8 + 10 + 6;
   gif[first.size() - 1 + codeSizeAt] = 13;
   stage.root.write(gifPath, gif);
   const auto view = stage.makeView("SHARED");
   start(stage, view);
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.500000"}));
-  // A blur keeps the numbers.
+  // A blur keeps the frame numbers.
   for (const bool isRewritten : {false, true}) {
     if (isRewritten) stage.post("kLWGIFViewGIFBlurNeedsUpdating");
     const auto posted = stage.takePosted();
@@ -288,7 +288,7 @@ TEST(FrameCache, BlursFramesByTheSettingOfTheirLocation) {
     const auto image = platform::imageWithContentsOfFile(cache + "/Wallpaper_both_0.png");
     EXPECT_EQ(image->width(), 8);
     EXPECT_EQ(image->height(), 8);
-    // What lies outside the picture is transparent and bleeds into a blurred corner.
+    // Everything outside the image is transparent, so a blurred corner becomes translucent.
     return pixelAt(*image, 0, 0)[3] < 200;
   };
   for (const char* identifier : identifiers) {
@@ -334,7 +334,7 @@ TEST(FrameCache, SurvivesOverlappingStarts) {
         [&view] { view->startAnimationWithGIFAtPath(gifPath); });
   }
   stage.settle();
-  // Nothing serialises them, so what they leave may be incomplete; the next GIF's cache is not.
+  // They are not serialized, so their cache may be incomplete; the next GIF's cache is not.
   stage.root.write(gifPath, makeGif({{blue, 20}, {red, 30}}));
   start(stage, view);
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.200000", "0.300000"}));

@@ -118,7 +118,7 @@ TEST(Gating, ResumesVisibleWallpapersWithoutPausingOthers) {
   stage.launch();
   stage.choose("LOCKSCREEN", gif);
   stage.choose("HOMESCREEN", gif);
-  // Whatever the mode: what counts is which wallpapers the host shows.
+  // The mode does not matter, only which wallpapers the host shows.
   for (const char* mode : {"0", "1", "2"}) {
     Stage::put("MODE_INDEX", mode);
     for (const char* identifier : {"LOCKSCREEN", "HOMESCREEN"}) {
@@ -153,7 +153,7 @@ TEST(Gating, LetsHostViewsDieWithAListenerAttached) {
   ASSERT_EQ(platform::backend::observersOf(*host.lock()).size(), 1U);
   stage.choose("HOMESCREEN", gif);
   EXPECT_TRUE(host.expired());
-  // The global still names it: it could not be removed from a view that it is not registered with.
+  // The global still refers to it, because it was not removed from the view it is registered with.
   EXPECT_EQ(lumora::sharedListener.load(), listener.lock());
 }
 
@@ -180,7 +180,7 @@ TEST(Gating, ChecksOnlyTheFirstObserverAtDealloc) {
     view.reset();
   }
   platform::backend::makeViewOfClass<platform::UIView>(cls).reset();
-  // Both stay behind a foreign one; a listener that is the first goes; of none there is none.
+  // If the first observer is foreign, both stay; a listener that comes first is removed.
   EXPECT_EQ(observersLeft, (std::vector<std::size_t>{2, 1, 0}));
   EXPECT_EQ(foreign->calls, 0);
 }
@@ -197,11 +197,11 @@ TEST(Gating, ReplacesListenersOnTheSameObjectOnly) {
   listen(first);
   const auto onFirst = listen(first);
   EXPECT_EQ(platform::backend::observersOf(*first).size(), 1U);
-  // Removal is tried on the object now given: the one on the first object stays.
+  // Removal is attempted on the new object, so the listener of the first object stays.
   const auto onSecond = listen(second);
   EXPECT_NE(onSecond, onFirst);
   EXPECT_EQ(platform::backend::observersOf(*first).front(), onFirst);
-  // Without an object the listener is replaced all the same.
+  // The listener is replaced even without an object.
   EXPECT_NE(listen(nullptr), onSecond);
   EXPECT_EQ(platform::backend::observersOf(*second).size(), 1U);
   LWWallpaperListener::addListenerToObject(second, ScreenLocation::Unknown);

@@ -117,7 +117,7 @@ TEST(Intake, IgnoresDirectories) {
 
 TEST(Intake, DeletesAFileThatCannotBeMoved) {
   const FullLibrary device;
-  // A folder that stands in for a place that cannot be cleared is moved over nothing.
+  // Without its directory the destination cannot be written.
   fs::remove_all(device.root(library));
   device.root.write(downloads + incoming[0].name, std::string("new"));
   device.takeIn(downloads + incoming[0].name);
@@ -141,7 +141,7 @@ TEST(Intake, TouchesNothingOutsideTheDevice) {
     SCOPED_TRACE(path);
     device.takeIn(path);
     EXPECT_TRUE(world.has(precious));
-    // A link that was moved in is no picture: it is not even read.
+    // A link may be moved, but is not followed.
     EXPECT_NE(device.contents("Wallpaper_both.gif"), "mine");
   }
 }

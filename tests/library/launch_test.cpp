@@ -51,7 +51,7 @@ struct Case {
   const char* enabled;
   const char* wallpaperSet;
   const char* mode;
-  // Of the view that plays; nullptr for none.
+  // The identifier of the view that plays; nullptr if none does.
   const char* started;
 };
 
@@ -86,8 +86,7 @@ TEST(Launch, ReadsTheSettingsFileOncePerValue) {
   Stage::put("DOCK_HEIGHT", "96.000000");
   SettingsWatch watch(stage.root);
   stage.launch();
-  // The dock was asked once, as the home screen laid itself out; then "ENABLED" and
-  // "WALLPAPER_SET".
+  // The home screen's layout queries the dock once; then "ENABLED" and "WALLPAPER_SET" are read.
   EXPECT_EQ(watch.take(), (SettingsWatch::Counts{3, 1}));
 }
 

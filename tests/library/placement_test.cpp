@@ -37,7 +37,7 @@ void fillLibrary(const Stage& stage) {
   }
 }
 
-// A launched device with a GIF for every location, in a mode.
+// A launched device in the given mode, with a GIF for every location.
 struct Furnished : Stage {
   explicit Furnished(const char* mode, StageOptions options = {}) : Stage(options) {
     launch();
@@ -170,7 +170,7 @@ TEST(Placement, AdoptsTheLastViewWithItsTag) {
     Stage::hostView(identifier)->addSubview(other);
     install(stage);
     EXPECT_EQ(entry.view.load(), other);
-    // Messages reach it, too: of two views with one name the later one is served.
+    // It also receives messages: of two views with the same name the later one does.
     lumora::setWallpaperAnimating(entry.location.id, true);
     stage.settle();
     EXPECT_TRUE(Stage::isPlaying(identifier));
@@ -221,7 +221,7 @@ platform::CGFloat fakeDefaultHeight(platform::id /*self*/, platform::SEL /*selec
 
 TEST(Placement, FallsBackToTheStoredDockHeight) {
   Furnished stage("1");
-  // Under the library's recorder, so that nothing is recorded.
+  // Replaces the library's recorder, so that nothing is recorded.
   const auto metaclass =
       platform::object_getClass(platform::classObject(platform::objc_getClass("SBDockView")));
   platform::IMP recorder = nullptr;
@@ -239,7 +239,7 @@ TEST(Placement, FallsBackToTheStoredDockHeight) {
     install(stage);
     EXPECT_EQ(Stage::view("SHARED")->frame().height, 844 - each.used) << each.live;
   }
-  // It is compared with the height that the screen has upright.
+  // It is compared with the screen's height in portrait orientation.
   fakeHeight = 500;
   stage.rotate(UIInterfaceOrientation::LandscapeLeft);
   EXPECT_EQ(Stage::view("SHARED")->frame().width, 844 - 500);
@@ -274,7 +274,7 @@ TEST(Placement, FramesAndScalesEveryViewInAnyMode) {
   EXPECT_EQ(mode("LOCKSCREEN"), UIViewContentMode::ScaleAspectFill);
   EXPECT_EQ(mode("HOMESCREEN"), UIViewContentMode::ScaleAspectFit);
   EXPECT_EQ(Stage::view("SHARED")->UIView::contentMode(), UIViewContentMode::ScaleToFill);
-  // The setting is read when the main queue comes to it.
+  // The setting is read when the main queue runs the update.
   lumora::updateScalingModeOfWallpaper(Stage::view("SHARED"), "SHARED");
   Stage::put("SHARED_SCALING_MODE", "FILL");
   stage.settle();
@@ -284,7 +284,7 @@ TEST(Placement, FramesAndScalesEveryViewInAnyMode) {
 TEST(Placement, WaitsForABlockedMainThreadOnlyOnce) {
   Furnished stage("1");
   lumora::updateWallpaperImages();
-  // All its steps share one wait of five seconds; the new view waits another five for its set-up.
+  // All steps share one limit of five seconds; setting up the new view may take another five.
   std::this_thread::sleep_for(std::chrono::seconds(13));
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
   stage.settle();

@@ -16,7 +16,7 @@ FrameDurations durations(std::vector<double> seconds) {
   return std::make_shared<const std::vector<double>>(std::move(seconds));
 }
 
-// Which frame each of so many refreshes shows; -1 for none. Frame count as the list says.
+// Returns the frame that each refresh shows, -1 for none. The list determines the frame count.
 std::vector<int> timeline(PlaybackClock& clock, const FrameDurations& list, float speed,
                           int refreshes) {
   std::vector<int> shown;
@@ -32,7 +32,7 @@ std::vector<int> timeline(PlaybackClock& clock, const FrameDurations& list, floa
 TEST(PlaybackClock, ShowsFramesAfterTheirDelaysPlusAWrapTick) {
   PlaybackClock clock;
   const auto list = durations({2.0 / 64, 1.0 / 64, 3.0 / 64});
-  // The wrap's tick shows nothing, but its length counts towards frame 0's delay.
+  // The wrap's tick shows nothing, but its length counts toward frame 0's delay.
   EXPECT_EQ(timeline(clock, list, 1, 12),
             (std::vector<int>{-1, 0, 1, -1, -1, 2, -1, 0, 1, -1, -1, 2}));
 }
@@ -55,7 +55,7 @@ TEST(PlaybackClock, StopsAtSpeedZeroAndAdvancesEveryTickBelow) {
   const auto list = durations({1.0 / 64, 0, 1.0 / 64});
   PlaybackClock frozen;
   EXPECT_EQ(timeline(frozen, list, 0, 3), (std::vector<int>{-1, -1, -1}));
-  // Frame 1 has no delay at all: 0 divided by 0 is not due either.
+  // Frame 1 has a delay of 0: 0 divided by 0 is not due either.
   PlaybackClock undefined;
   timeline(undefined, list, 1, 1);
   EXPECT_EQ(timeline(undefined, list, 0, 2), (std::vector<int>{-1, -1}));

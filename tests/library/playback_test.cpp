@@ -1,4 +1,4 @@
-// A view that plays: from the chosen GIF to the pixels on the screen.
+// Playback from the chosen GIF to the pixels on the screen.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 const Bytes threeFrames = makeGif({{red, 25}, {green, 50}, {blue, 25}}, 39, 75);
 constexpr StageOptions exactRefresh{.refreshRate = 64};
 
-// Inside the animated picture and beside all icons.
+// A point inside the animated image that no icon covers.
 constexpr int pictureX = 10;
 constexpr int pictureY = 400;
 
@@ -41,7 +41,7 @@ TEST(Playback, ShowsEachFrameAtItsComputedTime) {
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), green);
   stage.refresh(16);
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), blue);
-  // The wrap's own refresh belongs to the sixteen of frame 0.
+  // The refresh of the wrap is one of frame 0's sixteen.
   stage.refresh(15);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 2);
   stage.refresh();
@@ -73,14 +73,14 @@ TEST(Playback, PausesOnlyOneLinkAfterTwoQuickResumes) {
   Stage::view("SHARED")->resumeAnimation();
   Stage::view("SHARED")->resumeAnimation();
   stage.settle();
-  // Twice the pace: both links count each refresh.
+  // At double speed, because both links count each refresh.
   stage.refresh(8);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
   send(stage, "kLWGIFViewShouldPauseNotification");
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
   stage.refresh(32);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
-  // The link left over ends the cycle, and so starts a new one that a pause can stop.
+  // At the end of the cycle the leftover link is replaced by one that a pause can stop.
   stage.refresh(17);
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
 }
@@ -169,7 +169,7 @@ TEST(Playback, RewritesEveryFrameWhenTheBlurChanges) {
                 "kLWGIFViewFrameFoundNotification", "kLWGIFViewFrameFoundNotification",
                 "kLWGIFViewFrameFoundNotification", "kLWGIFViewGIFBlurDidFinish"}));
   stage.refresh(16);
-  // The picture's edge now lets the still wallpaper through.
+  // The blurred edge is translucent and shows the still wallpaper.
   EXPECT_NE(stage.colorAt(1, pictureY), red);
 }
 
@@ -214,7 +214,7 @@ TEST(Playback, DoesNotMultiplyLeftoverLinks) {
   for (int each = 0; each < 3; ++each) view->resumeAnimation();
   stage.settle();
   stage.refresh(12);
-  // One link is replaced at every refresh, two are left over for good.
+  // One link is replaced at every refresh; the other two remain.
   EXPECT_LT(Stage::described(*view, "frame_shown"), 3 * 12);
   view->pauseAnimation();
 }

@@ -34,7 +34,7 @@ TEST(Removal, AffectsOnlyTheGivenLocation) {
   EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
   EXPECT_TRUE(stage.root.has(lumora::homescreenGIFPath));
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "TRUE");
-  // What it is made of goes, too; only its playback is left alone.
+  // The home screen's view and files are removed as well, but its playback is not stopped.
   ASSERT_TRUE(Stage::isPlaying("HOMESCREEN"));
   stage.post("com.brightfen.lumora.removeHomescreenGIFView");
   EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
@@ -95,7 +95,7 @@ TEST(Removal, CanBeUndoneWithTheSameViews) {
   EXPECT_EQ(Stage::view("HOMESCREEN"), homeScreen);
   EXPECT_NE(lockScreen->superview(), nullptr);
   EXPECT_NE(homeScreen->superview(), nullptr);
-  // From the cache: nothing is decoded anew, and only the location in question is announced.
+  // The caches are reused, and only the selected location is announced.
   EXPECT_EQ(stage.takePosted(),
             (std::vector<std::string>{"kLWGIFViewDidStartAnimatingNotification"}));
 }

@@ -25,7 +25,7 @@ struct Row {
   Value otherwise;
 };
 
-// The rows of one type of value.
+// Returns the settings of one type.
 template <typename Value>
 std::vector<Row<Value>> rowsOf(const std::string& wanted) {
   std::vector<Row<Value>> rows;
@@ -46,7 +46,7 @@ const auto lengths = rowsOf<platform::CGFloat>("Length");
 const auto modes = rowsOf<std::string>("ScalingMode");
 const auto texts = rowsOf<std::string>("Text");
 
-// What a getter gives for a stored text.
+// Stores a string and returns what the getter reads.
 template <typename Value>
 Value reading(const Row<Value>& row, const std::string& text) {
   Stage::put(row.key, text);
@@ -62,7 +62,7 @@ void expectDefaults() {
   for (const auto& row : lengths) EXPECT_EQ(row.getter(), row.otherwise) << row.key;
 }
 
-// A list of the kind of the settings with values of other types under every known key.
+// Returns a settings file in which every known key has a value of an unexpected type.
 std::string listOfOtherTypes() {
   std::string list = "<plist version=\"1.0\"><dict>";
   auto add = [&list](const char* key, const char* value) {
@@ -139,7 +139,7 @@ TEST(Settings, ParseTheLeadingNumberOfAString) {
     EXPECT_EQ(reading(row, "0." + std::string(400, '0') + "1"), 0.0F) << row.key;
     EXPECT_EQ(reading(row, std::string(400, '9') + "e-1"), infinity) << row.key;
   }
-  // Parsed as 32 bits and widened: never the nearest double.
+  // It is parsed as a 32-bit float and widened, so it is not the nearest double.
   Stage::put("DOCK_HEIGHT", "83.1");
   EXPECT_EQ(lumora::getDockHeight(), static_cast<double>(83.1F));
 }

@@ -23,7 +23,7 @@ ImageRef noise(int width, int height, bool isOpaque) {
   return imageFromPixels(width, height, pixels);
 }
 
-// Coloured areas with sharp borders, some see-through: harder than noise, which blurs to grey.
+// Colored areas with sharp borders, some translucent: harder than noise, which blurs to gray.
 ImageRef areas(int width, int height, bool isOpaque) {
   std::mt19937 random(11);
   Bytes pixels(static_cast<std::size_t>(width * height) * 4);
@@ -45,8 +45,8 @@ ImageRef areas(int width, int height, bool isOpaque) {
 
 using Planes = std::vector<std::array<double, 4>>;
 
-// The definition, in one direction and turned over: every value the weighted mean of its line,
-// transparent outside.
+// A blur in one direction by its definition, transposed: every value is the weighted mean of its
+// line, which is transparent outside the image.
 Planes blurredLines(const Planes& planes, int width, int height, int radius) {
   Planes turned(planes.size());
   const int reach = std::min(8 * radius, width);
@@ -82,7 +82,7 @@ Planes premultiplied(const UIImage& image) {
   return planes;
 }
 
-// The largest, of premultiplied values: as far as one can see on any ground.
+// Returns the largest error of a premultiplied value: the most that can show on a background.
 double largestError(const ImageRef& image, int radius) {
   const int width = image->width();
   const int height = image->height();

@@ -62,12 +62,12 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   EXPECT_FALSE(writeToFileAtomically(bytes("x"), "/link/new"));
   EXPECT_FALSE(createDirectoryAtPath("/link/new"));
   EXPECT_FALSE(removeItemAtPath("/link/secret"));
-  // Nor into what the host keeps for itself.
+  // The host's own directory cannot be reached either.
   root.write("/.host/lock", std::string("held"));
   EXPECT_FALSE(removeItemAtPath("/.host"));
   EXPECT_FALSE(removeItemAtPath("/a/../.host/lock"));
   EXPECT_TRUE(root.has("/.host/lock"));
-  // A NUL would hide the rest of a name from the kernel.
+  // The kernel would ignore what follows a NUL.
   root.write("/above/below/file", std::string("x"));
   for (const std::string& path : {std::string("/above/..\0/secret", 17), std::string("/above\0", 7),
                                   std::string("/.host\0/lock", 12), std::string("/..\0", 4)}) {
@@ -77,7 +77,7 @@ TEST(DeviceFiles, StayInsideTheRoot) {
   }
   EXPECT_TRUE(root.has("/above/below/file"));
   EXPECT_TRUE(root.has("/.host/lock"));
-  // A link itself may go, what it points at stays.
+  // A link itself may be removed or replaced; its target stays.
   EXPECT_TRUE(removeItemAtPath("/link"));
   EXPECT_TRUE(writeToFileAtomically(bytes("x"), "/file"));
   EXPECT_EQ(fs::file_size(world("/secret")), 4U);
@@ -97,7 +97,7 @@ TEST(DeviceFiles, CannotBeReadIfSpecialOrTooLarge) {
   fs::create_directory(root("/folder"));
   EXPECT_EQ(contentsOfFile("/pipe"), std::nullopt);
   EXPECT_EQ(contentsOfFile("/folder"), std::nullopt);
-  // A sparse giant is not taken into memory.
+  // A huge sparse file is not loaded.
   root.write("/giant", std::string("x"));
   fs::resize_file(root("/giant"), std::uintmax_t{1} << 40);
   EXPECT_EQ(contentsOfFile("/giant"), std::nullopt);

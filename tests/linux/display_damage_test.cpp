@@ -16,7 +16,7 @@ constexpr int width = 120;
 constexpr int height = 1500;
 constexpr CGSize screen{90, 400};
 
-// Stripes; those from a row on may be moved along.
+// Stripes, shifted by `moved` pixels from the row `movedFrom` on.
 ImageRef stripes(int movedFrom, int moved, std::uint8_t alpha = 255) {
   auto palette = std::make_shared<Palette>();
   palette->colors = {{{200, 10, 10, alpha}, {10, 200, 10, alpha}, {10, 10, 200, alpha}}};
@@ -37,7 +37,7 @@ ImageRef stripes(int movedFrom, int moved, std::uint8_t alpha = 255) {
   return makeImage(shape, palette, std::move(strips));
 }
 
-// A screen with a coloured ground, and on it a view that shows pictures.
+// A screen with a colored background and an image view.
 class Scene {
  public:
   Scene() {
@@ -67,7 +67,7 @@ cairo_surface_t* makeScreen() {
                                     static_cast<int>(screen.height));
 }
 
-// The largest difference of a colour. The fourth byte of a pixel means nothing.
+// Returns the largest difference of a color channel. The fourth byte of a pixel is unused.
 int largestDifference(cairo_surface_t* one, cairo_surface_t* other) {
   const int size = cairo_image_surface_get_stride(one) * static_cast<int>(screen.height);
   int largest = 0;
@@ -96,7 +96,7 @@ TEST(DisplayDamage, CoversEverythingThatAFullRedrawWouldChange) {
       scene.draw(kept, {0, 0, screen.width, screen.height});
       takePictureDamage(*scene.root);
       for (const int movedFrom : {1300, 700, 0}) {
-        // Strips that did not change are shared, as those of a file that is read are.
+        // Unchanged strips are shared, as they are when a file is read.
         const auto before = scene.view->image();
         auto next = stripes(movedFrom, 5, pictureAlpha);
         Strips strips = next->impl().strips;
@@ -113,7 +113,7 @@ TEST(DisplayDamage, CoversEverythingThatAFullRedrawWouldChange) {
         EXPECT_TRUE(!isSmall || damage->height < screen.height / 2);
         scene.draw(kept, *damage);
         scene.draw(fresh, {0, 0, screen.width, screen.height});
-        // Where the scaled pixels lie is rounded by the part that is drawn.
+        // The rounding of scaled pixels' positions depends on the part that is drawn.
         constexpr int roundingOfPlaces = 3;
         EXPECT_LE(largestDifference(kept, fresh), roundingOfPlaces)
             << static_cast<int>(mode) << " " << movedFrom;

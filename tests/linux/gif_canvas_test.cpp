@@ -15,7 +15,7 @@ using gif::SubImage;
 constexpr int width = 40;
 constexpr int height = 33;
 
-// The same rules, pixel by pixel, in full colour.
+// The same rules, pixel by pixel, in RGBA.
 class PlainCanvas {
  public:
   void draw(const SubImage& image, const ColorTable& colors, const Bytes& indices) {
@@ -71,7 +71,7 @@ struct Drawing {
   Bytes indices;
 };
 
-// colorRange: how many different colours all drawings together may have.
+// colorRange is the number of different colors that all drawings together may have.
 Drawing randomDrawing(std::mt19937& random, unsigned colorRange) {
   auto below = [&random](unsigned limit) { return static_cast<unsigned>(random() % limit); };
   Drawing drawing;

@@ -30,7 +30,7 @@ Bytes withScreen(Bytes gif, int width, int height) {
   return gif;
 }
 
-// Everything that can be decoded is; nothing more is asked of damaged bytes than to survive.
+// Decodes everything that can be decoded and returns the number of frames.
 int framesOf(const Bytes& gif) {
   auto source = CGImageSource::createWithData(NSData::dataWithBytes(gif));
   int frames = 0;
@@ -66,7 +66,7 @@ TEST(Gif, IsRejectedIfItsScreenIsTooLarge) {
   EXPECT_FALSE(isTaken(65535, 65535));
   EXPECT_FALSE(isTaken(0, 10));
   EXPECT_TRUE(isTaken(2000, 2000));
-  // A side longer than anything that can be drawn.
+  // Longer than any side that can be drawn.
   EXPECT_FALSE(isTaken(32768, 4));
   EXPECT_TRUE(isTaken(4, 32767));
 }
@@ -111,7 +111,7 @@ TEST(Gif, SurvivesRandomDamage) {
   for (int round = 0; round < 5000; ++round) {
     Bytes gif = whole;
     for (int change = 0; change < 1 + round % 4; ++change) {
-      // The screen's own size is left alone: it decides how much work a round is.
+      // The screen size is kept, because it determines the work of a round.
       const auto at = 10 + random() % (gif.size() - 10);
       gif[at] = static_cast<std::uint8_t>(random());
     }
@@ -119,7 +119,7 @@ TEST(Gif, SurvivesRandomDamage) {
   }
 }
 
-// The first so many indices of such sub-blocks; nothing if they are not sound.
+// Returns the first `count` indices of these sub-blocks; std::nullopt if there are fewer.
 std::optional<Bytes> decoded(const Bytes& subBlocks, int minimumCodeSize, std::size_t count) {
   const auto data = NSData::dataWithBytes(subBlocks);
   platform::backend::gif::SubBlocks blocks(data->impl(), 0);
@@ -138,12 +138,12 @@ TEST(Lzw, StopsAtInvalidCodesAndAtTheEnd) {
 }
 
 TEST(Lzw, NeedsNoLeadingClearCodeOrEndCode) {
-  // Codes of 3 bits: 1, 6 (the string just begun), 2.
+  // Codes of 3 bits: 1, 6 (the string that is still being defined), 2.
   EXPECT_EQ(decoded({2, 0b10110001, 0b0, 0}, 2, 4), (Bytes{1, 1, 1, 2}));
 }
 
 TEST(Lzw, DecodesStringsThatOverlapTheirOwnCopy) {
-  // Codes of 9 bits, each the string that it begins itself: one index, then two of it, three, ...
+  // Codes of 9 bits, each for the string that is still being defined: one index, two, three, ...
   constexpr unsigned clear = 256;
   constexpr unsigned strings = 60;
   constexpr std::size_t size = (strings * 9 + 7) / 8;

@@ -1,4 +1,4 @@
-// Frames as PNG files: what is written can be read by anyone, and comes back as it was.
+// Frames as PNG files, which this reader and libpng decode without loss.
 
 #include <future>
 #include <random>
@@ -43,7 +43,7 @@ Bytes readByLibpng(const Bytes& file, png_uint_32 format = PNG_FORMAT_RGBA) {
   return pixels;
 }
 
-// Flat above, restless below.
+// A uniform upper part and noise below.
 ImageRef indexedImage(std::size_t colors, unsigned seed = 1, bool isTranslucent = true) {
   std::mt19937 random(seed);
   auto palette = std::make_shared<Palette>();
@@ -96,7 +96,7 @@ TEST(Png, IsReadBackExactlyHereAndByLibpng) {
 TEST(Png, CompressesWellInReusedMemory) {
   platform::backend::keepFreedMemory();
   const Bytes raw = pixelsOf(*indexedImage(3));
-  // A thread has a compressor of its own, in memory that was used before.
+  // A new thread has its own compressor, in memory that was used before.
   auto sizeAfter = [&raw](std::uint16_t rubbish) {
     auto compress = [&raw, rubbish] {
       { const std::vector<std::uint16_t> used(1 << 20, rubbish); }
@@ -145,7 +145,7 @@ TEST(Png, SharesUnchangedStripsWithThePreviousImage) {
   for (std::size_t index = 0; index < before.size(); ++index) {
     EXPECT_EQ(before[index] == now[index], index < 2) << index;
   }
-  // The same indices in other colours are not the same.
+  // Equal indices with another palette are not shared.
   const ImageRef recolored = read(fileOf(indexedImage(41, 1)));
   EXPECT_NE(recolored->impl().strips.front(), before.front());
 }
@@ -162,7 +162,7 @@ TEST(Png, LinksEqualFramesUntilOneIsModified) {
     EXPECT_TRUE(png->writeToFileAtomically(path));
   }
   EXPECT_EQ(fileNumber("/one.png"), fileNumber("/two.png"));
-  // A rewrite takes the place of one name only.
+  // Rewriting one file leaves the other unchanged.
   EXPECT_TRUE(writeToFileAtomically({1}, "/two.png"));
   EXPECT_TRUE(NSData::dataWithContentsOfFile("/one.png")->isEqualToData(*png));
   root.write("/one.png", Bytes(png->length(), 0));

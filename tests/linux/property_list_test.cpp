@@ -39,8 +39,8 @@ Bytes binaryListOf(const char* key, const char* value) {
   return contents;
 }
 
-// A binary list of so many dictionaries, each the only value of the one before. The marker says how
-// many bytes the number of their values takes.
+// Returns a binary list of nested dictionaries, each the only value of the one before. The marker
+// determines how many bytes the count of their values takes.
 Bytes nestedBinaryList(unsigned levels, std::uint64_t countMarker = 0) {
   Bytes list{'b', 'p', 'l', 'i', 's', 't', '0', '0'};
   std::vector<std::size_t> offsets;
@@ -70,8 +70,8 @@ Bytes nestedBinaryList(unsigned levels, std::uint64_t countMarker = 0) {
   return list;
 }
 
-// A binary dictionary whose one value is an array that refers to one text of this length again and
-// again.
+// Returns a binary dictionary whose only value is an array that refers many times to one string of
+// this length.
 Bytes binaryListReferringTo(std::size_t length, unsigned times) {
   Bytes list{'b', 'p', 'l', 'i', 's', 't', '0', '0'};
   std::vector<std::size_t> offsets;
@@ -125,7 +125,7 @@ std::string contentsOf(const DeviceRoot& root) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Changes one key as the settings do, starting from nothing where the list cannot be read.
+// Changes one key as the settings do, starting with an empty list if the file cannot be read.
 bool changeOneKey() {
   auto list = NSMutableDictionary::dictionaryWithContentsOfFile(path);
   if (!list) list.emplace();
@@ -161,7 +161,7 @@ TEST(PropertyLists, AreReadInUtf8AndUtf16) {
   EXPECT_EQ(dictionaryOf(root, utf16)->stringForKey("a"), "1");
 }
 
-// One key that is changed must not cost the others, as long as anything can be read.
+// Otherwise a change of one key would lose the others.
 TEST(PropertyLists, AreReadEvenIfNotStrictXml) {
   const DeviceRoot root;
   const std::string header = "<?xml version=\"1.0\" encoding=\"windows-1252\"?>";
@@ -188,7 +188,7 @@ TEST(PropertyLists, AreReadEvenIfNotStrictXml) {
 TEST(PropertyLists, AreRejectedIfDamaged) {
   const DeviceRoot root;
   for (const char* damage :
-       {"<true/><false/>", "<key>k</key>", "<string>a<b/></string>", "<colour/>", "text", "&x;",
+       {"<true/><false/>", "<key>k</key>", "<string>a<b/></string>", "<color/>", "text", "&x;",
         "<dict><key>k</key></dict>", "<array><key>k</key></array>", "<dict><true/></dict>", ""}) {
     EXPECT_FALSE(dictionaryOf(root, listWith(damage)).has_value()) << damage;
   }
@@ -198,8 +198,8 @@ TEST(PropertyLists, AreRejectedIfDamaged) {
   EXPECT_FALSE(dictionaryOf(root, std::string("<other/>")).has_value());
 }
 
-// Such lists once took minutes, or all memory. What they hold is not lost either: a list that is
-// not read is not replaced.
+// Reading such lists would take minutes or all memory. Their contents are not lost, because a list
+// that is not read is not replaced.
 TEST(PropertyLists, AreNeitherReadNorReplacedIfTooExpensive) {
   const DeviceRoot root;
   auto isLeftAlone = [&root](const auto& contents) {

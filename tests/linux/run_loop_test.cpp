@@ -53,7 +53,7 @@ TEST(OperationQueue, LimitsTheThreadsOfUnlimitedQueues) {
       --running;
     });
   }
-  // A queue of one is not held up by them.
+  // They do not block a serial queue.
   NSOperationQueue serial;
   serial.setMaxConcurrentOperationCount(1);
   std::atomic<bool> ranSerial = false;
@@ -108,7 +108,7 @@ TEST(MainQueueHop, ReturnsAfterItsBlockOrAtItsDeadline) {
   EXPECT_TRUE(turnUntil([&] { return isBack.load(); }));
   worker.join();
   EXPECT_EQ(*ran, 1);
-  // Nobody runs the main queue: the wait ends, and the block still runs later.
+  // The main queue is not running: the wait ends, and the block runs later.
   lumora::hopToMainQueue([ran] { ++*ran; }, std::chrono::steady_clock::now() + 10ms);
   EXPECT_EQ(*ran, 1);
   RunLoop::main().runMainQueue();
@@ -125,7 +125,7 @@ TEST(RunLoop, SleepsUntilALinkNeedsARefresh) {
   EXPECT_EQ(DisplayClock::main().nextRefresh(), std::nullopt);
   link->addToMainRunLoop();
   link.reset();
-  // The loop retains it.
+  // The run loop retains the link.
   EXPECT_TRUE(turnUntil([&] { return refreshes == 3; }));
 }
 
@@ -156,7 +156,7 @@ TEST(DisplayClock, RefreshesAtExactMultiplesOfThePeriod) {
   EXPECT_EQ(refreshes, 6000);
   DisplayClock::main().advance(1ns, count);
   EXPECT_EQ(refreshes, 6001);
-  // Ended on the way, it stands at the refresh where it was ended.
+  // An advance that is interrupted leaves the clock at that refresh.
   EXPECT_FALSE(DisplayClock::main().advance(10s, [] { return false; }));
   EXPECT_EQ(DisplayClock::main().manualTime().count(), (6002 * 1000000000LL + 59) / 60);
 }
@@ -182,13 +182,13 @@ TEST(ObjectRuntime, ReplacesInheritedMethodsForTheSubclassOnly) {
   EXPECT_EQ((objc_msgSend<int, int>(&one, "answer:", 1)), 2);
   EXPECT_EQ((objc_msgSend<int, int>(&other, "answer:", 1)), 20);
   EXPECT_EQ((objc_msgSend<int, int>(classObject(derived), "answer:", 1)), 2);
-  // Nor is there anything to replace where there is no method.
+  // A method that does not exist is not replaced.
   MSHookMessageEx(base, sel_registerName("unknown:"), reinterpret_cast<IMP>(changedAnswer),
                   reinterpret_cast<IMP*>(&previousAnswer));
   EXPECT_EQ((objc_msgSend<int, int>(&one, "unknown:", 1)), 0);
   EXPECT_EQ((objc_msgSend<int, int>(nullptr, "answer:", 1)), 0);
   EXPECT_EQ(objc_getClass("Unknown"), nullptr);
-  // Adding does not replace.
+  // Adding a method does not replace an existing one.
   class_addMethod(base, sel_registerName("answer:"), nullptr, "v@:@");
   EXPECT_EQ((objc_msgSend<int, int>(&one, "answer:", 1)), 2);
 }

@@ -1,4 +1,4 @@
-"""Drives the real programs, as a person or a script would.
+"""Tests the programs from outside, as a user or a script runs them.
 
 usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
 """
@@ -38,7 +38,7 @@ RED_GREEN = gif((255, 0, 0), (0, 255, 0))
 
 
 class Device(unittest.TestCase):
-    """One device in a folder of its own; its home screen runs once start was called."""
+    """A device in a temporary directory. start() starts its home screen."""
 
     def setUp(self):
         self.folder = tempfile.mkdtemp(prefix='lumora-test-')
@@ -74,7 +74,7 @@ class Device(unittest.TestCase):
         return done.stdout
 
     def fails(self, code, *words):
-        """The command ends with this code and one clear line (or, on wrong use, the usage)."""
+        """Expects this exit code and one line of text, or the usage for code 2. Returns the text."""
         done = self.lumora(*words)
         self.assertEqual(done.returncode, code, (words, done.stderr))
         self.assertTrue(done.stderr.startswith('lumora: '), words)
@@ -97,7 +97,7 @@ class Device(unittest.TestCase):
                 with open(f'/proc/{child}/comm') as comm:
                     if comm.read().strip() == name:
                         return int(child)
-        raise AssertionError(name + ' does not run')
+        raise AssertionError(name + ' is not running')
 
     def pixels(self, picture):
         return subprocess.run([LUMORA, 'frames', '--raw', picture], capture_output=True, check=True,
@@ -125,12 +125,12 @@ IS_SANITIZED = 'san.so' in dynamic_section('lumora')
 
 
 class Binaries(unittest.TestCase):
-    @unittest.skipIf(IS_SANITIZED, 'sanitizers add their own')
+    @unittest.skipIf(IS_SANITIZED, 'sanitizers add initializers')
     def test_have_one_initializer_in_the_library(self):
-        # The compiler's own start-up code has one, too.
+        # The other one is in the compiler's startup code.
         self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic_section('Lumora8.so'))
 
-    @unittest.skipIf(IS_SANITIZED, 'sanitizers take the place of what is built in against faults')
+    @unittest.skipIf(IS_SANITIZED, 'sanitizers replace the hardening')
     def test_are_hardened_and_relocatable(self):
         for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-platform.so'):
             dynamic = dynamic_section(program)
@@ -158,8 +158,8 @@ class CommandWithoutHomeScreen(Device):
     def test_reports_that_no_home_screen_is_running(self):
         for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
                       ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
-                      ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')], ['post', 'x'], ['watch'], ['bus'],
-                      ['advance', '1'], ['wait', '--timeout', '0.1']):
+                      ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')],
+                      ['post', 'x'], ['watch'], ['bus'], ['advance', '1'], ['wait', '--timeout', '0.1']):
             self.assertIn('no home screen is running', self.fails(3, *words))
 
     def test_checks_files_before_looking_for_a_home_screen(self):
@@ -238,7 +238,7 @@ class CommandWithoutHomeScreen(Device):
         with open(os.path.join(frames, 'frames'), 'rb') as file:
             self.assertEqual(file.read(), RED_GREEN)
         self.assertIn('not empty', self.fails(1, 'frames', self.gif, frames))
-        # The folder itself stays the same one.
+        # An existing directory is not replaced.
         here = os.path.join(self.folder, 'here')
         os.mkdir(here, 0o700)
         before = os.stat(here)
@@ -250,11 +250,10 @@ class CommandWithoutHomeScreen(Device):
         self.assertEqual(raw.stdout, b'F 8 8 10\n' + b'\xff\0\0\xff' * 64 +
                          b'F 8 8 10\n' + b'\0\xff\0\xff' * 64)
 
-
     def test_shows_what_a_damaged_gif_contains(self):
         header = 13
         one = len(gif((1, 1, 1))) - header - 1
-        # The code size of an image, behind its control block, descriptor and colours.
+        # An image's code size follows its control block, descriptor and color table.
         code_size = 8 + 10 + 6
         three = gif((255, 0, 0), (0, 255, 0), (0, 0, 255))
         damaged = bytearray(three)
@@ -274,7 +273,7 @@ class CommandWithoutHomeScreen(Device):
             pictures = [each for each in os.listdir(target) if each.endswith('.png')]
             self.assertEqual(len(pictures), frames)
 
-    @unittest.skipIf(IS_SANITIZED, 'a sanitizer needs more')
+    @unittest.skipIf(IS_SANITIZED, 'sanitizers need more memory')
     def test_distinguishes_lack_of_memory_from_damage(self):
         big = self.file('big.gif', gif((255, 0, 0), size=(5000, 5000)))
         limit = 60 << 20
@@ -301,7 +300,7 @@ class CommandWithoutHomeScreen(Device):
         os.mkfifo(os.path.join(own, 'bus'))
         self.fails(3, 'status')
         self.assertEqual(stat.S_IMODE(os.stat(own).st_mode), 0o700)
-        # An address that leads to files of somebody else.
+        # An address that leads to another directory's files.
         os.remove(os.path.join(own, 'bus'))
         victim = os.path.join(self.folder, 'lumora-victim')
         os.mkdir(victim)
@@ -328,7 +327,7 @@ class CommandWithHomeScreen(Device):
                           shared['why'], shared['frame_shown'], shared['frames_in_cache'],
                           shared['speed'], shared['alpha'], shared['blur'], shared['scaling']),
                          (True, True, [0, 0, 390, 748], True, 'shown', None, 2, 1, 1, 0, 'FIT'))
-        # A tenth of a second is due at the seventh of 64 refreshes a second.
+        # A delay of 0.1 s ends with the seventh of 64 refreshes a second.
         self.ok('advance', '0.109')
         self.assertIsNone(self.shared()['frame_shown'])
         self.ok('advance', '0.001')
@@ -361,7 +360,7 @@ class CommandWithHomeScreen(Device):
         shared = self.shared()
         self.assertEqual((shared['speed'], shared['alpha']), (2, 0.25))
         self.assertAlmostEqual(shared['blur'], 3.9, 5)
-        # Twice as fast, a tenth of a second is due at the fourth of 64 refreshes a second.
+        # At double speed a delay of 0.1 s ends with the fourth of 64 refreshes a second.
         self.ok('advance', '0.062')
         self.assertIsNone(self.shared()['frame_shown'])
         self.ok('advance', '0.001')
@@ -456,7 +455,7 @@ class CommandWithHomeScreen(Device):
         os.symlink(real, link)
         self.ok('screenshot', link)
         self.assertTrue(os.path.islink(link))
-        # More than any message on the bus may have.
+        # Larger than any message on the bus may be.
         self.assertGreater(os.path.getsize(real), 1 << 20)
 
     def test_serializes_concurrent_sets(self):
@@ -470,7 +469,7 @@ class CommandWithHomeScreen(Device):
         self.start(clock='real')
         self.ok('put', 'SHARED_GIF_BLUR', '10')
         colors = [(each * 5, 99, 255 - each * 5) for each in range(40)]
-        # To take longer than the shortest of the timeouts, and not much longer.
+        # Large enough to exceed the shortest timeout, but not by much.
         side = 200 if IS_SANITIZED else 600
         long = self.file('long.gif', gif(*colors, size=(side, side)))
         short = self.file('short.gif', gif(*colors[:30], size=(side, side)))
@@ -478,10 +477,10 @@ class CommandWithHomeScreen(Device):
             self.lumora('set', 'shared', short, *first)
             self.assertIn('40 frames', self.ok('set', 'shared', long))
             self.assertEqual(self.shared()['frames_in_cache'], 40)
-        # On a slow machine it does not even get that far.
+        # On a slow machine nothing has been changed yet.
         self.assertRegex(self.fails(1, 'set', 'shared', short, '--timeout', '0.1'),
                          '; (the new GIF is in its place|nothing was changed)')
-        # It exists while a GIF is imported.
+        # This file exists while a GIF is imported.
         previous = self.on_device('.host/previous.gif')
         self.eventually(lambda: not os.path.exists(previous))
         with subprocess.Popen([LUMORA, '--root', self.root, 'set', 'shared', long],
@@ -523,7 +522,7 @@ class CommandWithHomeScreen(Device):
             self.assertLess(time.monotonic() - begun, 20)
         finally:
             os.kill(bus, signal.SIGCONT)
-        # Nor does a signal that is not one of ours, or a span of time that does not exist.
+        # Malformed signals are ignored, and impossible time spans are rejected.
         address = self.ok('bus').strip()
         with subprocess.Popen([LUMORA, '--root', self.root, 'watch'], stdout=subprocess.PIPE,
                               text=True) as watch:
@@ -542,7 +541,7 @@ class CommandWithHomeScreen(Device):
             self.assertIn('no such span', done.stderr)
         self.ok('advance', '1')
 
-    @unittest.skipUnless(os.geteuid() == 0, 'only root can be two users')
+    @unittest.skipUnless(os.geteuid() == 0, 'only root can act as another user')
     def test_does_not_connect_to_another_users_bus(self):
         nobody = 65534
         os.makedirs(self.on_device('.host'))
@@ -586,7 +585,7 @@ class CommandWithHomeScreen(Device):
         self.start()
         with subprocess.Popen([LUMORA, '--root', self.root, 'watch'], stdout=subprocess.PIPE,
                               text=True) as watch:
-            # It says nothing until it hears something.
+            # It prints nothing until a notification arrives.
             heard = False
             while not heard:
                 self.ok('post', 'ready')
@@ -642,7 +641,7 @@ class CommandWithHomeScreen(Device):
                 self.assertEqual(len([line for line in errors.splitlines() if line]), 1, errors)
             self.host = None
             self.fails(3, 'status')
-            # What was started with it is gone, too.
+            # The processes that were started with it have ended, too.
             self.eventually(lambda: not any(os.path.exists(f'/proc/{pid}')
                                             for pid in names.values()))
         self.start()
@@ -677,7 +676,7 @@ class CommandWithHomeScreen(Device):
 
     def test_reports_an_unwritable_device(self):
         if os.geteuid() == 0:
-            self.skipTest('root may write everywhere')
+            self.skipTest('root can write everywhere')
         self.start()
         os.chmod(self.on_device(LIBRARY), 0o555)
         self.assertIn('could not import', self.fails(1, 'set', 'shared', self.gif))
@@ -685,7 +684,7 @@ class CommandWithHomeScreen(Device):
         self.assertIn('cannot store', self.fails(1, 'put', 'A', 'B'))
 
     def test_reports_a_location_that_cannot_be_cleared(self):
-        # What even root cannot replace: a folder that is a mount point would do, a pipe does too.
+        # Not even root can create a file below a regular file.
         self.start()
         shutil.rmtree(self.on_device(LIBRARY))
         self.file('device/' + LIBRARY, b'a file in the folder\'s place')
@@ -704,7 +703,7 @@ class CommandWithHomeScreen(Device):
 
 @unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox'), 'needs Xvfb and openbox')
 class DesktopWallpaper(Device):
-    """An X server of its own, with a window manager."""
+    """A device on its own X server with a window manager."""
 
     def setUp(self):
         super().setUp()
@@ -749,7 +748,7 @@ class DesktopWallpaper(Device):
                                '--screen', size)
             subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
             self.becomes(playing, why)
-            # Also if it starts so.
+            # The state is also right at the start.
             desktop.terminate()
             desktop.wait(20)
             desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop')

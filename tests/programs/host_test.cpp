@@ -72,13 +72,13 @@ TEST(Host, DrawsTheStillWallpaperAroundTheAnimatedOne) {
   const Color home = stage.colorAt(195, 600);
   stage.choose("SHARED", makeGif({{red}}, 39, 10));
   stage.advance(std::chrono::seconds(1));
-  // Fitted, the flat picture leaves the still one above and below.
+  // The fitted image leaves the still wallpaper visible above and below.
   EXPECT_EQ(stage.colorAt(195, 600), home);
   EXPECT_EQ(stage.colorAt(10, 370), red);
   Stage::put("SHARED_SCALING_MODE", "FULLSCREEN");
   stage.post("com.brightfen.lumora.updateWallpaper");
   EXPECT_EQ(stage.colorAt(195, 600), red);
-  // The dock's strip stays the system's own.
+  // The animated wallpaper does not cover the dock's area.
   EXPECT_NE(stage.colorAt(3, 843), red);
 }
 

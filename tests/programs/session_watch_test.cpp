@@ -18,7 +18,7 @@ using platform::backend::RunLoop;
 constexpr auto sessionInterface = "org.freedesktop.login1.Session";
 constexpr auto sessionPath = "/org/freedesktop/login1/session/one";
 
-// A session manager and a screen saver, on one bus that is the system's and the user's.
+// A session manager and a screen saver on one bus, which is both system bus and session bus.
 class Desktop {
  public:
   Desktop() : bus_(-1) {
@@ -56,7 +56,7 @@ class Desktop {
     isActive_ = isActive;
     session_->emitPropertiesChangedSignal(sessionInterface);
   }
-  // No question is answered any more.
+  // Stops answering calls.
   void fallSilent() { connection_->leaveEventLoop(); }
   void save(bool isOn) {
     saver_->emitSignal("ActiveChanged")
@@ -107,7 +107,7 @@ TEST(SessionWatch, DoesNotWaitForASilentBus) {
   const auto begin = RunLoop::Clock::now();
   const host::SessionWatch watch([] {});
   EXPECT_FALSE(watch.isAway());
-  // Left to itself, the bus's library would wait for 25 seconds.
+  // The bus library's own timeout is 25 seconds.
   EXPECT_LT(RunLoop::Clock::now() - begin, 10s);
 }
 

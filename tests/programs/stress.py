@@ -2,9 +2,9 @@
 
 usage: stress.py DIRECTORY-OF-THE-PROGRAMS [--rounds N] [--seed N] [PHASE ...]
 
-Phases: kills, settings, burst, crowd, frames, refreshes, limits, pauses, bus, full-disk, read-only. A
-part of pauses needs Xvfb; the last two need to mount, as root or in a namespace of their own. What is
-not to be had is skipped.
+Phases: kills, settings, burst, crowd, frames, refreshes, limits, pauses, bus, full-disk, read-only.
+Part of pauses needs Xvfb; full-disk and read-only mount file systems, in a user namespace if necessary.
+What is not available is skipped.
 """
 import argparse
 import contextlib
@@ -32,8 +32,9 @@ NOTIFICATIONS = [CONTROL + name for name in (
     'updateAnimating')] + ['kLWGIFViewGIFSpeedNeedsUpdating', 'kLWGIFViewGIFAlphaNeedsUpdating',
                            'kLWGIFViewGIFBlurNeedsUpdating',
                            'kLWGIFViewNeedsToRemoveUnneededViewNotification']
-HAND = [['lock'], ['unlock'], ['home'], ['app', 'open'], ['app', 'close'], ['screen', 'off'],
-        ['screen', 'on'], ['rotate', 'left'], ['rotate', 'right'], ['rotate', 'portrait']]
+USER_ACTIONS = [['lock'], ['unlock'], ['home'], ['app', 'open'], ['app', 'close'],
+                ['screen', 'off'], ['screen', 'on'], ['rotate', 'left'], ['rotate', 'right'],
+                ['rotate', 'portrait']]
 
 
 def noisy_gif(frames, side, pick):
@@ -53,7 +54,7 @@ def contents(path):
 
 
 class Device:
-    """A device in a folder of its own, and the two GIFs that are chosen for it in turns."""
+    """A device in a temporary directory, and two GIFs that are set in turn."""
 
     def __init__(self, programs, seed):
         self.program = os.path.join(programs, 'lumora')
@@ -97,7 +98,7 @@ class Device:
         self.ok('wait')
 
     def stop(self):
-        """A sanitizer's findings come out here, too."""
+        """Fails if the home screen does, for example by a sanitizer's report at its end."""
         if self.run is None:
             return
         self.run.terminate()
@@ -115,7 +116,7 @@ class Device:
                 with open(f'/proc/{child}/comm') as comm:
                     if comm.read().strip() == name:
                         return int(child)
-        raise AssertionError(name + ' does not run')
+        raise AssertionError(name + ' is not running')
 
     def kill(self, name):
         os.kill(self.child(name), signal.SIGKILL)
@@ -133,7 +134,7 @@ class Device:
             return 'san.so' in file.read()
 
     def threads(self):
-        """What each thread of the home screen is doing: state, time used, system call, backtrace."""
+        """The state, CPU time, system call and backtrace of each thread of the home screen."""
         pid = self.child('springboard')
         lines = []
         for thread in os.listdir(f'/proc/{pid}/task'):
@@ -156,7 +157,7 @@ class Device:
                 assert isinstance(plistlib.load(file), dict)
 
     def check_wallpaper(self, number):
-        """The cache is what the same GIF gives without any trouble."""
+        """Compares the cache with what the same GIF gives without failures."""
         cache = self.path(LIBRARY + '/Wallpaper_both')
         base = os.path.basename(self.caches[number])
         expected = sorted(os.listdir(self.caches[number]))
@@ -175,7 +176,7 @@ class Device:
 
 
 def kills(device, rounds):
-    """The home screen is killed in the middle of something; the next one makes it good."""
+    """Kills the home screen during an action; the next one completes what is missing."""
     actions = [lambda number: device.begin('set', 'shared', device.gifs[number]),
                lambda number: device.begin('blur', 'shared', str(number + 1)),
                lambda number: device.begin('remove', 'shared'),
@@ -186,7 +187,7 @@ def kills(device, rounds):
     leftovers = 0
     for each in range(rounds):
         number = each % 2
-        # Most often where most happens.
+        # Setting a GIF comes most often, because it changes the most.
         action = actions[device.pick.choice((0, 0, 0, 1, 1, 2, 3, 4))](number)
         time.sleep(device.pick.uniform(0, 0.15))
         device.kill('springboard')
@@ -201,7 +202,7 @@ def kills(device, rounds):
 
 
 def damage(device):
-    """The settings file as another program might leave it."""
+    """Changes the settings file as another program might."""
     path = device.path(PREFERENCES)
     kind = device.pick.randrange(6)
     sound = {'MODE_INDEX': device.pick.choice('01'), 'WALLPAPER_SET': 'TRUE',
@@ -221,7 +222,7 @@ def damage(device):
 
 
 def settings(device, rounds):
-    """The settings file is replaced, deleted and damaged while a wallpaper plays."""
+    """Replaces, deletes and damages the settings file during playback."""
     device.start()
     device.choose(0)
     before = device.memory()
@@ -230,7 +231,7 @@ def settings(device, rounds):
         damage(device)
         waiting.append(device.begin('post', device.pick.choice(NOTIFICATIONS[2:])))
         if each % 10 == 9:
-            waiting.append(device.begin(*device.pick.choice(HAND)))
+            waiting.append(device.begin(*device.pick.choice(USER_ACTIONS)))
         if len(waiting) > 8:
             waiting.pop(0).wait(120)
     for one in waiting:
@@ -239,20 +240,20 @@ def settings(device, rounds):
 
 
 def burst(device, rounds):
-    """Notifications in random order while the screen is locked, unlocked and rotated."""
+    """Posts notifications in random order while the screen is locked, unlocked and rotated."""
     device.start()
     device.choose(0)
     before = device.memory()
     for _ in range(max(rounds // 20, 1)):
         posts = [device.begin('post', device.pick.choice(NOTIFICATIONS)) for _ in range(200)]
-        hands = [device.begin(*device.pick.choice(HAND)) for _ in range(20)]
-        for one in posts + hands:
+        actions = [device.begin(*device.pick.choice(USER_ACTIONS)) for _ in range(20)]
+        for one in posts + actions:
             one.wait(120)
     return finish(device, before)
 
 
 def crowd(device, rounds):
-    """Very many commands at the same moment: each does its work."""
+    """Runs hundreds of commands at the same time; each must succeed."""
     device.start()
     device.choose(0)
     before = device.memory()
@@ -265,7 +266,7 @@ def crowd(device, rounds):
 
 
 def frames(device, rounds):
-    """Frames and their list of delays are damaged while they are played."""
+    """Damages frames and their delay list during playback."""
     device.start()
     device.choose(0)
     before = device.memory()
@@ -287,7 +288,7 @@ def frames(device, rounds):
 
 
 def refreshes(device, rounds):
-    """Days of playback leave nothing behind."""
+    """Plays many refreshes on a manual clock; the memory must not grow."""
     device.start('--clock', 'manual')
     device.choose(0)
     device.ok('advance', '20')
@@ -296,14 +297,14 @@ def refreshes(device, rounds):
         device.ok('advance', '100')
     growth = device.memory() - before
     assert device.shared()['playing']
-    # A sanitizer keeps what was freed for a while.
+    # Sanitizers do not reuse freed memory at once.
     assert growth < (400 << 10 if device.is_sanitized() else 8 << 10), growth
     device.stop()
     return f'{growth} KiB more after {max(rounds // 10, 1) * 6000} refreshes'
 
 
 def limits(device, rounds):
-    """With few descriptors or little memory it starts, or says in a line why not."""
+    """Starts with few descriptors or little memory, which must succeed or print an error."""
     started = 0
     for _ in range(max(rounds // 4, 3)):
         kind, most = device.pick.choice(((resource.RLIMIT_NOFILE, device.pick.randrange(5, 40)),
@@ -311,7 +312,7 @@ def limits(device, rounds):
         done = subprocess.run([device.program, 'run', '--root', device.root, '--display', 'headless',
                                '--for', '0.1'], capture_output=True, text=True, timeout=120,
                               preexec_fn=lambda: resource.setrlimit(kind, (most, most)))
-        if 'Sanitizer' not in done.stderr:  # It needs more.
+        if 'Sanitizer' not in done.stderr:  # A sanitizer needs more.
             assert done.returncode in (0, 1, 127), (kind, most, done)
             assert done.returncode == 0 or done.stderr.strip(), (kind, most, done)
         started += done.returncode == 0
@@ -323,7 +324,7 @@ def limits(device, rounds):
 
 @contextlib.contextmanager
 def x_server():
-    """The display of an X server, or nothing where there is none to be had."""
+    """Yields the display of an X server; None without Xvfb."""
     if not shutil.which('Xvfb'):
         yield None
         return
@@ -338,7 +339,7 @@ def x_server():
 
 
 def lost_pauses(device, count, advances):
-    """Hides the wallpaper at random moments of a cycle; how often it went on playing."""
+    """Hides the wallpaper at random moments of a cycle. Returns how often it kept playing."""
     lost = 0
     for _ in range(count):
         action = device.begin('advance', '1') if advances else None
@@ -354,7 +355,7 @@ def lost_pauses(device, count, advances):
 
 
 def pauses(device, rounds):
-    """At the end of every cycle a view has no display link for a moment; a pause then counts, too."""
+    """Pauses must also work at the end of a cycle, where a view briefly has no display link."""
     picture = os.path.join(device.folder, 'plain.gif')
     with x_server() as display:
         for kind, size, *words in (('headless', (3500, 3500)),
@@ -374,7 +375,7 @@ def pauses(device, rounds):
 
 
 def finish(device, before):
-    """Whatever happened, a GIF can be chosen and plays, and the memory has not grown for good."""
+    """Checks that a GIF can still be set, and that the memory has not grown permanently."""
     if os.path.exists(device.path(PREFERENCES)):
         os.remove(device.path(PREFERENCES))
     device.ok('home')
@@ -383,13 +384,13 @@ def finish(device, before):
     after = device.memory()
     device.stop()
     growth = (after - before) // 1024
-    # A sanitizer keeps what was freed for a while.
+    # Sanitizers do not reuse freed memory at once.
     assert growth < 400, growth
     return f'memory {before // 1024} MiB before, {after // 1024} MiB after'
 
 
 def bus(device, rounds):
-    """The message bus dies; the next start has a new one."""
+    """Kills the message bus; the next start creates a new one."""
     for each in range(max(rounds // 10, 1)):
         device.start()
         device.choose(each % 2)
@@ -405,7 +406,7 @@ def bus(device, rounds):
 
 
 def full_disk(device, rounds):
-    """Everything is tried with ever less space; with space again it goes on."""
+    """Changes settings and wallpapers on a nearly full disk, then with enough space."""
     os.makedirs(device.root, exist_ok=True)
     subprocess.run(['mount', '-t', 'tmpfs', '-o', 'size=4m', 'none', device.root], check=True)
     device.start()
@@ -430,11 +431,11 @@ def full_disk(device, rounds):
         device.choose(each % 2)
     device.stop()
     subprocess.run(['umount', device.root], check=True)
-    return f'{failures} of {rounds} found no space'
+    return f'{failures} of {rounds} ran out of space'
 
 
 def read_only(device, rounds):
-    """The library's folder cannot be written for a while."""
+    """Makes the library's directory read-only for a while."""
     device.start()
     device.choose(0)
     library = device.path(LIBRARY)
@@ -466,7 +467,7 @@ def may_mount():
 def play(arguments, name):
     if name in MOUNTING and not arguments.mounts:
         if not may_mount():
-            print(f'{name}: skipped, nothing can be mounted here', flush=True)
+            print(f'{name}: skipped, cannot mount file systems here', flush=True)
             return
         again = [sys.executable, '-B', *sys.argv[:1], arguments.programs, '--mounts', '--rounds',
                  str(arguments.rounds), '--seed', str(arguments.seed), name]
@@ -484,7 +485,7 @@ def play(arguments, name):
             print(device.run.communicate(timeout=60)[1], flush=True)
         raise
     device.close()
-    print(f'{name}: good, {time.monotonic() - begun:.0f} s {result}', flush=True)
+    print(f'{name}: passed, {time.monotonic() - begun:.0f} s {result}', flush=True)
 
 
 def main():
