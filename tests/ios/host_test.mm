@@ -12,6 +12,7 @@
 #include "placement/wallpaper_listener.h"
 #import "platform/ios/native_view.h"
 #include "settings/device_paths.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
 #include "simulator/frameworks/stand_ins.h"
 #include "tests/fixture/gif_maker.h"
@@ -66,11 +67,11 @@ TEST(Library, ForwardsAndRecordsTheDockHeight) {
 TEST(Library, TakesInAndPlaysAChosenGif) {
   launch();
   // Nothing has been chosen yet, which must not end the host.
-  stand_ins::postFromOutside("com.brightfen.lumora.wallpaperNeedsUpdating");
+  stand_ins::postFromOutside(lumora::control::wallpaperNeedsUpdating);
   const std::string chosen = "/var/mobile/SHARED_LUMORA_WALLPAPER.gif";
   writeGif(chosen.c_str());
   lumora::setPreferencesObjectKey(chosen, "SAFARI_DIRECTORY");
-  stand_ins::postFromOutside("com.brightfen.lumora.wallpaperNeedsUpdating");
+  stand_ins::postFromOutside(lumora::control::wallpaperNeedsUpdating);
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   const auto view = lumora::sharedGIFView.load();
   ASSERT_TRUE(view);
@@ -94,7 +95,7 @@ TEST(Library, TakesInAndPlaysAChosenGif) {
 TEST(Library, FollowsDeviceRotation) {
   launch();
   writeGif(lumora::sharedGIFPath);
-  stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
+  stand_ins::postFromOutside(lumora::control::updateWallpaper);
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   stand_ins::orientation = 3;
   [[NSNotificationCenter defaultCenter]
@@ -109,7 +110,7 @@ TEST(Library, InstallsDespiteAnExceptionInTheHost) {
   writeGif(lumora::sharedGIFPath);
   stand_ins::raisesAtRedraw = true;
   NSDate* const begin = [NSDate date];
-  stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
+  stand_ins::postFromOutside(lumora::control::updateWallpaper);
   EXPECT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   // The installation does not wait for its limit of five seconds.
   EXPECT_GT([begin timeIntervalSinceNow], -4);
@@ -119,7 +120,7 @@ TEST(Library, InstallsDespiteAnExceptionInTheHost) {
 TEST(Library, DetachesItsListenerFromADyingWallpaper) {
   launch();
   writeGif(lumora::sharedGIFPath);
-  stand_ins::postFromOutside("com.brightfen.lumora.updateWallpaper");
+  stand_ins::postFromOutside(lumora::control::updateWallpaper);
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   // The installation still holds the view until it returns.
   std::atomic<bool> isOver = false;
@@ -161,20 +162,20 @@ TEST(Library, FinishesInstallingWithoutWallpaperViews) {
   launch();
   writeGif(lumora::sharedGIFPath);
   stand_ins::makesNoWallpapers = true;
-  stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
+  stand_ins::postFromOutside(lumora::control::updateAnimating);
   ASSERT_TRUE(runUntil([] { return lumora::getWallpaperSet(); }));
   ASSERT_TRUE(lumora::sharedGIFView.load());
   EXPECT_EQ(lumora::sharedGIFView.load()->superview(), nullptr);
   // The view is attached once there is a wallpaper view.
   stand_ins::makesNoWallpapers = false;
-  stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
+  stand_ins::postFromOutside(lumora::control::updateAnimating);
   EXPECT_TRUE(runUntil([] { return lumora::sharedGIFView.load()->superview() != nullptr; }));
 }
 
 TEST(Library, KeepsPlayingDespiteADamagedFrame) {
   launch();
   writeGif(lumora::sharedGIFPath);
-  stand_ins::postFromOutside("com.brightfen.lumora.updateAnimating");
+  stand_ins::postFromOutside(lumora::control::updateAnimating);
   ASSERT_TRUE(runUntil([] { return stand_ins::linkCount() == 1; }));
   const auto view = lumora::sharedGIFView.load();
   ASSERT_TRUE(view);

@@ -17,6 +17,7 @@ namespace {
 
 using namespace testing_stage;
 
+constexpr auto alphaNeedsUpdating = "kLWGIFViewGIFAlphaNeedsUpdating";
 constexpr auto blurNeedsUpdating = "kLWGIFViewGIFBlurNeedsUpdating";
 constexpr auto frameFound = "kLWGIFViewFrameFoundNotification";
 constexpr auto blurDidFinish = "kLWGIFViewGIFBlurDidFinish";
@@ -123,7 +124,7 @@ TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
     if (round == 0) {
       for (const std::string& each : identifiers) views.push_back(stage.makeView(each));
     } else {
-      stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
+      stage.post(alphaNeedsUpdating);
       stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
     }
     for (int each = 0; each < 3; ++each) {
@@ -133,7 +134,7 @@ TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
   }
   const auto elsewhere = stage.makeView("ELSEWHERE");
   elsewhere->imageView()->setAlpha(0);
-  stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
+  stage.post(alphaNeedsUpdating);
   EXPECT_EQ(elsewhere->imageView()->alpha(), 1);
 }
 

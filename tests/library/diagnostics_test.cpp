@@ -1,7 +1,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -20,12 +19,6 @@ namespace {
 using platform::NSOperationQueue;
 using platform::backend::RunLoop;
 using testing_stage::DeviceRoot;
-
-std::string logOf(const DeviceRoot& root) {
-  std::string text;
-  std::getline(std::ifstream(root(lumora::logPath)), text, '\0');
-  return text;
-}
 
 // Returns true if the log consists of entries with these messages, dated within ten minutes.
 bool hasEntries(std::string log, const std::vector<std::string>& messages) {
@@ -46,10 +39,11 @@ TEST(Log, AppendsOneDatedEntryPerMessage) {
   setenv("TZ", "Asia/Kathmandu", 1);
   root.write(std::string(lumora::libraryDirectory) + "other", std::string("x"));
   lumora::logToFile("first");
-  EXPECT_TRUE(hasEntries(logOf(root), {"first"})) << logOf(root);
+  EXPECT_TRUE(hasEntries(root.read(lumora::logPath), {"first"})) << root.read(lumora::logPath);
   lumora::logToFile("ü\nof two lines");
   lumora::logToFile("");
-  EXPECT_TRUE(hasEntries(logOf(root), {"first", "ü\nof two lines", ""})) << logOf(root);
+  EXPECT_TRUE(hasEntries(root.read(lumora::logPath), {"first", "ü\nof two lines", ""}))
+      << root.read(lumora::logPath);
 }
 
 TEST(Log, StartsOverIfTheFileIsNotUtf8) {
@@ -60,7 +54,7 @@ TEST(Log, StartsOverIfTheFileIsNotUtf8) {
        {"\xFF\xFE", "caf\xE9", "cut short \xC3", "\xC0\xAF", "\xED\xA0\x80"}) {
     root.write(lumora::logPath, std::string(damaged));
     lumora::logToFile("new");
-    EXPECT_TRUE(hasEntries(logOf(root), {"new"})) << logOf(root);
+    EXPECT_TRUE(hasEntries(root.read(lumora::logPath), {"new"})) << root.read(lumora::logPath);
   }
 }
 

@@ -15,6 +15,7 @@
 #include "platform/linux/images/png/reader.h"
 #include "platform/operation_queue.h"
 #include "platform/property_list.h"
+#include "settings/device_paths.h"
 #include "settings/notification_names.h"
 #include "tests/fixture/stage.h"
 
@@ -24,7 +25,7 @@ using namespace testing_stage;
 using lumora::didStartAnimatingNotification;
 using lumora::frameFoundNotification;
 
-const std::string gifPath = "/var/mobile/Library/Lumora/Wallpaper_both.gif";
+const std::string gifPath = lumora::sharedGIFPath;
 const std::string cache = "/var/mobile/Library/Lumora/Wallpaper_both";
 
 std::vector<std::string> filesIn(const std::filesystem::path& folder) {
@@ -212,7 +213,7 @@ TEST(FrameCache, SkipsTheNumberOfAnUndecodableFrame) {
   EXPECT_EQ(storedDurations(), (std::vector<std::string>{"0.300000", "0.500000"}));
   // A blur keeps the frame numbers.
   for (const bool isRewritten : {false, true}) {
-    if (isRewritten) stage.post("kLWGIFViewGIFBlurNeedsUpdating");
+    if (isRewritten) stage.post(lumora::blurNeedsUpdatingNotification);
     const auto posted = stage.takePosted();
     EXPECT_EQ(std::count(posted.begin(), posted.end(), frameFoundNotification), 2);
     EXPECT_EQ(frameColor(0), red);
@@ -302,7 +303,7 @@ TEST(FrameCache, BlursFramesByTheSettingOfTheirLocation) {
       start(stage, view);
       EXPECT_EQ(isBlurred(), blurs);
       put(identifier, blurs ? "0" : "3");
-      stage.post("kLWGIFViewGIFBlurNeedsUpdating");
+      stage.post(lumora::blurNeedsUpdatingNotification);
       EXPECT_EQ(isBlurred(), !blurs);
     }
   }

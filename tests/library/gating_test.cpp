@@ -9,7 +9,9 @@
 #include "host/home_screen/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "placement/wallpaper_listener.h"
-#include "platform/linux/views/key_value_observing.h"
+#include "platform/linux/views/view_observers.h"
+#include "settings/device_paths.h"
+#include "settings/notification_names.h"
 #include "tests/fixture/stage.h"
 
 namespace {
@@ -56,7 +58,7 @@ TEST(Gating, PlaysOnlyTheVisibleScreenInSeparateMode) {
 
 TEST(Gating, PausesAWallpaperThatIsStartedWhileCovered) {
   Stage stage;
-  stage.root.write("/var/mobile/Library/Lumora/Wallpaper_both.gif", gif);
+  stage.root.write(lumora::sharedGIFPath, gif);
   Stage::put("WALLPAPER_SET", "TRUE");
   stage.springBoard().setCovered(true);
   stage.launch();
@@ -94,7 +96,7 @@ TEST(Gating, IgnoresVisibilityWhileDisabled) {
 TEST(Gating, ReinstallsDetachedViewsBeforePausingOrResuming) {
   Playing stage;
   for (const bool hides : {true, false}) {
-    stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
+    stage.post(lumora::control::removeGIFFromAllWallpapers);
     ASSERT_EQ(Stage::view("SHARED")->superview(), nullptr);
     hides ? stage.hideWallpaper() : stage.showWallpaper();
     EXPECT_NE(Stage::view("SHARED")->superview(), nullptr);
@@ -106,7 +108,7 @@ TEST(Gating, ReinstallsDetachedViewsBeforePausingOrResuming) {
 TEST(Gating, IgnoresHostViewsWithAForeignTag) {
   Playing stage;
   Stage::hostView("SHARED")->setTag(5);
-  stage.post("com.brightfen.lumora.removeGIFFromAllWallpapers");
+  stage.post(lumora::control::removeGIFFromAllWallpapers);
   stage.hideWallpaper();
   stage.showWallpaper();
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
@@ -132,7 +134,7 @@ TEST(Gating, ResumesVisibleWallpapersWithoutPausingOthers) {
   Stage::put("MODE_INDEX", "0");
   stage.hideWallpaper();
   Stage::view("LOCKSCREEN")->resumeAnimation();
-  stage.post("com.brightfen.lumora.updateAnimating");
+  stage.post(lumora::control::updateAnimating);
   EXPECT_TRUE(Stage::isPlaying("LOCKSCREEN"));
   EXPECT_FALSE(Stage::isPlaying("HOMESCREEN"));
 }

@@ -15,13 +15,6 @@ using namespace testing_stage;
 
 const Bytes gif = makeGif({{red}, {green}});
 
-void furnish(const Stage& stage) {
-  for (const char* path :
-       {lumora::sharedGIFPath, lumora::lockscreenGIFPath, lumora::homescreenGIFPath}) {
-    stage.root.write(path, gif);
-  }
-}
-
 bool wasSetUpBeforeTheHost = false;
 void (*hostLaunch)(platform::id, platform::SEL, platform::id) = nullptr;
 
@@ -64,7 +57,7 @@ class LaunchDecision : public testing::TestWithParam<Case> {};
 TEST_P(LaunchDecision, FollowsTheSettings) {
   const Case& each = GetParam();
   Stage stage;
-  furnish(stage);
+  stage.fillLibrary(gif);
   Stage::put("ENABLED", each.enabled);
   Stage::put("WALLPAPER_SET", each.wallpaperSet);
   Stage::put("MODE_INDEX", each.mode);

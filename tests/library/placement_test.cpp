@@ -13,6 +13,7 @@
 #include "platform/linux/device.h"
 #include "platform/linux/views/key_value_observing.h"
 #include "settings/device_paths.h"
+#include "settings/notification_names.h"
 #include "tests/fixture/stage.h"
 
 namespace {
@@ -24,24 +25,15 @@ using platform::UIViewContentMode;
 
 const Bytes gif = makeGif({{red}, {green}});
 
-constexpr auto updateWallpaper = "com.brightfen.lumora.updateWallpaper";
-
 void install(Stage& stage) {
-  stage.post(updateWallpaper);
-}
-
-void fillLibrary(const Stage& stage) {
-  for (const char* path :
-       {lumora::sharedGIFPath, lumora::lockscreenGIFPath, lumora::homescreenGIFPath}) {
-    stage.root.write(path, gif);
-  }
+  stage.post(lumora::control::updateWallpaper);
 }
 
 // A launched device in the given mode, with a GIF for every location.
 struct Furnished : Stage {
   explicit Furnished(const char* mode, StageOptions options = {}) : Stage(options) {
     launch();
-    fillLibrary(*this);
+    fillLibrary(gif);
     put("MODE_INDEX", mode);
   }
 };
@@ -97,7 +89,7 @@ TEST(Placement, ChangesNothingWithoutAReadableGif) {
   for (const Case& each : cases) {
     for (const bool isDamaged : {false, true}) {
       SCOPED_TRACE(std::string(each.path) + (isDamaged ? " damaged" : " missing"));
-      fillLibrary(stage);
+      stage.fillLibrary(gif);
       std::filesystem::remove(stage.root(each.path));
       if (isDamaged) stage.root.write(each.path, std::string("GIF89a, or so it says"));
       Stage::put("MODE_INDEX", each.mode);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/messaging_center.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
 #include "tests/fixture/stage.h"
 
@@ -10,6 +11,9 @@ namespace {
 
 using namespace testing_stage;
 using namespace std::chrono_literals;
+
+constexpr auto shouldPause = "kLWGIFViewShouldPauseNotification";
+constexpr auto shouldResume = "kLWGIFViewShouldResumeNotification";
 
 // At 64 refreshes a second these delays are whole numbers of refreshes: 16, 32 and 16.
 const Bytes threeFrames = makeGif({{red, 25}, {green, 50}, {blue, 25}}, 39, 75);
@@ -54,11 +58,11 @@ TEST(Playback, KeepsItsFrameAndTimeThroughAPause) {
   stage.launch();
   stage.choose("SHARED", threeFrames);
   stage.refresh(16 + 30);
-  send(stage, "kLWGIFViewShouldPauseNotification");
+  send(stage, shouldPause);
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
   stage.advance(10s);
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), red);
-  send(stage, "kLWGIFViewShouldResumeNotification");
+  send(stage, shouldResume);
   stage.refresh();
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
   stage.refresh();
@@ -69,14 +73,14 @@ TEST(Playback, PausesOnlyOneLinkAfterTwoQuickResumes) {
   Stage stage(exactRefresh);
   stage.launch();
   stage.choose("SHARED", threeFrames);
-  send(stage, "kLWGIFViewShouldPauseNotification");
+  send(stage, shouldPause);
   Stage::view("SHARED")->resumeAnimation();
   Stage::view("SHARED")->resumeAnimation();
   stage.settle();
   // At double speed, because both links count each refresh.
   stage.refresh(8);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
-  send(stage, "kLWGIFViewShouldPauseNotification");
+  send(stage, shouldPause);
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
   stage.refresh(32);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
@@ -92,8 +96,8 @@ TEST(Playback, FollowsTheLastOfManyQuickMessages) {
   const auto center =
       platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.SHARED");
   for (int each = 0; each < 20; ++each) {
-    center->sendMessageName("kLWGIFViewShouldResumeNotification");
-    center->sendMessageName("kLWGIFViewShouldPauseNotification");
+    center->sendMessageName(shouldResume);
+    center->sendMessageName(shouldPause);
   }
   stage.settle();
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
@@ -104,7 +108,7 @@ TEST(Playback, AcceptsAPauseBetweenTwoCycles) {
   stage.launch();
   stage.choose("SHARED", makeGif({{red, 25}}));
   stage.refresh(15);
-  stage.refreshBeforeMessage("kLWGIFViewShouldPauseNotification");
+  stage.refreshBeforeMessage(shouldPause);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
   stage.refresh(40);
@@ -119,12 +123,12 @@ TEST(Playback, AppliesTheSpeedFromTheNextRefresh) {
   stage.refresh(8);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
   Stage::put("SHARED_GIF_SPEED", "0");
-  stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
+  stage.post(lumora::speedNeedsUpdatingNotification);
   stage.advance(5s);
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
   Stage::put("SHARED_GIF_SPEED", "1");
-  stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
+  stage.post(lumora::speedNeedsUpdatingNotification);
   stage.refresh();
   EXPECT_EQ(Stage::shownFrame("SHARED"), 1);
 }
@@ -140,7 +144,7 @@ TEST(Playback, AppliesTheOpacityToTheImageViewOnly) {
   EXPECT_NEAR(mixed[0], (still[0] + 255) / 2.0, 2);
   EXPECT_NEAR(mixed[1], still[1] / 2.0, 2);
   Stage::put("SHARED_GIF_ALPHA", "0");
-  stage.post("kLWGIFViewGIFAlphaNeedsUpdating");
+  stage.post(lumora::alphaNeedsUpdatingNotification);
   EXPECT_EQ(stage.colorAt(pictureX, pictureY), still);
   EXPECT_EQ(Stage::view("SHARED")->alpha(), 1);
   EXPECT_TRUE(Stage::isPlaying("SHARED"));
@@ -163,11 +167,11 @@ TEST(Playback, RewritesEveryFrameWhenTheBlurChanges) {
   stage.choose("SHARED", threeFrames);
   stage.takePosted();
   Stage::put("SHARED_GIF_BLUR", "5");
-  stage.post("kLWGIFViewGIFBlurNeedsUpdating");
+  stage.post(lumora::blurNeedsUpdatingNotification);
   EXPECT_EQ(stage.takePosted(),
             (std::vector<std::string>{
-                "kLWGIFViewFrameFoundNotification", "kLWGIFViewFrameFoundNotification",
-                "kLWGIFViewFrameFoundNotification", "kLWGIFViewGIFBlurDidFinish"}));
+                lumora::frameFoundNotification, lumora::frameFoundNotification,
+                lumora::frameFoundNotification, lumora::blurDidFinishNotification}));
   stage.refresh(16);
   // The blurred edge is translucent and shows the still wallpaper.
   EXPECT_NE(stage.colorAt(1, pictureY), red);
@@ -197,7 +201,7 @@ TEST(Playback, GivesOtherViewsDefaultsAndTheirOwnCenter) {
   auto center =
       platform::CPDistributedMessagingCenter::centerNamed("com.brightfen.lumora.gifview.ELSEWHERE");
   EXPECT_TRUE(center->doesServerExist());
-  center->sendMessageName("kLWGIFViewShouldResumeNotification");
+  center->sendMessageName(shouldResume);
   stage.settle();
   stage.refresh();
   // Without a list of delays every refresh shows a frame and ends a cycle.

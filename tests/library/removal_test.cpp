@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "settings/device_paths.h"
+#include "settings/notification_names.h"
 #include "tests/fixture/stage.h"
 
 namespace {
@@ -14,7 +15,8 @@ using namespace testing_stage;
 
 const Bytes gif = makeGif({{red}, {green}});
 
-constexpr auto removeAll = "com.brightfen.lumora.removeGIFFromAllWallpapers";
+constexpr auto removeAll = lumora::control::removeGIFFromAllWallpapers;
+constexpr auto removeUnneeded = "kLWGIFViewNeedsToRemoveUnneededViewNotification";
 
 struct Separate : Stage {
   Separate() {
@@ -26,7 +28,7 @@ struct Separate : Stage {
 
 TEST(Removal, AffectsOnlyTheGivenLocation) {
   Separate stage;
-  stage.post("com.brightfen.lumora.removeLockscreenGIFView");
+  stage.post(lumora::control::removeLockscreenGIFView);
   EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
   EXPECT_FALSE(stage.root.has(lumora::lockscreenGIFPath));
   EXPECT_FALSE(stage.root.has("/var/mobile/Library/Lumora/Wallpaper_lockscreen"));
@@ -36,7 +38,7 @@ TEST(Removal, AffectsOnlyTheGivenLocation) {
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "TRUE");
   // The home screen's view and files are removed as well, but its playback is not stopped.
   ASSERT_TRUE(Stage::isPlaying("HOMESCREEN"));
-  stage.post("com.brightfen.lumora.removeHomescreenGIFView");
+  stage.post(lumora::control::removeHomescreenGIFView);
   EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
   EXPECT_FALSE(stage.root.has(lumora::homescreenGIFPath));
   EXPECT_FALSE(stage.root.has("/var/mobile/Library/Lumora/Wallpaper_homescreen"));
@@ -61,7 +63,7 @@ TEST(Removal, DeletesFilesEvenWithoutAView) {
   stage.root.write(lumora::sharedGIFPath, gif);
   stage.root.write("/var/mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_0.png", gif);
   SettingsWatch watch(stage.root);
-  stage.post("com.brightfen.lumora.removeSharedGIFView");
+  stage.post(lumora::control::removeSharedGIFView);
   EXPECT_EQ(watch.take().writes, 1);
   EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "FALSE");
   EXPECT_FALSE(stage.root.has(lumora::sharedGIFPath));
@@ -90,23 +92,22 @@ TEST(Removal, CanBeUndoneWithTheSameViews) {
   const auto homeScreen = Stage::view("HOMESCREEN");
   stage.post(removeAll);
   stage.takePosted();
-  stage.post("com.brightfen.lumora.updateWallpaper");
+  stage.post(lumora::control::updateWallpaper);
   EXPECT_EQ(Stage::view("LOCKSCREEN"), lockScreen);
   EXPECT_EQ(Stage::view("HOMESCREEN"), homeScreen);
   EXPECT_NE(lockScreen->superview(), nullptr);
   EXPECT_NE(homeScreen->superview(), nullptr);
   // The caches are reused, and only the selected location is announced.
-  EXPECT_EQ(stage.takePosted(),
-            (std::vector<std::string>{"kLWGIFViewDidStartAnimatingNotification"}));
+  EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{lumora::didStartAnimatingNotification}));
 }
 
 TEST(Removal, TakesDownUnneededViewsAfterAModeChange) {
   Separate stage;
   Stage::put("MODE_INDEX", "2");
-  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  stage.post(removeUnneeded);
   EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
   Stage::put("MODE_INDEX", "1");
-  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  stage.post(removeUnneeded);
   EXPECT_EQ(Stage::view("LOCKSCREEN")->superview(), nullptr);
   EXPECT_EQ(Stage::view("HOMESCREEN")->superview(), nullptr);
   EXPECT_TRUE(Stage::isPlaying("HOMESCREEN"));
@@ -114,10 +115,10 @@ TEST(Removal, TakesDownUnneededViewsAfterAModeChange) {
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "FALSE");
 
   stage.choose("SHARED", gif);
-  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  stage.post(removeUnneeded);
   EXPECT_NE(Stage::view("SHARED")->superview(), nullptr);
   Stage::put("MODE_INDEX", "0");
-  stage.post("kLWGIFViewNeedsToRemoveUnneededViewNotification");
+  stage.post(removeUnneeded);
   EXPECT_EQ(Stage::view("SHARED")->superview(), nullptr);
   EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), "FALSE");
 }

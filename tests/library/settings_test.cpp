@@ -161,9 +161,7 @@ TEST(Settings, KeepOtherKeysOfAnyTypeOnWriting) {
              "<plist version=\"1.0\"><dict><key>OTHER</key><array><integer>4</integer></array>"
              "<key>ENABLED</key><string>FALSE</string></dict></plist>");
   Stage::put("WALLPAPER_SET", "TRUE");
-  std::string text;
-  std::getline(std::ifstream(root(preferences)), text, '\0');
-  EXPECT_NE(text.find("<integer>4</integer>"), std::string::npos);
+  EXPECT_NE(root.read(preferences).find("<integer>4</integer>"), std::string::npos);
   EXPECT_EQ(Stage::stored("ENABLED"), "FALSE");
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");
 }

@@ -106,8 +106,7 @@ TEST(PropertyLists, AreConvertedFromBinaryToValidXml) {
   ASSERT_TRUE(list.has_value());
   list->setString("one\x01\n", "b");
   ASSERT_TRUE(list->writeToFile(path));
-  std::string xml;
-  std::getline(std::ifstream(root(path)), xml, '\0');
+  const std::string xml = root.read(path);
   EXPECT_TRUE(xml.starts_with("<?xml"));
   EXPECT_NE(xml.find("<key>a</key>"), std::string::npos);
   const auto written = NSMutableDictionary::dictionaryWithContentsOfFile(path);
@@ -118,11 +117,6 @@ TEST(PropertyLists, AreConvertedFromBinaryToValidXml) {
 std::string listWith(const std::string& other) {
   return "<plist version=\"1.0\"><dict><key>other</key>" + other +
          "<key>a</key><string>1</string></dict></plist>";
-}
-
-std::string contentsOf(const DeviceRoot& root) {
-  std::ifstream file(root(path), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // Changes one key as the settings do, starting with an empty list if the file cannot be read.
@@ -148,7 +142,7 @@ TEST(PropertyLists, KeepOtherKeysWhenOneChanges) {
     ASSERT_TRUE(list.has_value()) << other.substr(0, 40);
     EXPECT_EQ(list->stringForKey("a"), "1");
     EXPECT_TRUE(changeOneKey());
-    EXPECT_NE(contentsOf(root).find(other), std::string::npos) << other.substr(0, 40);
+    EXPECT_NE(root.read(path).find(other), std::string::npos) << other.substr(0, 40);
     EXPECT_EQ(NSMutableDictionary::dictionaryWithContentsOfFile(path)->stringForKey("a"), "2");
   }
 }
@@ -205,7 +199,7 @@ TEST(PropertyLists, AreNeitherReadNorReplacedIfTooExpensive) {
   auto isLeftAlone = [&root](const auto& contents) {
     const bool isRead = dictionaryOf(root, contents).has_value();
     return !isRead && !changeOneKey() &&
-           contentsOf(root) == std::string(contents.begin(), contents.end());
+           root.read(path) == std::string(contents.begin(), contents.end());
   };
   EXPECT_TRUE(isLeftAlone(listWith("<string>" + repeated("x", 3000000) + "</string>")));
   for (const unsigned depth : {1000U, 140000U}) {

@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/control/status_report.h"
+#include "settings/notification_names.h"
 #include "tests/fixture/stage.h"
 
 namespace {
@@ -76,7 +77,7 @@ TEST(Host, DrawsTheStillWallpaperAroundTheAnimatedOne) {
   EXPECT_EQ(stage.colorAt(195, 600), home);
   EXPECT_EQ(stage.colorAt(10, 370), red);
   Stage::put("SHARED_SCALING_MODE", "FULLSCREEN");
-  stage.post("com.brightfen.lumora.updateWallpaper");
+  stage.post(lumora::control::updateWallpaper);
   EXPECT_EQ(stage.colorAt(195, 600), red);
   // The animated wallpaper does not cover the dock's area.
   EXPECT_NE(stage.colorAt(3, 843), red);
