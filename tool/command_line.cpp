@@ -8,10 +8,14 @@
 
 #include <CLI/CLI.hpp>
 
-#include "tool/commands/appearance_commands.h"
+#include "tool/commands/blur_command.h"
 #include "tool/commands/command.h"
 #include "tool/commands/frames_command.h"
+#include "tool/commands/host_commands.h"
+#include "tool/commands/live_settings_commands.h"
+#include "tool/commands/notification_commands.h"
 #include "tool/commands/play_command.h"
+#include "tool/commands/remove_command.h"
 #include "tool/commands/run_command.h"
 #include "tool/commands/screen_commands.h"
 #include "tool/commands/set_command.h"
@@ -32,9 +36,12 @@ void declareCommands(CLI::App& lumora, Context& context) {
   lumora.require_subcommand(1);
   addRunCommand(lumora, context);
   addSetCommand(lumora, context);
+  addRemoveCommand(lumora, context);
   addScreenCommands(lumora, context);
+  addHostCommands(lumora, context);
   addSettingsCommands(lumora, context);
-  addAppearanceCommands(lumora, context);
+  addLiveSettingsCommands(lumora, context);
+  addBlurCommand(lumora, context);
   addStatusCommand(lumora, context);
   addNotificationCommands(lumora, context);
   addPlayCommand(lumora, context);

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/control/status_keys.h"
 #include "platform/linux/out_of_memory.h"
 #include "platform/linux/views/main_thread_check.h"
 
@@ -59,8 +60,8 @@ void describeTree(const platform::UIView& view, bool isVisible, json& views) {
   view.describe(sink);
   const platform::CGRect frame = view.frame();
   const bool isShown = isVisible && !view.hidden();
-  description["frame"] = {frame.x, frame.y, frame.width, frame.height};
-  description["visible"] = isShown;
+  description[status::frame] = {frame.x, frame.y, frame.width, frame.height};
+  description[status::visible] = isShown;
   views.push_back(std::move(description));
   for (const auto& subview : view.subviews()) describeTree(*subview, isShown, views);
 }
@@ -84,17 +85,17 @@ std::optional<UIInterfaceOrientation> orientationNamed(const std::string& name) 
 std::string statusReport(SpringBoard& springBoard) {
   const HostOptions& options = springBoard.options();
   json report = {
-      {"screen", stateName(springBoard.state())},
-      {"covered", springBoard.isCovered()},
-      {"orientation", orientationName(springBoard.orientation())},
-      {"idiom", options.idiom == Idiom::Pad ? "pad" : "phone"},
-      {"size", {options.width, options.height}},
-      {"scale", options.scale},
-      {"out_of_memory", platform::backend::timesOutOfMemory()},
-      {"changes_off_main_thread", platform::backend::timesOffMainThread()},
-      {"views", json::array()},
+      {status::screen, stateName(springBoard.state())},
+      {status::covered, springBoard.isCovered()},
+      {status::orientation, orientationName(springBoard.orientation())},
+      {status::idiom, options.idiom == Idiom::Pad ? "pad" : "phone"},
+      {status::size, {options.width, options.height}},
+      {status::scale, options.scale},
+      {status::outOfMemory, platform::backend::timesOutOfMemory()},
+      {status::changesOffMainThread, platform::backend::timesOffMainThread()},
+      {status::views, json::array()},
   };
-  describeTree(springBoard.screen().root(), true, report["views"]);
+  describeTree(springBoard.screen().root(), true, report[status::views]);
   return report.dump();
 }
 

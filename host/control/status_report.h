@@ -1,4 +1,4 @@
-// What the home screen says of itself to someone who asks. Main thread.
+// Describes the state of the home screen. Main thread.
 #pragma once
 
 #include <string>
@@ -7,13 +7,11 @@
 
 namespace host {
 
-// A JSON object: the screen's state, whether it is covered, orientation, kind, size and scale, how
-// often the memory did not suffice for a picture, and under "views" every view of the tree, back to
-// front, with its frame, whether it is to be seen, and what it tells of itself.
+// Returns a JSON object with the keys of status_keys.h.
 std::string statusReport(SpringBoard& springBoard);
 
 const char* orientationName(platform::UIInterfaceOrientation orientation);
-// Nothing if the name is unknown.
+// Returns nothing if the name is unknown.
 std::optional<platform::UIInterfaceOrientation> orientationNamed(const std::string& name);
 
 }  // namespace host

@@ -225,7 +225,7 @@ void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Res
   }
 }
 
-int MachOImage::initialise() const {
+int MachOImage::initialize() const {
   const Section initializers = section("__mod_init_func");
   for (std::size_t at = 0; at < initializers.size; at += sizeof(void*)) {
     reinterpret_cast<void (*)()>(read<std::uintptr_t>(initializers.start + at))();

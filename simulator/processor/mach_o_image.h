@@ -17,7 +17,7 @@ class MachOImage {
   MachOImage(const std::string& path, const Resolve& resolve);
 
   // Calls the load-time initializers; how many there were.
-  int initialise() const;
+  int initialize() const;
 
   struct Section {
     const std::uint8_t* start = nullptr;

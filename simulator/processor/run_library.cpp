@@ -45,7 +45,7 @@ int main(int count, char** words) {
   const MachOImage library(words[1], resolve);
   adoptClasses(library);
   setUnwoundImage(library);
-  expect("initializers", {std::to_string(library.initialise())}, {"1"});
+  expect("initializers", {std::to_string(library.initialize())}, {"1"});
   std::vector<std::string> rows;
   for (const Hook& each : hooks()) rows.push_back(each.place);
   expect("rows", rows,

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "gifview/description_keys.h"
 #include "gifview/live_settings.h"
 #include "gifview/view_settings.h"
 #include "platform/autorelease_pool.h"
@@ -146,20 +147,20 @@ void LWGIFView::setContentMode(platform::UIViewContentMode mode) {
   });
 }
 
-void LWGIFView::describe(platform::ViewDescription& description) const {
-  UIView::describe(description);
+void LWGIFView::describe(platform::ViewDescription& target) const {
+  UIView::describe(target);
   const FrameDurations durations = extraction_.durations();
-  description.addText("identifier", identifier_);
-  description.addFlag("playing", displayLink_.isRunning());
-  description.addInteger("frame_shown", shownFrame_);
-  description.addInteger("frames_in_cache",
-                         durations ? static_cast<long long>(durations->size()) : 0);
-  description.addInteger("frame_count", extraction_.frameCount());
-  description.addInteger("frames_shown", framesShown_);
-  description.addNumber("speed", speedModifier_);
+  target.addText(description::identifier, identifier_);
+  target.addFlag(description::playing, displayLink_.isRunning());
+  target.addInteger(description::frameShown, shownFrame_);
+  target.addInteger(description::framesInCache,
+                    durations ? static_cast<long long>(durations->size()) : 0);
+  target.addInteger(description::frameCount, extraction_.frameCount());
+  target.addInteger(description::framesShown, framesShown_);
+  target.addNumber(description::speed, speedModifier_);
   if (!imageView_) return;
-  description.addNumber("alpha", imageView_->alpha());
-  description.addInteger("content_mode", static_cast<int>(imageView_->contentMode()));
+  target.addNumber(description::alpha, imageView_->alpha());
+  target.addInteger(description::contentMode, static_cast<int>(imageView_->contentMode()));
 }
 
 }  // namespace lumora

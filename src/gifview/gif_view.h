@@ -37,7 +37,8 @@ class LWGIFView final : public platform::UIView {
   // Sets the image view's mode, from the main queue; this view's own mode stays.
   void setContentMode(platform::UIViewContentMode mode) override;
 
-  void describe(platform::ViewDescription& description) const override;
+  // With the names of description_keys.h.
+  void describe(platform::ViewDescription& target) const override;
 
   const std::string& identifier() const { return identifier_; }
   // nullptr if the identifier is none of the three.

@@ -115,7 +115,7 @@ TEST(FrameCache, IsRebuiltOnlyIfTheGifChanges) {
   const auto view = stage.makeView("SHARED");
   start(stage, view);
   EXPECT_EQ(platform::backend::contentsOfFile(cache + "/Wallpaper_both_0.png")->size(), 7U);
-  EXPECT_EQ(Stage::described(*view, "frames_in_cache"), 2);
+  EXPECT_EQ(Stage::described(*view, lumora::description::framesInCache), 2);
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 
   // Another GIF of the same length.
@@ -179,8 +179,8 @@ TEST(FrameCache, KeepsOnlyTheSavedCopyOfAFileThatIsNotAnImage) {
   stage.root.write(gifPath, std::string("no picture"));
   stage.takePosted();
   start(stage, view);
-  EXPECT_EQ(Stage::described(*view, "frames_in_cache"), 0);
-  EXPECT_EQ(Stage::described(*view, "frame_count"), 0);
+  EXPECT_EQ(Stage::described(*view, lumora::description::framesInCache), 0);
+  EXPECT_EQ(Stage::described(*view, lumora::description::frameCount), 0);
   EXPECT_EQ(filesIn(stage.root(cache)), (std::vector<std::string>{"Wallpaper_both"}));
   EXPECT_EQ(stage.takePosted(), (std::vector<std::string>{didStartAnimatingNotification}));
 }

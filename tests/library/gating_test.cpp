@@ -9,7 +9,7 @@
 #include "host/home_screen/wallpaper_controller.h"
 #include "placement/location_table.h"
 #include "placement/wallpaper_listener.h"
-#include "platform/linux/views/view_observers.h"
+#include "platform/linux/views/key_value_observing.h"
 #include "settings/device_paths.h"
 #include "settings/notification_names.h"
 #include "tests/fixture/stage.h"

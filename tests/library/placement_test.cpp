@@ -66,8 +66,8 @@ TEST(Placement, InstallsAViewPerScreenInSeparateMode) {
   // The lock screen has no dock.
   EXPECT_EQ(Stage::view("LOCKSCREEN")->frame(), (CGRect{0, 0, 390, 844}));
   EXPECT_EQ(Stage::view("HOMESCREEN")->frame(), (CGRect{0, 0, 390, 748}));
-  EXPECT_EQ(Stage::described("LOCKSCREEN", "frames_in_cache"), 2);
-  EXPECT_EQ(Stage::described("HOMESCREEN", "frames_in_cache"), 2);
+  EXPECT_EQ(Stage::described("LOCKSCREEN", lumora::description::framesInCache), 2);
+  EXPECT_EQ(Stage::described("HOMESCREEN", lumora::description::framesInCache), 2);
   EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "TRUE");
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), "TRUE");
   EXPECT_EQ(Stage::stored("SHARED_WALLPAPER_SET"), std::nullopt);
@@ -110,7 +110,7 @@ TEST(Placement, NeedsOnlyTheSelectedScreensGif) {
   std::filesystem::create_directory(stage.root(lumora::homescreenGIFPath));
   install(stage);
   EXPECT_NE(Stage::view("HOMESCREEN")->superview(), nullptr);
-  EXPECT_EQ(Stage::described("LOCKSCREEN", "frames_in_cache"), 2);
+  EXPECT_EQ(Stage::described("LOCKSCREEN", lumora::description::framesInCache), 2);
   EXPECT_EQ(Stage::stored("LOCKSCREEN_WALLPAPER_SET"), "TRUE");
   EXPECT_EQ(Stage::stored("HOMESCREEN_WALLPAPER_SET"), std::nullopt);
   EXPECT_EQ(Stage::stored("WALLPAPER_SET"), "TRUE");

@@ -112,7 +112,7 @@ TEST(Playback, AcceptsAPauseBetweenTwoCycles) {
   EXPECT_EQ(Stage::shownFrame("SHARED"), 0);
   EXPECT_FALSE(Stage::isPlaying("SHARED"));
   stage.refresh(40);
-  EXPECT_EQ(Stage::described("SHARED", "frames_shown"), 1);
+  EXPECT_EQ(Stage::described("SHARED", lumora::description::framesShown), 1);
 }
 
 TEST(Playback, AppliesTheSpeedFromTheNextRefresh) {
@@ -206,8 +206,8 @@ TEST(Playback, GivesOtherViewsDefaultsAndTheirOwnCenter) {
   stage.refresh();
   // Without a list of delays every refresh shows a frame and ends a cycle.
   stage.refresh(3);
-  EXPECT_EQ(Stage::described(*view, "speed"), 1);
-  EXPECT_EQ(Stage::described(*view, "frame_shown"), 3);
+  EXPECT_EQ(Stage::described(*view, lumora::description::speed), 1);
+  EXPECT_EQ(Stage::described(*view, lumora::description::frameShown), 3);
   view->pauseAnimation();
 }
 
@@ -219,7 +219,7 @@ TEST(Playback, DoesNotMultiplyLeftoverLinks) {
   stage.settle();
   stage.refresh(12);
   // One link is replaced at every refresh; the other two remain.
-  EXPECT_LT(Stage::described(*view, "frame_shown"), 3 * 12);
+  EXPECT_LT(Stage::described(*view, lumora::description::frameShown), 3 * 12);
   view->pauseAnimation();
 }
 

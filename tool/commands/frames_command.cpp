@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Frames for a person: sharp, and nobody else is told.
+// Frames stay sharp, and no notifications are posted.
 class QuietClient : public lumora::FrameExtractionClient {
  public:
   void setFrameCount(std::int32_t count) override { frameCount_ = count; }
@@ -44,7 +44,7 @@ fs::path emptyFolder(const std::string& name) {
   return folder;
 }
 
-// A folder in another one, gone with the object and with everything in it.
+// A temporary folder in another one, deleted with everything in it.
 class ScratchFolder {
  public:
   explicit ScratchFolder(const fs::path& parent) {
@@ -125,27 +125,27 @@ void printRawFrames(const std::string& gifPath) {
 }  // namespace
 
 void addFramesCommand(CLI::App& lumora, Context& context) {
-  struct Words {
+  struct FramesOptions {
     std::string gif;
     std::string folder;
     bool isRaw = false;
   };
-  auto words = std::make_shared<Words>();
+  auto options = std::make_shared<FramesOptions>();
   auto* command = addCommand(lumora, context, "frames",
-                             "write the frames of a GIF, as a view makes them", [words] {
-                               if (words->isRaw) {
-                                 printRawFrames(words->gif);
+                             "write the frames of a GIF, as a view makes them", [options] {
+                               if (options->isRaw) {
+                                 printRawFrames(options->gif);
                                } else {
-                                 writeFrames(words->gif, words->folder);
+                                 writeFrames(options->gif, options->folder);
                                }
                              });
-  command->add_option("GIF", words->gif)->required();
-  auto* folder = command->add_option("DIR", words->folder, "a new or empty folder");
-  auto* raw = command->add_flag("--raw", words->isRaw,
+  command->add_option("GIF", options->gif)->required();
+  auto* folder = command->add_option("DIR", options->folder, "a new or empty folder");
+  auto* raw = command->add_flag("--raw", options->isRaw,
                                 "print them instead: a line `F WIDTH HEIGHT DELAY`, then RGBA");
   raw->excludes(folder);
-  command->parse_complete_callback([words] {
-    if (!words->isRaw && words->folder.empty()) throw CLI::RequiredError("DIR or --raw");
+  command->parse_complete_callback([options] {
+    if (!options->isRaw && options->folder.empty()) throw CLI::RequiredError("DIR or --raw");
   });
 }
 

@@ -14,9 +14,8 @@
 namespace tool {
 namespace {
 
-using Words = std::vector<std::string>;
-
-void performWords(const Context& context, const DeviceFolder& device, Words words) {
+void performWords(const Context& context, const DeviceFolder& device,
+                  std::vector<std::string> words) {
   if (words.front() == "expect") {
     return expect(currentStatus(HostConnection::find(device).get()), words);
   }
@@ -38,7 +37,7 @@ void play(const Context& context, const std::string& script) {
   for (std::string line; std::getline(lines, line);) {
     ++number;
     try {
-      const Words words = wordsOfLine(line);
+      const std::vector<std::string> words = wordsOfLine(line);
       if (words.empty()) continue;
       std::printf("%4d  %s\n", number, line.c_str());
       std::fflush(stdout);

@@ -34,10 +34,10 @@ namespace {
 
 using std::chrono::steady_clock;
 
-struct RunWords {
+struct RunOptions {
   std::string gif;
   std::optional<double> seconds;
-  host::HostOptions options;
+  host::HostOptions host;
 };
 
 constexpr auto busLogName = "bus.log";
@@ -69,9 +69,10 @@ bool isSameFile(int descriptor, const std::filesystem::path& path) {
 // The home screen with its bus, from start to end.
 class HostRun {
  public:
-  HostRun(const DeviceFolder& device, const RunWords& words, const std::optional<ChosenGif>& gif)
+  HostRun(const DeviceFolder& device, const RunOptions& options,
+          const std::optional<ChosenGif>& gif)
       : device_(device),
-        words_(words),
+        options_(options),
         gif_(gif),
         signals_(platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP, SIGCHLD})),
         lock_(device, FileLock::host, true),
@@ -119,7 +120,7 @@ class HostRun {
                                        bus_->address(),
                                        "--library",
                                        besideThisProgram("Lumora8.so")};
-    for (const std::string& argument : host::hostArguments(words_.options)) {
+    for (const std::string& argument : host::hostArguments(options_.host)) {
       arguments.push_back(argument);
     }
     process_ = startProgram(arguments);
@@ -156,10 +157,10 @@ class HostRun {
     isLaunched_ = true;
     // The launch installs only what has been installed before.
     if (hasUnfinishedCache_) host->post(lumora::control::updateAnimating);
-    if (words_.seconds) end_ = TimeLimit(Seconds(*words_.seconds)).end();
+    if (options_.seconds) end_ = TimeLimit(Seconds(*options_.seconds)).end();
     std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
-                host::nameOf(words_.options.display).c_str(), device_.path().c_str());
-    if (words_.options.display == host::DisplayKind::Window)
+                host::nameOf(options_.host.display).c_str(), device_.path().c_str());
+    if (options_.host.display == host::DisplayKind::Window)
       std::printf("in the window, ? lists the keys\n");
     std::fflush(stdout);
     if (gif_) import_ = startProcess([this] { return import(); });
@@ -208,15 +209,15 @@ class HostRun {
     poll(waiting, std::size(waiting), pause);
     checkFolder();
     signalfd_siginfo info{};
-    bool isToEnd = false;
+    bool shouldStop = false;
     while (read(signals_.get(), &info, sizeof info) > 0) {
-      isToEnd = isToEnd || info.ssi_signo != SIGCHLD;
+      shouldStop = shouldStop || info.ssi_signo != SIGCHLD;
     }
-    return isToEnd;
+    return shouldStop;
   }
 
   const DeviceFolder& device_;
-  const RunWords& words_;
+  const RunOptions& options_;
   const std::optional<ChosenGif>& gif_;
   const platform::backend::FileDescriptor signals_;
   FileLock lock_;
@@ -231,27 +232,27 @@ class HostRun {
   std::optional<steady_clock::time_point> end_;
 };
 
-int runHost(const DeviceFolder& device, const RunWords& words,
+int runHost(const DeviceFolder& device, const RunOptions& options,
             const std::optional<ChosenGif>& gif) {
-  return HostRun(device, words, gif).run();
+  return HostRun(device, options, gif).run();
 }
 
 }  // namespace
 
 void addRunCommand(CLI::App& lumora, Context& context) {
-  auto words = std::make_shared<RunWords>();
+  auto options = std::make_shared<RunOptions>();
   CLI::App* command = lumora.add_subcommand("run", "start the home screen in the foreground");
-  command->add_option("GIF", words->gif, "the wallpaper for both screens");
-  host::addHostOptions(*command, words->options);
+  command->add_option("GIF", options->gif, "the wallpaper for both screens");
+  host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
-  command->add_option("--for", words->seconds, "stop after this many seconds")
+  command->add_option("--for", options->seconds, "stop after this many seconds")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
-  command->callback([&context, words] {
-    context.action = [&context, words] {
+  command->callback([&context, options] {
+    context.action = [&context, options] {
       std::optional<ChosenGif> gif;
-      if (!words->gif.empty()) gif = readGif(words->gif);
-      return runHost(context.device(), *words, gif);
+      if (!options->gif.empty()) gif = readGif(options->gif);
+      return runHost(context.device(), *options, gif);
     };
   });
 }

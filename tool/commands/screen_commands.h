@@ -1,4 +1,4 @@
-// Commands for a running home screen: its state, its clock, its wallpapers, its notifications.
+// What a user does with the screen: locking it, opening apps, turning the device; and its picture.
 #pragma once
 
 #include "tool/commands/command.h"
@@ -6,6 +6,5 @@
 namespace tool {
 
 void addScreenCommands(CLI::App& lumora, Context& context);
-void addNotificationCommands(CLI::App& lumora, Context& context);
 
 }  // namespace tool

@@ -19,7 +19,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// As JSON has it: the largest finite number stands for an infinite one.
+// JSON has no infinite numbers: the largest finite one stands for them.
 template <typename Value>
 ordered_json shown(const Value& value) {
   if constexpr (std::is_floating_point_v<Value>) {
@@ -60,34 +60,35 @@ void printSetting(const std::string& key) {
   std::printf("%s\n", printable(*value, STDOUT_FILENO).c_str());
 }
 
+struct RawSetting {
+  std::string key;
+  std::string value;
+};
+
 void addRawCommands(CLI::App& lumora, Context& context) {
-  struct Words {
-    std::string key;
-    std::string value;
-    bool asJson = false;
-  };
-  auto words = std::make_shared<Words>();
+  auto setting = std::make_shared<RawSetting>();
   auto* get =
-      addCommand(lumora, context, "get", "print a setting as it is stored", [&context, words] {
+      addCommand(lumora, context, "get", "print a setting as it is stored", [&context, setting] {
         context.device();
-        printSetting(words->key);
+        printSetting(setting->key);
       });
-  get->add_option("KEY", words->key)->required();
+  get->add_option("KEY", setting->key)->required();
   auto* put =
-      addCommand(lumora, context, "put", "store a setting as it is given", [&context, words] {
+      addCommand(lumora, context, "put", "store a setting as it is given", [&context, setting] {
         context.device();
-        storeSetting(words->key, words->value);
+        storeSetting(setting->key, setting->value);
       });
-  put->add_option("KEY", words->key)->required()->check([](const std::string& key) {
+  put->add_option("KEY", setting->key)->required()->check([](const std::string& key) {
     return key.empty() ? std::string("must not be empty") : std::string();
   });
-  put->add_option("VALUE", words->value)->required();
+  put->add_option("VALUE", setting->value)->required();
+  auto asJson = std::make_shared<bool>(false);
   auto* all = addCommand(lumora, context, "settings", "print every setting that applies",
-                         [&context, words] {
+                         [&context, asJson] {
                            context.device();
-                           printSettings(words->asJson);
+                           printSettings(*asJson);
                          });
-  all->add_flag("--json", words->asJson, "as one JSON object");
+  all->add_flag("--json", *asJson, "as one JSON object");
 }
 
 void addSwitches(CLI::App& lumora, Context& context) {

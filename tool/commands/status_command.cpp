@@ -2,9 +2,13 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
+#include "gifview/description_keys.h"
+#include "host/control/status_keys.h"
+#include "platform/view.h"
 #include "settings/settings_store.h"
 #include "tool/support/failure.h"
 
@@ -13,24 +17,31 @@ namespace {
 
 using lumora::Location;
 using nlohmann::ordered_json;
+using platform::UIViewContentMode;
+namespace description = lumora::description;
+namespace reported = host::status;
 
-constexpr const char* scalingNames[] = {"FULLSCREEN", "FIT", "FILL"};
+constexpr std::pair<UIViewContentMode, const char*> scalingNames[] = {
+    {UIViewContentMode::ScaleToFill, "FULLSCREEN"},
+    {UIViewContentMode::ScaleAspectFit, "FIT"},
+    {UIViewContentMode::ScaleAspectFill, "FILL"},
+};
 
-// The description of the view with this identifier; null if it is on no wallpaper.
+// Returns the description of the view with this identifier, or null if it is on no wallpaper.
 ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
-  for (const auto& view : report.value("views", ordered_json::array())) {
-    if (view.value("identifier", "") == identifier) return view;
+  for (const auto& view : report.value(reported::views, ordered_json::array())) {
+    if (view.value(description::identifier, "") == identifier) return view;
   }
   return nullptr;
 }
 
 std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) {
-  const std::string screen = report.value("screen", "");
+  const std::string screen = report.value(reported::screen, "");
   if (!lumora::getEnabled()) return "disabled";
   if (screen == "app") return "app open";
   if (screen == "off") return "display off";
-  if (report.value("covered", false)) return "covered";
-  if (!view.value("visible", false)) return "hidden";
+  if (report.value(reported::covered, false)) return "covered";
+  if (!view.value(reported::visible, false)) return "hidden";
   return "not started";
 }
 
@@ -42,20 +53,24 @@ std::string whyNotAttached(const Location& location, bool isSet) {
 
 std::string why(const ordered_json& view, const ordered_json& report, bool isSet) {
   if (!isSet) return "nothing set";
-  if (view.value("frames_in_cache", 0) == 0) return "no frames";
-  if (!view.value("playing", false)) return whyNotPlaying(view, report);
-  return view.value("visible", false) ? "shown" : "started";
+  if (view.value(description::framesInCache, 0) == 0) return "no frames";
+  if (!view.value(description::playing, false)) return whyNotPlaying(view, report);
+  return view.value(reported::visible, false) ? "shown" : "started";
 }
 
-// The clock of a view without frames goes on counting all the same.
+// Null before the first frame. The clock of a view without frames counts all the same.
 ordered_json shownFrame(const ordered_json& view) {
-  const int frame = view.value("frames_in_cache", 0) > 0 ? view.value("frame_shown", -1) : -1;
+  const int frame =
+      view.value(description::framesInCache, 0) > 0 ? view.value(description::frameShown, -1) : -1;
   return frame < 0 ? ordered_json() : ordered_json(frame);
 }
 
 ordered_json scalingName(const ordered_json& view) {
-  const auto mode = view.value("content_mode", std::size_t{0});
-  return mode < std::size(scalingNames) ? ordered_json(scalingNames[mode]) : ordered_json();
+  const int shown = view.value(description::contentMode, 0);
+  for (const auto& [mode, name] : scalingNames) {
+    if (static_cast<int>(mode) == shown) return name;
+  }
+  return nullptr;
 }
 
 ordered_json locationStatus(const ordered_json& report, const Location& location) {
@@ -70,11 +85,12 @@ ordered_json locationStatus(const ordered_json& report, const Location& location
     }
     return status;
   }
-  status["frame"] = view.value("frame", ordered_json());
-  status["playing"] = view.value("playing", false);
+  status["frame"] = view.value(reported::frame, ordered_json());
+  status["playing"] = view.value(description::playing, false);
   status["why"] = why(view, report, status.value("set", false));
   status["frame_shown"] = shownFrame(view);
-  for (const char* key : {"frames_in_cache", "frames_shown", "speed", "alpha"}) {
+  for (const char* key : {description::framesInCache, description::framesShown, description::speed,
+                          description::alpha}) {
     status[key] = view.value(key, ordered_json());
   }
   status["blur"] = location.getGIFBlur();
@@ -126,7 +142,8 @@ void printStatus(const ordered_json& status) {
 ordered_json currentStatus(HostConnection* host) {
   const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
   ordered_json status = {{"running", !report.empty()}};
-  for (const char* key : {"screen", "orientation", "idiom", "size", "scale"}) {
+  for (const char* key : {reported::screen, reported::orientation, reported::idiom, reported::size,
+                          reported::scale}) {
     status[key] = report.value(key, ordered_json());
   }
   status["mode"] = lumora::getModeIndex();

@@ -37,6 +37,10 @@ void storeSetting(const std::string& key, const std::string& value) {
                 "free space");
 }
 
+void storeSettingOf(const lumora::Location& location, const char* key, const std::string& value) {
+  storeSetting(std::string(location.identifier) + key, value);
+}
+
 std::optional<std::string> storedSetting(const std::string& key) {
   auto settings = platform::NSMutableDictionary::dictionaryWithContentsOfFile(lumora::settingsPath);
   return settings ? settings->stringForKey(key) : std::nullopt;

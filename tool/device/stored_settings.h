@@ -4,12 +4,16 @@
 #include <optional>
 #include <string>
 
+#include "settings/locations.h"
+
 namespace tool {
 
 // Throws Failure if the value does not arrive in the file.
 void storeSetting(const std::string& key, const std::string& value);
+// The same for a setting that each location has. key: what follows the location's identifier.
+void storeSettingOf(const lumora::Location& location, const char* key, const std::string& value);
 
-// The stored text, as it is; nothing if there is none.
+// Returns the stored text as it is, or nothing if there is none.
 std::optional<std::string> storedSetting(const std::string& key);
 
 }  // namespace tool

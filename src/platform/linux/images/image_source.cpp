@@ -1,10 +1,10 @@
 #include "platform/image_source.h"
 
-#include <exception>
 #include <future>
 #include <utility>
 
 #include "platform/linux/files/data.h"
+#include "platform/linux/helper_thread.h"
 #include "platform/linux/images/gif/compositor.h"
 #include "platform/linux/images/gif/file.h"
 #include "platform/linux/images/png/reader.h"
@@ -21,7 +21,7 @@ struct CGImageSource::Impl {
   ImageRef single;
   gif::Compositor compositor;
   int lastAskedFor = -1;
-  // Of the picture behind the last one asked for; it uses the compositor until it is ready.
+  // The picture after the last one asked for; its decoding uses the compositor until it is ready.
   std::future<ImageRef> next;
 
   Impl(DataRef bytes, gif::File parsed)
@@ -35,9 +35,9 @@ struct CGImageSource::Impl {
 
   ImageRef picture(int index) {
     const bool isInOrder = index == lastAskedFor + 1;
-    const bool isReady = isInOrder && next.valid();
+    const bool isDecoded = isInOrder && next.valid();
     ImageRef image = next.valid() ? next.get() : nullptr;
-    if (!isReady) image = decode(index);
+    if (!isDecoded) image = decode(index);
     lastAskedFor = index;
     // Many want the first picture only.
     if (isInOrder && index > 0) decodeAhead(index + 1);
@@ -49,11 +49,7 @@ struct CGImageSource::Impl {
     constexpr std::int64_t minPixels = std::int64_t{1} << 16;
     const bool isWorthIt = std::int64_t{file.width} * file.height >= minPixels;
     if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
-    try {
-      next = std::async(std::launch::async, [this, index] { return decode(index); });
-    } catch (const std::exception&) {
-      // No thread or no memory to be had: it is decoded when it is asked for.
-    }
+    next = startOnHelperThread([this, index] { return decode(index); });
   }
 };
 

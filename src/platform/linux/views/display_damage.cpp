@@ -29,7 +29,7 @@ std::optional<CGRect> visibleFrame(UIView& view, const UIView& root) {
   return std::nullopt;
 }
 
-// The part of the view that shows these rows of its picture. Scaling mixes neighbouring pixels, of
+// The part of the view that shows these rows of its picture. Scaling mixes neighboring pixels, of
 // the picture or of the screen, whichever are larger.
 CGRect partShowing(PictureSurface::Rows rows, const UIImage& image, const UIImageView& view,
                    const CGRect& frame) {

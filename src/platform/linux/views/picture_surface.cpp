@@ -2,22 +2,25 @@
 
 #include <algorithm>
 #include <cstring>
-#include <span>
+
+#include "platform/linux/images/picture/pixels.h"
 
 namespace platform::backend {
 namespace {
 
 std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
-  const std::uint32_t alpha = rgba[3];
-  auto scaled = [alpha](std::uint32_t value) { return (value * alpha + 127) / 255; };
-  return alpha << 24 | scaled(rgba[0]) << 16 | scaled(rgba[1]) << 8 | scaled(rgba[2]);
+  const std::uint8_t alpha = rgba[3];
+  auto shifted = [alpha](std::uint8_t value, int bits) {
+    return std::uint32_t{premultiplied(value, alpha)} << bits;
+  };
+  return std::uint32_t{alpha} << 24 | shifted(rgba[0], 16) | shifted(rgba[1], 8) |
+         shifted(rgba[2], 0);
 }
 
-// Of pictures without a palette it is not known.
-bool isOpaquePalette(const Palette* palette) {
-  if (palette == nullptr) return false;
-  const auto used = std::span(palette->colors).first(palette->count);
-  return std::ranges::all_of(used, [](const RGBAColor& color) { return color[3] == 255; });
+// False if the picture has no palette: then it is not known.
+bool hasOpaquePalette(const UIImage::Impl& picture) {
+  if (!picture.palette) return false;
+  return isOpaque(picture.palette->colors.front().data(), picture.palette->count);
 }
 
 }  // namespace
@@ -25,7 +28,7 @@ bool isOpaquePalette(const Palette* palette) {
 void PictureSurface::update(const UIImage& image) {
   const UIImage::Impl& picture = image.impl();
   const bool hasNewPalette = palette_ != picture.palette;
-  const bool isOpaque = hasNewPalette ? isOpaquePalette(picture.palette.get()) : isOpaque_;
+  const bool isOpaque = hasNewPalette ? hasOpaquePalette(picture) : isOpaque_;
   if (!fits(picture.shape) || isOpaque != isOpaque_) start(picture.shape, isOpaque);
   if (!surface_) return;
   if (hasNewPalette) {
@@ -43,7 +46,7 @@ void PictureSurface::update(const UIImage& image) {
     const auto& wanted = picture.strips[static_cast<std::size_t>(index)];
     if (shown == wanted) continue;
     shown = wanted;
-    lookUp(picture, index);
+    convertStrip(picture, index);
     const int first = index * shape_.rowsPerStrip();
     const int end = first + shape_.rowsInStrip(index);
     const bool isFirst = changed_.first == changed_.end;
@@ -52,7 +55,7 @@ void PictureSurface::update(const UIImage& image) {
   cairo_surface_mark_dirty(surface_.get());
 }
 
-// The faster ways to scale a picture are for those without alpha.
+// Cairo scales pictures without alpha faster.
 void PictureSurface::start(const PictureShape& shape, bool isOpaque) {
   const cairo_format_t format = isOpaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;
   surface_.reset(cairo_image_surface_create(format, shape.width, shape.height));
@@ -67,7 +70,7 @@ bool PictureSurface::fits(const PictureShape& shape) const {
   return surface_ && shape_.width == shape.width && shape_.height == shape.height;
 }
 
-void PictureSurface::lookUp(const UIImage::Impl& picture, int index) {
+void PictureSurface::convertStrip(const UIImage::Impl& picture, int index) {
   const Strip& strip = *picture.strips[static_cast<std::size_t>(index)];
   const int stride = cairo_image_surface_get_stride(surface_.get());
   unsigned char* target = cairo_image_surface_get_data(surface_.get()) +

@@ -38,7 +38,7 @@ class PictureSurface {
 
   bool fits(const PictureShape& shape) const;
   void start(const PictureShape& shape, bool isOpaque);
-  void lookUp(const UIImage::Impl& picture, int strip);
+  void convertStrip(const UIImage::Impl& picture, int strip);
 
   std::unique_ptr<cairo_surface_t, Destroy> surface_;
   PictureShape shape_;

@@ -13,8 +13,8 @@ namespace platform::backend {
 Class viewClass();
 void setClassOfView(UIView& view, Class cls);
 
-// Makes a view of a class that viewClass() is, or is above. When its last reference goes, the view is
-// sent "dealloc", so that a replaced method runs.
+// Makes a view. Requires viewClass() or a class below it. When its last reference goes, the view
+// is sent "dealloc", so that a replaced method runs.
 template <typename View, typename... Arguments>
 std::shared_ptr<View> makeViewOfClass(Class cls, Arguments&&... arguments) {
   std::shared_ptr<View> view(new View(std::forward<Arguments>(arguments)...),

@@ -1,11 +1,5 @@
 #include "platform/linux/images/blur/plane.h"
 
-#include <algorithm>
-#include <cstring>
-#include <future>
-#include <limits>
-#include <system_error>
-
 namespace platform::backend::blur {
 
 Plane::Plane(int width, int height)
@@ -21,67 +15,6 @@ const Value* Plane::row(int y) const {
 
 Value* Plane::row(int y) {
   return &values_[start(y)];
-}
-
-InputRows::InputRows(const UIImage::Impl& picture, int left, int top, int width, int kept)
-    : picture_(picture),
-      left_(left),
-      top_(top),
-      width_(width),
-      stride_(wholeBlocks(static_cast<std::size_t>(width) * channels)),
-      rows_(stride_ * static_cast<std::size_t>(kept)),
-      held_(static_cast<std::size_t>(kept), std::numeric_limits<int>::min()) {
-  if (!picture.palette) return;
-  const auto& colors = picture.palette->colors;
-  premultiply(colors.front().data(), palette_.front().data(), maxColors);
-}
-
-const std::uint8_t* InputRows::row(int y) {
-  const int kept = static_cast<int>(held_.size());
-  const auto slot = static_cast<std::size_t>((y % kept + kept) % kept);
-  std::uint8_t* const target = &rows_[slot * stride_];
-  if (held_[slot] != y) {
-    read(y, target);
-    held_[slot] = y;
-  }
-  return target;
-}
-
-void InputRows::read(int y, std::uint8_t* target) const {
-  const PictureShape& shape = picture_.shape;
-  const int row = y + top_;
-  const int first = std::clamp(-left_, 0, width_);
-  const int end = std::clamp(shape.width - left_, first, width_);
-  if (row < 0 || row >= shape.height || first > 0 || end < width_) {
-    std::fill_n(target, stride_, std::uint8_t{0});
-    if (row < 0 || row >= shape.height) return;
-  }
-  const std::uint8_t* source =
-      picture_.row(row) + static_cast<std::size_t>(first + left_) * bytesPerPixel(shape.format);
-  target += static_cast<std::size_t>(first) * channels;
-  const auto count = static_cast<std::size_t>(end - first);
-  if (shape.format == PixelFormat::RGBA) return premultiply(source, target, count);
-  for (std::size_t x = 0; x < count; ++x) {
-    std::memcpy(target + x * channels, palette_[source[x]].data(), channels);
-  }
-}
-
-void inBands(int first, int end, const std::function<void(int first, int end)>& work) {
-  // Fewer are done before a thread has started.
-  constexpr int minForTwoThreads = 32;
-  std::future<void> helper;
-  int middle = end;
-  if (end - first >= minForTwoThreads) {
-    try {
-      middle = first + (end - first) / 2;
-      helper = std::async(std::launch::async, work, middle, end);
-    } catch (const std::system_error&) {
-      // No thread to be had: this one does it all.
-      middle = end;
-    }
-  }
-  work(first, middle);
-  if (helper.valid()) helper.get();
 }
 
 }  // namespace platform::backend::blur

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/linux/images/picture/pixels.h"
+
 // One binary for old and new processors, where the compiler can do that.
 #if defined(__x86_64__) && !defined(__SANITIZE_THREAD__)
 #define LUMORA_FOR_EVERY_PROCESSOR [[gnu::target_clones("avx2", "default")]]
@@ -30,8 +32,8 @@ inline Value weighted(Value value, std::uint16_t weight) {
 
 // The sums of a block stay in registers while the rows go by.
 template <typename Element>
-[[gnu::always_inline]] inline void weighRows(const Element* const* rows, const Kernel& kernel,
-                                             Value* out, std::size_t values) {
+[[gnu::always_inline]] inline void convolveRows(const Element* const* rows, const Kernel& kernel,
+                                                Value* out, std::size_t values) {
   const int reach = kernel.reach;
   const std::uint16_t* weights = kernel.weights.data();
   // Every product is rounded down; this makes up for it.
@@ -44,10 +46,10 @@ template <typename Element>
     }
     for (int distance = 1; distance <= reach; ++distance) {
       const Element* before = rows[reach - distance] + start;
-      const Element* behind = rows[reach + distance] + start;
+      const Element* after = rows[reach + distance] + start;
       const std::uint16_t weight = weights[distance];
       for (std::size_t at = 0; at < block; ++at) {
-        const auto both = static_cast<Value>(widened(before[at]) + widened(behind[at]));
+        const auto both = static_cast<Value>(widened(before[at]) + widened(after[at]));
         sums[at] = static_cast<Value>(sums[at] + weighted(both, weight));
       }
     }
@@ -60,18 +62,6 @@ inline std::uint32_t binomial(std::uint32_t a, std::uint32_t b, std::uint32_t c,
   return a + e + 4 * (b + d) + 6 * c;
 }
 
-[[gnu::always_inline]] inline bool isOpaque(const std::uint8_t* straight, std::size_t pixels) {
-  std::uint32_t all = ~0U;
-  for (std::size_t x = 0; x < pixels; ++x) {
-    std::uint32_t pixel = 0;
-    std::memcpy(&pixel, straight + x * pixelSize, pixelSize);
-    all &= pixel;
-  }
-  std::array<std::uint8_t, pixelSize> bytes{};
-  std::memcpy(bytes.data(), &all, pixelSize);
-  return bytes[3] == 255;
-}
-
 // 255 * 2^16 over every alpha, for a division of values with 7 fractional bits.
 std::array<std::uint32_t, 256> makeReciprocals() {
   std::array<std::uint32_t, 256> reciprocals{};
@@ -81,7 +71,7 @@ std::array<std::uint32_t, 256> makeReciprocals() {
   return reciprocals;
 }
 
-void makeStraight(const Value* values, std::uint8_t* pixel) {
+void unpremultiplyPixel(const Value* values, std::uint8_t* pixel) {
   static const std::array<std::uint32_t, 256> reciprocals = makeReciprocals();
   const std::uint32_t alpha = pixel[3];
   for (std::size_t channel = 0; channel < 3; ++channel) {
@@ -94,11 +84,11 @@ void makeStraight(const Value* values, std::uint8_t* pixel) {
 
 Kernel gaussianKernel(double deviation) {
   // What is left out, on both sides together, is less than a thousandth.
-  constexpr double deviationsReached = 3.4;
+  constexpr double maxDeviations = 3.4;
   // A single pixel; 0 could not be divided by.
-  constexpr double leastDeviation = 0.1;
-  deviation = std::max(deviation, leastDeviation);
-  Kernel kernel{std::max(1, static_cast<int>(std::ceil(deviationsReached * deviation - 0.5))), {}};
+  constexpr double minDeviation = 0.1;
+  deviation = std::max(deviation, minDeviation);
+  Kernel kernel{std::max(1, static_cast<int>(std::ceil(maxDeviations * deviation - 0.5))), {}};
   std::vector<double> weights;
   double sum = 0;
   for (int distance = 0; distance <= kernel.reach; ++distance) {
@@ -120,17 +110,19 @@ Kernel gaussianKernel(double deviation) {
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void weigh(const std::uint8_t* const* rows, const Kernel& kernel, Value* out, std::size_t values) {
-  weighRows(rows, kernel, out, values);
+void convolve(const std::uint8_t* const* rows, const Kernel& kernel, Value* out,
+              std::size_t values) {
+  convolveRows(rows, kernel, out, values);
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void weigh(const Value* const* rows, const Kernel& kernel, Value* out, std::size_t values) {
-  weighRows(rows, kernel, out, values);
+void convolve(const Value* const* rows, const Kernel& kernel, Value* out, std::size_t values) {
+  convolveRows(rows, kernel, out, values);
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void halveRows(const std::uint8_t* const* rows, Value* __restrict out, std::size_t values) {
+void downsampleVertically(const std::uint8_t* const* rows, Value* __restrict out,
+                          std::size_t values) {
   for (std::size_t at = 0; at < values; ++at) {
     const std::uint32_t sum =
         binomial(rows[0][at], rows[1][at], rows[2][at], rows[3][at], rows[4][at]);
@@ -139,7 +131,7 @@ void halveRows(const std::uint8_t* const* rows, Value* __restrict out, std::size
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void halveRows(const Value* const* rows, Value* __restrict out, std::size_t values) {
+void downsampleVertically(const Value* const* rows, Value* __restrict out, std::size_t values) {
   for (std::size_t at = 0; at < values; ++at) {
     const std::uint32_t sum =
         binomial(rows[0][at], rows[1][at], rows[2][at], rows[3][at], rows[4][at]);
@@ -148,7 +140,8 @@ void halveRows(const Value* const* rows, Value* __restrict out, std::size_t valu
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void halveAlong(const Value* __restrict row, Value* __restrict out, std::size_t pixels) {
+void downsampleHorizontally(const Value* __restrict row, Value* __restrict out,
+                            std::size_t pixels) {
   for (std::size_t x = 0; x < pixels; ++x) {
     const Value* around = row + 2 * x * pixelSize;
     for (std::size_t channel = 0; channel < pixelSize; ++channel, ++around) {
@@ -159,18 +152,18 @@ void halveAlong(const Value* __restrict row, Value* __restrict out, std::size_t 
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void doubleRows(const Value* __restrict before, const Value* __restrict middle,
-                const Value* __restrict behind, Value* __restrict even, Value* __restrict odd,
-                std::size_t values) {
+void upsampleVertically(const Value* __restrict before, const Value* __restrict middle,
+                        const Value* __restrict after, Value* __restrict even,
+                        Value* __restrict odd, std::size_t values) {
   for (std::size_t at = 0; at < values; ++at) {
     const std::uint32_t center = middle[at];
-    even[at] = static_cast<Value>((before[at] + 6 * center + behind[at] + 4) >> 3);
-    odd[at] = static_cast<Value>((center + behind[at] + 1) >> 1);
+    even[at] = static_cast<Value>((before[at] + 6 * center + after[at] + 4) >> 3);
+    odd[at] = static_cast<Value>((center + after[at] + 1) >> 1);
   }
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void doubleAlong(const Value* __restrict row, Value* __restrict out, std::size_t pixels) {
+void upsampleHorizontally(const Value* __restrict row, Value* __restrict out, std::size_t pixels) {
   for (std::size_t x = 0; x < pixels; ++x) {
     const Value* around = row + x * pixelSize;
     Value* both = out + 2 * x * pixelSize;
@@ -189,30 +182,28 @@ void premultiply(const std::uint8_t* straight, std::uint8_t* out, std::size_t pi
     return;
   }
   for (std::size_t x = 0; x < pixels; ++x, straight += pixelSize, out += pixelSize) {
-    const std::uint32_t alpha = straight[3];
     for (std::size_t channel = 0; channel < 3; ++channel) {
-      // A division by 255, rounded.
-      const std::uint32_t product = straight[channel] * alpha + 128;
-      out[channel] = static_cast<std::uint8_t>((product + (product >> 8)) >> 8);
+      out[channel] = premultiplied(straight[channel], straight[3]);
     }
     out[3] = straight[3];
   }
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
-void finish(const Value* __restrict row, std::uint8_t* __restrict straight, std::size_t pixels) {
+void unpremultiply(const Value* __restrict row, std::uint8_t* __restrict straight,
+                   std::size_t pixels) {
   constexpr Value half = 1U << (fractionBits - 1);
-  constexpr Value largest = 255;
+  constexpr Value maxValue = 255;
   for (std::size_t at = 0; at < pixels * pixelSize; ++at) {
     const auto rounded = static_cast<Value>(static_cast<Value>(row[at] + half) >> fractionBits);
-    straight[at] = static_cast<std::uint8_t>(std::min(rounded, largest));
+    straight[at] = static_cast<std::uint8_t>(std::min(rounded, maxValue));
   }
   constexpr std::size_t group = 8;
   for (std::size_t start = 0; start < pixels; start += group) {
     const std::size_t end = std::min(start + group, pixels);
     if (isOpaque(straight + start * pixelSize, end - start)) continue;
     for (std::size_t x = start; x < end; ++x) {
-      makeStraight(row + x * pixelSize, straight + x * pixelSize);
+      unpremultiplyPixel(row + x * pixelSize, straight + x * pixelSize);
     }
   }
 }

@@ -137,7 +137,7 @@ std::optional<File> parse(const NSData::Impl& data) {
   file.width = reader.word();
   file.height = reader.word();
   const int flags = reader.byte();
-  reader.skip(2);  // background colour and pixel aspect, which viewers do not use
+  reader.skip(2);  // background color and pixel aspect, which viewers do not use
   const ColorTableLocation global = locateColorTable(reader, flags);
   if (reader.ended() || reader.offset() > data.length()) return std::nullopt;
   if (!isOfUsableSize(file.width, file.height)) return std::nullopt;

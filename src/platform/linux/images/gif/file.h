@@ -19,7 +19,7 @@ using ColorTable = std::vector<Color>;
 
 enum class Disposal : std::uint8_t { Keep, Clear, RestorePrevious };
 
-// Where a colour table lies in the file; none has no colours.
+// Where a color table lies in the file; none has no colors.
 struct ColorTableLocation {
   std::uint32_t offset = 0;
   std::uint16_t count = 0;

@@ -37,7 +37,7 @@ constexpr std::size_t bytesPerPixel(PixelFormat format) {
 using RGBAColor = std::array<std::uint8_t, 4>;
 constexpr std::size_t maxColors = 256;
 
-// Straight colours; where alpha is 0, all of it is. Every index has one; those used lie in front.
+// Straight colors; where alpha is 0, all of it is. Every index has one; those used lie in front.
 struct Palette {
   std::array<RGBAColor, maxColors> colors{};
   std::size_t count = 0;

@@ -22,7 +22,7 @@ struct Deflater {
   std::size_t roomSize = 0;
 };
 
-// Both are large, and used for every strip of every frame. The analyser takes a thread's object for
+// Both are large, and used for every strip of every frame. The analyzer takes a thread's object for
 // one that its owner has let go of.
 Deflater& threadsDeflater() {
   thread_local const std::unique_ptr<Deflater> deflater(new Deflater);

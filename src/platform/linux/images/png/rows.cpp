@@ -124,7 +124,7 @@ void takeRow(const std::uint8_t* coded, RowCoding coding, int width, std::uint8_
 }  // namespace
 
 CodingInHeader headerOf(RowCoding coding) {
-  // PNG's colour types.
+  // PNG's color types.
   constexpr std::uint8_t truecolor = 2;
   constexpr std::uint8_t palette = 3;
   constexpr std::uint8_t truecolorWithAlpha = 6;

@@ -17,7 +17,7 @@ CodingInHeader headerOf(RowCoding coding);
 std::size_t codedRowLength(RowCoding coding, int width);
 
 // Rows as they are, or as their differences from the rows above: which is smaller depends on
-// whether colours change in steps or slowly.
+// whether colors change in steps or slowly.
 enum class RowFilter : std::uint8_t { None = 0, Up = 2 };
 
 // The strip's rows in this coding, which must suit its format.

@@ -3,7 +3,6 @@
 #include <atomic>
 #include <future>
 #include <span>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -11,6 +10,8 @@
 
 #include "platform/image.h"
 #include "platform/linux/files/data.h"
+#include "platform/linux/helper_thread.h"
+#include "platform/linux/images/picture/pixels.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/images/png/format.h"
 #include "platform/linux/images/png/rows.h"
@@ -32,58 +33,54 @@ void append(Bytes& target, std::span<const std::uint8_t> bytes) {
   target.insert(target.end(), bytes.begin(), bytes.end());
 }
 
-// A file in the making. What is compressed already is not copied into it.
+// A PNG file being put together. Compressed rows are referred to, not copied.
 class PngFile {
  public:
-  PngFile() { append(loose_, signature); }
+  PngFile() { append(pending_, signature); }
 
   void appendChunk(const ChunkName& name, std::span<const std::uint8_t> content) {
     begin(name, content.size());
-    append(loose_, content);
+    append(pending_, content);
     end(name, content);
   }
 
   void appendChunk(const ChunkName& name, const std::shared_ptr<const CompressedRows>& rows) {
     begin(name, rows->deflated.size());
-    keepLoose();
+    flushPending();
     pieces_.push_back({rows, rows->deflated});
     end(name, rows->deflated);
   }
 
   DataRef data() {
-    keepLoose();
+    flushPending();
     return dataOfPieces(std::move(pieces_));
   }
 
  private:
   void begin(const ChunkName& name, std::size_t size) {
-    append(loose_, bigEndian(size));
-    append(loose_, name);
+    append(pending_, bigEndian(size));
+    append(pending_, name);
   }
 
   void end(const ChunkName& name, std::span<const std::uint8_t> content) {
-    append(loose_, bigEndian(continueCrc32(crc32Of(name), content)));
+    append(pending_, bigEndian(continueCrc32(crc32Of(name), content)));
   }
 
-  void keepLoose() {
-    auto owner = std::make_shared<const Bytes>(std::exchange(loose_, {}));
+  void flushPending() {
+    auto owner = std::make_shared<const Bytes>(std::exchange(pending_, {}));
     pieces_.push_back({owner, *owner});
   }
 
   std::vector<Piece> pieces_;
   // What follows the pieces.
-  Bytes loose_;
+  Bytes pending_;
 };
 
-bool isOpaque(const UIImage::Impl& picture) {
-  return std::ranges::all_of(picture.strips, [&picture](const auto& strip) {
+bool hasOpaquePixels(const UIImage::Impl& picture) {
+  const auto width = static_cast<std::size_t>(picture.shape.width);
+  return std::ranges::all_of(picture.strips, [width](const auto& strip) {
     for (int row = 0; row < strip->rowCount(); ++row) {
-      std::uint8_t alpha = 255;
-      const std::uint8_t* pixel = strip->row(row);
-      for (int x = 0; x < picture.shape.width; ++x) {
-        alpha &= pixel[static_cast<std::size_t>(x) * sizeof(RGBAColor) + 3];
-      }
-      if (alpha != 255) return false;
+      if (!isOpaque(strip->row(row), width)) return false;
     }
     return true;
   });
@@ -91,7 +88,7 @@ bool isOpaque(const UIImage::Impl& picture) {
 
 RowCoding codingOf(const UIImage::Impl& picture) {
   if (picture.shape.format == PixelFormat::RGBA) {
-    return isOpaque(picture) ? RowCoding::RGB : RowCoding::RGBA;
+    return hasOpaquePixels(picture) ? RowCoding::RGB : RowCoding::RGBA;
   }
   if (picture.palette->count <= 2) return RowCoding::Indexed1;
   if (picture.palette->count <= 4) return RowCoding::Indexed2;
@@ -125,7 +122,8 @@ void appendPalette(PngFile& file, const Palette& palette) {
   if (!alphas.empty()) file.appendChunk(alphaChunk, alphas);
 }
 
-// The one that does better by this strip; numbers of a palette have no meaningful differences.
+// Returns the filter that makes this strip smaller. Differences between palette indices are
+// meaningless.
 RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
   if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return RowFilter::None;
   const auto plain = compressRows(strip, coding, width, RowFilter::None);
@@ -136,7 +134,7 @@ RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
 
 using Rows = std::shared_ptr<const CompressedRows>;
 
-// Of all strips. Those that are not compressed yet are; of many, another thread does its share.
+// Returns all strips compressed, and compresses those that are not yet; many, on two threads.
 std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding coding) {
   std::vector<Rows> all;
   std::vector<std::size_t> missing;
@@ -156,16 +154,10 @@ std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding codin
       strip.setCompressed(all[missing[at]]);
     }
   };
-  std::future<void> helper;
   // Fewer are done before a thread has started.
   constexpr std::size_t minForTwoThreads = 4;
-  if (missing.size() >= minForTwoThreads) {
-    try {
-      helper = std::async(std::launch::async, compressSome);
-    } catch (const std::system_error&) {
-      // No thread to be had: this one does it all.
-    }
-  }
+  std::future<void> helper;
+  if (missing.size() >= minForTwoThreads) helper = startOnHelperThread(compressSome);
   compressSome();
   if (helper.valid()) helper.get();
   return all;

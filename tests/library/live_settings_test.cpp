@@ -1,11 +1,12 @@
 // Settings that apply to a wallpaper while it is shown: blur, scaling and mode.
 
+#include "gifview/live_settings.h"
+
 #include <algorithm>
 #include <optional>
 
 #include <gtest/gtest.h>
 
-#include "gifview/live_settings.h"
 #include "platform/file_manager.h"
 #include "platform/image.h"
 #include "platform/linux/images/picture/picture.h"
@@ -51,7 +52,7 @@ struct WithWallpaper : Stage {
   }
 };
 
-TEST(Appearance, RewritesFramesForEveryBlurSetting) {
+TEST(LiveSettings, RewritesFramesForEveryBlurSetting) {
   WithWallpaper stage;
   const auto sharp = framePixels();
   EXPECT_EQ(stage.blurredFrame("0"), sharp);
@@ -64,7 +65,7 @@ TEST(Appearance, RewritesFramesForEveryBlurSetting) {
   EXPECT_EQ(platform::imageWithContentsOfFile(firstFrame)->width(), 12);
 }
 
-TEST(Appearance, BlursTheChosenGifAfterOneSettingsRead) {
+TEST(LiveSettings, BlursTheChosenGifAfterOneSettingsRead) {
   WithWallpaper stage;
   stage.root.write(savedCopy, std::string("no picture"));
   SettingsWatch watch(stage.root);
@@ -75,7 +76,7 @@ TEST(Appearance, BlursTheChosenGifAfterOneSettingsRead) {
   EXPECT_EQ(countOf(posted, blurDidFinish), 1);
 }
 
-TEST(Appearance, AnnouncesTheEndOfABlurThatFails) {
+TEST(LiveSettings, AnnouncesTheEndOfABlurThatFails) {
   WithWallpaper stage;
   const auto before = framePixels();
   for (const char* damage : {"no picture", ""}) {
@@ -89,7 +90,7 @@ TEST(Appearance, AnnouncesTheEndOfABlurThatFails) {
   EXPECT_EQ(framePixels(), before);
 }
 
-TEST(Appearance, IgnoresBlurChangesWithoutAGif) {
+TEST(LiveSettings, IgnoresBlurChangesWithoutAGif) {
   Stage stage;
   stage.launch();
   const auto view = stage.makeView("SHARED");
@@ -97,7 +98,7 @@ TEST(Appearance, IgnoresBlurChangesWithoutAGif) {
   EXPECT_EQ(stage.takePosted(), std::vector<std::string>());
 }
 
-TEST(Appearance, RunsTwoBlursConcurrently) {
+TEST(LiveSettings, RunsTwoBlursConcurrently) {
   WithWallpaper stage;
   Stage::put("SHARED_GIF_BLUR", "3");
   lumora::updateGIFBlur(Stage::view("SHARED"));
@@ -110,7 +111,7 @@ TEST(Appearance, RunsTwoBlursConcurrently) {
   EXPECT_EQ(stage.blurredFrame("3"), twice);
 }
 
-TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
+TEST(LiveSettings, FollowsTheSettingsOfTheViewsLocation) {
   Stage stage;
   stage.launch();
   const std::string identifiers[] = {"SHARED", "LOCKSCREEN", "HOMESCREEN"};
@@ -128,7 +129,7 @@ TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
       stage.post("kLWGIFViewGIFSpeedNeedsUpdating");
     }
     for (int each = 0; each < 3; ++each) {
-      EXPECT_EQ(Stage::described(*views[each], "speed"), 3 * round + each + 2);
+      EXPECT_EQ(Stage::described(*views[each], lumora::description::speed), 3 * round + each + 2);
       EXPECT_NEAR(views[each]->imageView()->alpha(), (3 * round + each + 2) / 10.0, 1e-6);
     }
   }
@@ -138,7 +139,7 @@ TEST(Appearance, FollowsTheSettingsOfTheViewsLocation) {
   EXPECT_EQ(elsewhere->imageView()->alpha(), 1);
 }
 
-TEST(Appearance, AppliesScalingModesToTheImageViewOnly) {
+TEST(LiveSettings, AppliesScalingModesToTheImageViewOnly) {
   Stage stage;
   stage.launch();
   const auto view = stage.makeView("SHARED");
@@ -152,7 +153,7 @@ TEST(Appearance, AppliesScalingModesToTheImageViewOnly) {
   }
 }
 
-TEST(Appearance, RemovesViewsThatTheModeDoesNotUse) {
+TEST(LiveSettings, RemovesViewsThatTheModeDoesNotUse) {
   struct Case {
     std::optional<std::string> mode;
     bool sharedLeaves;

@@ -3,7 +3,7 @@
 namespace {
 
 // The hooking loader, or whoever maps the library into a home-screen process, runs this.
-__attribute__((constructor)) void initialise() {
+__attribute__((constructor)) void initialize() {
   lumora::installHooks();
 }
 

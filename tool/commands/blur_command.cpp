@@ -1,0 +1,112 @@
+#include "tool/commands/blur_command.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include <nlohmann/json.hpp>
+
+#include "gifview/description_keys.h"
+#include "host/control/status_keys.h"
+#include "settings/notification_names.h"
+#include "tool/device/file_lock.h"
+#include "tool/device/stored_settings.h"
+#include "tool/support/failure.h"
+#include "tool/support/progress_bar.h"
+
+namespace tool {
+namespace {
+
+struct BlurOptions {
+  std::string location;
+  std::string radius;
+  double timeout = usualTimeout.count();
+};
+
+// Waits until all views have rewritten their frames. A notification does not name its sender, and
+// every view that exists rewrites its frames whichever location's blur was changed.
+class Rewriting {
+ public:
+  Rewriting(HostConnection& host, const TimeLimit& limit) : host_(host), limit_(limit) {
+    for (const std::string& name : locationNames) {
+      const char* identifier = locationNamed(name).identifier;
+      if (host.serves(std::string(lumora::messagingCenterPrefix) + identifier, limit.left())) {
+        ++liveViews_;
+      }
+    }
+    host.watch([this](const std::string& name) {
+      if (name == lumora::frameFoundNotification) ++framesFound_;
+      if (name == lumora::blurDidFinishNotification) ++viewsDone_;
+    });
+  }
+
+  void await() {
+    const ProgressBar bar("blurring frames", framesInCaches());
+    while (viewsDone_ < liveViews_) {
+      if (limit_.isOver()) {
+        throw Failure("the home screen is still blurring after the timeout; the setting is stored");
+      }
+      if (!hears() && host_.settle(limit_.left())) break;
+      bar.show(framesFound_);
+    }
+  }
+
+  int framesFound() const { return framesFound_; }
+
+ private:
+  int framesInCaches() {
+    int frames = 0;
+    const auto report = nlohmann::json::parse(host_.status(limit_.left()));
+    for (const auto& view : report[host::status::views]) {
+      frames += view.value(lumora::description::framesInCache, 0);
+    }
+    return frames;
+  }
+
+  // Returns true if a view posted something within a moment. One without a GIF never does.
+  bool hears() {
+    constexpr std::chrono::milliseconds moment{300};
+    const int before = framesFound_ + viewsDone_;
+    const auto end = std::min(limit_.end(), std::chrono::steady_clock::now() + moment);
+    while (framesFound_ + viewsDone_ == before && std::chrono::steady_clock::now() < end) {
+      if (!host_.pump(end)) throw Failure("the home screen has ended");
+    }
+    return framesFound_ + viewsDone_ != before;
+  }
+
+  HostConnection& host_;
+  const TimeLimit& limit_;
+  int liveViews_ = 0;
+  int framesFound_ = 0;
+  int viewsDone_ = 0;
+};
+
+void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
+  storeSettingOf(locationNamed(options.location), "_GIF_BLUR", options.radius);
+  const TimeLimit limit{Seconds(options.timeout)};
+  auto host = HostConnection::find(device, limit.left());
+  if (!host) return;
+  // Of two that rewrite at once, each file would keep the blur of whichever wrote it last.
+  FileLock lock(device, FileLock::blur);
+  if (!lock.take(limit.left())) {
+    throw Failure("another blur has not finished before the timeout; the setting is stored");
+  }
+  Rewriting rewriting(*host, limit);
+  host->post(lumora::blurNeedsUpdatingNotification, limit.left());
+  rewriting.await();
+  std::printf("%d frames blurred\n", rewriting.framesFound());
+}
+
+}  // namespace
+
+void addBlurCommand(CLI::App& lumora, Context& context) {
+  auto options = std::make_shared<BlurOptions>();
+  auto* command = addCommand(lumora, context, "blur", "set the blur radius in pixels",
+                             [&context, options] { changeBlur(context.device(), *options); });
+  constexpr long maxRadius = 1000;
+  addChoice(command, "LOCATION", options->location, locationNames);
+  command->add_option("RADIUS", options->radius)->required()->check(numberUpTo(maxRadius));
+  addTimeout(command, options->timeout);
+}
+
+}  // namespace tool

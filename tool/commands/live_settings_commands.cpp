@@ -1,0 +1,86 @@
+#include "tool/commands/live_settings_commands.h"
+
+#include <memory>
+
+#include "settings/notification_names.h"
+#include "tool/device/file_lock.h"
+#include "tool/device/stored_settings.h"
+
+namespace tool {
+namespace {
+
+// A setting that each location has, and the notification that has it read again.
+struct LiveSetting {
+  const char* command;
+  const char* description;
+  // After the location's identifier.
+  const char* key;
+  const char* notification;
+};
+
+constexpr LiveSetting speed = {"speed", "set the speed: 1 normal, 0 frozen", "_GIF_SPEED",
+                               lumora::speedNeedsUpdatingNotification};
+constexpr LiveSetting alpha = {"alpha", "set the opacity, 0 to 1", "_GIF_ALPHA",
+                               lumora::alphaNeedsUpdatingNotification};
+constexpr LiveSetting scaling = {"scaling", "set how a GIF fills its screen", "_SCALING_MODE",
+                                 lumora::control::updateWallpaper};
+
+struct LiveSettingOptions {
+  std::string location;
+  std::string value;
+};
+
+// Tells a running home screen, if there is one.
+void notify(const DeviceFolder& device, std::initializer_list<const char*> names) {
+  auto host = HostConnection::find(device);
+  if (!host) return;
+  for (const char* name : names) host->post(name);
+  host->settle();
+}
+
+void addModeCommand(CLI::App& lumora, Context& context) {
+  auto mode = std::make_shared<std::string>();
+  auto* command = addCommand(
+      lumora, context, "mode", "use one wallpaper for both screens, or one each", [&context, mode] {
+        const DeviceFolder device = context.device();
+        const FileLock lock = lockOutImports(device);
+        storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
+        notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
+      });
+  addChoice(command, "MODE", *mode, {"shared", "separate"});
+}
+
+// The argument for the value is the caller's to add.
+CLI::App* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting,
+                         const std::shared_ptr<LiveSettingOptions>& options) {
+  auto* command = addCommand(lumora, context, setting.command, setting.description, [=, &context] {
+    const DeviceFolder device = context.device();
+    storeSettingOf(locationNamed(options->location), setting.key, options->value);
+    notify(device, {setting.notification});
+  });
+  addChoice(command, "LOCATION", options->location, locationNames);
+  return command;
+}
+
+void addNumber(CLI::App& lumora, Context& context, const LiveSetting& setting, const char* name,
+               long largest) {
+  auto options = std::make_shared<LiveSettingOptions>();
+  addLiveSetting(lumora, context, setting, options)
+      ->add_option(name, options->value)
+      ->required()
+      ->check(numberUpTo(largest));
+}
+
+}  // namespace
+
+void addLiveSettingsCommands(CLI::App& lumora, Context& context) {
+  addModeCommand(lumora, context);
+  constexpr long maxSpeed = 1000;
+  addNumber(lumora, context, speed, "FACTOR", maxSpeed);
+  addNumber(lumora, context, alpha, "OPACITY", 1);
+  auto options = std::make_shared<LiveSettingOptions>();
+  auto* command = addLiveSetting(lumora, context, scaling, options);
+  addChoice(command, "MODE", options->value, {"FIT", "FILL", "FULLSCREEN"});
+}
+
+}  // namespace tool

@@ -1,0 +1,29 @@
+#include "tool/commands/remove_command.h"
+
+#include <memory>
+
+#include "settings/notification_names.h"
+#include "tool/device/file_lock.h"
+
+namespace tool {
+namespace {
+
+void removeWallpaper(const DeviceFolder& device, const std::string& location) {
+  auto host = HostConnection::require(device);
+  const FileLock lock = lockOutImports(device);
+  host->post(location == "all" ? lumora::control::removeGIFFromAllWallpapers
+                               : locationNamed(location).removalNotification);
+  host->settle();
+}
+
+}  // namespace
+
+void addRemoveCommand(CLI::App& lumora, Context& context) {
+  auto location = std::make_shared<std::string>();
+  auto* command =
+      addCommand(lumora, context, "remove", "take a wallpaper down",
+                 [&context, location] { removeWallpaper(context.device(), *location); });
+  addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"});
+}
+
+}  // namespace tool

@@ -1,0 +1,10 @@
+// Taking wallpapers down.
+#pragma once
+
+#include "tool/commands/command.h"
+
+namespace tool {
+
+void addRemoveCommand(CLI::App& lumora, Context& context);
+
+}  // namespace tool
