@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include "host/options/host_options.h"
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/files/signal_descriptor.h"
 #include "settings/notification_names.h"
 #include "tool/device/bus_daemon.h"

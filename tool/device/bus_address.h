@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {

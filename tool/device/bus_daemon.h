@@ -6,7 +6,7 @@
 
 #include <sys/types.h>
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 
 namespace tool {
 

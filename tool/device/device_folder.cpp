@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "platform/file_manager.h"
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "tool/support/failure.h"
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 
 namespace tool {
 

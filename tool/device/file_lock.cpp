@@ -8,6 +8,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include "platform/linux/files/device_root.h"
 #include "tool/support/failure.h"
 #include "tool/support/time_limit.h"
 

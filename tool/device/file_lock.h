@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 #include "tool/device/device_folder.h"
 
 namespace tool {

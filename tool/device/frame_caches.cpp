@@ -12,6 +12,7 @@
 
 #include "gifview/frame_cache.h"
 #include "platform/file_manager.h"
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "settings/locations.h"
 

@@ -10,6 +10,7 @@
 
 #include "gifview/frame_cache.h"
 #include "platform/file_manager.h"
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "settings/device_paths.h"
 #include "settings/notification_names.h"

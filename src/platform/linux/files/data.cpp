@@ -4,16 +4,14 @@
 #include <array>
 #include <climits>
 #include <mutex>
-#include <optional>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
 #include "platform/linux/files/data.h"
 #include "platform/linux/files/file_contents.h"
+#include "platform/linux/files/written_file.h"
 
 namespace platform {
 using namespace backend;
@@ -23,12 +21,10 @@ namespace {
 constexpr std::size_t windowSize = std::size_t{1} << 16;
 using Window = std::array<std::uint8_t, windowSize>;
 
-// Remembers the file that it was last written to: the next one can be a link to it.
 class InMemory : public NSData::Impl {
  public:
-  explicit InMemory(std::vector<Piece> pieces) : pieces_(std::move(pieces)) {
-    for (const Piece& piece : pieces_) length_ += piece.bytes.size();
-  }
+  explicit InMemory(std::vector<Piece> pieces)
+      : pieces_(std::move(pieces)), length_(totalSize(pieces_)), writtenFile_(length_) {}
 
   std::size_t length() const override { return length_; }
 
@@ -53,60 +49,41 @@ class InMemory : public NSData::Impl {
 
   bool makeFile(int directory, const std::string& name) const override {
     std::lock_guard lock(mutex_);
-    if (linkWrittenFile(directory, name)) return true;
-    writtenFile_ = createFile(directory, name);
-    if (!writtenFile_ || !writePieces()) return false;
-    writtenTime_ = modificationTime();
-    return true;
+    return writtenFile_.make(directory, name,
+                             [this](const FileDescriptor& file) { return writePieces(file); });
   }
 
  private:
-  struct Moment {
-    time_t seconds;
-    long nanoseconds;
-    friend bool operator==(const Moment&, const Moment&) = default;
-  };
-
-  std::optional<Moment> modificationTime() const {
-    struct stat status {};
-    if (!writtenFile_ || fstat(writtenFile_.get(), &status) != 0) return std::nullopt;
-    if (static_cast<std::size_t>(status.st_size) != length_) return std::nullopt;
-    return Moment{status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+  static std::size_t totalSize(const std::vector<Piece>& pieces) {
+    std::size_t size = 0;
+    for (const Piece& piece : pieces) size += piece.bytes.size();
+    return size;
   }
 
   // In one call, unless the system takes less.
-  bool writePieces() const {
+  bool writePieces(const FileDescriptor& file) const {
     std::vector<iovec> parts;
     for (const Piece& piece : pieces_) {
       parts.push_back({const_cast<std::uint8_t*>(piece.bytes.data()), piece.bytes.size()});
     }
     const auto count = static_cast<int>(std::min<std::size_t>(parts.size(), IOV_MAX));
-    const ssize_t written = writev(writtenFile_.get(), parts.data(), count);
+    const ssize_t written = writev(file.get(), parts.data(), count);
     auto rest = static_cast<std::size_t>(std::max<ssize_t>(written, 0));
     for (const Piece& piece : pieces_) {
       const std::size_t skipped = std::min(rest, piece.bytes.size());
       rest -= skipped;
-      if (!writeAll(writtenFile_, piece.bytes.subspan(skipped))) return false;
+      if (!writeAll(file, piece.bytes.subspan(skipped))) return false;
     }
     return true;
   }
 
-  // Not if somebody has written into that file since.
-  bool linkWrittenFile(int directory, const std::string& name) const {
-    const auto now = modificationTime();
-    if (!now || now != writtenTime_) return false;
-    const std::string file = "/proc/self/fd/" + std::to_string(writtenFile_.get());
-    return linkat(AT_FDCWD, file.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
-  }
-
   const std::vector<Piece> pieces_;
-  std::size_t length_ = 0;
+  const std::size_t length_;
   mutable std::mutex mutex_;
-  mutable FileDescriptor writtenFile_;
-  mutable std::optional<Moment> writtenTime_;
+  mutable WrittenFile writtenFile_;
 };
 
-// Read piece by piece, not mapped: whoever cuts a mapped file short kills its readers.
+// Read piece by piece, not mapped: truncating a mapped file would crash its readers.
 class InFile : public NSData::Impl {
  public:
   explicit InFile(OpenFile file) : file_(std::move(file)) {}

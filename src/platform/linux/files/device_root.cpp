@@ -43,7 +43,8 @@ FileDescriptor openDirectory(int parent, const std::string& name, bool make) {
       openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-// Such a path means a directory by way of one of its entries; nobody may delete it by that.
+// "a/." and "a/.." name a directory indirectly; they are refused so that nothing deletes it that
+// way.
 bool endsInDots(std::string_view devicePath) {
   devicePath = devicePath.substr(0, devicePath.find_last_not_of('/') + 1);
   return devicePath.ends_with("/.") || devicePath.ends_with("/..");
@@ -67,18 +68,6 @@ std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
 }
 
 }  // namespace
-
-FileDescriptor::~FileDescriptor() {
-  if (value_ >= 0) close(value_);
-}
-
-FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
-    : value_(std::exchange(other.value_, -1)) {}
-
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
-  std::swap(value_, other.value_);
-  return *this;
-}
 
 void setDeviceRoot(const std::string& folder) {
   rootFolder() = folder;

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/out_of_memory.h"
 
 namespace platform::backend {

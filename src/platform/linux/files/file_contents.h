@@ -9,7 +9,7 @@
 #include <string>
 
 #include "platform/data.h"
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 
 namespace platform::backend {
 

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/files/property_list_binary.h"
 #include "platform/linux/files/property_list_xml.h"

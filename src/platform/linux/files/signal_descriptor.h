@@ -3,7 +3,7 @@
 
 #include <initializer_list>
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 
 namespace platform::backend {
 

@@ -6,6 +6,8 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include "platform/linux/files/device_root.h"
+
 namespace platform::backend {
 
 WriteLock::WriteLock() {

@@ -1,7 +1,7 @@
 // Serialises the writers of the device's settings, in all processes of the device. Any thread.
 #pragma once
 
-#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_descriptor.h"
 
 namespace platform::backend {
 

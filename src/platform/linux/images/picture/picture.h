@@ -112,7 +112,7 @@ struct UIImage::Impl {
   std::shared_ptr<const backend::Palette> palette;
   backend::Strips strips;
 
-  // The PNG of this picture while it lives, so that equal frames are equal files.
+  // The PNG made of this picture, kept so that equal frames share a file (files/written_file.h).
   mutable std::mutex mutex;
   mutable DataRef png;
 
