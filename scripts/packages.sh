@@ -4,10 +4,10 @@ build_packages=(
   cmake g++ ninja-build pkg-config
   libcairo2-dev libcli11-dev libexpat1-dev libisal-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libx11-dev libxss-dev
   zlib1g-dev
-  nlohmann-json3-dev libgtest-dev
+  nlohmann-json3-dev
 )
 run_packages=(dbus fontconfig fonts-inter)
-test_packages=(openbox python3 xvfb)
+test_packages=(libgtest-dev openbox python3 xvfb)
 bench_packages=(
   ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv
   python3 python3-pil time xvfb
@@ -19,6 +19,9 @@ device_test_packages=(
   libpng-dev qemu-user util-linux
 )
 lint_packages=(clang-format clang-tidy python3)
+
+# Seconds to wait for another program that installs packages.
+lock_timeout=600
 
 # Installs those of the packages named that are missing.
 install_missing() {
@@ -40,9 +43,10 @@ install_missing() {
   local log
   log=$(mktemp)
   {
-    "${as_root[@]}" apt-get update -qq &&
+    "${as_root[@]}" apt-get update -qq -o DPkg::Lock::Timeout="$lock_timeout" &&
       "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${missing[@]}"
+        apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout="$lock_timeout" \
+        "${missing[@]}"
   } >"$log" 2>&1 || {
     cat "$log" >&2
     exit 1

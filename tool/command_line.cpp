@@ -60,10 +60,12 @@ std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
                 commands.empty() ? lumora.help() : commands.front()->help(lumora.get_name()));
 }
 
+constexpr auto purpose = "An animated GIF behind the icons of a phone's home screen.";
+
 }  // namespace
 
 std::function<int()> parseLine(std::vector<std::string> words) {
-  CLI::App lumora("An animated GIF behind the icons of a phone's home screen.", "lumora");
+  CLI::App lumora(purpose, "lumora");
   const auto context = std::make_shared<Context>();
   context->performLine = performLine;
   declareCommands(lumora, *context);
@@ -86,6 +88,13 @@ std::function<int()> parseLine(std::vector<std::string> words) {
 
 int performLine(std::vector<std::string> words) {
   return parseLine(std::move(words))();
+}
+
+void withCommands(const std::function<void(const CLI::App& lumora)>& visit) {
+  CLI::App lumora(purpose, "lumora");
+  Context context;
+  declareCommands(lumora, context);
+  visit(lumora);
 }
 
 }  // namespace tool

@@ -1,5 +1,6 @@
 #include "host/options/host_options.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -23,8 +24,8 @@ const std::map<std::string, Idiom> idioms = {{"phone", Idiom::Phone}, {"pad", Id
 
 template <typename Value>
 std::vector<std::string> namesOf(const std::map<std::string, Value>& values) {
-  std::vector<std::string> names;
-  for (const auto& [name, value] : values) names.push_back(name);
+  std::vector<std::string> names(values.size());
+  std::ranges::transform(values, names.begin(), [](const auto& entry) { return entry.first; });
   return names;
 }
 

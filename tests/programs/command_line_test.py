@@ -3,10 +3,12 @@
 usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
 """
 import ctypes
+import gzip
 import json
 import os
 import plistlib
 import pty
+import re
 import resource
 import select
 import shutil
@@ -132,15 +134,48 @@ class Binaries(unittest.TestCase):
 
     @unittest.skipIf(IS_SANITIZED, 'sanitizers replace the hardening')
     def test_are_hardened_and_relocatable(self):
+        paths = '[$ORIGIN:$ORIGIN/../'
+
         for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-platform.so'):
             dynamic = dynamic_section(program)
             self.assertIn('BIND_NOW', dynamic, program)
-            self.assertIn('[$ORIGIN]' if 'RUNPATH' in dynamic else '', dynamic, program)
+            self.assertIn(paths if 'RUNPATH' in dynamic else '', dynamic, program)
             with open(os.path.join(PROGRAMS, program), 'rb') as file:
                 symbols = file.read()
             self.assertIn(b'__stack_chk_fail', symbols, program)
             if program in ('lumora', 'springboard'):
                 self.assertIn(b'__printf_chk', symbols, program)
+
+
+class Installation(Device):
+    def test_works_wherever_it_is_moved(self):
+        prefix = os.path.join(self.folder, 'prefix')
+        subprocess.run(['cmake', '--install', os.path.dirname(PROGRAMS), '--prefix', prefix],
+                       capture_output=True, check=True)
+        moved = os.path.join(self.folder, 'moved')
+        os.rename(prefix, moved)
+        ran = subprocess.run([os.path.join(moved, 'bin/lumora'), 'run', self.gif, '--for', '1',
+                              '--root', self.root, '--display', 'headless'],
+                             capture_output=True, text=True, timeout=60)
+        self.assertEqual((ran.returncode, ran.stderr), (0, ''))
+        self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
+        commands = re.findall(r'^  (\w+)  ', self.ok('--help').split('Subcommands:')[1], re.M)
+        with gzip.open(os.path.join(moved, 'share/man/man1/lumora.1.gz'), 'rt') as page:
+            self.assertEqual(re.findall(r'^\.SS (\w+)', page.read(), re.M), commands)
+        for line, expected in (('lumora ', {*commands, '--help', '--version', '--root'}),
+                               ('lumora scaling --root x shared ', {'FIT', 'FILL', 'FULLSCREEN'}),
+                               ('lumora run --idiom ', {'phone', 'pad'}),
+                               ('lumora run --for ', set())):
+            self.assertEqual(self.completions(moved, line), expected)
+
+    def completions(self, prefix, line):
+        script = os.path.join(prefix, 'share/bash-completion/completions/lumora')
+        words = line.split(' ')
+        quoted = ' '.join(f'"{word}"' for word in words)
+        return set(subprocess.run(
+            ['bash', '-c', f'. {script}; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _lumora; '
+                           'printf "%s\\n" "${COMPREPLY[@]}"'],
+            capture_output=True, text=True, check=True).stdout.split())
 
 
 class CommandWithoutHomeScreen(Device):

@@ -50,6 +50,13 @@ std::string besideThisProgram(const char* name) {
   return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
 }
 
+// Installed apart from the programs; built beside them.
+std::string extensionLibrary() {
+  const std::string built = besideThisProgram("Lumora8.so");
+  if (access(built.c_str(), F_OK) == 0) return built;
+  return besideThisProgram(LUMORA_LIBRARY_DIR_FROM_PROGRAMS "/Lumora8.so");
+}
+
 // Readable when the device's folder, or one that it is in, may have been moved or deleted.
 platform::backend::FileDescriptor movesOf(const DeviceFolder& device) {
   platform::backend::FileDescriptor moves(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
@@ -120,7 +127,7 @@ class HostRun {
                                        "--bus",
                                        bus_->address(),
                                        "--library",
-                                       besideThisProgram("Lumora8.so")};
+                                       extensionLibrary()};
     for (const std::string& argument : host::hostArguments(options_.host)) {
       arguments.push_back(argument);
     }

@@ -23,7 +23,8 @@ class PaddedRow {
 
 // Of a row, in pixels, with both margins.
 std::size_t usedWidth(const Plane& plane) {
-  return static_cast<std::size_t>(plane.width() + 2 * Plane::margin);
+  const int width = plane.width() + 2 * Plane::margin;
+  return static_cast<std::size_t>(width);
 }
 
 Band rowsWithMargins(const Plane& plane) {

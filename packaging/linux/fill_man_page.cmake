@@ -1,0 +1,4 @@
+# Writes PAGE from TEMPLATE; @COMMANDS@ becomes what `PROGRAM KIND` prints.
+execute_process(COMMAND ${PROGRAM} ${KIND} OUTPUT_VARIABLE COMMANDS COMMAND_ERROR_IS_FATAL ANY)
+string(STRIP "${COMMANDS}" COMMANDS)
+configure_file(${TEMPLATE} ${PAGE} @ONLY)
