@@ -1,5 +1,7 @@
-// While it lives, what the platform hands out temporarily is let go of at its end, not at the end
-// of the run loop's turn. To be destroyed on the thread that made it.
+// Releases the platform's temporary objects early: those created during the pool's lifetime are
+// released when the pool is destroyed, not at the end of the run loop's turn. Requires destruction
+// on the creating thread, newest pool first. Never fails; does nothing on Linux, where the platform
+// has no temporary objects.
 #pragma once
 
 namespace platform {

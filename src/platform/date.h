@@ -5,7 +5,8 @@
 
 namespace platform {
 
-// Now, as the platform describes a date: "2024-01-09 09:41:00 +0000", always in universal time.
+// Returns the current date and time as the platform describes a date, always in UTC:
+// "2024-01-09 09:41:00 +0000". Never fails.
 std::string currentDateDescription();
 
 }  // namespace platform

@@ -1,5 +1,6 @@
-// A timer bound to the display's refresh. Main thread, but for invalidate, which works on any. The
-// run loop retains a link from addToMainRunLoop until it is invalidated.
+// A timer that fires with the display's refreshes. Main thread, except for invalidate, which works
+// on any thread. The run loop retains a link from addToMainRunLoop until it is invalidated, even if
+// every other reference to it is gone.
 #pragma once
 
 #include <chrono>
@@ -12,15 +13,22 @@ class CADisplayLink {
  public:
   using Target = std::function<void(const CADisplayLink&)>;
 
+  // Returns a link that does not fire yet, never nullptr. The link owns target, which must not
+  // throw.
   static std::shared_ptr<CADisplayLink> displayLinkWithTarget(Target target);
   ~CADisplayLink();
 
-  // Refreshes from one call of the target to the next; 1 is every refresh.
+  // Sets how many refreshes pass from one call of the target to the next. Requires at least 1,
+  // which means every refresh.
   void setFrameInterval(int refreshes);
-  // In the common modes: it goes on firing while the user scrolls or touches.
+  // Starts firing on the main thread, in the common modes: also while the user scrolls or touches.
+  // Requires a link that has not been invalidated.
   void addToMainRunLoop();
+  // Stops the link for good; does nothing if it is stopped. A call of the target that the main
+  // thread has begun may still be running when this returns on another thread.
   void invalidate();
-  // The nominal time between two refreshes, not a measured one.
+  // Returns the nominal time between two refreshes, not a measured one. It may be 0 on a device
+  // before the first call of the target and after invalidate.
   std::chrono::duration<double> duration() const;
 
  private:

@@ -1,5 +1,4 @@
-// Points and rectangles as the platform's view system counts them: x to the right, y down,
-// lengths in points.
+// Sizes and rectangles in the view system's coordinates: in points, x to the right, y down.
 #pragma once
 
 #include <type_traits>

@@ -1,5 +1,4 @@
-// Decoded pictures and the platform's picture services. Pictures are immutable and may be used on
-// any thread; a picture that cannot be had is nullptr.
+// Decoded images. They are immutable; several threads may use one at the same time. Any thread.
 #pragma once
 
 #include <memory>
@@ -11,7 +10,8 @@ namespace platform {
 
 class UIImage {
  public:
-  // Public so that the backend's files can reach it; defined, and made, by the backend only.
+  // Public only so that all files of the backend can use it. Only the backend defines and creates
+  // it.
   struct Impl;
   explicit UIImage(std::unique_ptr<const Impl> impl);
   ~UIImage();
@@ -27,10 +27,11 @@ class UIImage {
 };
 using ImageRef = std::shared_ptr<const UIImage>;
 
-// The picture in a file, PNG or the first of a GIF; nullptr if there is none.
+// Returns the image in a PNG file, or the first one in a GIF. Returns nullptr if the file cannot be
+// read, contains no such image, or is too large to decode.
 ImageRef imageWithContentsOfFile(const std::string& path);
 
-// The PNG encoding; nullptr if the memory does not suffice.
+// Returns the image encoded as a PNG file, or nullptr if memory runs out.
 DataRef UIImagePNGRepresentation(const UIImage& image);
 
 }  // namespace platform

@@ -6,16 +6,19 @@
 
 namespace platform {
 
-// A filter's output. Coordinates are pixels, (0, 0) is the input's corner; the extent reaches past
-// the input by as far as the blur carries it.
+// A filter's output. Coordinates are in pixels; (0, 0) is the input's top left corner.
 class CIImage {
  public:
-  // radius: the standard deviation in pixels; 0 and less leave the picture as it is.
+  // Returns the blur of input, which must not be nullptr. radius is the standard deviation in
+  // pixels; 0 or less leaves the image as it is. Never fails.
   static CIImage gaussianBlur(const ImageRef& input, int radius);
 
+  // Returns the rectangle of the output, which is larger than the input by the reach of the blur.
+  // Returns an empty one if the system lacks the filter.
   CGRect extent() const;
-  // The part of the output that the rectangle covers; where there is none, transparent. nullptr if
-  // the memory does not suffice.
+  // Returns the part of the output in the rectangle; pixels outside of the extent are transparent.
+  // Returns nullptr if memory runs out or if the system lacks the filter. Requires a rectangle that
+  // is not empty.
   ImageRef render(CGRect rectangle) const;
 
  private:

@@ -1,4 +1,4 @@
-// A view that shows one picture, placed by its content mode. Main thread.
+// A view that shows one image, placed by its content mode. Main thread. Nothing here fails.
 #pragma once
 
 #include <memory>
@@ -13,10 +13,11 @@ class UIImageView : public UIView {
   UIImageView();
   ~UIImageView() override;
 
+  // Public only so that all files of the backend can use it.
   struct Impl;
   Impl& impl() { return *impl_; }
 
-  // nullptr shows nothing.
+  // Shows the image, which the view retains. nullptr shows nothing.
   void setImage(ImageRef image);
   ImageRef image() const;
 

@@ -1,5 +1,4 @@
-// Key-value observing of a view's "hidden", and the platform's exceptions around it. Observers are
-// called on the thread that changed the value.
+// Observation of a view's "hidden", and the exceptions that the platform raises around it.
 #pragma once
 
 #include <functional>
@@ -9,16 +8,20 @@ namespace platform {
 
 class UIView;
 
-// Retained by every registration until that is removed or the observed view dies.
+// Retained by each of its registrations until that is removed. A registration that is still there
+// when the view is destroyed ends with the view on Linux, and keeps the observer for good on a
+// device.
 class KeyValueObserver {
  public:
   virtual ~KeyValueObserver() = default;
+  // Called after the value was set, on the thread that set it. object is valid during the call.
+  // Must not throw.
   virtual void observeValueForKeyPath(std::string_view keyPath, UIView& object,
                                       const void* context) = 0;
 };
 
-// Runs the block; false if it raised an exception of the platform's class, which is swallowed.
-// Exceptions of any other kind pass through.
+// Runs the block on the calling thread. Returns false if the block raised an NSException, which is
+// dropped. Exceptions of all other classes pass through.
 bool swallowingNSException(const std::function<void()>& block);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The default notification center of the process, by which the host tells of device events. Main
+// The process's default notification center, through which the host reports device events. Main
 // thread.
 #pragma once
 
@@ -6,8 +6,9 @@
 
 namespace platform {
 
-// Sends observer the message selector, with the notification as its argument, whenever name is
-// posted by anyone. observer is not retained.
+// Sends observer the message selector whenever name is posted, with the notification as its
+// argument, which is nil on Linux. Requires an observer that has this method and lives as long as
+// the process, because it is not retained and cannot be removed. Never fails.
 void NSNotificationCenter_addObserver(id observer, SEL selector, const char* name);
 
 }  // namespace platform

@@ -1,6 +1,6 @@
-// The Darwin notify center: names without payload that reach every process of the device. Any
-// thread; callbacks run on the main thread, in the order of registration. Posting with nobody there
-// is no error.
+// The Darwin notify center: notifications that consist of a name only and reach every process of
+// the device. Any thread; callbacks run on the main thread, in the order of registration. All
+// failures are silent.
 #pragma once
 
 #include <functional>
@@ -9,22 +9,26 @@
 
 namespace platform {
 
-// One side's registrations. Several sides of one process share the notifications but not the
-// registrations: removeEveryObserver reaches only those made through the same object, so that
-// observers without identity (nullptr) of different sides stay apart.
+// One set of registrations. Every object in a process gets all notifications, but
+// removeEveryObserver only affects registrations that were made through the same object. So parts
+// of a program that register without an identity (nullptr) do not remove each other's observers.
 class DarwinNotifyCenter {
  public:
   using Callback = std::function<void(const std::string& name)>;
 
   DarwinNotifyCenter();
+  // Removes all registrations, as removeEveryObserver does.
   ~DarwinNotifyCenter();
 
-  // observer is an identity only and is never dereferenced. Delivery is immediate, also while the
-  // process is suspended.
+  // Calls callback whenever name is posted, immediately, even if the process is suspended. observer
+  // only identifies the registration for removeEveryObserver and is never dereferenced. Made off
+  // the main thread on Linux, a registration takes effect in the main run loop's next turn.
   void addObserver(const void* observer, const std::string& name, Callback callback);
-  // A callback that another thread has begun may still be running when this returns.
+  // Removes the registrations that were made with this observer; does nothing if there are none. A
+  // callback that the main thread has begun may still be running when this returns.
   void removeEveryObserver(const void* observer);
 
+  // Posts a notification. It is lost if no process observes the name.
   static void post(const std::string& name);
 };
 

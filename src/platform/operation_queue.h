@@ -1,5 +1,6 @@
-// A queue of blocks that run in the order added: the main queue on the main thread, every other on
-// background threads. Any thread may add. A queue that is let go of still runs what it holds.
+// A queue of blocks, which start in the order in which they were added: the main queue's on the
+// main thread, every other queue's on background threads. Any thread. A copy is the same queue.
+// Destroying the last copy does not cancel any blocks.
 #pragma once
 
 #include <functional>
@@ -12,17 +13,20 @@ class NSOperationQueue {
  public:
   NSOperationQueue();
 
+  // Returns the main queue, which is never destroyed.
   static NSOperationQueue& mainQueue();
-  // The queue whose block the calling thread is running; nothing where there is none.
+  // Returns the queue whose block the calling thread is running, or nothing if it runs none.
   static std::optional<NSOperationQueue> currentQueue();
 
-  // How many blocks may run at the same time, at least 1. Queues without a limit share a few
-  // threads, and their blocks wait for one of these. To be set before the first block is added.
+  // Limits how many blocks run at the same time. Requires at least 1, and a queue to which nothing
+  // has been added. Queues without a limit share a few threads, and their blocks wait for a free
+  // one.
   void setMaxConcurrentOperationCount(int count);
-  // If no thread can be had, the block waits for the next one. The block must not throw.
+  // Queues a block, which must not throw. If no thread can be started, the block waits until one is
+  // free or, on Linux, another block is added.
   void addOperationWithBlock(std::function<void()> block);
 
-  // Whether both are the same queue. A copy is the same queue as the original.
+  // Returns true if both are the same queue.
   friend bool operator==(const NSOperationQueue& one, const NSOperationQueue& other);
 
  private:

@@ -1,5 +1,6 @@
-// Property lists on disk, XML or binary when read, XML when written. Any thread; one object is used
-// by one thread at a time.
+// Property lists on disk: XML or binary when read, XML when written. Any thread; one object must
+// not be used by two threads at the same time. Nothing here throws for a file that is missing,
+// damaged or not writable.
 #pragma once
 
 #include <memory>
@@ -9,7 +10,8 @@
 
 namespace platform {
 
-// A dictionary whose root and other values survive a change of one key, whatever their types.
+// A dictionary of which only strings can be read and changed. Other values are kept, whatever their
+// types.
 class NSMutableDictionary {
  public:
   NSMutableDictionary();
@@ -17,13 +19,18 @@ class NSMutableDictionary {
   NSMutableDictionary(NSMutableDictionary&&) noexcept;
   NSMutableDictionary& operator=(NSMutableDictionary&&) noexcept;
 
-  // Nothing if the file is missing, is no property list, or its root is no dictionary.
+  // Returns nothing if the file is missing, is not a property list, has a root that is not a
+  // dictionary or, on Linux, is larger than 2 MiB or too costly to parse.
   static std::optional<NSMutableDictionary> dictionaryWithContentsOfFile(const std::string& path);
-  // Atomically; false if the file stays as it was.
+  // Replaces the file in a single rename. Returns false, with the file unchanged, if it cannot be
+  // written or its directory does not exist. If the file has been written by others since this
+  // dictionary was read from it, their changes to other keys are kept on Linux and lost on a
+  // device.
   bool writeToFile(const std::string& path) const;
 
-  // Nothing if the key is absent or its value is not a string.
+  // Returns nothing if the key is missing or its value is not a string.
   std::optional<std::string> stringForKey(const std::string& key) const;
+  // Sets a key, whatever its value was before. Requires UTF-8.
   void setString(const std::string& value, const std::string& key);
 
  private:
@@ -32,10 +39,12 @@ class NSMutableDictionary {
   std::unique_ptr<Impl> impl_;
 };
 
-// Nothing if the file is missing, is no property list, or its root is no array. An element that is
-// not a string counts as "".
+// Returns the array's elements, with "" for each one that is not a string. Returns nothing if the
+// file is missing, is not a property list, has a root that is not an array or, on Linux, is larger
+// than 16 MiB or too costly to parse.
 std::optional<std::vector<std::string>> arrayWithContentsOfFile(const std::string& path);
-// Atomically; false if the file stays as it was.
+// Replaces the file in a single rename. Returns false, with the file unchanged, if it cannot be
+// written or its directory does not exist. Requires UTF-8.
 bool writeArrayToFile(const std::vector<std::string>& array, const std::string& path);
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// A counting semaphore that starts at 0. Any thread. Shared by who waits and who signals, since
-// either may outlive the other.
+// A counting semaphore that starts at 0. Any thread. Waiters and signalers should share ownership,
+// since either may outlive the other.
 #pragma once
 
 #include <chrono>
@@ -14,9 +14,10 @@ class DispatchSemaphore {
   DispatchSemaphore(const DispatchSemaphore&) = delete;
   DispatchSemaphore& operator=(const DispatchSemaphore&) = delete;
 
+  // Lets one wait return, a present or a future one. Never fails.
   void signal();
-  // Until it is signalled, at most so long, on a clock that is never set; false if the time was
-  // over first.
+  // Waits for a signal for at most limit, measured by a clock that is never set; 0 or less does not
+  // wait. Returns false if the time passed without a signal.
   bool wait(std::chrono::nanoseconds limit);
 
  private:

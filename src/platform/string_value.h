@@ -1,5 +1,5 @@
-// The numbers that the platform reads out of texts, and the text it makes of a number. Pure;
-// independent of the locale.
+// Converts text to numbers and back as the platform does, independently of the locale. Any thread;
+// nothing fails.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,17 @@
 
 namespace platform {
 
-// True when the text, after white space, a sign and zeros, goes on with Y, y, T, t or 1 to 9.
+// Returns true if the text, after white space, a sign and zeros, continues with Y, y, T, t or a
+// digit from 1 to 9.
 bool boolValue(const std::string& text);
-// The leading decimal number; 0 when there is none, the nearest end of the range beyond it.
+// These return the decimal number at the start of the text, after white space. They return 0 if
+// there is none, and the nearest value of the type, which may be infinite, for a number outside of
+// its range.
 std::int32_t intValue(const std::string& text);
 float floatValue(const std::string& text);
 double doubleValue(const std::string& text);
 
-// Six digits after the point, as the format "%f" gives them.
+// Returns the number as the format "%f" prints it: with six digits after the point.
 std::string decimalText(double value);
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// What a view says of itself to someone who looks into the running process: names with values.
-// Filled on the main thread by the view, read by the host.
+// Receives the state of a view as named values, for inspection of the running process. The host
+// implements it and UIView::describe fills it. Main thread.
 #pragma once
 
 #include <string_view>
