@@ -11,13 +11,13 @@
 namespace lumora {
 namespace {
 
-// The file work is done before the installation that shows it can start.
+// The file is moved synchronously, so it is in place before the installation starts.
 void wallpaperNeedsUpdating() {
   takeInWallpaperFile();
   updateWallpaperImages();
 }
 
-// Both run on tweakQueue, so the installation has finished when the sweep looks.
+// Both are queued on tweakQueue, so the views are installed before they are resumed.
 void updateAnimating() {
   updateWallpaperImages();
   resumeVisibleWallpapers();
@@ -38,8 +38,8 @@ constexpr Control controls[] = {
     {control::updateAnimating, updateAnimating},
 };
 
-// The host side's registrations, apart from those of the views: they too have no observer, and a
-// view that removes all such must not reach them.
+// Separate from the views' center: a view removes all registrations without an observer, and must
+// not remove these.
 platform::DarwinNotifyCenter& controlCenter() {
   static auto* center = new platform::DarwinNotifyCenter;
   return *center;

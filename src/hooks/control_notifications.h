@@ -1,15 +1,16 @@
-// The Darwin notifications by which the settings program controls the host side.
+// The Darwin notifications through which the settings program controls the library in the host.
 #pragma once
 
 #include <string>
 
 namespace lumora {
 
-// Registers for the seven names, for the life of the process. Main thread, at launch.
+// Registers for all control notifications, until the process ends. Main thread, once, at launch.
 void observeControlNotifications();
 
-// Turns a name into its action; other names do nothing. All but the intake of a new GIF is handed
-// to tweakQueue, so this hardly blocks. On the thread that delivers notifications.
+// Performs the action of a control notification; ignores other names. Everything except taking in a
+// new GIF is queued on tweakQueue, so this hardly blocks. Called on the thread that delivers
+// notifications. Failures are silent.
 void handleSimpleLumoraMessage(const std::string& name);
 
 }  // namespace lumora

@@ -1,4 +1,4 @@
-// The host's dock height.
+// Records the height of the host's dock.
 #pragma once
 
 #include "platform/geometry.h"
@@ -6,11 +6,12 @@
 
 namespace lumora {
 
-// The dock class's own method, filled in when it is replaced.
+// The dock class's original method, set when it is replaced.
 extern platform::CGFloat (*previousDefaultDockHeight)(platform::id self, platform::SEL selector);
 
-// Answers as the dock class itself does, and records the answer under "DOCK_HEIGHT". It runs
-// whenever the host asks, on that thread, also before the work queue exists.
+// Replaces the dock class's method: returns what the original returns, in points, and stores it
+// under "DOCK_HEIGHT"; failure to store it is silent. Called on any thread, also before tweakQueue
+// exists.
 platform::CGFloat recordDefaultDockHeight(platform::id self, platform::SEL selector);
 
 }  // namespace lumora

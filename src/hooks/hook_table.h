@@ -3,8 +3,8 @@
 
 namespace lumora {
 
-// Replaces three methods and adds one, all found by name, and does nothing else. Once, on the
-// thread that loads the library.
+// Replaces three methods and adds one. Skips those whose class or method does not exist. Called
+// once, on the thread that loads the library.
 void installHooks();
 
 }  // namespace lumora

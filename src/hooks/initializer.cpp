@@ -2,7 +2,7 @@
 
 namespace {
 
-// The hooking loader, or whoever maps the library into a home-screen process, runs this.
+// Runs when the library is loaded.
 __attribute__((constructor)) void initialize() {
   lumora::installHooks();
 }

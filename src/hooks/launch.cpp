@@ -14,7 +14,7 @@
 namespace lumora {
 namespace {
 
-// A plain file in its place counts as present.
+// Leaves a plain file at this path alone.
 void createLibraryDirectory() {
   bool isDirectory = false;
   if (!platform::fileExistsAtPath(libraryDirectory, isDirectory)) {

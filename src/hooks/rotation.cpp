@@ -6,7 +6,7 @@
 
 namespace lumora {
 
-// The master switch is deliberately not asked: a disabled wallpaper still follows the screen.
+// "ENABLED" is deliberately not read: a wallpaper that is disabled still follows the screen.
 void LumoraDeviceDidRotate(platform::id /*self*/, platform::SEL /*selector*/,
                            platform::id /*notification*/) {
   stoppingExceptions([] {

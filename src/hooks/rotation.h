@@ -1,4 +1,4 @@
-// The device turns.
+// Follows the rotation of the device.
 #pragma once
 
 #include "platform/objc_runtime.h"
@@ -7,8 +7,8 @@ namespace lumora {
 
 constexpr auto deviceDidRotateSelector = "LumoraDeviceDidRotate:";
 
-// Added to the host's application class: queues one installation for every turn while a wallpaper
-// is set, whatever the orientation. Main thread.
+// Added to the host's application class and called at every rotation. Queues an installation if a
+// wallpaper is set, whatever the orientation. Main thread.
 void LumoraDeviceDidRotate(platform::id self, platform::SEL selector, platform::id notification);
 
 }  // namespace lumora
