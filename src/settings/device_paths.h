@@ -1,4 +1,4 @@
-// The system's places on the device.
+// The library's files on the device.
 #pragma once
 
 namespace lumora {
@@ -6,7 +6,7 @@ namespace lumora {
 constexpr auto settingsPath =
     "/var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist";
 
-// Holds the wallpaper GIFs and, beside each, its frame cache.
+// Holds the wallpaper GIFs and their frame caches.
 constexpr auto libraryDirectory = "/var/mobile/Library/Lumora/";
 
 constexpr auto logPath = "/var/mobile/Library/Lumora/log.txt";

@@ -1,13 +1,13 @@
-// The diagnostic log, for someone who looks for a fault: nothing in the library writes to it.
+// A log file for debugging. No other part of the library writes to it.
 #pragma once
 
 #include <string>
 
 namespace lumora {
 
-// Appends the message and the date as one entry to the log file. Reads and replaces the whole file,
-// so it is not for loops; a log that is not UTF-8 is begun anew. Any thread, without a lock: of two
-// entries made at the same moment one may be lost. Silent where the file cannot be written.
+// Appends an entry with the message and the date to the log file. Rewrites the whole file, so it is
+// too slow for loops. Starts a new log if the old one is not UTF-8. Does nothing if the file cannot
+// be written. Any thread; nothing is locked, so one of two simultaneous entries may be lost.
 void logToFile(const std::string& message);
 
 }  // namespace lumora

@@ -1,4 +1,4 @@
-// Where wallpapers are shown, and what never changes about each place.
+// The places where wallpapers are shown, with the names and settings of each.
 #pragma once
 
 #include <array>
@@ -8,24 +8,24 @@
 
 namespace lumora {
 
-// The number of a location is the tag of the host's view there. Not to be mixed up with the numbers
-// of "MODE_INDEX" and "LOCATION_INDEX".
+// The numbers are the tags of the host's views. They are unrelated to those of "MODE_INDEX" and
+// "LOCATION_INDEX".
 enum class ScreenLocation { Unknown = -1, Shared = 0, LockScreen = 1, HomeScreen = 2 };
 
 struct Location {
   ScreenLocation id;
   // Names the animated view and its messaging center.
   const char* identifier;
-  // The mode in which it has a wallpaper.
+  // The mode in which the location has a wallpaper.
   WallpaperMode mode;
-  // The "LOCATION_INDEX" by which a settings program chooses it; -1 if that takes no part.
+  // The value of "LOCATION_INDEX" that selects the location; -1 for the shared one.
   std::int32_t locationIndex;
-  // Its GIF in the library, and the file name of a new one.
+  // The path of its GIF in the library directory, and the file name of a newly chosen GIF for it.
   const char* gifPath;
   const char* incomingName;
-  // The control notification that takes its wallpaper down.
+  // The control notification that removes its wallpaper.
   const char* removalNotification;
-  // Its own rows of the settings.
+  // Its settings: a key, and getters of settings.def.
   const char* wallpaperSetKey;
   bool (*getWallpaperSet)();
   float (*getGIFSpeed)();
@@ -34,10 +34,10 @@ struct Location {
   std::string (*getScalingMode)();
 };
 
-// In the order of their numbers.
+// In the order of ScreenLocation.
 extern const std::array<Location, 3> locations;
 
-// Returns nullptr for any other text or number.
+// Return the location, or nullptr if there is none with this identifier or tag. Any thread.
 const Location* locationWithIdentifier(const std::string& identifier);
 const Location* locationWithTag(int tag);
 

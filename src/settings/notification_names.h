@@ -1,19 +1,18 @@
-// Every name that the library shares with the settings program, as a Darwin notification, or with
-// its own views, as a message. None carries a payload: what there is to know is in the settings
-// file.
+// The names of all Darwin notifications and messages. None has a payload: receivers read the
+// settings instead.
 #pragma once
 
 namespace lumora {
 
-// Posted by the settings program, observed by the host side.
+// Posted by the settings program, observed by the library in the host.
 namespace control {
-// A newly chosen GIF is to be taken in.
+// Take in a newly chosen GIF.
 constexpr auto wallpaperNeedsUpdating = "com.brightfen.lumora.wallpaperNeedsUpdating";
-// The views are to be installed again.
+// Install the views again.
 constexpr auto updateWallpaper = "com.brightfen.lumora.updateWallpaper";
-// The same, and what is shown is to play.
+// Install the views again and resume the visible ones.
 constexpr auto updateAnimating = "com.brightfen.lumora.updateAnimating";
-// Views are to be taken down.
+// Remove views.
 constexpr auto removeGIFFromAllWallpapers = "com.brightfen.lumora.removeGIFFromAllWallpapers";
 constexpr auto removeSharedGIFView = "com.brightfen.lumora.removeSharedGIFView";
 constexpr auto removeLockscreenGIFView = "com.brightfen.lumora.removeLockscreenGIFView";
@@ -31,7 +30,7 @@ constexpr auto frameFoundNotification = "kLWGIFViewFrameFoundNotification";
 constexpr auto didStartAnimatingNotification = "kLWGIFViewDidStartAnimatingNotification";
 constexpr auto blurDidFinishNotification = "kLWGIFViewGIFBlurDidFinish";
 
-// Messages to a view's messaging center, whose name is the prefix and the view's identifier.
+// Messages to a view. Its messaging center's name is the prefix followed by the view's identifier.
 constexpr auto messagingCenterPrefix = "com.brightfen.lumora.gifview.";
 constexpr auto shouldResumeMessage = "kLWGIFViewShouldResumeNotification";
 constexpr auto shouldPauseMessage = "kLWGIFViewShouldPauseNotification";

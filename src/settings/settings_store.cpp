@@ -12,7 +12,6 @@ namespace {
 
 using platform::NSMutableDictionary;
 
-// The stored text, as it is.
 std::optional<std::string> storedText(const char* key) {
   if (!platform::fileExistsAtPath(settingsPath)) return std::nullopt;
   auto settings = NSMutableDictionary::dictionaryWithContentsOfFile(settingsPath);

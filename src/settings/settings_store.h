@@ -1,6 +1,6 @@
-// The user's settings: one property list that a settings program in another process changes at any
-// time. Nothing is cached: every getter reads the whole file afresh, every write reads it, changes
-// one key and replaces it whole. Any thread; nothing is locked, the last writer wins.
+// The user's settings: a property list that the settings program, another process, may change at
+// any time. Nothing is cached: each getter reads the whole file, and each write reads it, changes
+// one key and replaces it. Any thread. Nothing is locked: the last writer wins.
 //
 // The getters, with their keys and defaults, are in settings.def.
 #pragma once
@@ -16,7 +16,7 @@ namespace setting_types {
 using Boolean = bool;
 using Integer = std::int32_t;
 using Number = float;
-// Stored as a number.
+// In points.
 using Length = platform::CGFloat;
 using ScalingMode = std::string;
 using Text = std::string;
@@ -25,15 +25,16 @@ using Text = std::string;
 #define SETTING(type, getter, key, otherwise) setting_types::type getter();
 #include "settings/settings.def"
 
-// How the wallpapers are divided: one each for lock screen and home screen, or one for both. In any
-// other mode the library shows none.
+// Separate: one wallpaper for the lock screen and one for the home screen. Shared: one for both.
+// None, for any other number: the library shows no wallpaper.
 enum class WallpaperMode { Separate = 0, Shared = 1, None };
 
-// Reads "MODE_INDEX" afresh, as getModeIndex does.
+// Returns the mode that "MODE_INDEX" stands for.
 WallpaperMode wallpaperMode();
 
-// The store's only write. A file that cannot be read is replaced by one with this key alone; a
-// failed write leaves the file as it was.
+// Stores object under key, the only way in which the library changes settings. Replaces a file that
+// is missing or damaged by one with this key alone. If the file cannot be written, it stays as it
+// was, silently.
 void setPreferencesObjectKey(const std::string& object, const std::string& key);
 
 }  // namespace lumora

@@ -3,10 +3,10 @@
 
 namespace lumora {
 
-// Moves the file that "SAFARI_DIRECTORY" names to the place of the location that its name selects,
-// throws away that location's old GIF and frame cache and stores the matching "MODE_INDEX". The
-// incoming file is used at most once: it is gone afterwards whatever happened. A folder at that
-// path is no incoming file: it stays where it is. All failures are silent. Synchronous, any thread.
+// Moves the file that "SAFARI_DIRECTORY" names into the library directory. The file's name selects
+// the location, whose old GIF and frame cache are deleted and whose mode is stored under
+// "MODE_INDEX". The incoming file is deleted if it cannot be moved or its name selects no location;
+// a folder at its path is left alone. Failures are silent. Any thread; returns when all is done.
 void takeInWallpaperFile();
 
 }  // namespace lumora
