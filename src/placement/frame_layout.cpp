@@ -24,7 +24,7 @@ CGFloat dockHeight() {
   const CGFloat height = defaultDockHeight();
   const CGFloat screenHeight = platform::mainScreenBounds().value_or(CGRect()).height;
   if (height > 0 && height < screenHeight) return height;
-  // The stored height deliberately passes through its six-decimal text.
+  // The stored height is deliberately rounded to six decimals.
   return static_cast<CGFloat>(platform::doubleValue(platform::decimalText(getDockHeight())));
 }
 

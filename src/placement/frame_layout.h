@@ -1,15 +1,16 @@
-// Where on the screen the animated views go.
+// Computes where on the screen the animated views go. Any thread.
 #pragma once
 
 #include "platform/geometry.h"
 
 namespace lumora {
 
-// The whole screen in points, as wide as it is seen in the present orientation. Any thread.
+// Returns the screen in points, in the status bar's orientation; an empty rectangle if there is no
+// screen.
 platform::CGRect screenRectangle();
 
-// The given screen less the dock: the lowest strip of it, or the rightmost one on a phone held
-// sideways. Reads the settings; any thread.
+// Returns the screen without the dock, which is at the right on a phone in landscape, otherwise at
+// the bottom. Returns the whole screen if "DOCK_ENABLED" is off.
 platform::CGRect rectangleBesideDock(const platform::CGRect& screen);
 
 }  // namespace lumora

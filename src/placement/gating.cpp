@@ -34,7 +34,7 @@ void bringToFront(const std::shared_ptr<UIView>& view) {
   if (auto superview = view->superview()) superview->bringSubviewToFront(view);
 }
 
-// Of an unknown location, nullptr, nothing is told to any view.
+// entry is nullptr for an unknown location: no view gets a message then.
 void animate(const LocationEntry* entry, bool animate) {
   if (entry != nullptr) sendToView(*entry, animate);
   const platform::id controller = sharedWallpaperController();

@@ -1,17 +1,17 @@
-// Decides when animated views play: only while the host shows the wallpaper behind them. Any
-// thread; the work is queued on tweakQueue.
+// Makes animated views play only while the host shows its wallpaper. Any thread; the work is queued
+// on tweakQueue. Failures are silent.
 #pragma once
 
 #include "settings/locations.h"
 
 namespace lumora {
 
-// Resumes or pauses the location's view and brings its host view to the front; installs the view
-// first if it is missing or detached. Of an unknown location, no view is told. Does nothing while
-// the extension is disabled.
+// Resumes or pauses the location's view and brings its host view to the front. Installs the view
+// first if there is none or if it has no superview. For an unknown location, no view is resumed or
+// paused. Does nothing while "ENABLED" is off.
 void setWallpaperAnimating(ScreenLocation location, bool animate);
 
-// Resumes every location whose host view is shown; hidden ones are left alone.
+// Resumes the view of every location whose host view is not hidden.
 void resumeVisibleWallpapers();
 
 }  // namespace lumora

@@ -1,5 +1,5 @@
-// The host's own wallpaper, reached by name at run time. Any thread; what the host does not have is
-// nullptr or 0.
+// Access to the host's wallpaper and dock, by name at run time. Any thread. Functions return
+// nullptr or 0 if the host lacks the class, method or variable.
 #pragma once
 
 #include <memory>
@@ -11,14 +11,14 @@
 
 namespace lumora {
 
-// The wallpaper controller; its class is looked up once.
+// Returns the host's wallpaper controller.
 platform::id sharedWallpaperController();
 
-// The host's wallpaper view of a location, read afresh from the controller.
+// Returns the controller's present wallpaper view for a location.
 std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller,
                                                     const LocationEntry& entry);
 
-// The dock's default height in points, as the host's dock class says it.
+// Returns the default height of the host's dock, in points.
 platform::CGFloat defaultDockHeight();
 
 }  // namespace lumora

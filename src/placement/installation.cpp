@@ -20,15 +20,15 @@ namespace {
 using platform::CGRect;
 using platform::UIView;
 
-// The host's wallpaper view of each location; nullptr where the mode has none.
+// The host's wallpaper view of each location; nullptr for locations that the mode does not use.
 using HostViews = std::array<std::shared_ptr<UIView>, 3>;
 
 bool isUsed(const LocationEntry& entry, WallpaperMode mode) {
   return entry.location.mode == mode;
 }
 
-// Whether the mode's wallpaper, in separate mode the one that the settings program looks at, is a
-// picture that can be read. The other files are decoded, too, as this step always has.
+// Returns true if the wallpaper selected in the settings can be decoded. The other locations' files
+// are decoded, too, although their results are not used.
 bool hasPictureForSettings() {
   std::array<bool, 3> isPicture{};
   for (std::size_t at = 0; at < locations.size(); ++at) {
@@ -98,7 +98,7 @@ void createViewIfMissing(const std::shared_ptr<UIView>& host, const LocationEntr
   hopToMainQueue([host, view] { attach(host, view); }, deadline);
 }
 
-// The home screen's before the lock screen's.
+// Creates the home screen's view before the lock screen's.
 void createMissingViews(const HostViews& hosts, Deadline deadline) {
   const WallpaperMode mode = wallpaperMode();
   for (std::size_t at = hosts.size(); at-- > 0;) {
@@ -108,7 +108,7 @@ void createMissingViews(const HostViews& hosts, Deadline deadline) {
   }
 }
 
-// Of every view, whatever the mode.
+// Sets the frames of all views, whatever the mode.
 void setFrames(const CGRect& screen, Deadline deadline) {
   const CGRect besideDock = rectangleBesideDock(screen);
   hopToMainQueue(
@@ -122,7 +122,7 @@ void setFrames(const CGRect& screen, Deadline deadline) {
       deadline);
 }
 
-// The home screen's before the lock screen's.
+// Scales the home screen's view before the lock screen's.
 void scaleViews() {
   for (const std::size_t at : {0, 2, 1}) {
     const LocationEntry& entry = locationEntries[at];
@@ -166,8 +166,9 @@ void markAndStart() {
   }
 }
 
-// Every step asks for the mode afresh: the settings may change while the installation runs. All
-// waits share one deadline, so a slow main thread delays the installation once, not at every step.
+// Every step reads the mode again, because the settings may change while the installation runs. All
+// waits share one deadline, so that a slow main thread delays the installation once, not at every
+// step.
 void install() {
   if (!hasPictureForSettings()) return;
   const CGRect screen = screenRectangle();

@@ -1,12 +1,14 @@
-// Puts the animated views into the host's wallpaper.
+// Installs the animated views in the host's wallpaper views.
 #pragma once
 
 namespace lumora {
 
-// Queues one installation on tweakQueue and returns; any thread. The installation finds the host's
-// wallpaper views of the current mode, makes or takes over one animated view for each, places it
-// clear of the dock, scales it, hands it its GIF and notes in the settings what is set. It ends
-// silently, without any change, if the GIF that the settings point at is missing or damaged.
+// Queues an installation on tweakQueue and returns. Any thread.
+//
+// The installation finds the host's wallpaper views of the current mode, creates or reuses an
+// animated view for each, sets its frame and scaling, starts it with its GIF, and records in the
+// settings what is set. It does nothing, silently, if the GIF that is selected in the settings is
+// missing or damaged.
 void updateWallpaperImages();
 
 }  // namespace lumora

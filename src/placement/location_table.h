@@ -1,5 +1,5 @@
-// What the library has made at each wallpaper location: its animated view and its listener. Both
-// are kept for the life of the process: a removal only detaches a view.
+// The animated view and the listener of each wallpaper location. Views are kept until the process
+// ends: a removal only detaches them.
 #pragma once
 
 #include <memory>
@@ -15,7 +15,7 @@ class LWWallpaperListener;
 using ViewGlobal = GuardedGlobal<std::shared_ptr<LWGIFView>>;
 using ListenerGlobal = GuardedGlobal<std::shared_ptr<LWWallpaperListener>>;
 
-// Written on tweakQueue, read on any thread; nullptr until first made.
+// Written on tweakQueue, read on any thread. nullptr if none has been created.
 extern ViewGlobal sharedGIFView;
 extern ViewGlobal lockscreenGIFView;
 extern ViewGlobal homescreenGIFView;
@@ -27,14 +27,14 @@ struct LocationEntry {
   const Location& location;
   ViewGlobal& view;
   ListenerGlobal& listener;
-  // The host wallpaper controller's instance variable.
+  // The instance variable of the host's wallpaper controller that holds the host's view.
   const char* hostViewVariable;
 };
 
-// In the order of the locations' numbers.
+// In the order of ScreenLocation.
 extern const std::array<LocationEntry, 3> locationEntries;
 
-// Returns nullptr for an unknown location.
+// Returns the location's entry, or nullptr for an unknown location. Any thread.
 const LocationEntry* entryOf(ScreenLocation location);
 
 }  // namespace lumora

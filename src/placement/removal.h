@@ -1,16 +1,16 @@
-// Takes animated wallpapers down again. A removal detaches a view and never destroys it: the next
-// installation attaches the very same one. Each call queues one operation on tweakQueue and
-// returns; any thread.
+// Removes animated wallpapers. A removal detaches a view without destroying it; the next
+// installation attaches the same view again. Each function queues an operation on tweakQueue and
+// returns. Any thread. Failures are silent.
 #pragma once
 
 namespace lumora {
 
-// Takes down one location's view and deletes its GIF and frame cache; "WALLPAPER_SET" stays.
+// Detach one location's view and delete its GIF and frame cache. "WALLPAPER_SET" stays as it is.
 void removeSharedGIFView();
 void removeLockscreenGIFView();
 void removeHomescreenGIFView();
 
-// Every view; the files stay for a later installation.
+// Detaches all views. The files are kept for a later installation.
 void removeGIFFromAllWallpapers();
 
 }  // namespace lumora

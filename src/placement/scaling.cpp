@@ -8,7 +8,7 @@ namespace {
 
 using platform::UIViewContentMode;
 
-// Read twice, unless it is the first.
+// Reads the setting again for each value that it is compared with.
 UIViewContentMode contentMode(const Location& location) {
   if (location.getScalingMode() == "FIT") return UIViewContentMode::ScaleAspectFit;
   return location.getScalingMode() == "FILL" ? UIViewContentMode::ScaleAspectFill

@@ -1,4 +1,4 @@
-// The scaling setting, applied to a view.
+// Applies the scaling setting to a view.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@
 
 namespace lumora {
 
-// Queues the change on the main queue and does not wait. Any thread. identifier: of the location
-// whose setting counts, whichever view it is applied to; an unknown one changes nothing.
+// Queues the change on the main queue and returns. Any thread. identifier names the location whose
+// setting is read, which need not be the view's own; an unknown one changes nothing.
 void updateScalingModeOfWallpaper(const std::shared_ptr<LWGIFView>& view,
                                   const std::string& identifier);
 

@@ -1,15 +1,16 @@
-// The system's one serial work queue: installations, removals, pauses and resumes run on it one
-// after the other, in the order added.
+// The library's serial work queue, which runs installations, removals, pauses and resumes one after
+// another, in the order in which they were added.
 #pragma once
 
 #include <functional>
 
 namespace lumora {
 
-// Makes the queue, replacing one that exists. Main thread, at launch, before anyone adds to it.
+// Creates the queue, replacing an old one. Main thread, at launch.
 void createTweakQueue();
 
-// Any thread. Does nothing before createTweakQueue.
+// Queues a block; an exception ends the block silently. Does nothing before createTweakQueue. Any
+// thread.
 void addToTweakQueue(std::function<void()> block);
 
 }  // namespace lumora

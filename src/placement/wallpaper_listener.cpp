@@ -37,7 +37,7 @@ void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UI
   removeOldListener(object, entry->listener);
   auto listener = std::make_shared<LWWallpaperListener>();
   entry->listener.store(listener);
-  // The table's row is the location's context token: an address of its own, which nobody reads.
+  // The context only has to be a distinct address for each location.
   if (object) object->addObserver(listener, keyPath, entry);
 }
 

@@ -1,4 +1,4 @@
-// Observes the host hiding and showing its wallpaper views.
+// Observes when the host hides and shows its wallpaper views.
 #pragma once
 
 #include <memory>
@@ -14,18 +14,18 @@ class LWWallpaperListener final : public platform::KeyValueObserver {
  public:
   static constexpr auto keyPath = "hidden";
 
-  // Called with the location of the host view that was shown or hidden, on the thread that did it.
+  // Called with the location of a host view that was shown or hidden, or with Unknown if the view's
+  // tag names none, on the thread that changed it. Exceptions are dropped.
   using VisibilityHandler = void (*)(ScreenLocation location, bool isVisible);
-  // Sets the handler for all listeners; without one they do nothing. Any thread.
+  // Sets the handler of all listeners, which do nothing without one. Any thread.
   static void setVisibilityHandler(VisibilityHandler handler);
 
-  // Gives the location a new listener and registers it with the object, if that is not nullptr. The
-  // old listener is removed if it is on this object; on another view it stays until that view dies.
-  // On tweakQueue.
+  // Creates a new listener for the location and registers it with object, unless that is nullptr.
+  // The old listener is removed if it observes this object; if it observes another view, it stays
+  // until that view is destroyed. Does nothing for an unknown location. On tweakQueue.
   static void addListenerToObject(const std::shared_ptr<platform::UIView>& object,
                                   ScreenLocation location);
 
-  // On the thread that changed the value.
   void observeValueForKeyPath(std::string_view changedKeyPath, platform::UIView& object,
                               const void* context) override;
 };
