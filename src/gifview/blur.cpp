@@ -8,7 +8,7 @@ namespace lumora {
 
 platform::ImageRef blurImageWithRadius(const platform::ImageRef& image, std::int32_t radius) {
   const auto blurred = platform::CIImage::gaussianBlur(image, radius);
-  // The middle of the output: it has grown by the border that the blur adds around the picture.
+  // The blur adds a border on every side, so the image is in the middle of the output.
   const platform::CGRect extent = blurred.extent();
   platform::CGRect crop;
   crop.width = static_cast<platform::CGFloat>(image->width());

@@ -7,11 +7,11 @@
 
 namespace lumora {
 
-// The picture behind a Gaussian blur, at its own size; nullptr if the memory does not suffice.
-// radius: the standard deviation in pixels.
+// Returns the image with a Gaussian blur, at the same size, or nullptr if memory runs out. radius
+// is the standard deviation in pixels. Requires an image that is not nullptr.
 platform::ImageRef blurImageWithRadius(const platform::ImageRef& image, std::int32_t radius);
 
-// The radius of a blur setting: the setting truncated toward zero.
+// Returns the setting truncated toward zero, as a radius in pixels.
 std::int32_t blurRadius(float setting);
 
 }  // namespace lumora

@@ -1,4 +1,4 @@
-// The display link of a view while the view plays.
+// Holds the display link of a view while it plays.
 #pragma once
 
 #include <memory>
@@ -10,12 +10,12 @@ namespace lumora {
 
 class DisplayLinkHolder {
  public:
-  // Makes a link that calls target at every refresh. A link from before that nobody stopped goes on
-  // firing. Main thread.
+  // Creates a link that calls target at every refresh. An earlier link that has not been stopped
+  // continues to fire and can no longer be stopped. Main thread.
   void start(platform::CADisplayLink::Target target);
-  // Invalidates the link made last, if there is one. Any thread.
+  // Invalidates the newest link, if there is one. Any thread.
   void stop();
-  // Any thread.
+  // Returns true if there is a link to stop. Any thread.
   bool isRunning() const { return link_.load() != nullptr; }
 
  private:

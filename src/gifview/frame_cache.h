@@ -1,5 +1,6 @@
-// The frame cache of a GIF: a directory with a saved copy of the GIF, one PNG per frame and the
-// list of delays. Background threads; all failures are silent.
+// The frame cache of a GIF: a directory with a copy of the GIF, a PNG file for each frame and the
+// list of delays. Background threads. Failures to write are silent: the file is missing then, or
+// stays as it was.
 #pragma once
 
 #include <cstdint>
@@ -12,9 +13,9 @@
 
 namespace lumora {
 
-// Where the cache of "/dir/NAME.gif" is: in "/dir/NAME".
+// The paths in the cache of "/dir/NAME.gif", which is the directory "/dir/NAME".
 struct FrameCacheLayout {
-  // The layout for no GIF yet: all paths are empty.
+  // Makes a layout for no GIF, with empty paths.
   FrameCacheLayout() = default;
   explicit FrameCacheLayout(const std::string& gifPath);
 
@@ -29,37 +30,40 @@ struct FrameCacheLayout {
   std::string GIFDirectory;
   // "NAME".
   std::string baseGIFName;
-  // "/dir/NAME/NAME": the copy of the GIF from which the cache was made.
+  // "/dir/NAME/NAME": a copy of the GIF from which the cache was made.
   std::string savedGIFPath;
 };
 
-// Receives progress during extraction. Called on the extracting thread.
+// Controls an extraction and receives its progress, on the extracting thread.
 class FrameExtractionClient {
  public:
   virtual ~FrameExtractionClient() = default;
   // Called once with the number of images in the GIF.
   virtual void setFrameCount(std::int32_t count) = 0;
-  // Where the extraction ends; asked again before each frame, because two extractions for one view
-  // share the number.
+  // Returns the number of frames after which the extraction ends. Called before each frame, because
+  // two extractions for one view share the number.
   virtual std::int32_t frameCount() const = 0;
+  // Called for each decoded frame, before it is written.
   virtual void frameFound() = 0;
-  // The blur setting for the next frame; frames stay sharp unless it is greater than 0.
+  // Returns the blur setting for the next frame, which is not blurred if this is 0 or less.
   virtual float blur() = 0;
 };
 
-// Returns true if the cache was made from exactly these bytes.
+// Returns true if the cache was made from these bytes: if its copy of the GIF equals them.
 bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& gif);
 
-// Replaces the whole cache directory. The saved copy is written first. Frames that cannot be
-// decoded have no file, though the numbers of the others stay; the list of delays has no gaps.
+// Replaces the whole cache directory. If the bytes are not an image, the new one only contains
+// their copy. A frame that cannot be decoded has no file, and the other frames keep their numbers,
+// but the list of delays has no gap. Requires gif, which is the contents of layout.fullGIFPath, not
+// to be nullptr.
 void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif,
                        FrameExtractionClient& client);
 
-// Writes one frame's file, replacing the old one atomically. Does nothing if image is nullptr.
+// Writes a frame's file, replacing an old one atomically. Does nothing if image is nullptr.
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
                 const platform::ImageRef& image);
 
-// The list of delays as it is on disk; nullptr if it cannot be read.
+// Returns the list of delays in the cache, or nullptr if it cannot be read.
 FrameDurations loadFrameDurations(const FrameCacheLayout& layout);
 
 }  // namespace lumora

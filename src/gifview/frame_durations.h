@@ -6,7 +6,7 @@
 
 namespace lumora {
 
-// In seconds; nullptr where the list could not be read. Any thread.
+// In seconds; nullptr if the list could not be read. Any thread.
 using FrameDurations = std::shared_ptr<const std::vector<double>>;
 
 }  // namespace lumora

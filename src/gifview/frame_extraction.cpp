@@ -23,7 +23,7 @@ bool FrameExtraction::extract(const std::string& path) {
   return true;
 }
 
-// Returns true if the settings program shows this view's location.
+// Returns true if this view's location is the one selected in the settings.
 bool FrameExtraction::isSelectedInSettings() const {
   if (location_ == nullptr || location_->mode != wallpaperMode()) return false;
   return location_->locationIndex < 0 || location_->locationIndex == getLocationIndex();

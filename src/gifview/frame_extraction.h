@@ -1,5 +1,5 @@
-// Makes the frame cache of a view's GIF current, and holds what playback needs of it: written by
-// the extraction on a background thread, read on any.
+// Brings the frame cache of a view's GIF up to date and holds the results for playback. The getters
+// work on any thread.
 #pragma once
 
 #include <atomic>
@@ -14,17 +14,18 @@ namespace lumora {
 
 class FrameExtraction final : private FrameExtractionClient {
  public:
-  // location: whose settings count; nullptr for none.
+  // location is the one whose settings are read; nullptr stands for the defaults.
   explicit FrameExtraction(const Location* location) : location_(location) {}
 
-  // Reads the GIF and rebuilds its cache unless that was made from the same bytes, with
-  // notifications to the settings program on the way. Returns false, with nothing but the layout
+  // Reads the GIF and rebuilds its cache, unless the cache was made from the same bytes. Posts
+  // notifications about its progress to the settings program. Returns false, with only the layout
   // changed, if the GIF cannot be read. Background threads.
   bool extract(const std::string& path);
 
   FrameCacheLayout layout() const { return layout_.load(); }
   FrameDurations durations() const { return durations_.load(); }
-  // The images of the GIF while they are extracted, then the length of the list of delays.
+  // Returns the number of images in the GIF during an extraction, and the length of the list of
+  // delays after it.
   std::int32_t frameCount() const override { return animationNumFrames_; }
 
  private:

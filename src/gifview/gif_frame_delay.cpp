@@ -5,7 +5,7 @@
 namespace lumora {
 namespace {
 
-// Just under 0.02: a delay of exactly two hundredths is kept.
+// Slightly less than 0.02, so that a delay of two hundredths is kept.
 constexpr double minDelay = 0.02 - std::numeric_limits<float>::epsilon();
 constexpr double delayOfTooShort = 0.1;
 

@@ -1,4 +1,4 @@
-// How long a GIF's frame is to be waited for.
+// How long to wait before a GIF's frame is shown.
 #pragma once
 
 #include <optional>
@@ -7,11 +7,11 @@
 
 namespace lumora {
 
-// In seconds. Delays too short to be meant, and frames without any, get a tenth of a second, as all
-// viewers do.
+// Returns the delay of a frame in seconds. As in all viewers, it is a tenth of a second if the file
+// gives none or one of less than two hundredths.
 double CGImageSourceGetGifFrameDelay(const platform::CGImageSource& source, int index);
 
-// The same rule for properties at hand.
+// Returns the same for the given properties.
 double gifFrameDelay(const std::optional<platform::ImageProperties>& properties);
 
 }  // namespace lumora

@@ -23,7 +23,7 @@ using platform::CADisplayLink;
 using platform::CPDistributedMessagingCenter;
 using platform::DarwinNotifyCenter;
 
-// The views' registrations, apart from those of the host side.
+// Separate from the center of the control notifications, whose observers must not be removed here.
 DarwinNotifyCenter& viewNotifyCenter() {
   static auto* center = new DarwinNotifyCenter;
   return *center;
@@ -95,7 +95,7 @@ void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
   if (location_ == nullptr || location_->mode != wallpaperMode()) return;
   auto semaphore = std::make_shared<platform::DispatchSemaphore>();
   runInBackground([view = self(), path, semaphore] {
-    // For a GIF that cannot be read the wait lasts until its deadline, and nothing else happens.
+    // If the GIF cannot be read, the caller waits until its deadline; nothing else changes.
     if (view->extraction_.extract(path)) semaphore->signal();
   });
   semaphore->wait(timeLeft(deadlineFromNow()));
@@ -105,8 +105,8 @@ void LWGIFView::pauseAnimation() {
   displayLink_.stop();
 }
 
-// Two calls before the main queue runs leave two links: the second overwrites the field, and the
-// first goes on firing.
+// Two calls before the main queue runs create two links: the holder only keeps the second, and the
+// first continues to fire.
 void LWGIFView::resumeAnimation() {
   displayLink_.stop();
   addToMainQueue([view = self()] { view->startDisplayLink(); });
@@ -127,8 +127,8 @@ void LWGIFView::update(const CADisplayLink& link) {
   if (clock_.advance(extraction_.frameCount())) startNextCycle();
 }
 
-// Links left over end cycles too. One new link a refresh is enough: if each of them made one, their
-// number would double at every refresh until the main thread did nothing else.
+// More than one link may end a cycle. If each of them created a new one, their number would double
+// at every refresh until the main thread did nothing else, so only the first does.
 void LWGIFView::startNextCycle() {
   if (std::exchange(isNextCycleQueued_, true)) return;
   resumeAnimation();

@@ -1,5 +1,6 @@
-// The view that shows one animated wallpaper: it turns a GIF into a frame cache once and plays the
-// frames from there on the display's refresh. Where a function names no thread, any will do.
+// A view that shows an animated wallpaper: it turns a GIF into a frame cache once, and plays the
+// frames from the cache with the display's refreshes. Functions that name no thread work on any.
+// Failures are silent.
 #pragma once
 
 #include <atomic>
@@ -17,36 +18,37 @@ namespace lumora {
 
 class LWGIFView final : public platform::UIView {
  public:
-  // The tag by which an animated view is found among a host view's subviews.
+  // The tag that marks animated views among a host view's subviews.
   static constexpr int animatedViewTag = 1337;
 
-  // Makes a view for "SHARED", "LOCKSCREEN" or "HOMESCREEN" and waits up to five seconds for the
-  // main thread to set it up; if that takes longer, the set-up runs late and imageView() is nullptr
-  // until then. Not on the main thread.
+  // Creates a view for "SHARED", "LOCKSCREEN" or "HOMESCREEN" and waits up to five seconds for the
+  // main thread to set it up. If that takes longer, the view is set up later and imageView() is
+  // nullptr until then. Never returns nullptr. Not on the main thread.
   static std::shared_ptr<LWGIFView> initWithIdentifier(const std::string& identifier);
 
-  // Makes the frame cache of this GIF current, unless the mode does not use this view, and waits up
-  // to five seconds for that; what takes longer goes on in the background. Starts no playback.
+  // Brings the frame cache of this GIF up to date and waits up to five seconds for that; if it
+  // takes longer, it continues in the background. Does nothing if there is no such file or if the
+  // mode does not use this view. Does not start playback.
   void startAnimationWithGIFAtPath(const std::string& path);
 
-  // The frame stays visible; resuming continues from it.
+  // Stops playback. The current frame stays visible, and resuming continues from it.
   void pauseAnimation();
-  // Starts the display link from the main queue.
+  // Starts playback from a block on the main queue.
   void resumeAnimation();
 
-  // Sets the image view's mode, from the main queue; this view's own mode stays.
+  // Sets the content mode of the image view, not of this view, from a block on the main queue.
   void setContentMode(platform::UIViewContentMode mode) override;
 
-  // With the names of description_keys.h.
+  // Adds the values of description_keys.h. Main thread.
   void describe(platform::ViewDescription& target) const override;
 
   const std::string& identifier() const { return identifier_; }
-  // nullptr if the identifier is none of the three.
+  // Returns nullptr if the identifier is unknown.
   const Location* location() const { return location_; }
   FrameCacheLayout frameCache() const { return extraction_.layout(); }
-  // 1 is the speed of the GIF; see PlaybackClock::tick for 0 and below.
+  // Sets the speed as a factor of the GIF's; see PlaybackClock::tick for 0 and less.
   void setSpeedModifier(float speed) { speedModifier_ = speed; }
-  // Main thread; nullptr until the set-up has run.
+  // Returns nullptr until the view is set up. Main thread.
   const std::shared_ptr<platform::UIImageView>& imageView() const { return imageView_; }
 
  private:

@@ -36,7 +36,7 @@ void rewriteFrames(const LWGIFView& view) {
   DarwinNotifyCenter::post(blurDidFinishNotification);
 }
 
-// In any mode but these two, every view stays.
+// No view is unneeded in a mode that is neither shared nor separate.
 bool isUnneeded(const LWGIFView& view) {
   const Location* location = view.location();
   const bool isShared = location != nullptr && location->mode == WallpaperMode::Shared;

@@ -1,6 +1,6 @@
-// Settings that a view follows while it lives: each function reads the setting of the view's
-// location afresh and applies it. Called where Darwin notifications are delivered; views are
-// touched on the main queue only.
+// Applies changed settings to an existing view. Each function reads the setting of the view's
+// location. Called on the thread that delivers Darwin notifications; views are changed from blocks
+// on the main queue. Failures are silent.
 #pragma once
 
 #include <memory>
@@ -9,18 +9,19 @@ namespace lumora {
 
 class LWGIFView;
 
-// Takes effect from the next refresh on; the display link goes on.
+// Changes the speed with the next refresh; playback is not restarted.
 void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view);
 
 // Sets the opacity of the image view, not of the view itself.
 void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view);
 
-// Rewrites every frame file in the background, also with a radius of 0, and posts a notification at
-// the end. Playback goes on and shows each new file when its frame is due next.
+// Rewrites every frame file in the background, even if the radius is 0, and then posts
+// blurDidFinishNotification. Playback continues and shows each new file when its frame is due
+// again. Does nothing for a view without a GIF.
 void updateGIFBlur(const std::shared_ptr<LWGIFView>& view);
 
-// Removes the view from its superview, and records that in the settings, if the mode does not use
-// it.
+// If the mode does not use the view, removes it from its superview and records that in the
+// settings.
 void removeUnneededViews(const std::shared_ptr<LWGIFView>& view);
 
 }  // namespace lumora

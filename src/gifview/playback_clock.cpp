@@ -11,20 +11,20 @@ std::optional<std::int32_t> PlaybackClock::tick(std::chrono::duration<double> re
   }
   const auto index = static_cast<std::size_t>(currentFrame_);
   const double delay = durations && index < durations->size() ? (*durations)[index] : 0;
-  // Written so that an undefined quotient, 0 by 0, is not due either.
+  // This comparison is false for 0 divided by 0, which is not due either.
   const bool isDue = timeSinceLastAnimationFrame_.count() >= delay / static_cast<double>(speed);
   if (!isDue) return std::nullopt;
   timeSinceLastAnimationFrame_ = std::chrono::duration<double>::zero();
   return currentFrame_;
 }
 
-// Without any durations the index grows for ever, so it has to wrap around.
+// Without durations the index is never reset, so it must be able to wrap around.
 bool PlaybackClock::advance(std::int32_t frameCount) {
   currentFrame_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(currentFrame_) + 1);
   return currentFrame_ >= frameCount;
 }
 
-// Without any durations every frame is in range, and every tick shows one.
+// Without durations every frame is in range, and every tick shows one.
 bool PlaybackClock::isInRange(const FrameDurations& durations) const {
   if (currentFrame_ < 0) return false;
   if (!durations || durations->empty()) return true;

@@ -1,5 +1,5 @@
-// What the settings say for the location of a view, read afresh by every call. Without a location,
-// nullptr, each returns the default and reads nothing. Any thread.
+// The settings of a view's location, read from the file by each call. If location is nullptr, the
+// functions return the default. Any thread.
 #pragma once
 
 #include "settings/locations.h"
