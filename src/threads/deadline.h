@@ -1,4 +1,4 @@
-// How long a wait for another thread may take.
+// Deadlines for waiting for another thread. Any thread.
 #pragma once
 
 #include <chrono>
@@ -7,10 +7,10 @@ namespace lumora {
 
 using Deadline = std::chrono::steady_clock::time_point;
 
-// Five seconds from now, in real time.
+// Returns the time five seconds from now.
 Deadline deadlineFromNow();
 
-// Negative once it has passed.
+// Returns the time until the deadline, negative once it has passed.
 std::chrono::nanoseconds timeLeft(Deadline deadline);
 
 }  // namespace lumora

@@ -6,7 +6,7 @@ void stoppingExceptions(const std::function<void()>& body) noexcept {
   try {
     body();
   } catch (...) {
-    // The platform's exceptions are caught here like all others. Failures are silent.
+    // Failures are silent. This catches the platform's exceptions, too.
   }
 }
 

@@ -1,5 +1,5 @@
-// A value that several threads read and replace whole. The design accepts that a reader sees the
-// old or the new one; this only makes sure that it sees either.
+// Values that several threads read and replace as a whole. Readers may get the old value or the new
+// one, but never a mixture.
 #pragma once
 
 #include <atomic>
@@ -21,7 +21,7 @@ class Guarded {
 
   void store(Value value) { exchange(std::move(value)); }
 
-  // The old value, whose end the caller decides, outside the lock.
+  // Stores a new value and returns the old one, so that the caller can destroy it outside the lock.
   Value exchange(Value value) {
     std::lock_guard lock(mutex_);
     std::swap(value_, value);
@@ -33,8 +33,8 @@ class Guarded {
   Value value_{};
 };
 
-// One that the whole process shares. It is made at its first use, so the library needs no
-// initializer for it, and it is never destroyed: late blocks may use it while the process ends.
+// A guarded value for a global variable. It is created at its first use, so that the library needs
+// no initializer for it, and never destroyed, because blocks may use it while the process exits.
 template <typename Value>
 class GuardedGlobal {
  public:
@@ -50,7 +50,7 @@ class GuardedGlobal {
     Guarded<Value>* made = guarded_.load();
     if (made != nullptr) return *made;
     auto own = std::make_unique<Guarded<Value>>();
-    // Another thread may have been faster.
+    // Another thread may have created it in the meantime.
     return guarded_.compare_exchange_strong(made, own.get()) ? *own.release() : *made;
   }
 

@@ -1,4 +1,4 @@
-// How background work touches views: on the main queue, and waiting for it only so long.
+// Lets background threads run code on the main queue, for a limited wait.
 #pragma once
 
 #include <functional>
@@ -7,9 +7,9 @@
 
 namespace lumora {
 
-// Runs the block on the main queue and waits until the deadline for its end, which may be by an
-// exception. The block runs late if the deadline passes first, so it must own what it touches. Not
-// to be called on the main thread.
+// Runs the block on the main queue and waits until it has finished or the deadline has passed. An
+// exception ends the block silently. The block still runs after the deadline, so it must own
+// everything it uses. Not on the main thread.
 void hopToMainQueue(std::function<void()> block, Deadline deadline);
 
 }  // namespace lumora

@@ -1,10 +1,10 @@
-// Whether code runs on the main queue, for debugging.
+// For debugging; no other part of the library uses it.
 #pragma once
 
 namespace lumora {
 
-// True within a block of the main queue. False within one of any other queue, and on a thread that
-// is not running a block at all. Any thread.
+// Returns true if called in a block of the main queue, and false in a block of another queue or in
+// no block. Any thread.
 bool isMainThread();
 
 }  // namespace lumora

@@ -1,5 +1,4 @@
-// How the library adds its blocks to the platform's queues: whatever a block throws ends the block,
-// and nothing more. Any thread.
+// Adds blocks to the platform's queues. An exception ends a block silently. Any thread.
 #pragma once
 
 #include <functional>
@@ -10,7 +9,7 @@ namespace lumora {
 
 void addToQueue(platform::NSOperationQueue& queue, std::function<void()> block);
 void addToMainQueue(std::function<void()> block);
-// On a queue of its own.
+// Runs the block on a background thread, at the same time as other such blocks.
 void runInBackground(std::function<void()> block);
 
 }  // namespace lumora
