@@ -1,17 +1,17 @@
-// What the process is busy with, so that someone who drives it from outside knows when it has come
-// to rest. Any thread.
+// Counts pending and past work, so that a program that controls the process can wait until it is
+// idle. Any thread.
 #pragma once
 
 #include <cstdint>
 
 namespace platform::backend {
 
-// Counts a block on the background queues from when it is added until it has finished.
+// A block on a background queue is pending from when it is added until it has finished.
 void beginBackgroundOperation();
 void endBackgroundOperation();
 int pendingBackgroundOperations();
 
-// A number that grows with every block that is added to any queue.
+// activityCount grows with every block that is added to any queue.
 void noteActivity();
 std::uint64_t activityCount();
 

@@ -19,7 +19,7 @@ void DisplayClock::setManual() {
 }
 
 void DisplayClock::add(std::shared_ptr<Link> link) {
-  // After a time without links the first one waits for the next refresh, not for a missed one.
+  // Refreshes that passed without any links do not count as missed ones.
   if (!manual_ && !hasLinks()) refreshes_ = refreshesUntil(std::chrono::steady_clock::now());
   std::lock_guard lock(mutex_);
   links_.push_back(std::move(link));

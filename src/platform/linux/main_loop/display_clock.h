@@ -1,5 +1,6 @@
-// The display's refresh. It follows real time, or is driven by hand, refresh by refresh, at exact
-// multiples of the refresh period. Main thread, but for remove, which any thread may call.
+// The display's refresh clock. It follows real time, or is advanced manually, refresh by refresh,
+// at exact multiples of the refresh period. Main thread, except for remove, which any thread may
+// call.
 #pragma once
 
 #include <chrono>
@@ -19,30 +20,34 @@ class DisplayClock {
   class Link {
    public:
     virtual ~Link() = default;
+    // Called at every refresh. Must not throw.
     virtual void refresh() = 0;
   };
 
   static DisplayClock& main();
 
+  // Sets the refreshes per second, which are 60 at first. Requires at least 1, and no links yet.
   void setRefreshRate(int hertz);
   int refreshRate() const { return hertz_; }
-  // From now on only advance moves the clock.
+  // Makes the clock manual: from then on only advance moves it.
   void setManual();
   bool isManual() const { return manual_; }
 
-  // Retains the link.
+  // Calls the link at every refresh and retains it until it is removed.
   void add(std::shared_ptr<Link> link);
+  // Does nothing if the link has not been added.
   void remove(const Link& link);
 
-  // When the next refresh must be handled; nothing while nobody waits for one.
+  // Returns when the next refresh is due, or nothing if there are no links or the clock is manual.
   std::optional<TimePoint> nextRefresh() const;
-  // Handles one refresh if its moment has come, and tells so; refreshes slept through are left out.
+  // Calls the links once if at least one refresh is due; missed refreshes are skipped. Returns true
+  // if the links were called.
   bool refreshIfDue(TimePoint now);
 
-  // The time since the clock was made manual.
+  // Returns the time for which the manual clock has been advanced.
   std::chrono::nanoseconds manualTime() const { return manualTime_; }
-  // Moves the manual clock; calls afterEach behind every refresh on the way, which may end it
-  // there: false if it did.
+  // Advances the manual clock and calls afterEach after each refresh. If afterEach returns false,
+  // stops at that refresh and returns false.
   bool advance(std::chrono::nanoseconds span, const std::function<bool()>& afterEach);
 
  private:

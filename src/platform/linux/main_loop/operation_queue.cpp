@@ -15,8 +15,8 @@ using namespace backend;
 
 namespace {
 
-// Threads that run blocks in the order added, at most so many at the same time. A thread lives
-// while there is work, so an idle queue costs nothing.
+// Threads that run blocks in the order added. A thread exits when there is no more work, so an idle
+// queue costs nothing.
 class Workers : public std::enable_shared_from_this<Workers> {
  public:
   explicit Workers(int most) : most_(most) {}
@@ -34,8 +34,7 @@ class Workers : public std::enable_shared_from_this<Workers> {
       std::thread([workers = shared_from_this()] { workers->work(); }).detach();
       ++count_;
     } catch (const std::system_error&) {
-      // The system has no thread to give: the block waits for those that run, or the next one
-      // added.
+      // No thread can be started: the block waits until one is free or another block is added.
     }
   }
 
@@ -66,9 +65,9 @@ class Workers : public std::enable_shared_from_this<Workers> {
   int count_ = 0;
 };
 
-// Of all queues without a limit of their own, however many there are. What runs there works on
-// whole frames, so more at a time would cost memory and gain nothing. Never destroyed, as blocks
-// may still be added while the process ends.
+// Shared by all queues without a limit. Their blocks work on whole frames, so more threads would
+// take more memory without being faster. Never destroyed, because blocks may be added while the
+// process exits.
 const std::shared_ptr<Workers>& sharedWorkers() {
   constexpr int maxThreads = 4;
   static auto* workers = new std::shared_ptr<Workers>(std::make_shared<Workers>(maxThreads));
@@ -95,7 +94,7 @@ NSOperationQueue::NSOperationQueue()
     : NSOperationQueue(std::make_shared<Impl>(Impl{false, sharedWorkers()})) {}
 NSOperationQueue::NSOperationQueue(std::shared_ptr<Impl> impl) : impl_(std::move(impl)) {}
 
-// Never destroyed: a late block may still speak to it while the process ends.
+// Never destroyed, because blocks may use it while the process exits.
 NSOperationQueue& NSOperationQueue::mainQueue() {
   static auto* queue = new NSOperationQueue(std::make_shared<Impl>(Impl{true, nullptr}));
   return *queue;

@@ -13,7 +13,7 @@
 
 namespace platform::backend {
 
-// Never destroyed: views and queues may still speak to it while the process ends.
+// Never destroyed, because views and queues may use it while the process exits.
 RunLoop& RunLoop::main() {
   static auto* instance = new RunLoop;
   return *instance;
@@ -98,7 +98,8 @@ bool RunLoop::handleDue() {
   return handleWhatMayBeDue();
 }
 
-// A refresh by itself is no reason to look at the sources: most show no new frame.
+// A refresh alone does not cause the sources to be checked, because most refreshes show no new
+// frame.
 bool RunLoop::handleWhatMayBeDue() {
   bool worked = std::exchange(sourcesMayHaveMore_, false) && handleSources();
   worked = runMainQueue() || worked;

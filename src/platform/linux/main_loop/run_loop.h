@@ -1,6 +1,7 @@
-// The main thread's run loop: main queue, display refreshes, an alarm, file descriptors and
-// drawing. It sleeps while there is nothing to do. All of it belongs to the main thread, but for
-// perform, setNeedsDisplay and its like, stop and wake, which any thread may call.
+// The main thread's run loop, which handles the main queue, file descriptors, an alarm, display
+// refreshes and drawing, and sleeps while there is nothing to do. Main thread, except for perform,
+// setNeedsDisplay, setNeedsPartialDisplay, stop, isStopped and wake, which work on any thread. The
+// functions that it calls must not throw.
 #pragma once
 
 #include <atomic>
@@ -23,38 +24,41 @@ class RunLoop {
 
   // Queues a block for the main thread.
   void perform(Block block);
-  // Runs queued blocks, also those that they queue, until none is left. Returns true if there were
-  // any. Not within such a block.
+  // Runs queued blocks, including those that they queue, until none is left. Returns true if there
+  // were any. Not within a queued block.
   bool runMainQueue();
 
-  // A source of events on a file descriptor. Its handler is called when there is something to read,
-  // and also after anything else was done but a mere refresh, because libraries read ahead; it
-  // handles what is there without waiting and tells whether there was anything.
+  // Handles pending events of a file descriptor without waiting. Returns true if there were any.
   using Source = std::function<bool()>;
+  // Calls the handler whenever the descriptor is readable and after any other work except
+  // refreshes, because libraries read ahead. Replaces an earlier handler. Does not own the
+  // descriptor, which must be removed before it is closed.
   void addSource(int fileDescriptor, Source handler);
   void removeSource(int fileDescriptor);
 
-  // Calls the block once, not before the moment given. There is one alarm: a new one replaces it.
+  // Calls the block once, at the given time or later. There is only one alarm: this replaces it.
   void setAlarm(Clock::time_point moment, Block block);
   void clearAlarm();
 
-  // What draws the screen; called at most once per turn, and only if that is needed. It is told
-  // whether all must be drawn, or only what has changed.
+  // Draws the screen: all of it, or only what has changed.
   using Draw = std::function<void(bool isAll)>;
+  // Sets the function that a turn calls, at most once, if the screen needs display.
   void setDrawing(Draw draw);
+  // Requests that all of the screen is drawn.
   void setNeedsDisplay();
+  // Requests that the changed images are drawn.
   void setNeedsPartialDisplay();
 
-  // Tells whoever turns the loop to leave it; a sleeping turn ends.
+  // Asks the loop's caller, through isStopped, to make no more turns, and ends a turn's sleep.
   void stop();
   bool isStopped() const { return stopped_; }
-  // Ends the sleep of a turn.
+  // Ends a turn's sleep.
   void wake() const;
-  // Handles what is due without ever sleeping. Returns true if anything other than a refresh was
+  // Handles what is due without sleeping. Returns true if anything other than a refresh was
   // handled.
   bool handleDue();
-  // One turn: handles what is due or, if nothing is, sleeps until something happens, at most until
-  // the limit.
+  // Makes one turn: handles what is due. If nothing is and the loop is not stopped, sleeps until
+  // something happens or until the limit.
   void turn(std::optional<Clock::time_point> limit);
 
  private:

@@ -15,7 +15,7 @@ DispatchSemaphore::DispatchSemaphore() : impl_(std::make_unique<Impl>()) {}
 DispatchSemaphore::~DispatchSemaphore() = default;
 
 void DispatchSemaphore::signal() {
-  // Notified under the lock: the waiter may let go of the semaphore as soon as it is free.
+  // Notifies under the lock, because the waiter may destroy the semaphore once it is unlocked.
   std::lock_guard lock(impl_->mutex);
   ++impl_->count;
   impl_->signalled.notify_one();
