@@ -16,9 +16,9 @@ constexpr auto barrierPath = "/com/brightfen/lumora/Bus";
 constexpr auto barrierInterface = "com.brightfen.lumora.Bus";
 constexpr auto barrierMethod = "Barrier";
 
-// How long a sender waits for a bus that takes no more messages at the moment.
+// How long a sender waits while the bus accepts no more messages.
 constexpr auto flushTimeout = 1s;
-// How long the bus may take to answer.
+// How long to wait for an answer of the bus.
 constexpr auto answerTimeout = 1s;
 
 Bus*& currentBus() {
@@ -28,7 +28,7 @@ Bus*& currentBus() {
 
 }  // namespace
 
-// Never closed: late blocks may still send while the process ends.
+// Never closed, because blocks may send while the process exits.
 void Bus::open(const std::string& address, std::function<void()> lost) {
   currentBus() = new Bus(address, std::move(lost));
 }
@@ -66,11 +66,11 @@ void Bus::send(const std::function<void(sdbus::IConnection&)>& use) {
     use(*sender_);
     flushSender();
   } catch (const sdbus::Error&) {
-    // The listener notices a bus that is gone.
+    // If the bus is gone, the listener notices it.
   }
 }
 
-// What cannot be sent in time goes with the next message.
+// What cannot be sent in time is sent with the next message.
 void Bus::flushSender() {
   while (sender_->processPendingRequest()) {
   }

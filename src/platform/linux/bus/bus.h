@@ -1,5 +1,5 @@
-// The device's message bus (D-Bus): one connection that the main thread listens on, and one that
-// any thread sends on, so that a sender never waits for what the main thread is doing.
+// The device's message bus (D-Bus). The main thread listens on one connection, and all threads send
+// on another, so that senders never wait for the main thread.
 #pragma once
 
 #include <functional>
@@ -14,36 +14,38 @@ namespace platform::backend {
 
 class Bus {
  public:
-  // Connects this process; to be called once, on the main thread. lost is called there when the
-  // bus has gone away. Throws sdbus::Error if there is no bus at the address.
+  // Connects this process. Call it once, on the main thread. lost is called there when the bus is
+  // gone. Throws sdbus::Error if there is no bus at the address.
   static void open(const std::string& address, std::function<void()> lost);
-  // The connection of this process; nullptr in one that was never connected.
+  // Returns the connection of this process, or nullptr if it has not been connected. Any thread.
   static Bus* current();
 
-  // Whether the caller may use the listener: only the thread that opened the bus may.
+  // Returns true on the thread that opened the bus, the only one that may use the listener.
   bool isListeningThread() const { return std::this_thread::get_id() == listeningThread_; }
-  // To be used in blocks of the main queue or before the run loop turns: the messages that it reads
-  // ahead are handled in the next turn.
+  // Requires a caller in a block of the main queue, or before the run loop's first turn: only then
+  // are messages that the connection reads ahead handled in the next turn.
   sdbus::IConnection& listener() { return *listener_; }
 
-  // These work on any thread and are silent if the bus is gone.
+  // These work on any thread, are silent if the bus is gone, and may wait up to a second for it.
   void emitSignal(const std::string& path, const std::string& interface, const std::string& signal,
                   const std::string& argument);
   void callWithoutReply(const std::string& destination, const std::string& path,
                         const std::string& interface, const std::string& method);
+  // Returns true if a process owns the name on the bus; false also if no answer comes.
   bool nameHasOwner(const std::string& name);
 
-  // Calls done on the main thread once everything that this process has sent so far, and everything
-  // that the bus held then, has arrived here and been handled.
+  // Calls done on the main thread once every message that this process has sent so far, and every
+  // message that the bus held for it then, has been handled. A second call replaces the first one's
+  // done if that is still to come. Never calls done if the bus is gone. Main thread.
   void whenDelivered(std::function<void()> done);
 
  private:
   Bus(const std::string& address, std::function<void()> lost);
-  // Handles one message that has arrived. Returns true if there was one. What it puts on the main
-  // queue runs before the next one is handled, as on the device.
+  // Handles one message. Returns true if there was one. Handles no more than one, so that the
+  // blocks that it puts on the main queue run before the next message, as on the device.
   bool handlePending();
   void flushSender();
-  // Runs a use of the sending connection; whatever goes wrong with the bus ends here.
+  // Calls use with the sending connection and drops all errors of the bus.
   void send(const std::function<void(sdbus::IConnection&)>& use);
 
   std::unique_ptr<sdbus::IConnection> listener_;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr auto messageInterface = "com.brightfen.lumora.CPDistributedMessagingCenter";
 
-// One process's centers share a connection, so each has an object path of its own.
+// The centers of a process share a connection, so each one needs its own object path.
 std::string objectPath(const std::string& centerName) {
   std::string path = "/" + centerName;
   std::replace(path.begin(), path.end(), '.', '/');
@@ -32,7 +32,7 @@ struct CPDistributedMessagingCenter::Impl {
   std::vector<std::unique_ptr<sdbus::IObject>> objects;
 
   void handle(const std::string& message) {
-    // What this process queued before comes first, as on the device: else a message could arrive
+    // Blocks that were queued earlier run first, as on the device. Otherwise a message could arrive
     // between the end of an animation's cycle and the block that starts the next one.
     RunLoop::main().runMainQueue();
     const Targets called = targets[message];
@@ -78,7 +78,7 @@ void CPDistributedMessagingCenter::runServerOnCurrentThread() {
   try {
     bus->listener().requestName(impl_->name);
   } catch (const sdbus::Error&) {
-    // Another process was faster: it is the server then.
+    // Another process owns the name and is the server.
   }
 }
 
@@ -91,7 +91,7 @@ void CPDistributedMessagingCenter::registerForMessageName(const std::string& mes
   try {
     impl_->serve(*bus, message);
   } catch (const sdbus::Error&) {
-    // Not a valid name on the bus, or the bus is gone: nobody can send this message.
+    // The bus does not allow this name, or is gone: no process can send the message.
   }
 }
 

@@ -22,7 +22,7 @@ struct Registration {
   DarwinNotifyCenter::Callback callback;
 };
 
-// All registrations of the process, and one match on the bus for every name that has any.
+// All registrations of the process, and a match on the bus for each of their names.
 class Registry {
  public:
   static Registry& instance() {
@@ -35,7 +35,7 @@ class Registry {
       std::lock_guard lock(mutex_);
       registrations_.push_back(std::move(registration));
     }
-    // Effective at once where that is possible: nothing that is posted from now on is missed.
+    // On the main thread the match can be added at once, so that nothing posted later is missed.
     if (Bus* bus = Bus::current(); bus != nullptr && bus->isListeningThread()) addMatches(*bus);
     updateMatchesLater();
   }
@@ -50,7 +50,8 @@ class Registry {
   }
 
  private:
-  // The bus's listening side belongs to the main thread, and a match must not go while it delivers.
+  // Only the main thread may use the bus's listener, and a match must not be removed while it
+  // delivers.
   void updateMatchesLater() {
     RunLoop::main().perform([this] {
       Bus* bus = Bus::current();
@@ -66,7 +67,7 @@ class Registry {
         if (matches_.count(name) == 0) matches_[name] = match(bus.listener(), name);
       }
     } catch (const sdbus::Error&) {
-      // The bus is gone, as its listener notices.
+      // If the bus is gone, the listener notices it.
     }
   }
 
