@@ -2,7 +2,7 @@
 
 namespace platform {
 
-// Nothing is handed out temporarily here: ownership follows scopes.
+// This backend has no temporary objects.
 NSAutoreleasePool::NSAutoreleasePool() : pool_(nullptr) {}
 NSAutoreleasePool::~NSAutoreleasePool() {}
 

@@ -1,11 +1,11 @@
-// The device as the host describes it to the library: screen, orientation and kind. Main thread.
+// Sets what platform/device.h returns to the library. Any thread.
 #pragma once
 
 #include "platform/device.h"
 
 namespace platform::backend {
 
-// In points; those of the upright device.
+// Sets the bounds in points, as in portrait orientation.
 void setMainScreenBounds(CGRect bounds);
 void setStatusBarOrientation(UIInterfaceOrientation orientation);
 void setUserInterfaceIdiom(UIUserInterfaceIdiom idiom);

@@ -12,16 +12,16 @@ std::atomic<bool> isKept = false;
 }  // namespace
 
 void keepFreedMemory() {
-  // Larger than the strips and planes of a frame, smaller than a whole screen in 32 bits.
+  // Larger than the strips and planes of a frame, smaller than a screenful of 32-bit pixels.
   constexpr int maxHeapAllocation = 8 << 20;
   constexpr int maxKept = 64 << 20;
-  // An allocator that stands in for the C library's, as a sanitizer's does, refuses both.
+  // Another allocator in place of the C library's, such as a sanitizer's, refuses both.
   isKept =
       mallopt(M_MMAP_THRESHOLD, maxHeapAllocation) == 1 && mallopt(M_TRIM_THRESHOLD, maxKept) == 1;
 }
 
-// Not where the C library's own allocator is not the one in use: the call would set that up, and
-// two threads at once would find it half done.
+// If another allocator is in use, malloc_trim would set up the C library's, and two threads doing
+// so at the same time would find it half initialized.
 void giveFreedMemoryBack() {
   if (isKept) malloc_trim(0);
 }

@@ -1,13 +1,15 @@
-// What becomes of memory that was freed. Frames come and go by the megabyte, and to take every page
-// from the system anew costs more than to fill it.
+// Keeps freed memory for reuse. Frames take megabytes for a short time, and getting each page from
+// the system again costs more than filling it.
 #pragma once
 
 namespace platform::backend {
 
-// For programs, at their start: freed memory is kept for the next frame.
+// Makes the allocator keep freed memory, if it supports this. Called by programs when they start,
+// before other threads.
 void keepFreedMemory();
 
-// After work on many frames: what is kept goes back to the system. Any thread.
+// Returns the kept memory to the system; does nothing unless keepFreedMemory had an effect. Called
+// after work on many frames, on any thread.
 void giveFreedMemoryBack();
 
 }  // namespace platform::backend

@@ -1,4 +1,4 @@
-// A part of some work on a second thread.
+// Runs part of a computation on a second thread.
 #pragma once
 
 #include <exception>
@@ -6,8 +6,9 @@
 
 namespace platform::backend {
 
-// Starts the work on a thread of its own; if the system has none to give, the caller of get() does
-// it there. get() rethrows what the work threw. Dropping the result waits for a running thread.
+// Starts the work on a new thread and returns the future of its result. If no thread can be
+// started, get() does the work. get() rethrows what the work threw. Destroying the future waits for
+// the thread.
 template <typename Work>
 auto startOnHelperThread(Work work) {
   try {

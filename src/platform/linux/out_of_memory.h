@@ -1,16 +1,16 @@
-// What is too large for the memory counts as not to be had; it must not end the process. Any
-// thread.
+// Turns a lack of memory into an empty result, because it must not end the process. Any thread.
 #pragma once
 
 #include <new>
 
 namespace platform::backend {
 
-// For programs, which must not take a lack of memory for damage: how often there was any so far.
+// Counts how often memory has run out, so that programs can tell this from damaged files.
 void noteOutOfMemory();
 int timesOutOfMemory();
 
-// The work's result, or an empty one if the memory does not suffice for it.
+// Returns the result of work(), or an empty one if it throws std::bad_alloc. Other exceptions pass
+// through.
 template <typename Work>
 auto unlessOutOfMemory(Work work) -> decltype(work()) {
   try {

@@ -16,7 +16,7 @@ const char* skipSpace(const char* at, const char* end) {
                           [](unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); });
 }
 
-// Of a number that Number has no place for.
+// Returns the value of Number that is nearest to a decimal number outside of its range.
 template <typename Number>
 Number nearest(const char* number) {
   static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
@@ -24,13 +24,13 @@ Number nearest(const char* number) {
   return strtod_l(number, nullptr, plain);
 }
 
-// Beyond the range of Number the nearest infinity, or 0 for what is too small.
+// Returns an infinity for a number that is too large for Number, and 0 for one that is too small.
 template <typename Number>
 Number leadingNumber(const std::string& text) {
   const char* end = text.data() + text.size();
   const char* at = skipSpace(text.data(), end);
   if (at != end && *at == '+' && at + 1 != end && at[1] != '-') ++at;
-  // Words such as "inf" are numbers to the parser, but not decimal ones.
+  // std::from_chars also accepts words such as "inf".
   const char* digits = at != end && *at == '-' ? at + 1 : at;
   if (digits == end || !(*digits == '.' || (*digits >= '0' && *digits <= '9'))) return 0;
   Number value = 0;
