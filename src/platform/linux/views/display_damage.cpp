@@ -16,7 +16,8 @@ std::vector<std::weak_ptr<UIImageView>>& changedViews() {
   return *views;
 }
 
-// The corner of a view in the root's points; nothing if it is not in the tree or not to be seen.
+// Returns the view's frame in the root's coordinates, or nothing if the view is not in the tree or
+// not visible.
 std::optional<CGRect> visibleFrame(UIView& view, const UIView& root) {
   CGRect frame = view.frame();
   frame.x = frame.y = 0;
@@ -29,8 +30,8 @@ std::optional<CGRect> visibleFrame(UIView& view, const UIView& root) {
   return std::nullopt;
 }
 
-// The part of the view that shows these rows of its picture. Scaling mixes neighboring pixels, of
-// the picture or of the screen, whichever are larger.
+// Returns the part of the view that shows these rows of its image, with a margin: scaling mixes
+// neighboring pixels, of the image or of the screen, whichever are larger.
 CGRect partShowing(PictureSurface::Rows rows, const UIImage& image, const UIImageView& view,
                    const CGRect& frame) {
   if (rows.first == 0 && rows.end == image.height()) return frame;
@@ -67,7 +68,7 @@ std::optional<CGRect> takePictureDamage(const UIView& root) {
     view->impl().surface.update(*image);
     const PictureSurface::Rows rows = view->impl().surface.takeChangedRows();
     if (rows.first == rows.end) continue;
-    // What does not clip may draw anywhere.
+    // A view that does not clip may draw anywhere.
     const CGRect part =
         view->clipsToBounds() ? partShowing(rows, *image, *view, *frame) : root.frame();
     damage = damage ? unionOf(*damage, part) : part;

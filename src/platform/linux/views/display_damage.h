@@ -1,5 +1,5 @@
-// Which part of the screen must be drawn again because pictures have changed. Whatever else changes
-// has all of it drawn: see RunLoop::setNeedsDisplay. Main thread.
+// Finds the part of the screen that must be drawn again because images have changed. All other
+// changes redraw the whole screen, through RunLoop::setNeedsDisplay. Main thread.
 #pragma once
 
 #include <memory>
@@ -10,11 +10,11 @@
 
 namespace platform::backend {
 
-// The view shows another picture of, most likely, the same size.
+// Records that the view shows another image, and requests display.
 void notePictureChanged(const std::shared_ptr<UIImageView>& view);
 
-// What the pictures that changed since the last call need to have drawn, in the root's points;
-// nothing if none of them can be seen.
+// Returns the part of the screen, in the root's coordinates, where images have changed since the
+// last call. Returns nothing if none of them is visible or looks different.
 std::optional<CGRect> takePictureDamage(const UIView& root);
 
 }  // namespace platform::backend

@@ -1,4 +1,4 @@
-// A view of the host's own that paints its content itself.
+// A view of the host that draws its own content.
 #pragma once
 
 #include <cairo.h>
@@ -9,8 +9,8 @@ namespace platform::backend {
 
 class DrawnView : public UIView {
  public:
-  // Paints the content behind the subviews. The context counts in points from the view's corner and
-  // is clipped to the view.
+  // Draws the content, which is behind the subviews. The context's coordinates are points from the
+  // view's top left corner; it is clipped to the view. Main thread. Must not throw.
   virtual void draw(cairo_t* context, CGSize size) = 0;
 };
 

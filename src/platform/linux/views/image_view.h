@@ -1,4 +1,4 @@
-// What an image view shows, as the renderer needs it. Main thread.
+// An image view's content on this backend. Main thread.
 #pragma once
 
 #include "platform/image_view.h"
@@ -8,9 +8,9 @@ namespace platform {
 
 struct UIImageView::Impl {
   ImageRef image;
-  // Brought up to date when it is to be drawn.
+  // Updated only when the view is drawn.
   backend::PictureSurface surface;
-  // True from a change of the picture until its damage is taken.
+  // True from a change of the image until its damage is taken.
   bool isChangeNoted = false;
 };
 

@@ -13,7 +13,7 @@ using namespace backend;
 
 namespace {
 
-// The platform's exception class; only this file raises and catches it.
+// The platform's exception class, raised and caught only in this file.
 class NSException : public std::exception {
  public:
   const char* what() const noexcept override { return "NSRangeException"; }

@@ -1,4 +1,4 @@
-// The observers of a view, for tests and debuggers. Any thread.
+// Access to the observers of a view, for tests and debugging.
 #pragma once
 
 #include <memory>
@@ -8,7 +8,7 @@
 
 namespace platform::backend {
 
-// Oldest first.
+// Returns the observer of each registration, oldest first. Any thread.
 std::vector<std::shared_ptr<KeyValueObserver>> observersOf(const UIView& view);
 
 }  // namespace platform::backend

@@ -1,5 +1,5 @@
-// The host's side of the object run-time: how its classes, methods and instance variables come into
-// being. Classes are made on the main thread before anything looks them up and live for ever.
+// The host's side of the object run-time: defines classes, methods and instance variables. Main
+// thread, before they are looked up. Classes are never destroyed.
 #pragma once
 
 #include <cstddef>
@@ -25,8 +25,10 @@ struct objc_class : objc_object {
 
 namespace platform::backend {
 
-// superclass may be nullptr. The class's own methods and those of its metaclass start empty.
+// Creates a class without methods of its own; superclass may be nullptr. Requires a new name.
 Class registerClass(const char* name, Class superclass);
+// Declares an instance variable at an offset in bytes from the start of the object, which must be a
+// StrongIvar if viewAtOffset is used for it.
 void addInstanceVariable(Class cls, const char* name, std::ptrdiff_t offset);
 
 template <typename Result, typename... Arguments>

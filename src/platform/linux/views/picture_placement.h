@@ -1,4 +1,4 @@
-// Where a picture goes in the view that shows it.
+// The placement of an image in the view that shows it.
 #pragma once
 
 #include <algorithm>
@@ -9,6 +9,8 @@
 
 namespace platform::backend {
 
+// Returns the image's rectangle in the coordinates of a view of this size. It may reach beyond the
+// view.
 inline CGRect placementOfPicture(const UIImage& image, CGSize size, UIViewContentMode mode) {
   const CGFloat across = size.width / image.width();
   const CGFloat down = size.height / image.height();

@@ -17,7 +17,8 @@ std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
          shifted(rgba[2], 0);
 }
 
-// False if the picture has no palette: then it is not known.
+// Returns true if the image has a palette with opaque colors only. The pixels of an image without a
+// palette are not examined.
 bool hasOpaquePalette(const UIImage::Impl& picture) {
   if (!picture.palette) return false;
   return isOpaque(picture.palette->colors.front().data(), picture.palette->count);
@@ -55,7 +56,7 @@ void PictureSurface::update(const UIImage& image) {
   cairo_surface_mark_dirty(surface_.get());
 }
 
-// Cairo scales pictures without alpha faster.
+// Cairo scales images without alpha faster.
 void PictureSurface::start(const PictureShape& shape, bool isOpaque) {
   const cairo_format_t format = isOpaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;
   surface_.reset(cairo_image_surface_create(format, shape.width, shape.height));

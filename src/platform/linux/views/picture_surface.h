@@ -1,5 +1,5 @@
-// A picture as the screen wants it, kept from frame to frame: of the next picture only the strips
-// that it does not share with this one are looked up again. Main thread.
+// An image converted to the screen's pixel format and kept from frame to frame: only those strips
+// are converted again that the next image does not share with this one. Main thread.
 #pragma once
 
 #include <memory>
@@ -19,16 +19,17 @@ class PictureSurface {
     int end = 0;
   };
 
-  // Shows the picture from now on. There is no surface if the memory does not suffice.
+  // Converts the image to the surface. If memory runs out, there is no surface.
   void update(const UIImage& image);
-  // The rows that may look different since the last call.
+  // Returns the rows that may have changed since the last call.
   Rows takeChangedRows() { return std::exchange(changed_, {}); }
 
-  // Whether nothing shines through the picture.
+  // Returns true if the image is known to have no transparent pixels.
   bool isOpaque() const { return isOpaque_; }
-  // Premultiplied, 32 bits; nullptr before the first picture.
+  // Returns the surface, with premultiplied 32-bit pixels, or nullptr if there is none. Valid until
+  // the next update.
   cairo_surface_t* surface() const { return surface_.get(); }
-  // The same in bytes, without padding.
+  // Returns the surface's bytes without padding, for tests. Requires a surface.
   Bytes pixels() const;
 
  private:
@@ -43,7 +44,7 @@ class PictureSurface {
   std::unique_ptr<cairo_surface_t, Destroy> surface_;
   PictureShape shape_;
   std::shared_ptr<const Palette> palette_;
-  // Of the palette, as the screen wants them.
+  // The palette's colors in the screen's pixel format.
   std::array<std::uint32_t, maxColors> colors_{};
   Strips strips_;
   Rows changed_;

@@ -8,7 +8,7 @@ std::shared_ptr<UIView> StrongIvar::load() const {
 }
 
 void StrongIvar::store(std::shared_ptr<UIView> view) {
-  // The old view goes outside the lock: its dealloc runs code of others.
+  // The old view is destroyed after unlocking, because its dealloc may run any code.
   std::lock_guard lock(mutex_);
   view_.swap(view);
 }

@@ -1,4 +1,4 @@
-// An instance variable of a host's object that holds a view strongly. Any thread.
+// An instance variable of a host object that retains a view; it may be nullptr. Any thread.
 #pragma once
 
 #include <memory>

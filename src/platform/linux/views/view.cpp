@@ -13,13 +13,13 @@ using namespace backend;
 
 namespace {
 
-// After every change of what the screen shows.
+// Called after every change of what the screen shows.
 void noteChange() {
   expectMainThread();
   RunLoop::main().setNeedsDisplay();
 }
 
-// Stores a value and has the screen drawn anew.
+// Stores a value and requests display.
 template <typename Value>
 void store(Value& field, const Value& value) {
   {
@@ -168,7 +168,7 @@ CGFloat UIView::alpha() const {
   return Impl::load(impl_->alpha);
 }
 
-// What is drawn here is always blended, so the promise to be opaque changes nothing.
+// This backend always blends.
 void UIView::setOpaque(bool /*opaque*/) {}
 
 void UIView::setClipsToBounds(bool clips) {

@@ -1,4 +1,4 @@
-// What a view consists of on this backend, and the lock on it.
+// The contents of a view on this backend, and the lock that protects them.
 #pragma once
 
 #include <memory>
@@ -10,14 +10,15 @@
 
 namespace platform::backend {
 
-// One lock for the whole tree: it is small, and a change often concerns two views.
+// Returns the lock of the whole tree. One is enough: the tree is small, and many changes affect two
+// views.
 std::mutex& treeMutex();
 
 struct ViewObject : objc_object {
   UIView* view = nullptr;
 };
 
-// A registration of an observer.
+// The registration of an observer.
 struct Observance {
   std::shared_ptr<KeyValueObserver> observer;
   const void* context;
@@ -27,7 +28,7 @@ struct Observance {
 
 namespace platform {
 
-// All fields are read and written with the tree locked.
+// All fields except object are read and written with treeMutex locked.
 struct UIView::Impl {
   backend::ViewObject object;
   CGRect frame;
@@ -42,12 +43,15 @@ struct UIView::Impl {
   std::vector<std::shared_ptr<UIView>> subviews;
   std::vector<backend::Observance> observances;
 
-  // Takes the view out of its superview's list and returns the superview's reference, which the
-  // caller drops after unlocking: it may be the last one.
+  // Removes the view from its superview, and returns the superview's reference to it, or nullptr if
+  // there is no superview. The caller must release the reference after unlocking: it may be the
+  // last one. Requires the lock.
   static std::shared_ptr<UIView> unlink(UIView& view);
-  // Changes the frame and, by their masks, those of the subviews.
+  // Changes the frame and, following their autoresizing masks, those of the subviews. Requires the
+  // lock.
   void resize(CGRect newFrame);
 
+  // Returns a copy of the field, which it reads with the tree locked.
   template <typename Value>
   static Value load(const Value& field) {
     std::lock_guard lock(backend::treeMutex());

@@ -1,4 +1,4 @@
-// The classes of views: plain ones, and those that the host registers below them. Main thread.
+// The class of plain views and the subclasses of it that the host registers. Main thread.
 #pragma once
 
 #include <memory>
@@ -9,12 +9,13 @@
 
 namespace platform::backend {
 
-// The class of plain views. Its "dealloc" ends the view.
+// Returns the class of plain views, whose "dealloc" destroys the view.
 Class viewClass();
+// Requires viewClass() or a subclass of it.
 void setClassOfView(UIView& view, Class cls);
 
-// Makes a view. Requires viewClass() or a class below it. When its last reference goes, the view
-// is sent "dealloc", so that a replaced method runs.
+// Creates a view of a class. Requires viewClass() or a subclass of it. When the last reference is
+// released, the view is sent "dealloc", so that a replaced method runs.
 template <typename View, typename... Arguments>
 std::shared_ptr<View> makeViewOfClass(Class cls, Arguments&&... arguments) {
   std::shared_ptr<View> view(new View(std::forward<Arguments>(arguments)...),

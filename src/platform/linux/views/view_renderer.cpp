@@ -10,8 +10,8 @@
 namespace platform::backend {
 namespace {
 
-// Draws a tree. What lies behind an opaque picture is left out; so is not drawn, with every frame
-// of an animation, what the animation hides.
+// Draws a tree, without what an opaque image hides, so that an animation does not redraw the views
+// behind it for each of its frames.
 class Renderer {
  public:
   explicit Renderer(cairo_t* context) : context_(context) {}
@@ -31,8 +31,8 @@ class Renderer {
     return !view.hidden() && view.alpha() > 0 && frame.width > 0 && frame.height > 0;
   }
 
-  // The last opaque picture in the tree, and the whole pixels that it fills. (x, y) is the corner
-  // of the superview on the surface.
+  // Finds the last opaque image in the tree and the whole pixels that it fills. (x, y) is the
+  // superview's corner on the surface.
   void findCover(UIView& view, double x, double y) {
     if (!isVisible(view) || view.alpha() < 1) return;
     const CGRect frame = view.frame();
@@ -61,7 +61,7 @@ class Renderer {
     coverBottom_ = std::floor(y + bottom * scaleY_);
   }
 
-  // From here on, until the context is restored, nothing is drawn behind the cover.
+  // Clips the area of the cover away until the context is restored.
   void leaveCoverOut() {
     if (cover_ == nullptr || coverRight_ <= coverLeft_ || coverBottom_ <= coverTop_) return;
     cairo_matrix_t matrix;
@@ -137,7 +137,7 @@ class Renderer {
     cairo_translate(context_, at.x, at.y);
     cairo_scale(context_, at.width / image->width(), at.height / image->height());
     cairo_set_source_surface(context_, surface.surface(), 0, 0);
-    // Padding keeps the edge pixels from blending with nothing when the picture is scaled.
+    // Padding prevents the edge pixels from blending with transparency when the image is scaled.
     cairo_pattern_set_extend(cairo_get_source(context_), CAIRO_EXTEND_PAD);
     cairo_rectangle(context_, 0, 0, image->width(), image->height());
     cairo_fill(context_);
@@ -147,7 +147,7 @@ class Renderer {
   cairo_t* const context_;
   double scaleX_ = 1;
   double scaleY_ = 1;
-  // Until it has been drawn.
+  // The view that hides what is behind it; nullptr once it has been drawn.
   const UIView* cover_ = nullptr;
   double coverLeft_ = 0;
   double coverTop_ = 0;

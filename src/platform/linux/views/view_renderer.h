@@ -1,4 +1,4 @@
-// Draws a view with all its subviews. Main thread.
+// Draws views with cairo. Main thread.
 #pragma once
 
 #include <cairo.h>
@@ -7,7 +7,8 @@
 
 namespace platform::backend {
 
-// The context counts in points from the corner of the view's superview.
+// Draws a view with all its subviews. The context's coordinates are points from the top left corner
+// of the view's superview. Images for which memory runs out are not drawn.
 void renderView(UIView& view, cairo_t* context);
 
 }  // namespace platform::backend
