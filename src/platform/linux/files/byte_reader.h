@@ -1,4 +1,4 @@
-// Reads bytes in order, through a small window where they lie in a file.
+// Reads bytes in order, through a small buffer if they are in a file.
 #pragma once
 
 #include <array>
@@ -10,16 +10,18 @@
 
 namespace platform::backend {
 
-// Past the end everything is 0 and ended() true.
+// Past the end, every byte is 0 and ended() returns true. One thread at a time. Nothing throws.
 class ByteReader {
  public:
+  // data must outlive this object.
   explicit ByteReader(const NSData::Impl& data, std::size_t offset = 0)
       : data_(data), next_(offset) {}
   ByteReader(const ByteReader&) = delete;
   ByteReader& operator=(const ByteReader&) = delete;
 
+  // Returns true once a read has gone past the end.
   bool ended() const { return ended_; }
-  // Where the next byte lies.
+  // Returns the offset of the next byte.
   std::size_t offset() const { return next_ - rest_.size(); }
 
   int byte() {
@@ -29,15 +31,15 @@ class ByteReader {
     return value;
   }
 
-  // Little-endian.
+  // Reads a 16-bit number, little-endian.
   int word() {
     const int low = byte();
     return low | byte() << 8;
   }
 
-  // How many were there.
+  // Reads as many bytes as fit into target. Returns how many there were.
   std::size_t read(std::span<std::uint8_t> target);
-  // Past the end as well, which is noticed with the next byte.
+  // Skips bytes, also past the end, which only the next read notices.
   void skip(std::size_t count);
 
  private:
@@ -47,7 +49,7 @@ class ByteReader {
   const NSData::Impl& data_;
   std::array<std::uint8_t, windowSize> window_;
   std::span<const std::uint8_t> rest_;
-  // Where what follows the rest lies.
+  // The offset of the first byte after rest_.
   std::size_t next_;
   bool ended_ = false;
 };

@@ -38,7 +38,7 @@ class InMemory : public NSData::Impl {
       }
       const auto here = piece.bytes.subspan(offset);
       const std::size_t count = std::min(here.size(), window.size() - done);
-      // In place only if it is all of what is wanted.
+      // Bytes are returned in place only if all of them are in one piece.
       if (done == 0 && count == window.size()) return here.first(count);
       std::copy_n(here.begin(), count, window.begin() + static_cast<std::ptrdiff_t>(done));
       done += count;
@@ -60,7 +60,7 @@ class InMemory : public NSData::Impl {
     return size;
   }
 
-  // In one call, unless the system takes less.
+  // Writes all pieces in one call, unless the system accepts fewer bytes.
   bool writePieces(const FileDescriptor& file) const {
     std::vector<iovec> parts;
     for (const Piece& piece : pieces_) {
@@ -83,7 +83,8 @@ class InMemory : public NSData::Impl {
   mutable WrittenFile writtenFile_;
 };
 
-// Read piece by piece, not mapped: truncating a mapped file would crash its readers.
+// Reads the file when needed instead of mapping it: truncating a mapped file would crash its
+// readers.
 class InFile : public NSData::Impl {
  public:
   explicit InFile(OpenFile file) : file_(std::move(file)) {}

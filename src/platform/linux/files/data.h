@@ -1,4 +1,4 @@
-// How the backend holds and reads the bytes of NSData.
+// Stores and reads the bytes of NSData on this backend.
 #pragma once
 
 #include <cstddef>
@@ -11,15 +11,16 @@
 
 namespace platform {
 
-// Where the bytes are. Const functions may be called by several threads at once.
+// A source of bytes. Several threads may use it at the same time.
 struct NSData::Impl {
   virtual ~Impl() = default;
   virtual std::size_t length() const = 0;
-  // The bytes from there on, as many as there are, at most window.size(): in place where they lie
-  // in memory, else read into the window. Fewer where the file has been cut short meanwhile.
+  // Returns the bytes from offset on, at most window.size() of them: in place if they are in
+  // memory, otherwise read into the window. Returns fewer at the end of the bytes, which is earlier
+  // than length() if the file has been truncated.
   virtual std::span<const std::uint8_t> view(std::size_t offset,
                                              std::span<std::uint8_t> window) const = 0;
-  // A new file with these bytes; false if it is not whole.
+  // Creates a file with these bytes. Returns false if it could not be created or is incomplete.
   virtual bool makeFile(int directory, const std::string& name) const = 0;
 };
 
@@ -33,7 +34,7 @@ struct Piece {
   std::span<const std::uint8_t> bytes;
 };
 
-// All pieces in their order, where they lie.
+// Returns the pieces, in their order, as one object that shares their ownership.
 DataRef dataOfPieces(std::vector<Piece> pieces);
 
 }  // namespace platform::backend

@@ -19,7 +19,7 @@ std::string& rootFolder() {
   return *folder;
 }
 
-// The names on the way down from the root, with "." and ".." worked in.
+// Returns the components of the path, with "." and ".." resolved.
 std::vector<std::string> components(const std::string& path) {
   std::vector<std::string> names;
   std::istringstream stream(path);
@@ -43,7 +43,7 @@ FileDescriptor openDirectory(int parent, const std::string& name, bool make) {
       openat(parent, name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-// "a/." and "a/.." name a directory indirectly; they are refused so that nothing deletes it that
+// "a/." and "a/.." name a directory indirectly. They are rejected so that it cannot be deleted that
 // way.
 bool endsInDots(std::string_view devicePath) {
   devicePath = devicePath.substr(0, devicePath.find_last_not_of('/') + 1);
@@ -53,7 +53,7 @@ bool endsInDots(std::string_view devicePath) {
 std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
   std::vector<std::string> names = components(devicePath);
   if (names.empty() || rootFolder().empty() || endsInDots(devicePath)) return std::nullopt;
-  // The kernel would take the part before it for the whole.
+  // The kernel would ignore the NUL and everything after it.
   if (devicePath.find('\0') != devicePath.npos) return std::nullopt;
   if (names.front() == hostFolderName) return std::nullopt;
   std::string last = std::move(names.back());

@@ -1,6 +1,5 @@
-// The folder that holds the device's files. Whatever a device path contains, ".." or symbolic
-// links, nothing outside of the folder is reached: links are never followed, and ".." at the root
-// stays there. Any thread.
+// The folder that contains the device's files. No device path leads out of it: symbolic links are
+// never followed, and ".." at the root stays at the root. Any thread.
 #pragma once
 
 #include <optional>
@@ -10,26 +9,27 @@
 
 namespace platform::backend {
 
-// The folder below the root that holds the host's own files; no device path leads there.
+// The folder below the root for the host's own files, which no device path can name.
 constexpr auto hostFolderName = ".host";
 
-// The directory that holds an item, and the item's name in it; the item itself may be missing.
+// The directory of an item, opened as a path (O_PATH), and the item's name in it. The item itself
+// may be missing.
 struct ItemLocation {
   FileDescriptor directory;
   std::string name;
 };
 
-// Requires an existing folder; with "/", device paths are paths of this machine. Call it once,
-// before any file is used.
+// Sets the folder, which must exist; "/" makes device paths paths of this machine. Call it once,
+// before any file is used. Until then no device path can be located.
 void setDeviceRoot(const std::string& folder);
 
-// Returns no descriptor if the host's folder is missing or a link.
+// Opens the host's folder as a path (O_PATH). Returns no descriptor if it is missing or a link.
 FileDescriptor openHostFolder();
 
-// Returns nothing if the path is the root itself or in the host's folder, if it contains a NUL, or
-// if a directory on the way is missing or is a link.
+// Opens the directory of an item. Returns nothing if the path is the root or in the host's folder,
+// ends in "/." or "/..", or contains a NUL, or if a directory on the way is missing or is a link.
 std::optional<ItemLocation> locateItem(const std::string& devicePath);
-// The same; creates missing directories on the way.
+// Does the same, and creates missing directories on the way.
 std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath);
 
 }  // namespace platform::backend

@@ -16,11 +16,12 @@
 namespace platform::backend {
 namespace {
 
-// A name that no other process thinks of, whatever its number, even one from before a crash.
+// Returns a random name, so that it collides with no other process's, not even with one that a
+// crashed process has left behind.
 std::string temporaryName(const std::string& name) {
   std::uint64_t random = 0;
   [[maybe_unused]] const ssize_t size = getrandom(&random, sizeof random, 0);
-  // A name's own length may be at the file system's limit already.
+  // The name itself may already be as long as the file system allows.
   constexpr std::size_t keptLength = 100;
   return name.substr(0, keptLength) + "." + std::to_string(random) + ".tmp";
 }
@@ -39,7 +40,7 @@ std::optional<OpenFile> openFile(const std::string& path, std::size_t limit) {
 }
 
 std::optional<OpenFile> openFileAt(int directory, const std::string& name, std::size_t limit) {
-  // Not blocking: opening a pipe must not wait for a writer.
+  // O_NONBLOCK, because opening a pipe must not wait for a writer.
   OpenFile file{FileDescriptor(openat(directory, name.c_str(),
                                       O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC)),
                 0};
@@ -90,7 +91,7 @@ bool copyFile(const FileDescriptor& from, const FileDescriptor& to) {
   off_t done = 0;
   while (done < status.st_size) {
     const auto rest = static_cast<std::size_t>(status.st_size - done);
-    // The file system may share the blocks; between two of them the kernel copies.
+    // Within a file system the blocks may be shared; between two, the kernel copies the bytes.
     ssize_t count = copy_file_range(from.get(), &done, to.get(), nullptr, rest, 0);
     if (count <= 0) count = sendfile(to.get(), from.get(), &done, rest);
     if (count == 0 || (count < 0 && errno != EINTR)) return false;
@@ -117,7 +118,7 @@ bool replaceFileAt(int directory, const std::string& name, const MakeFile& make,
   isReplaced = isReplaced && (!isDurable || flushToDisk(directory, temporary));
   isReplaced = isReplaced && renameat(directory, temporary.c_str(), directory, name.c_str()) == 0;
   if (isReplaced && isDurable) flushToDisk(directory, ".");
-  // Also where the new file is a link to the old one: such a rename does nothing.
+  // Needed even after a successful rename: it does nothing if both names are links to one file.
   unlinkat(directory, temporary.c_str(), 0);
   return isReplaced;
 }

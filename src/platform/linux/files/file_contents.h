@@ -1,5 +1,5 @@
-// Whole files, in memory and on disk. Device paths, or names in a directory that is open; any
-// thread; nothing throws.
+// Reads and writes whole files, named by device path or by name in an open directory. Any thread.
+// Nothing throws, but exceptions of a MakeFile pass through.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace platform::backend {
 
-// No file that the system reads is larger; a sparse giant must not take the memory.
+// Larger files are not read: a huge sparse file must not use up the memory.
 constexpr std::size_t maxFileSize = std::size_t{1} << 28;
 
 struct OpenFile {
@@ -21,43 +21,54 @@ struct OpenFile {
   std::size_t size = 0;
 };
 
-// A regular file of at most so many bytes, open for reading; a link is not followed.
+// Opens a file for reading. Returns nothing if it is missing, unreadable, not a regular file, a
+// link, or larger than limit bytes.
 std::optional<OpenFile> openFile(const std::string& path, std::size_t limit = maxFileSize);
 std::optional<OpenFile> openFileAt(int directory, const std::string& name,
                                    std::size_t limit = maxFileSize);
 
-// How many bytes could be read from there on: fewer than wanted at the end of the file.
+// Reads bytes from offset on. Returns how many could be read, which is fewer than wanted at the end
+// of the file or after an error.
 std::size_t readAt(const FileDescriptor& file, std::size_t offset, std::span<std::uint8_t> wanted);
 
-// The contents stay in the file, which must not change; what can no longer be read is missing.
+// Returns data whose bytes are read from the file when needed; never nullptr. If the file is
+// changed in place, so are the bytes.
 DataRef dataOfFile(OpenFile file);
 
+// Reads a file into memory. Returns nothing if openFile does or if memory runs out.
 std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit = maxFileSize);
+// Returns nothing if memory runs out.
 std::optional<Bytes> contentsOf(const OpenFile& file);
 
+// Returns false if not all of the contents could be written.
 bool writeAll(const FileDescriptor& file, std::span<const std::uint8_t> contents);
 
-// Copies a whole file, whatever its offset, to where the other one ends.
+// Writes the whole contents of one file to the other. Returns false if they could not all be
+// copied.
 bool copyFile(const FileDescriptor& from, const FileDescriptor& to);
 
-// A new file, open for writing; no descriptor if it cannot be made.
+// Creates a file and opens it for writing. Returns no descriptor if there is one of this name or if
+// it cannot be created.
 FileDescriptor createFile(int directory, const std::string& name);
 
-// Whether a file that was replaced is on the disk by then, so that a power cut cannot take it.
+// Durable: a replaced file is on the disk before the function returns, and so survives a power cut.
 enum class Durability { Cached, Durable };
 
-// Puts a new file in the place of an old one, in one rename. make(directory, name) makes it under
-// that name, which is new and cannot be foreseen, and says whether it is whole.
+// Creates a file of this random, unused name. Returns false if it is incomplete.
 using MakeFile = std::function<bool(int directory, const std::string& name)>;
+// Calls make and renames the file that it creates to path, in place of an old one. Returns false,
+// with the old file unchanged, if either fails.
 bool replaceFile(const std::string& path, const MakeFile& make,
                  Durability durability = Durability::Cached);
 bool replaceFileAt(int directory, const std::string& name, const MakeFile& make,
                    Durability durability = Durability::Cached);
 
+// Replaces a file by one with these contents. Returns false, with the old file unchanged, if this
+// fails.
 bool writeToFileAtomically(const Bytes& contents, const std::string& path,
                            Durability durability = Durability::Cached);
 
-// Writes a file and its directory's entry for it to the disk.
+// Flushes a file and its directory to the disk. Returns false if this fails.
 bool makeDurable(const std::string& path);
 
 }  // namespace platform::backend

@@ -1,4 +1,4 @@
-// Owns a file descriptor.
+// Owns a file descriptor and closes it. -1 stands for none.
 #pragma once
 
 #include <utility>
@@ -15,8 +15,9 @@ class FileDescriptor {
   FileDescriptor& operator=(const FileDescriptor&) = delete;
 
   int get() const { return value_; }
-  // Gives the descriptor up: the caller closes it.
+  // Returns the descriptor, which the caller must close.
   int release() { return std::exchange(value_, -1); }
+  // Returns true if there is a descriptor.
   explicit operator bool() const { return value_ >= 0; }
 
  private:

@@ -21,7 +21,7 @@ bool statusOf(const ItemLocation& item, struct stat& status) {
   return fstatat(item.directory.get(), item.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-// A link counts as nothing: it is never followed.
+// Returns false for a link, too.
 bool findItem(const std::string& path, struct stat& status) {
   auto item = locateItem(path);
   return item && statusOf(*item, status) && !S_ISLNK(status.st_mode);
@@ -86,7 +86,7 @@ bool fileExistsAtPath(const std::string& path, bool& isDirectory) {
 }
 
 bool createDirectoryAtPath(const std::string& path) {
-  // The item inside the wanted directory does not matter, only that its parent is made.
+  // This creates the parent of an item in the directory, but not the item.
   return locateItemMakingDirectories(path + "/item").has_value();
 }
 

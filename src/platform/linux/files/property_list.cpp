@@ -20,13 +20,13 @@ using namespace backend;
 
 namespace {
 
-// Many times the settings of this system, whatever other programs store beside them.
+// Many times the size of the settings, whatever else other programs store in them.
 constexpr std::size_t maxDictionarySize = std::size_t{1} << 21;
-// More than the list with the delays of half a million frames.
+// More than the delays of half a million frames take.
 constexpr std::size_t maxArraySize = std::size_t{1} << 24;
 
-// The files that were too large, or too costly, when they were read last. They are not replaced:
-// what is in them cannot be kept, but is not damaged either.
+// The files that were too large or too costly when they were last read. They must not be replaced,
+// because they are not damaged and their contents would be lost.
 class Refused {
  public:
   static Refused& files() {
@@ -53,7 +53,7 @@ class Refused {
   std::set<std::string> paths_;
 };
 
-// Which file it was that was read. It changes with every replacement and with most writes in place.
+// Identifies the file that was read. It changes with every replacement and most writes in place.
 struct Stamp {
   dev_t device = 0;
   ino_t file = 0;
@@ -68,7 +68,7 @@ Stamp stampOf(const struct stat& status) {
           status.st_mtim.tv_nsec};
 }
 
-// Of no file at all if there is none.
+// Returns an empty stamp if there is no file.
 Stamp stampOfFile(const std::string& path) {
   const auto item = locateItem(path);
   struct stat status {};
@@ -83,7 +83,7 @@ struct Reading {
   bool isRefused = false;
 };
 
-// Nothing if it is damaged.
+// Returns nothing if the list is damaged.
 std::optional<PropertyListContents> parse(const Bytes& contents) {
   if (!isBinaryPropertyList(contents)) return parsePropertyListXml(contents);
   const std::string xml = validXml(xmlOfBinaryPropertyList(contents));
@@ -95,7 +95,7 @@ bool isTooCostly(const Bytes& contents) {
          costOfBinaryPropertyList(contents) == PropertyListCost::TooHigh;
 }
 
-// Without enough memory the list counts as refused, too.
+// A list for which memory runs out is refused, too.
 Reading read(const std::string& path, std::size_t largest) {
   Reading reading;
   if (const auto file = openFile(path, SIZE_MAX)) {
@@ -118,12 +118,12 @@ Reading read(const std::string& path, std::size_t largest) {
 bool write(const PropertyListContents& list, const std::string& path, std::size_t largest,
            Durability durability) {
   const std::string xml = propertyListXml(list);
-  // What could not be read again would lose everything that is in the file now.
+  // A list that is too large to be read again must not replace one that can be read.
   if (xml.size() > largest || Refused::files().has(path)) return false;
   return writeToFileAtomically(Bytes(xml.begin(), xml.end()), path, durability);
 }
 
-// Of several entries with one key the last counts.
+// Returns the value of the last entry with this key, or nullptr if there is none.
 PropertyListValue* find(PropertyListContents& list, const std::string& key) {
   const auto at = std::find_if(list.entries.rbegin(), list.entries.rend(),
                                [&key](const auto& entry) { return entry.key == key; });
@@ -160,9 +160,8 @@ std::optional<NSMutableDictionary> NSMutableDictionary::dictionaryWithContentsOf
       std::make_unique<Impl>(Impl{std::move(*reading.list), reading.stamp, {}}));
 }
 
-// Where another process, or another thread, has written since this list was read, its keys stay:
-// only what was changed here is changed in the file. So of writers that overlap none loses
-// anything.
+// If another process or thread has written the file since this list was read, only the keys that
+// were set here are changed in it, so that overlapping writers lose nothing.
 bool NSMutableDictionary::writeToFile(const std::string& path) const {
   const WriteLock lock;
   if (stampOfFile(path) == impl_->stamp) {

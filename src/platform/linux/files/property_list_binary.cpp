@@ -9,7 +9,7 @@
 namespace platform::backend {
 namespace {
 
-// The objects of a list, as far as they refer to each other.
+// Adds up what the objects of a list cost, by following their references.
 class Objects {
  public:
   explicit Objects(std::span<const std::uint8_t> bytes)
@@ -27,12 +27,12 @@ class Objects {
   }
 
  private:
-  // A list of ours has two levels; other programs' values in it may have some more.
+  // The settings have two levels; other programs' values in them may have a few more.
   static constexpr int deepestNesting = 256;
-  // A list may refer to an object more than once, but not make a giant of itself.
+  // A list may refer to an object more than once, but must not grow much by that.
   static constexpr std::uint64_t maxGrowth = 16;
   static constexpr std::uint64_t usualSize = std::uint64_t{1} << 20;
-  // What the library spends on any object.
+  // The memory that the library uses for any object.
   static constexpr std::uint64_t objectSize = 128;
 
   enum Type { Data = 0x4, Ascii = 0x5, Utf16 = 0x6, Array = 0xA, Set = 0xC, Dictionary = 0xD };

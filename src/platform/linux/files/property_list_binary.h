@@ -1,4 +1,4 @@
-// The binary form of property lists.
+// Reads the binary form of property lists. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,16 @@
 
 namespace platform::backend {
 
+// Returns true if the bytes start as a binary list does; the rest may be damaged.
 bool isBinaryPropertyList(std::span<const std::uint8_t> bytes);
 
-// What the library that reads such lists would have to do for one. It takes them apart by recursion
-// and copies an object as often as it is referred to.
+// The library that reads these lists parses them recursively and copies an object once for each
+// reference to it, so a small list can exhaust the stack or the memory, or take minutes.
 enum class PropertyListCost { Bearable, TooHigh };
+// Returns TooHigh for a list that is nested too deeply or that refers to objects too often.
 PropertyListCost costOfBinaryPropertyList(std::span<const std::uint8_t> bytes);
 
-// The same list in XML; "" if it is damaged. Only for lists of bearable cost.
+// Returns the list as XML, or "" if it is damaged. Requires a list of bearable cost.
 std::string xmlOfBinaryPropertyList(std::span<const std::uint8_t> bytes);
 
 }  // namespace platform::backend

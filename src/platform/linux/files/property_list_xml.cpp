@@ -50,8 +50,8 @@ bool isSpace(std::string_view text) {
   return text.find_first_not_of(" \t\r\n") == text.npos;
 }
 
-// Takes the parser's events. A list may be nested as deeply as its size allows: nothing here, and
-// nothing in the parser, goes down by recursion.
+// Builds a list from the parser's events. A list may be nested as deeply as its size allows,
+// because neither this class nor the parser uses recursion.
 class Reader {
  public:
   Reader() : parser_(XML_ParserCreate(nullptr)) {
@@ -64,7 +64,7 @@ class Reader {
     XML_SetCharacterDataHandler(parser_.get(), [](void* self, const char* text, int length) {
       static_cast<Reader*>(self)->add({text, static_cast<std::size_t>(length)});
     });
-    // Entities of a list's own could make much of little.
+    // Entities that a list declares could expand to any size.
     XML_SetEntityDeclHandler(
         parser_.get(), [](void* self, const char*, int, const char*, int, const char*, const char*,
                           const char*, const char*) { static_cast<Reader*>(self)->fail(); });
@@ -97,7 +97,8 @@ class Reader {
     XML_StopParser(parser_.get(), XML_FALSE);
   }
 
-  // The parser is C and lets no exception through; and some events still come after it was stopped.
+  // Exceptions must not pass through the parser, which is C code. Some events still arrive after it
+  // was stopped.
   template <typename Work>
   void guarded(Work work) {
     if (isStopped_) return;
@@ -143,7 +144,7 @@ class Reader {
     return true;
   }
 
-  // Whether the innermost container that is open is the outermost one.
+  // Returns true if the root is the only open container.
   bool isOutermost() const { return levels_.size() == 1; }
 
   bool endElement(std::string_view tag) {
@@ -196,7 +197,8 @@ class Reader {
   bool isInScalar_ = false;
   bool isStopped_ = false;
   bool isOutOfMemory_ = false;
-  // Of the scalar at hand, of the entry at hand, and of the containers in it.
+  // The text of the current scalar, the key of the current entry, and the markup of the containers
+  // in that entry.
   std::string text_;
   std::string key_;
   std::string markup_;
@@ -214,7 +216,8 @@ bool isXmlCharacter(std::uint32_t character) {
   return !isSurrogate && character != 0xFFFE && character != 0xFFFF && character <= 0x10FFFF;
 }
 
-// Bytes that are not UTF-8 are taken for Latin 1, whose characters have the numbers of its bytes.
+// Returns the text with bytes that are not UTF-8 converted from Latin 1, whose bytes are the
+// numbers of its characters.
 std::string utf8Of(std::string_view text) {
   std::string utf8;
   while (!text.empty()) {
@@ -228,8 +231,8 @@ std::string utf8Of(std::string_view text) {
   return utf8;
 }
 
-// The length of a reference to a character that XML does not have, as "&#1;", at the beginning of
-// the text; else 0.
+// Returns the length of a reference to a character that XML does not allow, such as "&#1;", at the
+// start of the text, or 0 if there is none.
 std::size_t lengthOfWrongReference(std::string_view text) {
   constexpr std::size_t longest = 12;
   const std::size_t end = text.substr(0, longest).find(';');
@@ -243,7 +246,7 @@ std::size_t lengthOfWrongReference(std::string_view text) {
   return isNumber && !isXmlCharacter(character) ? end + 1 : 0;
 }
 
-// Without comments, and without references to characters that there are none of.
+// Returns the text without comments and without references to characters that XML does not allow.
 std::string withoutWhatIsRefused(std::string_view text) {
   std::string kept;
   while (!text.empty()) {
@@ -263,8 +266,8 @@ std::string withoutWhatIsRefused(std::string_view text) {
   return kept;
 }
 
-// Only the list itself, without what other programs may have left before and after it, and without
-// a declaration, which may name another encoding.
+// Returns the list without anything that other programs may have left before or after it, and
+// without an XML declaration, which may name another encoding.
 std::string_view listIn(std::string_view text) {
   constexpr std::string_view end = "</plist>";
   text.remove_prefix(std::min(text.find('<'), text.size()));

@@ -1,5 +1,5 @@
-// The XML form of property lists, read and written as far as the system looks into them: the values
-// of the outermost container. Whatever else a list holds is kept as it is. Any thread.
+// Reads and writes the XML form of property lists. Only the values of the root container are
+// parsed; nested ones are kept as markup. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace platform::backend {
 
 struct PropertyListValue {
   bool isString = false;
-  // Of a string its text; of anything else its markup.
+  // The text of a string, or the markup of any other value.
   std::string content;
 };
 
@@ -27,16 +27,16 @@ struct PropertyListContents {
   std::vector<PropertyListEntry> entries;
 };
 
-// Returns nothing if the bytes are not a list whose root is a dictionary or an array. What is
-// around the list, comments, characters that XML does not have, and bytes that are not UTF-8 do no
-// harm: the last are taken for Latin 1. Time and memory are a small multiple of the size. Throws
-// std::bad_alloc.
+// Returns nothing if the bytes are not a list whose root is a dictionary or an array. Ignores bytes
+// around the list, comments, and characters that XML does not allow. Bytes that are not UTF-8 are
+// read as Latin 1. Takes time and memory in proportion to the size. Throws std::bad_alloc.
 std::optional<PropertyListContents> parsePropertyListXml(std::span<const std::uint8_t> xml);
 
-// Characters that XML cannot hold are left out, and what is not UTF-8 is replaced by U+FFFD.
+// Returns the list as a document in valid XML, as validXml makes it.
 std::string propertyListXml(const PropertyListContents& list);
 
-// The same for a whole document.
+// Returns the text without characters that XML does not allow, and with U+FFFD in place of bytes
+// that are not UTF-8.
 std::string validXml(const std::string& text);
 
 }  // namespace platform::backend

@@ -1,4 +1,4 @@
-// Signals as something to read: a process that waits for descriptors hears of them there.
+// Delivers signals through a file descriptor.
 #pragma once
 
 #include <initializer_list>
@@ -7,9 +7,10 @@
 
 namespace platform::backend {
 
-// Blocks these signals in the calling thread, and in those it starts from now on. Returns a
-// descriptor that can be read (signalfd_siginfo) when one has come. What whoever started the
-// process wants ignored stays ignored, SIGCHLD aside. To be called before any thread is started.
+// Blocks these signals in the calling thread and in those that it starts later. Returns a
+// descriptor from which a signalfd_siginfo can be read when one has arrived, or none if that fails.
+// Signals that were ignored when the process started stay ignored, except SIGCHLD. Call it before
+// any thread is started.
 FileDescriptor signalDescriptor(std::initializer_list<int> signals);
 
 }  // namespace platform::backend

@@ -14,7 +14,7 @@ std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
 }
 
 bool writeStringToFileAtomically(const std::string& text, const std::string& path) {
-  // What is too large to be read would be lost.
+  // A file that is too large to be read must not be lost.
   if (openFile(path, SIZE_MAX) && !openFile(path)) return false;
   return writeToFileAtomically(Bytes(text.begin(), text.end()), path);
 }

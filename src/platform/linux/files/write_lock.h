@@ -1,13 +1,13 @@
-// Serialises the writers of the device's settings, in all processes of the device. Any thread.
+// Serializes the writers of the device's settings, in all processes of the device. Any thread.
 #pragma once
 
 #include "platform/linux/files/file_descriptor.h"
 
 namespace platform::backend {
 
-// Held while the object lives. A writer waits for others only a moment and then goes on without the
-// lock, so that nobody who keeps it can stop the device; nor is there one where the host has no
-// folder.
+// Holds the lock until it is destroyed. If the lock is not free within about half a second, the
+// writer continues without it, so that a process that keeps it cannot block all others. Without a
+// host folder there is no lock.
 class WriteLock {
  public:
   WriteLock();

@@ -24,7 +24,7 @@ bool WrittenFile::link(int directory, const std::string& name) const {
   return linkat(AT_FDCWD, file.c_str(), directory, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-// Nothing if the size has changed, too.
+// Returns nothing if there is no file or its size has changed.
 std::optional<WrittenFile::Moment> WrittenFile::modificationTime() const {
   struct stat status {};
   if (!file_ || fstat(file_.get(), &status) != 0) return std::nullopt;

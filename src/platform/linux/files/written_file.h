@@ -1,12 +1,12 @@
-// The file that some bytes were last written to: while it still holds them, writing the same bytes
-// elsewhere makes a hard link to it. So equal frames of an animation take the space of one:
+// Remembers the file to which bytes were last written. As long as it still contains them, writing
+// them again makes a hard link to it. This way equal frames of an animation take the space of one:
 //
 // - the canvas of a GIF returns the same image object for a frame that looks like the one before;
-// - the image keeps the PNG that was made of it (UIImage::Impl::png);
-// - the PNG's NSData keeps the file that it was written to, which is this object.
+// - the image keeps the PNG data made from it (UIImage::Impl::png);
+// - that data keeps the file to which it was written, in a WrittenFile.
 //
-// Files are only ever replaced as a whole, so no program of ours writes through a link. If another
-// one has, the modification time tells.
+// Linked files stay equal because files are only replaced as a whole. If another program writes
+// into one, its modification time changes and no more links are made.
 #pragma once
 
 #include <cstddef>
@@ -22,11 +22,11 @@ namespace platform::backend {
 // One thread at a time.
 class WrittenFile {
  public:
-  // size: of the bytes that are written, always the same ones.
+  // size is the number of bytes. Every write must write the same ones.
   explicit WrittenFile(std::size_t size) : size_(size) {}
 
-  // Makes a new file: a link to the last one or, if that cannot be, one that write fills. Returns
-  // false if it is incomplete.
+  // Creates a file: a link to the last one or, if that is impossible, a new one, to which write
+  // writes the bytes. Returns false if the file could not be created or write returned false.
   bool make(int directory, const std::string& name,
             const std::function<bool(const FileDescriptor& file)>& write);
 
