@@ -13,15 +13,15 @@
 namespace platform {
 using namespace backend;
 
-// A GIF, or any other picture as a source of one image. Of a GIF that is read in order, the next
-// picture is decoded on another thread while the caller works on the last one, from the third on.
+// A GIF, or a PNG as a source of one image. If a GIF is read in order, each frame from the third on
+// is decoded ahead on another thread, while the caller works on the one before it.
 struct CGImageSource::Impl {
   DataRef data;
   gif::File file;
   ImageRef single;
   gif::Compositor compositor;
   int lastAskedFor = -1;
-  // The picture after the last one asked for; its decoding uses the compositor until it is ready.
+  // The frame after the last requested one. Its decoding uses the compositor until it is ready.
   std::future<ImageRef> next;
 
   Impl(DataRef bytes, gif::File parsed)
@@ -39,13 +39,13 @@ struct CGImageSource::Impl {
     ImageRef image = next.valid() ? next.get() : nullptr;
     if (!isDecoded) image = decode(index);
     lastAskedFor = index;
-    // Many want the first picture only.
+    // Many callers only want the first frame.
     if (isInOrder && index > 0) decodeAhead(index + 1);
     return image;
   }
 
   void decodeAhead(int index) {
-    // Smaller pictures are done before a thread has started.
+    // Decoding a smaller frame takes less time than starting a thread.
     constexpr std::int64_t minPixels = std::int64_t{1} << 16;
     const bool isWorthIt = std::int64_t{file.width} * file.height >= minPixels;
     if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
@@ -80,7 +80,7 @@ ImageRef CGImageSource::createImageAtIndex(int index) {
 std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) const {
   if (index < 0 || index >= impl_->count()) return std::nullopt;
   if (impl_->single) return ImageProperties{};
-  // As on the device, the clamped delay is for viewers that do not bear very short ones.
+  // As on the device, delayTime replaces delays that are too short for some viewers.
   constexpr double minClampedDelay = 0.02;
   constexpr double clampedDelay = 0.1;
   constexpr double centisecondsPerSecond = 100;

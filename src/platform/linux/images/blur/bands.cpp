@@ -5,7 +5,7 @@
 namespace platform::backend::blur {
 
 void inBands(Band rows, const std::function<void(Band)>& work) {
-  // Fewer are done before a thread has started.
+  // Processing fewer takes less time than starting a thread.
   constexpr int minForTwoThreads = 32;
   if (rows.end - rows.first < minForTwoThreads) return work(rows);
   const int middle = rows.first + (rows.end - rows.first) / 2;

@@ -1,4 +1,4 @@
-// Work on the rows of a picture, on two threads.
+// Processes the rows of an image on two threads.
 #pragma once
 
 #include <functional>
@@ -11,8 +11,8 @@ struct Band {
   int end;
 };
 
-// Calls work once for all of the rows or, if they are many, for each half on a thread of its own,
-// and returns when all is done.
+// Calls work for all rows at once or, if there are many, for each half on another thread. Returns
+// when all work is done. Rethrows what work throws.
 void inBands(Band rows, const std::function<void(Band)>& work);
 
 }  // namespace platform::backend::blur

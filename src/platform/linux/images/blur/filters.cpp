@@ -21,7 +21,7 @@ class PaddedRow {
   std::vector<Value> values_;
 };
 
-// Of a row, in pixels, with both margins.
+// Returns the width of a row in pixels, with both margins.
 std::size_t usedWidth(const Plane& plane) {
   const int width = plane.width() + 2 * Plane::margin;
   return static_cast<std::size_t>(width);
@@ -43,7 +43,7 @@ void blurRows(const Kernel& kernel, Band band, const RowSource<Element>& source,
   PaddedRow vertical(source.stride, kernel.reach);
   std::vector<Value> result(source.stride);
   std::vector<const Element*> rows(static_cast<std::size_t>(kernel.reach) * 2 + 1);
-  // The same row, shifted by each distance.
+  // The same row, shifted by each distance of the kernel.
   std::vector<const Value*> shifted(rows.size());
   for (std::size_t at = 0; at < shifted.size(); ++at) {
     shifted[at] = vertical.data() + (static_cast<std::ptrdiff_t>(at) - kernel.reach) * channels;
@@ -64,7 +64,7 @@ template void blurRows(const Kernel&, Band, const RowSource<Value>&, const RowSi
 template <typename Element>
 void downsampleRows(Plane& target, Band band, const RowSource<Element>& source) {
   constexpr int reach = 2;
-  // The margin's pixels are made of twice as many, and of two more.
+  // The pixels of the margin need twice as many source pixels, and their neighbors.
   PaddedRow vertical(source.stride, 2 * Plane::margin + reach + 2);
   const Value* const first =
       vertical.data() - std::ptrdiff_t{2 * Plane::margin - source.margin} * channels;
@@ -84,7 +84,7 @@ template void downsampleRows(Plane&, Band, const RowSource<Value>&);
 void upsampleRows(const Plane& source, Band band, const RowSink& sink) {
   const auto pixels = static_cast<std::size_t>(source.width() + 2 * Plane::margin - 2);
   const std::size_t values = 2 * pixels * channels;
-  // The last three rows at their new width.
+  // The last three rows at twice the width.
   std::array<std::vector<Value>, 3> wide;
   for (auto& row : wide) row.resize(wholeBlocks(values));
   auto wideRow = [&wide](int y) { return wide[static_cast<std::size_t>((y + 3) % 3)].data(); };

@@ -1,6 +1,6 @@
-// A Gaussian blur costs as much as its radius is large. So the picture is downsampled as often as
-// the radius allows, blurred there by the deviation that is left, and upsampled as often:
-// resampling blurs, too, by a known deviation (deviationLeft).
+// The cost of a Gaussian blur grows with its radius. Therefore the image is downsampled as often as
+// the radius allows, blurred at that size, and upsampled again. As resampling blurs, too, the blur
+// in the middle is by the deviation that remains (deviationLeft).
 
 #include "platform/image_filter.h"
 
@@ -21,11 +21,12 @@ namespace {
 
 using namespace blur;
 
-// How far the output reaches beyond the picture, in standard deviations. Beyond that a pixel gets
+// How far the output reaches beyond the image, in standard deviations. Farther away, a pixel gets
 // at most 0.00004 of the nearest one.
 constexpr int extentDeviations = 4;
 
-// A blur past any picture's size only fades it; this bound keeps absurd settings computable.
+// A radius larger than the image only makes it fainter. This limit keeps the cost of absurd
+// settings acceptable.
 constexpr int maxRadius = 4096;
 
 struct Rectangle {
@@ -35,16 +36,16 @@ struct Rectangle {
   int height;
 };
 
-// Returns the deviation that is left after downsampling so often and upsampling again. The weights
-// 1, 4, 6, 4, 1 have variance 1, in pixels of the size where they are used, and are used both ways:
-// 2 * (1 + 4 + 16 + ...).
+// Returns the deviation that remains for the blur between downsampling and upsampling this many
+// times, in pixels of the smallest size. The weights 1, 4, 6, 4, 1 have variance 1, in pixels of
+// the size where they are used, and are used in both directions: 2 * (1 + 4 + 16 + ...).
 double deviationLeft(int radius, int levels) {
   const double scale = std::pow(4.0, levels);
   const double variance = (double{1} * radius * radius - 2 * (scale - 1) / 3) / scale;
   return variance > 0 ? std::sqrt(variance) : 0;
 }
 
-// Returns how often to downsample: as often as leaves a kernel that is still smooth.
+// Returns how often to downsample: as often as the remaining kernel is still smooth.
 int levelsFor(int radius) {
   constexpr double minDeviation = 1.2;
   int levels = 0;
@@ -52,7 +53,7 @@ int levelsFor(int radius) {
   return levels;
 }
 
-// Blurs one picture and crops it.
+// Blurs an image and crops it.
 class Blur {
  public:
   Blur(const UIImage::Impl& picture, const Rectangle& crop) : picture_(picture), crop_(crop) {
@@ -88,7 +89,7 @@ class Blur {
   }
 
  private:
-  // The rows of the extent. kept: how many stay valid.
+  // Returns the rows of the extent. kept is the number of rows that stay valid.
   InputRows input(int kept) const {
     return InputRows(picture_, extent_.left, extent_.top, extent_.width, kept);
   }
@@ -133,7 +134,7 @@ class Blur {
   }
 
   const UIImage::Impl& picture_;
-  // In the picture's coordinates. The extent covers the crop and the picture.
+  // In the image's coordinates. The extent contains the crop and the image.
   const Rectangle crop_;
   Rectangle extent_{};
   PictureShape shape_;

@@ -1,4 +1,5 @@
-// Reads the rows of a picture one after the other, premultiplied, and keeps the last few of them.
+// Reads rows of an image as premultiplied bytes and keeps the last few of them. One thread at a
+// time.
 #pragma once
 
 #include <array>
@@ -13,14 +14,14 @@ namespace platform::backend::blur {
 
 class InputRows {
  public:
-  // picture must outlive this object. (left, top): where pixel (0, 0) of the rows is in the
-  // picture; width: of the rows, in pixels. Outside of the picture all is 0. kept: how many rows
-  // stay valid.
+  // Pixel (0, 0) of the rows is the image's pixel (left, top). width is the rows' width in pixels.
+  // Pixels outside of the image are 0. kept is the number of rows that stay valid. picture must
+  // outlive this object. Throws std::bad_alloc.
   InputRows(const UIImage::Impl& picture, int left, int top, int width, int kept);
 
-  // In values: the width, rounded up to whole blocks.
+  // Returns the length of a row in bytes: that of its pixels, rounded up to whole blocks.
   std::size_t stride() const { return stride_; }
-  // For any y. Valid until row(y + kept) or row(y - kept) is asked for.
+  // Returns a row, for any y. It is valid until row(y + n * kept) is requested, for any n but 0.
   const std::uint8_t* row(int y);
 
  private:

@@ -1,4 +1,4 @@
-// A picture between the steps of a blur, in 16-bit values.
+// An intermediate result of a blur, in 16-bit values.
 #pragma once
 
 #include <cstddef>
@@ -8,23 +8,25 @@
 
 namespace platform::backend::blur {
 
-// A downsampled picture with a margin, into which the blur reaches; outside of that all is 0.
+// A downsampled image with a margin, into which the blur reaches. All pixels beyond that are 0.
 class Plane {
  public:
-  // In pixels: as many as upsampling reads on each side.
+  // The margin on each side, in pixels: as many as upsampling reads.
   static constexpr int margin = 2;
 
+  // Starts with all values 0. width and height are in pixels, without the margin. Throws
+  // std::bad_alloc.
   Plane(int width, int height);
 
   int width() const { return width_; }
   int height() const { return height_; }
-  // In values: the width with both margins, rounded up to whole blocks.
+  // Returns the length of a row in values: the width with both margins, rounded up to whole blocks.
   std::size_t stride() const { return stride_; }
 
-  // A row from the first pixel of its margin on. For any y outside of the plane and its margin,
-  // this is a row of zeros.
+  // Returns a row, from the first pixel of its margin on. Returns a row of zeros if y is outside of
+  // the plane and its margin.
   const Value* row(int y) const;
-  // Requires a y within the plane and its margin.
+  // Returns a row to write to. Requires a y within the plane and its margin.
   Value* row(int y);
 
  private:

@@ -7,7 +7,7 @@
 
 #include "platform/linux/images/picture/pixels.h"
 
-// One binary for old and new processors, where the compiler can do that.
+// Compiles a function for old and new processors, if the compiler can do that.
 #if defined(__x86_64__) && !defined(__SANITIZE_THREAD__)
 #define LUMORA_FOR_EVERY_PROCESSOR [[gnu::target_clones("avx2", "default")]]
 #else
@@ -30,13 +30,13 @@ inline Value weighted(Value value, std::uint16_t weight) {
   return static_cast<Value>(std::uint32_t{value} * weight >> 16);
 }
 
-// The sums of a block stay in registers while the rows go by.
+// Adds up all rows of a block before the next block, so that its sums stay in registers.
 template <typename Element>
 [[gnu::always_inline]] inline void convolveRows(const Element* const* rows, const Kernel& kernel,
                                                 Value* out, std::size_t values) {
   const int reach = kernel.reach;
   const std::uint16_t* weights = kernel.weights.data();
-  // Every product is rounded down; this makes up for it.
+  // Compensates for products being rounded down.
   const auto bias = static_cast<Value>((reach + 1) / 2);
   for (std::size_t start = 0; start < values; start += block) {
     const Element* middle = rows[reach] + start;
@@ -62,7 +62,7 @@ inline std::uint32_t binomial(std::uint32_t a, std::uint32_t b, std::uint32_t c,
   return a + e + 4 * (b + d) + 6 * c;
 }
 
-// 255 * 2^16 over every alpha, for a division of values with 7 fractional bits.
+// Returns 255 * 2^16 divided by each alpha, to divide values with 7 fractional bits.
 std::array<std::uint32_t, 256> makeReciprocals() {
   std::array<std::uint32_t, 256> reciprocals{};
   for (std::uint32_t alpha = 1; alpha < reciprocals.size(); ++alpha) {
@@ -83,9 +83,9 @@ void unpremultiplyPixel(const Value* values, std::uint8_t* pixel) {
 }  // namespace
 
 Kernel gaussianKernel(double deviation) {
-  // What is left out, on both sides together, is less than a thousandth.
+  // Less than a thousandth of the weight is cut off, on both sides together.
   constexpr double maxDeviations = 3.4;
-  // A single pixel; 0 could not be divided by.
+  // Small enough for a kernel of a single pixel; avoids division by 0.
   constexpr double minDeviation = 0.1;
   deviation = std::max(deviation, minDeviation);
   Kernel kernel{std::max(1, static_cast<int>(std::ceil(maxDeviations * deviation - 0.5))), {}};

@@ -1,10 +1,12 @@
-// The inner loops of the Gaussian blur: rows of premultiplied values, four to the pixel.
+// The inner loops of the Gaussian blur, on rows of premultiplied values, four per pixel.
 //
-// Values have 16 bits with 7 fractional bits: the sum of two still fits, and a weighted sum is an
-// addition and the upper half of a product, sixteen lanes at once. The compiler makes each loop for
-// every kind of processor that rows.cpp names; the program picks one when it is loaded.
+// Values have 16 bits, 7 of them fractional, so that the sum of two still fits. A weighted sum
+// needs an addition and the upper half of a product, for sixteen values at once. The compiler
+// generates each loop for the kinds of processors named in rows.cpp; the program chooses when it is
+// loaded.
 //
-// out never overlaps an input. Any thread; nothing here allocates but gaussianKernel.
+// Requires that out does not overlap an input. Any thread. Nothing throws except gaussianKernel,
+// which throws std::bad_alloc.
 #pragma once
 
 #include <cstddef>
@@ -17,38 +19,39 @@ using Value = std::uint16_t;
 constexpr int fractionBits = 7;
 constexpr int channels = 4;
 
-// Loops run over whole blocks of values: rows must have room for them after their end.
+// Loops run over whole blocks of values, so rows must have room up to the end of a block.
 constexpr std::size_t block = 64;
 constexpr std::size_t wholeBlocks(std::size_t values) {
   return (values + block - 1) / block * block;
 }
 
-// A true Gaussian, cut off where less than a thousandth is left. Weights are fractions of 2^16: of
-// the center, then of both neighbors at each distance.
+// The weights of a Gaussian, cut off where less than a thousandth remains: first the weight of the
+// center, then that of both neighbors at each distance up to reach. 2^16 stands for 1.
 struct Kernel {
   int reach;
   std::vector<std::uint16_t> weights;
 };
-// deviation: in pixels.
+// deviation is in pixels.
 Kernel gaussianKernel(double deviation);
 
-// Weighted sum of 2 * kernel.reach + 1 rows, from the first to the last.
+// Computes the weighted sum of 2 * kernel.reach + 1 rows.
 void convolve(const std::uint8_t* const* rows, const Kernel& kernel, Value* out,
               std::size_t values);
 void convolve(const Value* const* rows, const Kernel& kernel, Value* out, std::size_t values);
 
-// Halves the height: makes one row of five, weighted 1, 4, 6, 4, 1.
+// Halves the height: computes one row from five, with the weights 1, 4, 6, 4, 1.
 void downsampleVertically(const std::uint8_t* const* rows, Value* out, std::size_t values);
 void downsampleVertically(const Value* const* rows, Value* out, std::size_t values);
-// Halves the width with the same weights: out[x] is made around row[2 * x]. pixels: of the result.
-// Reads two pixels before the row and two after it.
+// Halves the width with the same weights: out[x] is computed from row[2 * x] and its neighbors.
+// pixels is the width of the result. Reads two pixels before the row and two after it.
 void downsampleHorizontally(const Value* row, Value* out, std::size_t pixels);
 
-// Doubles the height with the same weights: makes the row at the middle one and the one after it.
+// Doubles the height with the same weights: computes two rows, even at the middle row and odd after
+// it.
 void upsampleVertically(const Value* before, const Value* middle, const Value* after, Value* even,
                         Value* odd, std::size_t values);
-// Doubles the width: makes out[2 * x] and out[2 * x + 1] around row[x]. pixels: of the row. Reads
-// one pixel before the row and one after it.
+// Doubles the width: computes out[2 * x] and out[2 * x + 1] from row[x] and its neighbors. pixels
+// is the width of the row. Reads one pixel before the row and one after it.
 void upsampleHorizontally(const Value* row, Value* out, std::size_t pixels);
 
 // Converts bytes of straight RGBA to premultiplied ones.

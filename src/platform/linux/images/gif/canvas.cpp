@@ -16,15 +16,15 @@ struct Visible {
   int bottom;
 };
 
-// The part of an image's rectangle that lies on the canvas.
+// Returns the part of an image's rectangle that is on the canvas.
 Visible visiblePart(const PictureShape& shape, const SubImage& image) {
   return {
       static_cast<std::size_t>(std::max(0, std::min<int>(image.width, shape.width - image.left))),
       std::min(image.top + image.height, shape.height)};
 }
 
-// Calls draw(y, indices) with every row on the canvas, in the order in which the data come, until
-// they end.
+// Calls draw(y, indices) for every row that is on the canvas, in the order of the file, until the
+// indices end.
 template <typename Draw>
 void forEachRow(const PictureShape& shape, const SubImage& image,
                 std::span<const std::uint8_t> indices, Draw draw) {
@@ -56,7 +56,7 @@ Canvas::Canvas(int width, int height) : shape_{width, height, PixelFormat::Index
   makeBlank();
 }
 
-// Blank strips are equal but for the last one's height.
+// All blank strips are one, except for the last, which may have fewer rows.
 void Canvas::makeBlank() {
   shape_.format = PixelFormat::Indexed;
   palette_ = {};
@@ -99,7 +99,8 @@ void Canvas::draw(const SubImage& image, const ColorTable& colors,
   isBlank_ = false;
 }
 
-// Replaces the palette by the image's, unless something of what was on the canvas stays visible.
+// Replaces the palette by the image's and returns true, unless part of the old contents stays
+// visible.
 bool Canvas::takeOverPalette(const SubImage& image, const ColorTable& colors,
                              std::span<const std::uint8_t> indices) {
   const std::size_t possible = std::size_t{1} << image.minimumCodeSize;
@@ -124,7 +125,7 @@ bool Canvas::takeOverPalette(const SubImage& image, const ColorTable& colors,
   return true;
 }
 
-// Nothing if no palette can hold the colors on the canvas and those of the image.
+// Returns nothing if one palette cannot hold the colors on the canvas and those of the image.
 std::optional<IndexMapping> Canvas::mappingFor(const SubImage& image, const ColorTable& colors,
                                                std::span<const std::uint8_t> indices) {
   if (shape_.format != PixelFormat::Indexed) return std::nullopt;
@@ -139,7 +140,7 @@ std::optional<IndexMapping> Canvas::mappingFor(const SubImage& image, const Colo
   return matchColors(palette_, shown, colors);
 }
 
-// Merges equal colors, too: a palette that was taken over may have some twice.
+// Also merges equal colors: an image's palette may contain some twice.
 void Canvas::dropUnusedColors() {
   IndexSet used{};
   for (const auto& strip : strips_) {
@@ -222,7 +223,7 @@ void Canvas::clear(const SubImage& image) {
   }
 }
 
-// A strip that others have too is copied first.
+// Copies the strip first if it is shared.
 std::uint8_t* Canvas::writableRow(int y) {
   const int rows = shape_.rowsPerStrip();
   const auto index = static_cast<std::size_t>(y / rows);
@@ -234,7 +235,7 @@ std::uint8_t* Canvas::writableRow(int y) {
   return own_[index]->row(y % rows);
 }
 
-// Returns true if the strips of the last picture mean the same with the present palette.
+// Returns true if the last image's strips look the same with the present palette.
 bool Canvas::looksLikeLast() const {
   if (!last_ || !(last_->impl().shape == shape_)) return false;
   if (shape_.format == PixelFormat::RGBA) return true;
@@ -245,7 +246,7 @@ bool Canvas::looksLikeLast() const {
 }
 
 ImageRef Canvas::picture() {
-  // In a small file, unused colors take more bytes than the pixels.
+  // In a small file, unused colors may take more bytes than the pixels.
   constexpr int smallPicture = 1 << 14;
   const bool isIndexed = shape_.format == PixelFormat::Indexed;
   if (isIndexed && shape_.width * shape_.height <= smallPicture) dropUnusedColors();

@@ -1,6 +1,7 @@
-// The surface that a GIF's images are drawn on. It holds indices as long as 256 colors suffice: a
-// quarter of the bytes to move, and the form of a palette PNG. It starts transparent. One thread at
-// a time; everything that needs memory throws std::bad_alloc and then leaves a half-drawn canvas.
+// The canvas on which a GIF's images are drawn, transparent at first. It stores indices as long as
+// 256 colors are enough: they take a quarter of the memory of RGBA, and a palette PNG stores them,
+// too. One thread at a time. All functions may throw std::bad_alloc, which leaves the canvas half
+// drawn.
 #pragma once
 
 #include <cstdint>
@@ -18,17 +19,17 @@ class Canvas {
  public:
   Canvas(int width, int height);
 
-  // Draws an image's rectangle, clipped to the canvas. indices: whole rows in the order of the
-  // file; rows that are missing at the end are not drawn. An index without a color shows nothing,
-  // as a transparent one.
+  // Draws an image, clipped to the canvas. indices contains complete rows in the order of the file;
+  // rows that are missing at the end are not drawn. An index that has no color is transparent.
   void draw(const SubImage& image, const ColorTable& colors, std::span<const std::uint8_t> indices);
   // Makes the image's rectangle transparent.
   void clear(const SubImage& image);
 
-  // Returns what is on the canvas now: the same object as last time if nothing looks different.
+  // Returns the canvas as an image, which is the same object as last time if nothing looks
+  // different.
   ImageRef picture();
 
-  // A copy of what is on the canvas; it costs no pixels.
+  // The contents of a canvas. A copy shares the pixels.
   struct Contents {
     PictureShape shape;
     Palette palette;
@@ -58,7 +59,8 @@ class Canvas {
   PictureShape shape_;
   Palette palette_;
   Strips strips_;
-  // Those of the strips that nobody else has yet, by their index.
+  // The strips that are not shared with images or saved contents, at their indices; others are
+  // nullptr.
   std::vector<std::shared_ptr<Strip>> own_;
   bool isBlank_ = true;
   ImageRef last_;

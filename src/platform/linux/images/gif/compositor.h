@@ -1,5 +1,6 @@
-// The pictures that a GIF shows, one after the other: each image drawn over what its predecessors
-// left, by the rules of disposal. The canvas starts transparent; images are clipped to it.
+// Produces the frames of a GIF. Each image is drawn over what the images before it have left on the
+// canvas, following their disposal methods. The canvas is transparent at first; images are clipped
+// to it. One thread at a time.
 #pragma once
 
 #include <optional>
@@ -15,30 +16,32 @@ class Compositor {
   // Both must outlive this object.
   Compositor(const NSData::Impl& data, const File& file) : data_(data), file_(file) {}
 
-  // The canvas just after image index was drawn: of an image whose data end early or go wrong, the
-  // rows before that. nullptr if it has no whole row; the other images are drawn as if it were not
-  // there. Throws std::bad_alloc, and then starts over next time.
+  // Returns the canvas after the image with this index was drawn. If the image's data are
+  // incomplete or damaged, only the rows before that are drawn; if there is no complete row,
+  // returns nullptr, and other frames are drawn as if the image did not exist. Requires an index
+  // within file.images. Throws std::bad_alloc, after which the next call starts again with the
+  // first image.
   ImageRef picture(int index);
 
  private:
   void restart();
-  // Whether there is anything of the image to show; otherwise the canvas stays as it was.
+  // Draws an image. Returns false, with the canvas unchanged, if the image has no complete row.
   bool draw(const SubImage& image);
   void dispose(const SubImage& image);
   const ColorTable& colorsOf(const SubImage& image);
 
   const NSData::Impl& data_;
   const File& file_;
-  // Both are made when the first image is decoded.
+  // Created when the first image is drawn.
   std::optional<Canvas> canvas_;
   IndexBuffer indices_;
   std::optional<Canvas::Contents> previous_;
-  // How many images have been looked at, and whether the last of them was drawn.
+  // The number of images that have been decoded; isDrawn_ is true if the last of them was drawn.
   int seen_ = 0;
   bool isDrawn_ = false;
-  // The last one that was drawn, which is still to be disposed of.
+  // The last image that was drawn, whose disposal method has not been applied yet.
   const SubImage* drawn_ = nullptr;
-  // The table read last.
+  // The color table that was read last.
   ColorTableLocation colorsLocation_;
   ColorTable colors_;
 };

@@ -34,7 +34,7 @@ std::atomic<int> damages = 0;
 
 constexpr std::size_t bytesPerColor = std::tuple_size_v<Color>;
 
-// Skips the table that the flags announce.
+// Skips the color table, if the flags announce one, and returns its location.
 ColorTableLocation locateColorTable(ByteReader& reader, int flags) {
   if (!(flags & colorTableFlag)) return {};
   ColorTableLocation location;
@@ -44,7 +44,7 @@ ColorTableLocation locateColorTable(ByteReader& reader, int flags) {
   return location;
 }
 
-// Everything up to and with the empty sub-block that ends a chain, or what there is of it.
+// Skips a chain of sub-blocks with the empty one that ends it, or up to the end of the file.
 void skipSubBlocks(ByteReader& reader) {
   for (int size = reader.byte(); size != 0; size = reader.byte()) {
     reader.skip(static_cast<std::size_t>(size));

@@ -1,5 +1,5 @@
-// The structure of a GIF: its logical screen and where each image's data lie. Nothing is decoded
-// here, and nothing of the declared sizes is allocated.
+// Reads the structure of a GIF: its logical screen, and where each image's data are. Does not
+// decode images or allocate memory for their declared sizes.
 #pragma once
 
 #include <array>
@@ -19,7 +19,7 @@ using ColorTable = std::vector<Color>;
 
 enum class Disposal : std::uint8_t { Keep, Clear, RestorePrevious };
 
-// Where a color table lies in the file; none has no colors.
+// The position of a color table in the file. count is 0 if there is none.
 struct ColorTableLocation {
   std::uint32_t offset = 0;
   std::uint16_t count = 0;
@@ -27,20 +27,20 @@ struct ColorTableLocation {
 };
 
 struct SubImage {
-  // Pixels on the logical screen; the rectangle may reach past it.
+  // In pixels on the logical screen, beyond which the rectangle may reach.
   std::uint16_t left = 0;
   std::uint16_t top = 0;
   std::uint16_t width = 0;
   std::uint16_t height = 0;
-  // The table in force.
+  // The image's own color table, or else the global one.
   ColorTableLocation colors;
-  // Of the first data sub-block's length byte.
+  // The offset of the first data sub-block, which starts with its length.
   std::uint32_t dataOffset = 0;
   std::uint8_t minimumCodeSize = 0;
   bool interlaced = false;
   Disposal disposal = Disposal::Keep;
   std::optional<std::uint8_t> transparentIndex;
-  // Hundredths of a second, as stored; nothing without a graphic control extension.
+  // In hundredths of a second; nothing if there is no graphic control extension.
   std::optional<std::uint16_t> delay;
 };
 
@@ -48,30 +48,32 @@ struct File {
   int width = 0;
   int height = 0;
   std::vector<SubImage> images;
-  // Whether the trailer was found where an image or an extension could have been.
+  // True if the file ends with a trailer, after complete images and extensions.
   bool hasTrailer = false;
 };
 
-// More images than these are not read; the delays of so many still fit into a property list.
+// Further images are not read. The delays of this many still fit into a property list.
 constexpr std::size_t maxImages = std::size_t{1} << 19;
 
-// The images up to the first damage in the structure. Nothing if this is no GIF, or if its screen
-// is empty or too large to hold.
+// Returns the structure of the file, with the images before the first damage in it. Returns nothing
+// if the file is not a GIF, or if its screen is empty or too large. Throws std::bad_alloc.
 std::optional<File> parse(const NSData::Impl& data);
 
+// Returns the colors of a table, or fewer if the file has been truncated.
 ColorTable readColorTable(const NSData::Impl& data, ColorTableLocation location);
 
-// How often this process has met damage in a GIF: a file without its end, or an image not all of
-// whose rows could be decoded. Any thread.
+// Count how often this process has found damage in a GIF: a missing trailer, or an image of which
+// not all rows could be decoded. Any thread.
 void noteDamage();
 int timesDamaged();
 
-// The contents of a chain of data sub-blocks, as one stream.
+// Reads the contents of a chain of data sub-blocks as one stream. data must outlive this object.
 class SubBlocks {
  public:
   SubBlocks(const NSData::Impl& data, std::size_t offset) : reader_(data, offset) {}
 
-  // How much was there, up to the room's size; less only at the end of the chain or the file.
+  // Fills room. Returns the number of bytes read, which is less than the size of room only at the
+  // end of the chain or the file.
   std::size_t read(std::span<std::uint8_t> room);
 
  private:

@@ -1,4 +1,4 @@
-// Draws rows of an image's indices over rows of a canvas, in the fastest way that the mapping
+// Draws rows of an image's indices over rows of a canvas, with the fastest loop that the mapping
 // allows.
 #pragma once
 
@@ -12,7 +12,7 @@ namespace platform::backend::gif {
 
 class IndexBlitter {
  public:
-  // indexCount: only smaller indices occur.
+  // Requires that the rows only contain indices below indexCount.
   IndexBlitter(const IndexMapping& mapping, std::size_t indexCount);
 
   void drawRow(std::uint8_t* target, const std::uint8_t* source, std::size_t width) const {

@@ -1,24 +1,24 @@
-// How much of a GIF can be shown. Any thread.
+// Examines how much of a GIF can be shown. Any thread.
 #pragma once
 
 #include "platform/data.h"
 
 namespace platform::backend::gif {
 
-// Counts of images, which are the frames.
+// Numbers of images.
 struct Inspection {
   int all = 0;
   int whole = 0;
-  // Those of which some rows can be shown.
+  // Images of which only some rows can be decoded.
   int partial = 0;
-  // Whether the file goes on to its proper end.
+  // True if the file has its trailer.
   bool hasTrailer = false;
 
   int shown() const { return whole + partial; }
   bool isSound() const { return whole == all && hasTrailer; }
 };
 
-// Decodes every image, without drawing it. Nothing is counted in a file that is not a GIF. Throws
+// Decodes every image without drawing it. All numbers are 0 for a file that is not a GIF. Throws
 // std::bad_alloc.
 Inspection inspect(const NSData& data);
 

@@ -14,7 +14,7 @@ namespace {
 constexpr unsigned maxCodeBits = 12;
 constexpr unsigned tableSize = 1U << maxCodeBits;
 
-// Bits read ahead, the next ones lowest.
+// Bits that have been read ahead. The next ones are the lowest.
 struct Bits {
   std::uint64_t value = 0;
   unsigned count = 0;
@@ -27,12 +27,12 @@ struct Bits {
   }
 };
 
-// The image's data in chunks, eight bytes at once.
+// Reads an image's data in chunks and delivers them eight bytes at a time.
 class CodeInput {
  public:
   explicit CodeInput(SubBlocks& data) : data_(data) {}
 
-  // Whether there are so many bits now.
+  // Adds bits. Returns false if there are fewer than wanted, because the data have ended.
   bool refill(Bits& bits, unsigned wanted) {
     if (end_ - next_ < sizeof bits.value) return refillAtTheEdge(bits, wanted);
     std::uint64_t ahead = 0;
@@ -72,7 +72,7 @@ class CodeInput {
   bool ended_ = false;
 };
 
-// Where the output has a code's string already.
+// The place where the output already contains a code's string.
 struct Entry {
   std::uint32_t offset;
   std::uint32_t length;
@@ -80,15 +80,15 @@ struct Entry {
 
 using Vector = std::array<std::uint8_t, 16>;
 
-// By way of a register: the two may overlap.
+// Copies through a register, because the two may overlap.
 inline void copyVector(std::uint8_t* target, const std::uint8_t* source) {
   Vector vector;
   std::memcpy(vector.data(), source, vector.size());
   std::memcpy(target, vector.data(), vector.size());
 }
 
-// Copies forward, in whole vectors, and so may write past the end; what is there by then is
-// overwritten later, or is spare. A string may overlap its copy: it then repeats itself.
+// Copies forward in whole vectors, and so may write past the end, where the bytes are either spare
+// or written later. If a string overlaps its copy, it repeats itself.
 inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::size_t length) {
   constexpr std::size_t vector = std::tuple_size_v<Vector>;
   const auto distance = static_cast<std::size_t>(target - source);
@@ -102,11 +102,11 @@ inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::si
 
 }  // namespace
 
-// Every code stands for a string that the output has already: a code is added with each one read,
-// and its string is that of the code before with the index that follows it there.
+// Every code stands for a string that the output already contains. Each code that is read adds a
+// new one, whose string is that of the code before it plus the index that follows it in the output.
 //
-// The state is in local variables: the output, being bytes, could alias any member, which would
-// have to be loaded anew after every store.
+// The state is in local variables. The output consists of bytes, which may alias any member, so the
+// compiler would have to load members again after every store.
 class LzwDecoder {
  public:
   LzwDecoder(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
@@ -160,7 +160,7 @@ class LzwDecoder {
 void IndexBuffer::reset(std::size_t count) {
   const std::size_t needed = singles + spare + count + spare;
   if (needed > capacity_) {
-    // Not both at once; and none is left if there is no memory for the new one.
+    // The old buffer is freed first, so that both never exist at the same time.
     bytes_.reset();
     capacity_ = 0;
     bytes_.reset(new std::uint8_t[needed]);

@@ -1,4 +1,4 @@
-// The variable-length LZW code of GIF image data.
+// Decodes the variable-length LZW codes of GIF image data.
 #pragma once
 
 #include <cstddef>
@@ -10,12 +10,13 @@
 
 namespace platform::backend::gif {
 
-// Room for an image's indices, used again from image to image. In front of them lie all the single
-// bytes, behind them is space to spare: so the decoder can take every string, even one of a single
-// index, from the buffer itself, and copy it in whole vectors.
+// A buffer for an image's indices, reused from image to image. The decoder copies every string from
+// the buffer itself, in whole vectors. Therefore all strings of a single index precede the indices,
+// and there is spare room after both.
 class IndexBuffer {
  public:
-  // Throws std::bad_alloc.
+  // Makes room for count indices, whose values are undefined. If it throws std::bad_alloc, it must
+  // be called again before the buffer is used.
   void reset(std::size_t count);
 
   std::span<const std::uint8_t> indices() const { return {start(), count_}; }
@@ -32,14 +33,15 @@ class IndexBuffer {
   std::size_t count_ = 0;
 };
 
-// Fills the buffer's indices from an image's data. Returns how many could be decoded: fewer than
-// the buffer has where the data end early or go wrong; the others have no value then. Data past the
-// last index wanted are not looked at. A full table stays at 12 bits and stops growing; a missing
-// leading clear code or end code does no harm.
+// Fills the buffer's indices from an image's data. Returns how many could be decoded, which is
+// fewer than the buffer's count if the data are incomplete or damaged; the others are undefined
+// then. Data after the last index are ignored. A full code table stays at 12 bits and stops
+// growing. A missing clear code at the start or end code is accepted. Returns 0 unless
+// minimumCodeSize is from 1 to 8.
 std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer);
 
-// Decodes one image of a file. Returns how many of its rows are whole; 0 also for an image that is
-// empty or too large to hold. Throws std::bad_alloc.
+// Decodes an image of a file. Returns the number of its complete rows, and 0 for an image that is
+// empty or too large. Counts damage if rows are missing. Throws std::bad_alloc.
 int decodeImage(const NSData::Impl& data, const SubImage& image, IndexBuffer& buffer);
 
 }  // namespace platform::backend::gif

@@ -4,7 +4,7 @@
 
 namespace platform::backend::gif {
 
-// Four sets at a time, because a store to the byte that was just stored to would wait for it.
+// Uses four sets in turn, because consecutive stores to the same byte would wait for each other.
 IndexSet usedIndices(std::span<const std::uint8_t> indices) {
   std::array<IndexSet, 4> used{};
   std::size_t at = 0;
@@ -37,7 +37,7 @@ std::optional<IndexMapping> matchColors(Palette& palette, const IndexSet& shown,
     mapping.to[index] = static_cast<std::uint8_t>(index);
     if (!shown[index]) continue;
     const RGBAColor color = opaque(colors[index]);
-    // An index that stays the same need not be looked for, and makes drawing faster.
+    // If indices stay the same, they need not be searched for, and drawing is faster.
     if (index < palette.count && palette.colors[index] == color) continue;
     const auto found = indexOfColor(palette, color);
     if (!found) {

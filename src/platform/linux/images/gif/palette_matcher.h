@@ -1,4 +1,4 @@
-// Finds indices in a canvas's palette for the colors of an image.
+// Finds indices in a canvas's palette for the colors of an image. Nothing throws.
 #pragma once
 
 #include <array>
@@ -14,11 +14,11 @@ namespace platform::backend::gif {
 // True for each index that is in the set.
 using IndexSet = std::array<bool, maxColors>;
 
-// What becomes of an image's indices on the canvas. One that is not shown leaves the pixel below
-// it.
+// How an image's indices are drawn on the canvas. An index that is not shown leaves the pixel on
+// the canvas as it is.
 struct IndexMapping {
   IndexSet isShown{};
-  // The canvas's index for each one that is shown.
+  // The canvas's index for each index that is shown.
   std::array<std::uint8_t, maxColors> to{};
 };
 
@@ -28,16 +28,16 @@ constexpr RGBAColor opaque(const Color& color) {
   return {color[0], color[1], color[2], 255};
 }
 
-// The indices that occur.
+// Returns the set of indices that occur.
 IndexSet usedIndices(std::span<const std::uint8_t> indices);
 
-// Returns the color's index in the palette, to which it is added if need be; nothing if the palette
-// is full.
+// Returns the color's index in the palette, and adds it if it is missing. Returns nothing if the
+// palette is full.
 std::optional<std::uint8_t> indexOfColor(Palette& palette, RGBAColor color);
 
-// Finds every shown index's color in the palette, to which missing ones are added. If there is no
-// room for all, returns nothing and leaves the palette as it was. Requires a color for every shown
-// index.
+// Finds the color of every shown index in the palette, and adds those that are missing. Returns
+// nothing, with the palette unchanged, if there is not enough room. Requires a color for every
+// shown index.
 std::optional<IndexMapping> matchColors(Palette& palette, const IndexSet& shown,
                                         const ColorTable& colors);
 

@@ -21,8 +21,8 @@ void Strip::setCompressed(std::shared_ptr<const CompressedRows> rows) const {
   compressed_ = std::move(rows);
 }
 
-// In pixels, whatever their format. Small strips leave more of a picture untouched by a small
-// change; large ones compress better.
+// minStripSize is in pixels, whatever their format. With small strips a small change affects less
+// of the image; large strips compress better.
 int PictureShape::rowsPerStrip() const {
   constexpr int minStripSize = 1 << 15;
   constexpr int maxStrips = 32;

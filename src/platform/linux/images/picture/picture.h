@@ -1,6 +1,6 @@
-// A decoded picture as this backend holds it: in strips of rows, which pictures that follow each
-// other share wherever they are equal. So what stands still is neither copied nor compressed,
-// decompressed or drawn again.
+// A decoded image on this backend, stored in strips of rows. Successive images share their equal
+// strips, so that the unchanged parts of an animation are not copied, compressed, decompressed or
+// drawn again.
 #pragma once
 
 #include <array>
@@ -16,10 +16,10 @@
 
 namespace platform::backend {
 
-// More pixels than this, in one picture, are too large to hold (8K television has 33.2 million).
+// Images with more pixels are not decoded (8K television has 33.2 million).
 constexpr std::int64_t maxPixels = std::int64_t{1} << 25;
 
-// Cairo draws no picture with a longer side: its coordinates have 16 bits.
+// Cairo cannot draw images with longer sides, because its coordinates have 16 bits.
 constexpr std::int64_t maxSideLength = 32767;
 
 constexpr bool isOfUsableSize(std::int64_t width, std::int64_t height) {
@@ -27,7 +27,8 @@ constexpr bool isOfUsableSize(std::int64_t width, std::int64_t height) {
          width * height <= maxPixels;
 }
 
-// One byte per pixel, an index into the picture's palette; or straight RGBA, 8 bits each.
+// Indexed: one byte per pixel, an index into the palette. RGBA: four bytes per pixel, with straight
+// (not premultiplied) alpha.
 enum class PixelFormat : std::size_t { Indexed = 1, RGBA = 4 };
 
 constexpr std::size_t bytesPerPixel(PixelFormat format) {
@@ -37,41 +38,44 @@ constexpr std::size_t bytesPerPixel(PixelFormat format) {
 using RGBAColor = std::array<std::uint8_t, 4>;
 constexpr std::size_t maxColors = 256;
 
-// Straight colors; where alpha is 0, all of it is. Every index has one; those used lie in front.
+// Colors with straight alpha; if alpha is 0, so are the other channels. The first count colors are
+// used; the others can be indexed, too.
 struct Palette {
   std::array<RGBAColor, maxColors> colors{};
   std::size_t count = 0;
   friend bool operator==(const Palette&, const Palette&) = default;
 };
 
-// How the pixels of a row stand in a PNG.
+// The format of a row's pixels in a PNG.
 enum class RowCoding { Indexed1, Indexed2, Indexed4, Indexed8, RGB, RGBA };
 
-// Rows as a PNG has them: coded, filtered and compressed, in raw deflate that ends at a byte's
-// border without a final block.
+// Rows as a PNG stores them: coded, filtered, and compressed to raw deflate that ends at a byte
+// boundary and has no final block.
 struct CompressedRows {
   RowCoding coding = RowCoding::Indexed8;
   Bytes deflated;
-  // Of the bytes before they were compressed.
+  // The checksum and the number of the bytes before compression.
   std::uint32_t adler = 1;
   std::size_t length = 0;
 };
 
-// Some rows of a picture. Each has a byte more, in front, which is 0: as PNG has it, so that whole
-// strips of indices go through the compressor as they lie.
+// Consecutive rows of an image. A byte that is 0 precedes each row, as in a PNG, so that a strip of
+// indices can be compressed as it is.
 class Strip {
  public:
-  // The contents are left to the caller, but for the bytes in front.
+  // Leaves the pixels uninitialized; only the bytes before the rows are set. rowLength is in bytes.
+  // Throws std::bad_alloc.
   Strip(std::size_t rowLength, int rowCount);
 
   std::size_t rowLength() const { return rowLength_; }
   int rowCount() const { return rowCount_; }
   std::uint8_t* row(int index) { return &bytes_[start(index) + 1]; }
   const std::uint8_t* row(int index) const { return &bytes_[start(index) + 1]; }
-  // All rows with their bytes in front.
+  // Returns all rows with the bytes before them.
   std::span<std::uint8_t> bytes() { return {bytes_.get(), size()}; }
   std::span<const std::uint8_t> bytes() const { return {bytes_.get(), size()}; }
 
+  // The compressed form of the strip, kept once it has been computed; nullptr before. Any thread.
   std::shared_ptr<const CompressedRows> compressed() const;
   void setCompressed(std::shared_ptr<const CompressedRows> rows) const;
 
@@ -86,16 +90,19 @@ class Strip {
   mutable std::shared_ptr<const CompressedRows> compressed_;
 };
 
+// The size and format of an image, and how its rows are divided into strips.
 struct PictureShape {
   int width = 0;
   int height = 0;
   PixelFormat format = PixelFormat::Indexed;
 
+  // Returns the number of bytes in a row.
   std::size_t rowLength() const { return static_cast<std::size_t>(width) * bytesPerPixel(format); }
-  // The last strip may be lower.
+  // Returns the number of rows in each strip but the last, which may have fewer.
   int rowsPerStrip() const;
   int stripCount() const;
   int rowsInStrip(int index) const;
+  // Returns a new strip for this index. Throws std::bad_alloc.
   std::shared_ptr<Strip> makeStrip(int index) const;
 
   friend bool operator==(const PictureShape&, const PictureShape&) = default;
@@ -112,7 +119,7 @@ struct UIImage::Impl {
   std::shared_ptr<const backend::Palette> palette;
   backend::Strips strips;
 
-  // The PNG made of this picture, kept so that equal frames share a file (files/written_file.h).
+  // The PNG made from this image, kept so that equal frames share a file (files/written_file.h).
   mutable std::mutex mutex;
   mutable DataRef png;
 
@@ -123,10 +130,13 @@ struct UIImage::Impl {
 
 namespace platform::backend {
 
+// Returns an image of these strips. palette is nullptr unless the format is Indexed. Throws
+// std::bad_alloc.
 ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> palette,
                    Strips strips);
 
-// From and to straight RGBA, row by row from the top, without padding.
+// Convert from and to bytes of straight RGBA, row by row from the top, without padding. Throw
+// std::bad_alloc.
 ImageRef imageFromPixels(int width, int height, const Bytes& pixels);
 Bytes pixelsOf(const UIImage& image);
 

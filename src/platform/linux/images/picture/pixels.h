@@ -1,4 +1,4 @@
-// Arithmetic on pixels of straight RGBA, inline because it is the body of inner loops.
+// Arithmetic on pixels of straight RGBA. Inline, because it is used in inner loops.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ constexpr std::uint8_t premultiplied(std::uint8_t value, std::uint8_t alpha) {
   return static_cast<std::uint8_t>((product + (product >> 8)) >> 8);
 }
 
-// Returns true if every pixel has the full alpha.
+// Returns true if every pixel's alpha is 255.
 [[gnu::always_inline]] inline bool isOpaque(const std::uint8_t* pixels, std::size_t count) {
   std::uint32_t all = ~0U;
   for (std::size_t x = 0; x < count; ++x) {

@@ -9,21 +9,21 @@
 namespace platform::backend::png {
 namespace {
 
-// Level 1 is as fast as memory on what stands still, and makes a tenth fewer bytes than level 0.
+// Level 1 gives a tenth fewer bytes than level 0, and is as fast as memory on uniform areas.
 constexpr unsigned level = 1;
 constexpr unsigned levelBufferSize = ISAL_DEF_LVL1_DEFAULT;
 
 struct Deflater {
-  // The library's own initializer leaves some of it as it is.
+  // The library's initializer does not set all of its fields.
   isal_zstream stream{};
   std::uint8_t levelBuffer[levelBufferSize];
-  // Room for the worst case, kept from piece to piece.
+  // Room for the largest possible result, kept from piece to piece.
   std::unique_ptr<std::uint8_t[]> room;
   std::size_t roomSize = 0;
 };
 
-// Both are large, and used for every strip of every frame. The analyzer takes a thread's object for
-// one that its owner has let go of.
+// Each thread keeps one of both, because they are large and used for every strip of every frame.
+// The analyzer mistakes an object with thread storage for one that has been deleted.
 Deflater& threadsDeflater() {
   thread_local const std::unique_ptr<Deflater> deflater(new Deflater);
   return *deflater;  // NOLINT(clang-analyzer-cplusplus.NewDelete)
@@ -34,7 +34,7 @@ inflate_state& threadsInflater() {
   return *inflater;  // NOLINT(clang-analyzer-cplusplus.NewDelete)
 }
 
-// Where nothing can be compressed the library stores, in blocks of at most 65535 bytes.
+// Bytes that cannot be compressed are stored, in blocks of at most 65535.
 std::size_t mostDeflatedBytes(std::size_t rawSize) {
   constexpr std::size_t storedBlock = 65535;
   constexpr std::size_t storedHeader = 5;
@@ -42,7 +42,7 @@ std::size_t mostDeflatedBytes(std::size_t rawSize) {
   return rawSize + (rawSize / storedBlock + 1) * storedHeader + spare;
 }
 
-// ISA-L takes all it reads without const.
+// ISA-L's pointers to its input are not const.
 std::uint8_t* pointer(std::span<const std::uint8_t> bytes) {
   return const_cast<std::uint8_t*>(bytes.data());
 }
@@ -67,7 +67,7 @@ Bytes deflatePiece(std::span<const std::uint8_t> raw) {
   stream.avail_in = static_cast<std::uint32_t>(raw.size());
   stream.next_out = deflater.room.get();
   stream.avail_out = static_cast<std::uint32_t>(deflater.roomSize);
-  // It can only fail for want of room.
+  // It can only fail if there is not enough room.
   if (isal_deflate_stateless(&stream) != COMP_OK) throw std::bad_alloc();
   return {deflater.room.get(), deflater.room.get() + stream.total_out};
 }
@@ -79,7 +79,7 @@ bool inflatePiece(std::span<const std::uint8_t> deflated, std::span<std::uint8_t
   state.avail_in = static_cast<std::uint32_t>(deflated.size());
   state.next_out = room.data();
   state.avail_out = static_cast<std::uint32_t>(room.size());
-  // A piece has no final block, so its proper end is the end of the input.
+  // A piece has no final block, so it is complete at the end of the input.
   return isal_inflate_stateless(&state) == ISAL_END_INPUT && state.total_out == room.size();
 }
 

@@ -1,4 +1,4 @@
-// The compression of PNG files and its checksums, by ISA-L. Any thread.
+// Compression and checksums for PNG files, with ISA-L. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -8,16 +8,17 @@
 
 namespace platform::backend::png {
 
-// Compresses to raw deflate that ends at a byte boundary, has no final block and refers to nothing
-// before it: such pieces can be put together in any order. Throws std::bad_alloc.
+// Compresses to raw deflate that ends at a byte boundary, has no final block and does not refer to
+// bytes before it, so that pieces can be concatenated in any order. Throws std::bad_alloc.
 Bytes deflatePiece(std::span<const std::uint8_t> raw);
 
-// Returns true if the piece is valid and gives exactly as many bytes as there is room for.
+// Decompresses a piece. Returns true if it is valid and fills the room exactly. Throws
+// std::bad_alloc.
 bool inflatePiece(std::span<const std::uint8_t> deflated, std::span<std::uint8_t> room);
 
 std::uint32_t adler32Of(std::span<const std::uint8_t> bytes);
 std::uint32_t crc32Of(std::span<const std::uint8_t> bytes);
-// Returns the CRC-32 of the bytes that gave crc, followed by these.
+// Returns the CRC-32 of these bytes after others whose CRC-32 is crc.
 std::uint32_t continueCrc32(std::uint32_t crc, std::span<const std::uint8_t> bytes);
 
 }  // namespace platform::backend::png

@@ -1,8 +1,8 @@
-// What the writer and the reader of PNG files agree on.
+// Constants of PNG files, used by the writer and the reader.
 //
-// The pixels of the writer's own files come in pieces: a chunk with the two bytes of the zlib
-// header; one chunk for each strip, which can be decompressed by itself; one with the empty final
-// block and the checksum.
+// In the writer's files, the compressed pixels are divided into these data chunks: one with the two
+// bytes of the zlib header, one for each strip, which can be decompressed by itself, and one with
+// an empty final block and the checksum.
 #pragma once
 
 #include <array>
@@ -19,7 +19,7 @@ constexpr ChunkName alphaChunk{'t', 'R', 'N', 'S'};
 constexpr ChunkName dataChunk{'I', 'D', 'A', 'T'};
 constexpr ChunkName endChunk{'I', 'E', 'N', 'D'};
 
-// Deflate with a window of 32 KiB, by the fastest way.
+// Deflate with a window of 32 KiB, compressed with the fastest method.
 constexpr std::array<std::uint8_t, 2> zlibHeader{0x78, 0x01};
 constexpr std::array<std::uint8_t, 2> emptyFinalBlock{0x03, 0x00};
 

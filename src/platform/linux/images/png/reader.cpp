@@ -24,7 +24,7 @@ std::uint32_t numberAt(std::span<const std::uint8_t> bytes, std::size_t at) {
          std::uint32_t{bytes[at + 2]} << 8 | bytes[at + 3];
 }
 
-// The chunks of a file in order; none from the first damage on.
+// Reads the chunks of a file in order, up to the first damage.
 class Chunks {
  public:
   explicit Chunks(std::span<const std::uint8_t> file) : rest_(file) {
@@ -33,7 +33,7 @@ class Chunks {
     rest_ = isPng ? rest_.subspan(signature.size()) : rest_.first(0);
   }
 
-  // The content of the next chunk if it has this name.
+  // Returns the content of the next chunk, and moves on to the one after it, if it has this name.
   std::optional<std::span<const std::uint8_t>> take(const ChunkName& name) {
     constexpr std::size_t fields = 12;
     if (rest_.size() < fields) return std::nullopt;
@@ -60,7 +60,7 @@ std::optional<RowCoding> codingInHeader(std::span<const std::uint8_t> header) {
   return std::nullopt;
 }
 
-// Pictures decoded lately; those still in use may have strips in common with the next one.
+// The images that were decoded recently, whose strips the next one may share.
 class RecentPictures {
  public:
   static RecentPictures& all() {
@@ -75,7 +75,7 @@ class RecentPictures {
     if (recent_.size() > most) recent_.pop_back();
   }
 
-  // nullptr if there is none whose strips would mean the same.
+  // Returns an image in use whose strips have the same meaning, or nullptr if there is none.
   ImageRef similar(const PictureShape& shape, const std::optional<Palette>& palette) const {
     std::lock_guard lock(mutex_);
     for (const auto& entry : recent_) {
@@ -91,7 +91,7 @@ class RecentPictures {
   std::deque<std::weak_ptr<const UIImage>> recent_;
 };
 
-// Reads a file that is built as the writer builds them; any other is not its business.
+// Reads a file with the writer's structure, and rejects all others.
 class OwnPng {
  public:
   explicit OwnPng(std::span<const std::uint8_t> file) : chunks_(file) {}
@@ -185,7 +185,7 @@ class OwnPng {
     return true;
   }
 
-  // Whether every index is one of the palette's; the bytes in front of the rows are 0.
+  // Returns true if the palette has a color for every index. The bytes before the rows are 0.
   bool hasOnlyItsColors(const Strip& strip) const {
     if (palette_->count == maxColors) return true;
     std::uint8_t largest = 0;
@@ -221,7 +221,7 @@ ImageRef readAnyPng(const Bytes& file) {
 
 ImageRef decodePng(const NSData& data) {
   return unlessOutOfMemory([&data]() -> ImageRef {
-    // More than this is no picture that could be held.
+    // A larger file has more pixels than can be decoded.
     constexpr std::size_t largest = static_cast<std::size_t>(maxPixels) * 5;
     if (data.length() > largest) return nullptr;
     Bytes file(data.length());

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t rgb = 3;
 constexpr std::size_t rgba = 4;
 
-// The bytes in front of rows, by which PNG names their filter.
+// The byte before each row in a PNG, which is the row's filter.
 constexpr auto noFilter = static_cast<std::uint8_t>(RowFilter::None);
 constexpr auto upFilter = static_cast<std::uint8_t>(RowFilter::Up);
 
@@ -19,7 +19,7 @@ int bitDepthOf(RowCoding coding) {
   return headerOf(coding).bitDepth;
 }
 
-// The leftmost index takes the highest bits.
+// Packs several indices into each byte, the leftmost into the highest bits.
 template <int bitDepth>
 void packIndices(const std::uint8_t* indices, int width, std::uint8_t* packed) {
   constexpr int perByte = 8 / bitDepth;
@@ -73,7 +73,7 @@ void codeRow(const std::uint8_t* row, RowCoding coding, int width, std::uint8_t*
   }
 }
 
-// The first row has none above.
+// The first row stays as it is, because there is none above it.
 void filterUp(Bytes& coded, std::size_t stride) {
   for (std::size_t at = coded.size() - stride; at > 0; at -= stride) {
     std::uint8_t* row = &coded[at];
@@ -83,7 +83,7 @@ void filterUp(Bytes& coded, std::size_t stride) {
   }
 }
 
-// Whether all filters are ours.
+// Undoes the filters. Returns false if there is one that compressRows does not use.
 bool unfilter(std::span<std::uint8_t> coded, std::size_t stride) {
   if (coded[0] != noFilter) return false;
   for (std::size_t at = stride; at < coded.size(); at += stride) {

@@ -33,7 +33,7 @@ void append(Bytes& target, std::span<const std::uint8_t> bytes) {
   target.insert(target.end(), bytes.begin(), bytes.end());
 }
 
-// A PNG file being put together. Compressed rows are referred to, not copied.
+// Assembles a PNG file. Refers to compressed rows instead of copying them.
 class PngFile {
  public:
   PngFile() { append(pending_, signature); }
@@ -72,7 +72,7 @@ class PngFile {
   }
 
   std::vector<Piece> pieces_;
-  // What follows the pieces.
+  // The bytes after the last piece.
   Bytes pending_;
 };
 
@@ -116,7 +116,7 @@ void appendPalette(PngFile& file, const Palette& palette) {
     alphas.push_back(color[3]);
     if (color[3] != 255) lastTranslucent = index + 1;
   }
-  // Those left out are opaque.
+  // Colors without an alpha are opaque.
   alphas.resize(lastTranslucent);
   file.appendChunk(paletteChunk, colors);
   if (!alphas.empty()) file.appendChunk(alphaChunk, alphas);
@@ -134,7 +134,8 @@ RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
 
 using Rows = std::shared_ptr<const CompressedRows>;
 
-// Returns all strips compressed, and compresses those that are not yet; many, on two threads.
+// Returns all strips in compressed form. Compresses those that have not been, on two threads if
+// there are many.
 std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding coding) {
   std::vector<Rows> all;
   std::vector<std::size_t> missing;
@@ -154,7 +155,7 @@ std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding codin
       strip.setCompressed(all[missing[at]]);
     }
   };
-  // Fewer are done before a thread has started.
+  // Compressing fewer takes less time than starting a thread.
   constexpr std::size_t minForTwoThreads = 4;
   std::future<void> helper;
   if (missing.size() >= minForTwoThreads) helper = startOnHelperThread(compressSome);
