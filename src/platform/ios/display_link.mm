@@ -7,7 +7,7 @@
 
 #include "platform/ios/retained.h"
 
-// What a link calls. The run loop retains the link, which retains this, until it is invalidated.
+// The target of a link. The run loop retains the link, which retains this, until it is invalidated.
 @interface LWDisplayLinkTarget : NSObject {
  @private
   std::function<void()> fire_;
@@ -24,7 +24,7 @@
   return self;
 }
 
-// It may invalidate its link, which lets go of this.
+// Retains itself, because the function may invalidate the link, which releases this.
 - (void)fire:(CADisplayLink*)link {
   [[self retain] autorelease];
   fire_();
@@ -34,7 +34,7 @@
 
 namespace platform {
 
-// Empty once the link has been invalidated, which any thread may do.
+// Holds nil once the link has been invalidated, which any thread may do.
 struct CADisplayLink::Impl {
   Retained<::CADisplayLink> get() {
     std::lock_guard lock(mutex);
@@ -53,7 +53,7 @@ CADisplayLink::~CADisplayLink() = default;
 
 std::shared_ptr<CADisplayLink> CADisplayLink::displayLinkWithTarget(Target target) {
   auto impl = std::make_shared<Impl>();
-  // Keeps a link alive that nobody holds any more but the run loop.
+  // Keeps the link alive if only the run loop retains it.
   const auto fire = [impl, target = std::move(target)] { target(CADisplayLink(impl)); };
   const auto native =
       Retained<LWDisplayLinkTarget>::adopt([[LWDisplayLinkTarget alloc] initWithFunction:fire]);
@@ -71,7 +71,8 @@ void CADisplayLink::addToMainRunLoop() {
   [impl_->get().get() addToRunLoop:[NSRunLoop mainRunLoop] forMode:NSRunLoopCommonModes];
 }
 
-// Link and target hold each other no longer, whatever the platform does with the target.
+// Releases the native link, so that link and target do not retain each other, even if the native
+// link keeps its target.
 void CADisplayLink::invalidate() {
   [impl_->take().get() invalidate];
 }

@@ -7,7 +7,8 @@
 namespace platform {
 namespace {
 
-// A description only: nothing is computed before it is rendered. nil where there is no such filter.
+// Returns a description of the blur, which is computed when it is rendered. Returns nil if there is
+// no such filter.
 ::CIImage* blurred(const ImageRef& input, int radius) {
   CIFilter* filter = [CIFilter filterWithName:@"CIGaussianBlur"];
   [filter setDefaults];

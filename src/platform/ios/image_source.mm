@@ -32,7 +32,7 @@ std::unique_ptr<CGImageSource> CGImageSource::createWithData(const DataRef& data
   CGImageSourceRef source =
       CGImageSourceCreateWithData((CFDataRef)data->impl().native.get(), nullptr);
   if (source == nullptr) return nullptr;
-  // Of bytes that are no image file there may be a source all the same.
+  // There may be a source even if the bytes are not an image file.
   if (CGImageSourceGetCount(source) == 0) {
     CFRelease(source);
     return nullptr;

@@ -9,8 +9,8 @@
 
 using platform::KeyValueObserver;
 
-// The platform does not retain its observers: each is retained for its registration by hand, and
-// one that outlives the observed view stays for good.
+// The observer that is registered with the platform. The platform does not retain its observers, so
+// Listeners does. A registration that is never removed keeps its observer for good.
 @interface LWWallpaperListener : NSObject {
  @private
   std::shared_ptr<KeyValueObserver> observer_;
@@ -53,7 +53,7 @@ class Listeners {
     return *listeners;
   }
 
-  // For one more registration.
+  // Returns the observer's listener for one more registration.
   Retained<LWWallpaperListener> add(const std::shared_ptr<KeyValueObserver>& observer) {
     std::lock_guard lock(mutex_);
     Entry& entry = entries_[observer.get()];
@@ -64,7 +64,7 @@ class Listeners {
     return entry.listener;
   }
 
-  // Holds nullptr if it has none.
+  // Returns the observer's listener, or nil if it has no registrations.
   Retained<LWWallpaperListener> find(const KeyValueObserver& observer) const {
     std::lock_guard lock(mutex_);
     const auto at = entries_.find(&observer);
@@ -86,8 +86,8 @@ class Listeners {
   std::map<const KeyValueObserver*, Entry> entries_;
 };
 
-// The main thread may be about to call it. By value: a block keeps no more of a reference than an
-// address.
+// Releases the listener on the main thread, which may be about to call it. Takes it by value,
+// because a block copies only the address of a reference.
 void releaseOnMainThread(Retained<LWWallpaperListener> listener) {
   [[::NSOperationQueue mainQueue] addOperationWithBlock:^{
     (void)listener;
@@ -123,7 +123,7 @@ void UIView::removeObserver(const KeyValueObserver& observer, std::string_view k
   releaseOnMainThread(listener);
 }
 
-// Out of the platform's own bookkeeping, which has no public way in.
+// Reads the platform's internal records, for which there is no public interface.
 std::shared_ptr<KeyValueObserver> UIView::firstObserver() const {
   NSObject* info = (NSObject*)[nativeView(*this) observationInfo];
   NSArray* observances = [info valueForKey:@"_observances"];

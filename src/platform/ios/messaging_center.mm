@@ -10,7 +10,7 @@
 #import "platform/ios/native_string.h"
 #include "platform/ios/retained.h"
 
-// What a center calls for one message name: all targets, in the order of their registration.
+// Receives the messages of one name and calls all targets in the order of their registration.
 @interface LWMessageTarget : NSObject {
  @private
   std::vector<std::function<void()>> targets_;

@@ -1,4 +1,4 @@
-// The platform's object behind immutable bytes.
+// The native object of an NSData.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -12,7 +12,7 @@ struct NSData::Impl {
   Retained<::NSData> native;
 };
 
-// nullptr of nil.
+// Returns the object, which it retains, as data, or nullptr for nil.
 DataRef dataOfNative(::NSData* native);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The platform's object behind a picture.
+// The native object of a UIImage.
 #pragma once
 
 #import <UIKit/UIKit.h>
@@ -12,9 +12,9 @@ struct UIImage::Impl {
   Retained<::UIImage> native;
 };
 
-// nullptr of nil.
+// Returns the object, which it retains, as an image, or nullptr for nil.
 ImageRef imageOfNative(::UIImage* native);
-// Lets go of the bitmap, which may be NULL.
+// Returns the bitmap, which it releases, as an image, or nullptr for NULL.
 ImageRef imageOfBitmap(CGImageRef bitmap);
 
 }  // namespace platform

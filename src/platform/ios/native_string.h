@@ -1,4 +1,4 @@
-// Texts between the portable code, in UTF-8, and the platform. Any thread.
+// Converts strings between the portable code, which uses UTF-8, and the platform. Any thread.
 #pragma once
 
 #include <string>
@@ -7,13 +7,14 @@
 
 namespace platform {
 
-// Autoreleased. A text that is not UTF-8 becomes the empty one, never nil, which most of the
-// platform's methods do not bear.
+// Returns an autoreleased string, never nil, which most platform methods do not accept. Returns an
+// empty one if text is not UTF-8.
 NSString* nativeString(const std::string& text);
-// A path; nil if it can name nothing, so that the platform must not be asked: most of its methods
-// raise at an empty path, and take one that holds a NUL for its beginning.
+// Returns an autoreleased path. Returns nil if the path is empty, contains a NUL or is not UTF-8,
+// and so cannot name a file: most platform methods raise an exception for an empty path, and ignore
+// everything after a NUL.
 NSString* nativePath(const std::string& path);
-// "" of nil.
+// Returns "" for nil.
 std::string standardString(NSString* text);
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// The platform's object behind a view, and the way back. Main thread, where the portable view asks
-// for it.
+// The native object of a view, and the view of a native object. The threads are those of
+// platform/view.h.
 #pragma once
 
 #include <memory>
@@ -9,14 +9,14 @@
 #include "platform/ios/retained.h"
 #include "platform/view.h"
 
-// The animated view in the host's tree. It stands for a portable one, which retains it; while it
-// has a superview it retains the portable one in turn, as a superview retains its subviews.
+// The native object of a view that the library creates. The portable view retains it; while it has
+// a superview, it retains the portable view, as a superview retains its subviews.
 @interface LWGIFView : UIView {
  @private
   platform::UIView* portable_;
   std::shared_ptr<platform::UIView> portableInTree_;
 }
-// nullptr once the portable view is gone.
+// nullptr once the portable view has been destroyed.
 @property(nonatomic, assign) platform::UIView* portable;
 @end
 
@@ -24,7 +24,7 @@ namespace platform {
 
 struct UIView::Impl {
   Retained<::UIView> native;
-  // Instead of native for a view that is being deallocated and can no longer be retained.
+  // Used instead of native for a view that may be in its dealloc and so must not be retained.
   ::UIView* dying = nullptr;
 
   ::UIView* view() const { return dying == nullptr ? native.get() : dying; }
@@ -34,10 +34,11 @@ inline ::UIView* nativeView(const UIView& view) {
   return view.impl().view();
 }
 
-// The portable view that this one stands for, else a new one that stands for it; nullptr of nil.
+// Returns the portable view of a native one: its own, if the library created it, otherwise a new
+// one, which retains it. Returns nullptr for nil.
 std::shared_ptr<UIView> viewOfNative(::UIView* native);
 
-// The same without retaining it.
+// Returns a new portable view that does not retain the native one.
 std::shared_ptr<UIView> viewOfDyingNative(::UIView* native);
 
 }  // namespace platform

@@ -26,8 +26,8 @@ CFNotificationCenterRef native() {
 void deliver(CFNotificationCenterRef center, void* token, CFStringRef name, const void* object,
              CFDictionaryRef userInfo);
 
-// The process has one center. Each registration is an observer of its own there, so that taking
-// away one side's never takes away another's.
+// All registrations of the process. Each one is a separate observer in the native center, so that
+// removing one never removes others.
 class Registry {
  public:
   static Registry& all() {
@@ -59,7 +59,7 @@ class Registry {
       CFNotificationCenterRemoveEveryObserver(native(), entry.get());
   }
 
-  // nullptr once it has been removed: a notification may be under way then.
+  // Returns nullptr if the registration has been removed, as a notification may arrive after that.
   RegistrationRef find(const void* token) const {
     std::lock_guard lock(mutex_);
     const auto at =

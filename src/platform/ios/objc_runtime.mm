@@ -12,7 +12,7 @@ namespace {
   return (::SEL)selector;
 }
 
-// The platform would give a forwarding function for a method that does not exist.
+// For a method that does not exist, the platform would return a function that forwards messages.
 bool hasMethod(Class cls, SEL selector) {
   return cls != nullptr && selector != nullptr &&
          class_respondsToSelector((::Class)cls, native(selector));
@@ -45,7 +45,7 @@ std::ptrdiff_t ivar_getOffset(Ivar ivar) {
 }
 
 std::shared_ptr<UIView> viewAtOffset(id object, std::ptrdiff_t offset) {
-  // 0 is where the class stands: there is no such variable.
+  // The class is at offset 0, so there is no variable there.
   if (object == nullptr || offset == 0) return nullptr;
   char* const start = (char*)(void*)object;
   return viewOfNative(*(::UIView**)(void*)(start + offset));

@@ -35,7 +35,7 @@ void NSOperationQueue::setMaxConcurrentOperationCount(int count) {
   [impl_->native.get() setMaxConcurrentOperationCount:count];
 }
 
-// The platform's queue drains an autorelease pool around every operation.
+// The native queue drains an autorelease pool around every operation.
 void NSOperationQueue::addOperationWithBlock(std::function<void()> block) {
   void (^native)(void) = ^{
     block();

@@ -6,7 +6,7 @@
 namespace platform {
 namespace {
 
-// The text of a value that is one.
+// Returns the text of a string, or nothing for any other value.
 std::optional<std::string> textOf(::id value) {
   if (![value isKindOfClass:[::NSString class]]) return std::nullopt;
   return standardString(value);

@@ -1,5 +1,5 @@
-// Ownership of an object of the platform, counted by hand: what it holds is retained as long as it
-// lives. Objective-C++ only.
+// Retains an Objective-C object as long as it holds it, without ARC; it may hold nil. Objective-C++
+// only.
 #pragma once
 
 #include <utility>
@@ -11,7 +11,7 @@ class Retained {
  public:
   Retained() = default;
   explicit Retained(Object* object) : object_([object retain]) {}
-  // Takes over the caller's reference, as alloc and copy give one.
+  // Takes over the caller's reference, such as that of alloc or copy.
   static Retained adopt(Object* object) {
     Retained retained;
     retained.object_ = object;

@@ -9,7 +9,7 @@
 
 - (void)didMoveToSuperview {
   [super didMoveToSuperview];
-  // Letting go of the portable view may let go of this one.
+  // Releasing the portable view may release this one.
   [[self retain] autorelease];
   const bool isInTree = portable_ != nullptr && [self superview] != nullptr;
   portableInTree_ = isInTree ? portable_->weak_from_this().lock() : nullptr;

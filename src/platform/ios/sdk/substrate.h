@@ -1,4 +1,4 @@
-// The hooking loader's one function that the backend uses.
+// The only function of the hooking loader that the backend uses.
 #pragma once
 
 #include <objc/runtime.h>

@@ -1,4 +1,4 @@
-// A private framework's messaging between processes; the methods that the backend uses.
+// The methods that the backend uses of a private framework's messaging between processes.
 #pragma once
 
 #import <Foundation/Foundation.h>

@@ -112,7 +112,7 @@ enum : NSDataReadingOptions { NSDataReadingMappedIfSafe = 1 };
 - (void)addOperationWithBlock:(void (^)(void))block;
 @end
 
-// Foundation tells its modes apart by their addresses.
+// Foundation compares modes by their addresses.
 #ifdef __cplusplus
 extern "C"
 #endif

@@ -55,14 +55,13 @@ typedef NSInteger UIViewContentMode;
 - (void)setImage:(UIImage*)image;
 @end
 
-// Has bounds, among other things.
 @protocol UICoordinateSpace <NSObject>
 - (CGRect)bounds;
 @end
 
 @interface UIScreen : NSObject
 + (UIScreen*)mainScreen;
-// That of the upright device, however it is held; the screen's own turns with it.
+// The coordinates in portrait orientation. The screen's own bounds follow its rotation.
 - (id<UICoordinateSpace>)fixedCoordinateSpace;
 @end
 

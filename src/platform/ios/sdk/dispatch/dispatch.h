@@ -4,7 +4,7 @@
 #include <stdint.h>
 
 typedef struct dispatch_semaphore_s* dispatch_semaphore_t;
-// Nanoseconds on a clock that stands still while the device sleeps.
+// In nanoseconds, on a clock that stops while the device sleeps.
 typedef uint64_t dispatch_time_t;
 #define DISPATCH_TIME_NOW 0ull
 
