@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
-"""Rewrites one file of the compiler's assembly, in place, for a linker that cannot deal with all of
-it: pointers to other libraries' symbols become plain data, which it does bind; labels of data become
-symbols, as of a label without one it finds the section's start only; all symbols become private to
-the library, as it takes pointers to wrong ones where private and other symbols are mixed; and the
-section of the Objective-C run-time's notes gets a name that it does not look into.
+"""Rewrites a file of the compiler's assembly, in place, to avoid errors of the linker:
+
+- It does not bind pointers to other libraries' symbols in their own section, so they become data.
+- It replaces a data label that is not a symbol by the start of the section, so labels of data
+  become symbols.
+- It resolves pointers to wrong symbols if some are private and others are not, so all symbols
+  become private to the library.
+- It fails to read the section with the Objective-C image info, so that section is renamed.
 
 usage: armv7_assembly.py FILE.s VERSION-OF-THIS-SCRIPT
 """
@@ -15,7 +18,7 @@ SECTION_NAME_FOR_LINKER = '__objc_imagenote'
 
 
 def data_labels(text):
-    """The assembler's own labels, which begin with L, outside of code."""
+    """Returns the assembler's local labels, which start with L, outside of code."""
     labels = set()
     is_code = False
     for line in text.splitlines():

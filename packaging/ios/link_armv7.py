@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Links the library for 32-bit processors. The only linker at hand that still can takes no text
-stubs and stumbles over one section's name, so the stubs become libraries without code, and the
-section, which our assembly calls otherwise, gets its own name back.
+"""Links the library for 32-bit processors. The only available linker that supports them cannot read
+text stubs or one of the sections. So the stubs are turned into libraries without code, and the
+section, which armv7_assembly.py has renamed, gets its original name back.
 
 usage: link_armv7.py INSTALL-NAME LIBRARY OBJECT.obj... STUB.tbd...
 """
@@ -20,14 +20,14 @@ ASSEMBLER = ['clang++-19', '-target', 'armv7-apple-ios8.0', '-c']
 
 
 def run_linker(*words):
-    # It leaves gaps between strings as it found its memory: so that is found empty, and without
-    # addresses of the day.
+    # The linker leaves memory between strings uninitialized. With this variable its contents do not
+    # depend on addresses, so the result is reproducible.
     environment = dict(os.environ, MALLOC_PERTURB_='255')
     subprocess.run([*LINKER, *words], check=True, env=environment)
 
 
 def read_stub(path, processor):
-    """Install name, and the symbols that the library has for this kind of processor."""
+    """Returns the install name, and the symbols that the library has for this processor."""
     with open(path) as file:
         head, *exports = file.read().split('\n  - targets: ')
     symbols = []
@@ -64,14 +64,14 @@ def restore_section_name(data):
 def main():
     install_name, library, *inputs = sys.argv[1:]
     objects = [path for path in inputs if not path.endswith('.tbd')]
-    # Every library needs the system's own.
+    # The system library comes first, because all others need it.
     stubs = sorted((path for path in inputs if path.endswith('.tbd')),
                    key=lambda path: (os.path.basename(path) != 'libSystem.tbd', path))
     with tempfile.TemporaryDirectory() as folder:
         libraries = []
         for stub in stubs:
             libraries.append(make_library(stub, folder, libraries[:1]))
-        # An empty list: the library is found by being loaded, not by its symbols.
+        # Exports nothing, because the loader only maps the library.
         run_linker('-install_name', install_name, '-exported_symbols_list', os.devnull, '-o',
                    library, *objects, *libraries)
     with open(library, 'rb') as file:

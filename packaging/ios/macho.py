@@ -1,4 +1,4 @@
-"""What the other scripts need to know of a thin Mach-O file: its load commands, and where they are."""
+"""Reads and changes the load commands of a thin Mach-O file."""
 import struct
 from typing import NamedTuple
 
@@ -23,7 +23,7 @@ class Segment(NamedTuple):
 
 
 class MachO:
-    """The file's bytes, to be read and changed in place."""
+    """A file's bytes, which can be changed in place."""
 
     def __init__(self, data):
         self.data = bytearray(data)
@@ -40,14 +40,14 @@ class MachO:
         struct.pack_into('<I', self.data, offset, value)
 
     def commands(self):
-        """The load commands in order: number and offset of each."""
+        """Yields the number and the offset of each load command, in order."""
         offset = self.header_size
         for _ in range(self.word(16)):
             yield self.word(offset), offset
             offset += self.word(offset + 4)
 
     def offset_of(self, number):
-        """The offset of the only command with this number, or None."""
+        """Returns the offset of the command with this number, or None."""
         return next((offset for command, offset in self.commands() if command == number), None)
 
     def segments(self):
@@ -59,7 +59,7 @@ class MachO:
             yield Segment(offset, name, *struct.unpack_from(fields, self.data, offset + 24))
 
     def sections(self):
-        """Of all segments: the offset of each section's description."""
+        """Yields the offset of the description of each section in all segments."""
         command_size, size = (72, 80) if self.is_64_bit else (56, 68)
         for segment in self.segments():
             count = self.word(segment.command + (64 if self.is_64_bit else 48))
@@ -67,7 +67,8 @@ class MachO:
                 yield segment.command + command_size + index * size
 
     def append_command(self, command):
-        """Where it has been put: between the commands and what the first section holds."""
+        """Adds a command after the others and returns its offset. Raises ValueError if it does not
+        fit before the first section's contents."""
         at = self.header_size + self.word(20)
         offsets = (self.word(section + (48 if self.is_64_bit else 40)) for section in self.sections())
         if at + len(command) > min(offset for offset in offsets if offset > 0):

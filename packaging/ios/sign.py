@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Signs a library ad hoc, in place, for old systems and new ones: the kernel of iOS 8 reads hashes
-by SHA-1 only, later ones prefer those by SHA-256 and find them beside the others. A library without
-a UUID, by which crash logs name it, gets one of its contents.
+"""Signs a library ad hoc, in place, for old and new systems: iOS 8 only accepts SHA-1 hashes, later
+systems prefer SHA-256 hashes, and the signature contains both. Adds a UUID, which identifies the
+library in crash logs, if it has none.
 
 usage: sign.py LIBRARY IDENTIFIER
 """
@@ -11,7 +11,7 @@ import sys
 
 from macho import LC_CODE_SIGNATURE, LC_UUID, MachO
 
-# Numbers of the signature's blobs; big-endian, unlike all else in the file.
+# Numbers in the signature, which is big-endian, unlike everything else in the file.
 SUPER_BLOB = 0xFADE0CC0
 CODE_DIRECTORY = 0xFADE0C02
 REQUIREMENTS = 0xFADE0C01
@@ -37,8 +37,8 @@ NO_REQUIREMENTS = blob(REQUIREMENTS, struct.pack('>I', 0))
 
 
 def code_directory(code, identifier, algorithm):
-    """The hashes of every page, behind those of what belongs to the file but is not in it: the
-    requirements and, as there is none, zeros for the property list of a bundle."""
+    """Returns a blob with the hashes of all pages, after those of the requirements and of the
+    bundle's property list, which are zeros because there is none."""
     def digest(data):
         return hashlib.new(algorithm, data).digest()
 
@@ -70,20 +70,21 @@ def signature(code, identifier):
 
 def add_uuid(file):
     digest = bytearray(hashlib.sha256(file.data).digest()[:16])
-    # Made from contents, by a method of one's own.
+    # Version 8: derived from the contents by a custom method.
     digest[6] = digest[6] & 0x0F | 0x80
     digest[8] = digest[8] & 0x3F | 0x80
     file.append_command(struct.pack('<II', LC_UUID, 24) + digest)
 
 
 def add_signature_command(file):
-    """For a linker that signs nothing: behind the other commands, and at the file's end."""
+    """Adds a command for a signature at the end of the file, for a linker that does not sign, and
+    returns its offset."""
     file.data.extend(bytes(-len(file.data) % 16))
     return file.append_command(struct.pack('<IIII', LC_CODE_SIGNATURE, 16, len(file.data), 0))
 
 
 def sign(data, identifier):
-    """The file with its signature, which takes the place of the one that the linker made, if any."""
+    """Returns the file with a signature, which replaces the linker's, if there is one."""
     file = MachO(data)
     if file.offset_of(LC_UUID) is None:
         add_uuid(file)
@@ -91,7 +92,7 @@ def sign(data, identifier):
     if command is None:
         command = add_signature_command(file)
     end = file.word(command + 8)
-    # The command is part of what is hashed, so the signature's size must be known before.
+    # The command is hashed, too, so the signature's size must be known before.
     size = (len(signature(bytes(end), identifier)) + 15) & ~15
     file.set_word(command + 12, size)
     last = file.segment('__LINKEDIT')

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Leaves out the names of what only the library itself uses, which are half of it: what the loader
-needs stays, and all else stays where it is.
+"""Removes the local symbols and their names, which are half of the library. Symbols that the loader
+needs are kept, and no code or data moves.
 
 usage: strip_symbols.py LINKED LIBRARY
 """
@@ -9,12 +9,12 @@ import sys
 
 from macho import LC_DYSYMTAB, LC_SYMTAB, MachO
 
-# Entries of the indirect symbol table that stand for no symbol.
+# Flags of entries of the indirect symbol table that do not refer to a symbol.
 NO_SYMBOL = 0x80000000 | 0x40000000
 
 
 def symbols_after(file, first):
-    """From one number on: name and the rest of each entry."""
+    """Yields the name and the remaining bytes of each entry, from index first on."""
     command = file.offset_of(LC_SYMTAB)
     start, count, strings = (file.word(command + offset) for offset in (8, 12, 16))
     size = 16 if file.is_64_bit else 12
@@ -44,7 +44,7 @@ def strip(data):
     file.set_word(table + 16, start + len(entries) + len(indices))
     file.set_word(table + 20, len(strings))
     file.set_word(dynamic + 12, 0)
-    # Where the defined and the undefined ones begin.
+    # The indices of the first defined and the first undefined symbol.
     for field in (16, 24):
         file.set_word(dynamic + field, file.word(dynamic + field) - locals_)
     file.set_word(dynamic + 56, start + len(entries))

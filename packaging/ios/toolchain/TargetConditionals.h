@@ -1,4 +1,4 @@
-// What the target is: a device with iOS.
+// Describes the target: a device with iOS.
 #pragma once
 
 #define TARGET_OS_MAC 1

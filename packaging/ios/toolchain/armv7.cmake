@@ -1,13 +1,13 @@
-# Code for 32-bit devices from iOS 8.0 on. The linker that can still link it needs help from the
-# assembly, and forgets of the addresses of some functions that their code is the short kind (Thumb),
-# so there is none of that kind.
+# Compiles for 32-bit devices with iOS 8.0 or later. The linker needs changes to the assembly (see
+# armv7_assembly.py). It also loses the mark of Thumb code in the addresses of some functions, so no
+# Thumb code is generated.
 set(CMAKE_SYSTEM_NAME Generic)
 set(CMAKE_SYSTEM_PROCESSOR armv7)
 set(target armv7-apple-ios8.0)
 include(${CMAKE_CURRENT_LIST_DIR}/ios.cmake)
 set(assembly ${CMAKE_CURRENT_LIST_DIR}/../armv7_assembly.py)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${assembly})
-# So that another script makes another command, and everything is compiled anew.
+# Makes the compile command depend on the script, so that a change of it recompiles everything.
 file(SHA1 ${assembly} version)
 foreach(language CXX OBJCXX)
   string(APPEND CMAKE_${language}_FLAGS_INIT " -mno-thumb")

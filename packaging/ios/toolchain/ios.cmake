@@ -1,6 +1,5 @@
-# What is the same for all processors of the device. In the order of search: our own few lines that
-# say what the target is, the C++ library, the compiler's headers, Darwin's, and our declarations of
-# the frameworks.
+# Settings for all processors. Headers are searched in this order: this folder's description of the
+# target, the C++ library, the compiler, Darwin, and sdk/ with the declarations of the frameworks.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(darwin ${CMAKE_CURRENT_LIST_DIR}/../../../build/darwin-headers)
 set(llvm /usr/lib/llvm-19)
