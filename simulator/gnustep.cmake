@@ -1,7 +1,8 @@
-# The device's backend on Linux: GNUstep for Foundation, compiled as its old run-time wants it.
+# Builds the device's backend on Linux, with GNUstep as Foundation and the flags that GNUstep's
+# run-time requires.
 set(CMAKE_CXX_COMPILER /usr/bin/clang++-19)
 set(CMAKE_OBJCXX_COMPILER /usr/bin/clang++-19)
-# The run-time's headers come with gcc; our own declarations only serve where GNUstep has none.
+# The run-time's headers come with gcc. The declarations in sdk/ are only used if GNUstep has none.
 string(JOIN " " CMAKE_OBJCXX_FLAGS_INIT
   -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1 -DGNU_RUNTIME=1 -D_NATIVE_OBJC_EXCEPTIONS
   -fexceptions -fobjc-exceptions -fblocks -fobjc-runtime=gcc

@@ -1,4 +1,4 @@
-// Where GNUstep's Foundation lacks something or is more lenient than the device's.
+// Adds what GNUstep's Foundation lacks, and makes it as strict as the device's.
 
 #include <condition_variable>
 #include <mutex>
@@ -16,7 +16,7 @@ void refuseEmpty(NSString* path) {
   }
 }
 
-// GNUstep's own method, under the name of the one that takes its place.
+// Exchanges two methods. A strict method then calls GNUstep's own under the strict method's name.
 void exchange(Class cls, SEL lenient, SEL strict) {
   method_exchangeImplementations(class_getInstanceMethod(cls, lenient),
                                  class_getInstanceMethod(cls, strict));
@@ -60,7 +60,7 @@ void exchange(Class cls, SEL lenient, SEL strict) {
 
 @end
 
-// GNUstep runs the main queue's blocks on any thread.
+// GNUstep would run the main queue's blocks on any thread.
 @implementation NSOperationQueue (Strict)
 
 + (void)load {

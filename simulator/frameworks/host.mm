@@ -11,7 +11,7 @@ bool raisesAtRedraw = false;
 bool makesNoWallpapers = false;
 }
 
-// The device keeps its observers in private objects, whose keys these are.
+// The device stores observers in private objects with these instance variables.
 @interface Observance : NSObject {
  @public
   id _observer;
@@ -68,7 +68,7 @@ bool makesNoWallpapers = false;
   return info;
 }
 
-// As up to iOS 10.
+// Raises an exception if observers are left, as iOS 10 and earlier do.
 - (void)dealloc {
   stand_ins::observersAtDealloc.push_back([observances_ count]);
   if ([observances_ count] > 0) {

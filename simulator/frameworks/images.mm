@@ -26,7 +26,7 @@ void CFRelease(CFTypeRef object) {
   [(id)object release];
 }
 
-// A GIF whose images cover the whole screen; one that has no pixels does not decode.
+// A GIF. Requires images that cover the whole screen. An image without pixels cannot be decoded.
 @interface GIFSource : NSObject {
  @public
   GifFileType* gif_;
@@ -43,7 +43,7 @@ void CFRelease(CFTypeRef object) {
 }
 @end
 
-// In every picture's properties, so that it is seen when they go.
+// Part of every image's properties, so that tests can tell when these are released.
 @interface GIFProperties : NSObject
 @end
 @implementation GIFProperties
@@ -74,7 +74,7 @@ CGImageSourceRef CGImageSourceCreateWithData(CFDataRef data, CFDictionaryRef) {
   GIFSource* source = [[GIFSource alloc] init];
   source->rest_ = [(NSData*)data retain];
   source->gif_ = DGifOpen(source, readBytes, nullptr);
-  // Bytes of any kind make a source, if need be one of no images.
+  // As on the device, any bytes give a source, which may have no images.
   if (source->gif_ != nullptr && DGifSlurp(source->gif_) != GIF_OK) source->gif_->ImageCount = 0;
   return (CGImageSourceRef)source;
 }
@@ -131,7 +131,7 @@ StateTable<std::map<std::string, id>> inputs;
 
 }  // namespace
 
-// A filter that blurs nothing, but spreads as far as a blur does.
+// A filter that does not blur, but has the extent of a blur.
 @implementation CIImage
 
 + (CIImage*)imageWithCGImage:(CGImageRef)image {

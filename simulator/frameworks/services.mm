@@ -118,7 +118,7 @@ void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous) {
 }
 - (void)setFrameInterval:(NSInteger)refreshes {
 }
-// In any other mode, were it only one of the same name, no link ever fires.
+// A link only fires in the common modes. They are compared by address, as on the device.
 - (void)addToRunLoop:(NSRunLoop*)loop forMode:(NSString*)mode {
   if (loop == [NSRunLoop mainRunLoop] && mode == NSRunLoopCommonModes) [links() addObject:self];
 }

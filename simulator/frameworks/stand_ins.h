@@ -1,5 +1,6 @@
-// What the device has and GNUstep lacks, as far as the backend calls it: small classes that do what
-// the real ones are documented to do, and let a test look and act in their stead.
+// Stand-ins for the parts of the device's frameworks that the backend uses and GNUstep lacks. They
+// do what the real ones are documented to do. Tests control and examine them through these
+// functions and variables.
 #pragma once
 
 #include <atomic>
@@ -12,7 +13,7 @@
 #import <QuartzCore/QuartzCore.h>
 #import <UIKit/UIKit.h>
 
-// What objects of a class hold whose declaration has no room for it.
+// Stores the state of objects whose class declares no instance variables for it. Any thread.
 template <typename State>
 class StateTable {
  public:
@@ -31,11 +32,11 @@ class StateTable {
 };
 
 namespace stand_ins {
-// How many there are.
+// The number of bitmaps that exist.
 extern std::atomic<int> bitmaps;
 }
 
-// A bitmap: RGBA, not premultiplied.
+// A bitmap of RGBA pixels, not premultiplied.
 struct CGImage {
   CGImage() { ++stand_ins::bitmaps; }
   ~CGImage() { --stand_ins::bitmaps; }
@@ -52,35 +53,35 @@ namespace stand_ins {
 
 // Fires every link on the run loop once, as a refresh of the display does.
 void refreshDisplay();
-// How many links are on the run loop.
+// Returns the number of links on the run loop.
 std::size_t linkCount();
 
-// How the device is held: 1 is upright, 3 and 4 are sideways.
+// The status bar's orientation: 1 is portrait, 3 and 4 are landscape.
 extern NSInteger orientation;
 
-// The next registration at the Darwin notify center raises an exception.
+// If true, the next registration at the Darwin notify center raises an exception.
 extern bool raisesAtRegistration;
 
-// Names posted on the Darwin notify center since the last call.
+// Returns the names posted to the Darwin notify center since the last call.
 std::vector<std::string> takePosted();
 // Delivers a name as if another process had posted it.
 void postFromOutside(const std::string& name);
 
-// The rows that were given to the hooking loader, "Class selector" each, in order.
+// Returns the methods that were replaced, in order, each as "Class selector".
 std::vector<std::string> hookedMethods();
 
-// How many observers each wallpaper view that has died had left when its own dealloc ran.
+// The number of observers that each destroyed wallpaper view had when its original dealloc ran.
 extern std::vector<std::size_t> observersAtDealloc;
-// Every removal of an observer raises, whether it is registered or not.
+// If true, every removal of an observer raises an exception, even if it is registered.
 extern bool raisesAtRemoval;
-// The next redrawing of the wallpaper raises an exception.
+// If true, the next redrawing of the wallpaper raises an exception.
 extern bool raisesAtRedraw;
-// A host that does not have what its name promises.
+// If true, redrawing the shared wallpaper does not create its view.
 extern bool makesNoWallpapers;
 
 }  // namespace stand_ins
 
-// The host's classes, by the names that the library looks for.
+// The host's classes that the library looks up by name.
 @interface SBFWallpaperView : UIView {
  @private
   NSMutableArray* observances_;

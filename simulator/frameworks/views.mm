@@ -36,7 +36,8 @@ StateTable<View> views;
 
 StateTable<UIImage*> shownImages;
 
-// What is changed elsewhere damages the device's tree, sometimes.
+// On the device, changes off the main thread sometimes damage the tree, so they end the process
+// here.
 View& changed(UIView* view) {
   if (![NSThread isMainThread]) {
     std::fprintf(stderr, "a view was changed off the main thread\n");
@@ -74,7 +75,8 @@ View& changed(UIView* view) {
   return made;
 }
 
-// A PNG; of a GIF, which the library only asks whether it is a picture, one pixel.
+// Decodes a PNG. Returns a single pixel for a GIF, because the library only tests if it is an
+// image.
 + (UIImage*)imageWithContentsOfFile:(NSString*)path {
   NSData* data = [NSData dataWithContentsOfFile:path];
   CGImageRef bitmap = new CGImage;

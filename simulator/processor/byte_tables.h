@@ -1,4 +1,4 @@
-// How numbers stand in the tables of compiled code.
+// Reads numbers from the tables of compiled code, which must be valid.
 #pragma once
 
 #include <cstdint>

@@ -9,12 +9,13 @@
 
 namespace {
 
-// A string. Ours are always long ones, whose characters are elsewhere. On 64-bit processors the
-// length comes before the mark of a long one, on 32-bit ones behind it.
+// A string of the device's C++ library. Those created here are always long strings, whose
+// characters are stored elsewhere. The length is before the mark of a long string on 64-bit
+// processors, and after it on 32-bit ones.
 class String {
  public:
   explicit String(const std::string& text) { set(text); }
-  // Makes it a class that is returned in memory, as the device's is.
+  // With this constructor the class is returned in memory, like the device's.
   String(const String& other) { set(other.text()); }
 
   std::string text() const {
@@ -58,7 +59,7 @@ String decimal(int number) {
   return String(std::to_string(number));
 }
 
-// What a shared pointer counts with. Both counts are one less than the number of owners.
+// The control block of a shared pointer. Both counts are one less than the number of owners.
 struct Counts {
   void (**table)(Counts*);
   long owners;

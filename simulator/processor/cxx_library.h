@@ -1,8 +1,8 @@
-// What the library needs of the device's C++ library, whose objects are laid out in another way
-// than ours.
+// Implements the functions of the device's C++ library that the extension library uses. Objects
+// have a different layout in this program's own C++ library.
 #pragma once
 
 #include <string>
 
-// The address of a function; nullptr if it is not among those that are here.
+// Returns the address of a function, or nullptr if it is not implemented.
 void* cxxFunction(const std::string& name);

@@ -23,7 +23,7 @@ void record(const std::string& event) {
   events.push_back(event);
 }
 
-// Classes of the host are told apart by their names; a metaclass is the class of a class.
+// The classes of the host, identified by name. A metaclass is the class of a class.
 std::map<std::string, std::string*>& classes() {
   static std::map<std::string, std::string*> all;
   return all;
@@ -35,7 +35,7 @@ const void* classNamed(const std::string& name) {
   return entry;
 }
 
-// With room for the instance variables of the library's classes.
+// Large enough for the instance variables of the library's classes.
 struct Object {
   const void* cls;
   char variables[512];
@@ -68,7 +68,7 @@ const void* makeText(const std::string& characters) {
   return text;
 }
 
-// The compiler's constant strings have a class, a word of flags, their letters and their length.
+// A constant string of the compiler consists of a class, a word of flags, characters and length.
 std::string textOf(const void* object) {
   if (object == nullptr) return "";
   if (const auto at = texts.find(object); at != texts.end()) return at->second->characters;
@@ -79,7 +79,7 @@ std::string textOf(const void* object) {
   return {reinterpret_cast<const char*>(words[2]), words[3]};
 }
 
-// The host's own methods, which every replacement must run.
+// The host's original methods, which every replacement must call.
 void ownDealloc(void*, const char*) {
   record("own dealloc");
 }
@@ -138,12 +138,12 @@ const void* send(const void* receiver, const char* selector) {
 
 const void* allocateObject(const void* cls) {
   Object* object = makeObject(cls);
-  // Makes the C++ objects among its variables.
+  // Constructs the C++ objects among the instance variables.
   if (methodOf(object, ".cxx_construct") != nullptr) send(object, ".cxx_construct");
   return object;
 }
 
-// A block as the compiler lays it out, with what it has captured behind it.
+// The compiler's layout of a block. Captured variables follow.
 struct Block {
   const void* cls;
   std::int32_t flags;
@@ -157,7 +157,7 @@ struct Block {
   } * descriptor;
 };
 
-// As a queue does it that keeps a block until its turn.
+// Copies the block before running it, as a queue does that keeps it until its turn.
 void run(const Block* block) {
   constexpr std::int32_t hasHelpers = 1 << 25;
   auto* copy = static_cast<Block*>(std::malloc(block->descriptor->size));
@@ -233,7 +233,7 @@ void* address(Function* function) {
   return reinterpret_cast<void*>(function);
 }
 
-// Messages that are answered with an object or a number, whoever is asked.
+// Messages that return an object or a number, whatever the receiver.
 const std::map<std::string, const void* (*)()>& answers() {
   static const void* const one = reinterpret_cast<const void*>(1);
   static const std::map<std::string, const void* (*)()> all = {
@@ -294,7 +294,7 @@ const void* sendMessage(const void* receiver, const char* selector, const void* 
     return makeText(path.substr(0, path.rfind('.')));
   }
   if (name == "count") return reinterpret_cast<const void*>(2);
-  // The library's folder is not there yet, the wallpaper is.
+  // The library's folder does not exist yet, the wallpaper does.
   if (name.find("fileExistsAtPath:") == 0) {
     return reinterpret_cast<const void*>(textOf(first).back() == '/' ? 0 : 1);
   }
@@ -358,7 +358,8 @@ void* resolve(const std::string& name) {
   if (name.find(classPrefix) == 0) {
     return const_cast<void*>(classNamed(name.substr(classPrefix.size())));
   }
-  // Tables of types and the like are only pointed at. A function among the rest ends the run.
+  // Data such as type tables are only referred to. Any other name must be that of an unknown
+  // function.
   static std::map<std::string, void*> others;
   void*& place = others[name];
   constexpr std::size_t room = 256;
@@ -371,7 +372,7 @@ void* resolve(const std::string& name) {
   return place;
 }
 
-// Each class points at what was compiled of it, and that at a list of methods.
+// Each class refers to its compiled data, and these to a list of methods.
 void adoptClasses(const MachOImage& library) {
   constexpr std::size_t word = sizeof(void*);
   auto pointer = [](const std::uint8_t* at) { return read<const std::uint8_t*>(at); };

@@ -1,5 +1,6 @@
-// A host for the library that records what it is asked, and does it at once: blocks run where they
-// are queued. It has a screenless device with one shared wallpaper, whose GIF is in the cache.
+// A host for the library, which records the library's requests and carries them out at once: blocks
+// run when they are queued. The device has no screen and a shared wallpaper, whose frames are
+// cached.
 #pragma once
 
 #include <string>
@@ -7,21 +8,22 @@
 
 #include "mach_o_image.h"
 
-// The address that a name stands for; of what is not here, one that ends the process when called.
+// Returns the address for a name. An unknown function's address ends the process when it is called.
 void* resolve(const std::string& name);
-// Has the library's own classes answer messages.
+// Makes the library's own classes receive messages.
 void adoptClasses(const MachOImage& library);
 
 struct Hook {
-  // "Class selector", with a plus sign and the types where a method was added.
+  // "Class selector", with a plus sign and the types if the method was added.
   std::string place;
   void* code;
 };
+// Returns the methods that the library has replaced or added, in order.
 const std::vector<Hook>& hooks();
 
-// What was asked since the last call, in order.
+// Returns the requests since the last call, in order.
 std::vector<std::string> takeEvents();
-// Delivers a Darwin notification to whoever listens for it.
+// Delivers a Darwin notification to its observers.
 void post(const std::string& name);
-// The next redrawing of the wallpaper raises an exception.
+// Makes the next redrawing of the wallpaper raise an exception.
 void raiseAtRedraw();

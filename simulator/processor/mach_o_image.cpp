@@ -13,13 +13,13 @@
 
 namespace {
 
-// Numbers of the file format that the device's linker documents.
+// Constants of the file format.
 constexpr bool is64Bit = sizeof(void*) == 8;
 constexpr std::uint32_t magic = is64Bit ? 0xfeedfacf : 0xfeedface;
 constexpr std::uint32_t segmentCommand = is64Bit ? 0x19 : 0x1;
 constexpr std::uint32_t dyldInfoOnlyCommand = 0x80000022;
 constexpr std::size_t headerSize = is64Bit ? 32 : 28;
-// Offsets in a segment's command and in a section's description.
+// Offsets in a segment command and in a section's description.
 constexpr std::size_t word = sizeof(void*);
 constexpr std::size_t segmentAddress = 24;
 constexpr std::size_t segmentSize = segmentAddress + word;
@@ -79,7 +79,7 @@ MachOImage::MachOImage(const std::string& path, const Resolve& resolve) {
       auto start = [&](int index) { return file.data() + part(2 * index); };
       auto end = [&](int index) { return start(index) + part(2 * index + 1); };
       rebase(start(0), end(0));
-      // Bindings, weak ones, and those that the device makes at their first use.
+      // Normal bindings, weak ones, and lazy ones, which the device makes at their first use.
       for (const int table : {1, 2, 3}) bind(start(table), end(table), resolve);
     }
     command += read<std::uint32_t>(command + 4);
@@ -183,7 +183,7 @@ void MachOImage::bind(const std::uint8_t* at, const std::uint8_t* end, const Res
     const std::uint8_t opcode = *at & opcodeMask;
     const std::uint8_t small = *at++ & 0x0f;
     switch (opcode) {
-      // In the table of first uses every entry ends so.
+      // Every entry in the table of lazy bindings ends with this opcode.
       case BindDone:
       case BindSetLibrary:
       case BindSetSpecialLibrary:

@@ -1,5 +1,5 @@
-// A Mach-O library for this processor in the memory of a process of another system: mapped, moved
-// to where there was room, and bound, as the device's dynamic loader would do it.
+// Loads a Mach-O library for this processor into a process of another system: maps, rebases and
+// binds it as the device's dynamic loader does.
 #pragma once
 
 #include <cstdint>
@@ -10,22 +10,23 @@
 
 class MachOImage {
  public:
-  // Gives the address that a name stands for; it never gives nullptr.
+  // Returns the address for a name, never nullptr.
   using Resolve = std::function<void*(const std::string& name)>;
 
-  // Ends the process, with a line that says why, if the file is not such a library.
+  // Loads the library. Prints an error and ends the process if the file is not one for this
+  // processor. Otherwise the file is trusted to be valid.
   MachOImage(const std::string& path, const Resolve& resolve);
 
-  // Calls the load-time initializers; how many there were.
+  // Calls the load-time initializers. Returns how many there are.
   int initialize() const;
 
   struct Section {
     const std::uint8_t* start = nullptr;
     std::size_t size = 0;
   };
-  // In memory; empty if there is none of this name.
+  // Returns a section in memory, or an empty one if there is none of this name.
   Section section(const std::string& name) const;
-  // Where the file's first byte lies, from which addresses in its tables are counted.
+  // Returns the address of the file's first byte, to which offsets in its tables are relative.
   const std::uint8_t* base() const { return base_; }
 
  private:

@@ -1,6 +1,7 @@
-// Runs the very bytes of Lumora8.dylib for this processor: its initializer, each of the functions
-// that it has put into the host, and an installation, in which the host raises an exception. usage:
-// run_library LIBRARY
+// Runs the shipped Lumora8.dylib on this processor: its initializer, each function that it has
+// installed in the host, and an installation during which the host raises an exception.
+//
+// usage: run_library LIBRARY
 
 #include <cstdio>
 #include <cstdlib>
@@ -32,7 +33,7 @@ Function* hook(std::size_t row) {
   return reinterpret_cast<Function*>(hooks().at(row).code);
 }
 
-// As wide as an address, like all lengths on the device.
+// As large as an address, like all lengths on the device.
 using CGFloat = std::conditional_t<sizeof(void*) == 8, double, float>;
 
 }  // namespace

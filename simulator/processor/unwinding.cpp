@@ -10,7 +10,7 @@
 namespace {
 
 const MachOImage* image = nullptr;
-// The exception that is under way: the library only passes it on.
+// The current exception, of which the library only uses the address.
 char exceptionObject = 0;
 
 [[noreturn]] void fail(const char* reason) {
@@ -20,11 +20,11 @@ char exceptionObject = 0;
 
 struct LandingPad {
   std::uint64_t place;
-  // Tells the code which of its handlers is meant; 0 only cleans up.
+  // The number of the handler that the code must run; 0 only cleans up.
   std::int64_t selector;
 };
 
-// The table of a function's exceptions, as the compiler's run-time defines it.
+// The exception table of a function, in the format of the compiler's run-time.
 class ExceptionTable {
  public:
   explicit ExceptionTable(const std::uint8_t* at) {
@@ -37,7 +37,8 @@ class ExceptionTable {
     actions_ = at + size;
   }
 
-  // 64-bit: the entry that covers a place of the function, all counted from its start.
+  // Returns the landing pad for a place in the function, if there is one. Both are offsets from the
+  // function's start. For 64-bit processors.
   std::optional<LandingPad> padForPlace(std::uint64_t place) const {
     for (const std::uint8_t* at = callSites_; at < actions_;) {
       const std::uint64_t start = number(at);
@@ -51,7 +52,8 @@ class ExceptionTable {
     return std::nullopt;
   }
 
-  // 32-bit: calls are numbered from 1, whatever the encoding says.
+  // Returns the landing pad for a call; calls are numbered from 1. For 32-bit processors, where
+  // numbers are LEB128 whatever the table's encoding.
   LandingPad padForCall(std::uint64_t call) const {
     const std::uint8_t* at = callSites_;
     for (; call > 1; --call) {
@@ -70,7 +72,8 @@ class ExceptionTable {
     return read<std::uint32_t>(at - 4);
   }
 
-  // The first handler; all of the library's take every exception, or the platform's.
+  // Returns the number of the first handler, or 0 if there is none. All of the library's handlers
+  // catch the exceptions of the host.
   std::int64_t selectorOf(std::uint64_t action) const {
     if (action == 0) return 0;
     for (const std::uint8_t* at = actions_ + action - 1;;) {
@@ -96,8 +99,8 @@ void setUnwoundImage(const MachOImage& unwound) {
 
 #ifdef __aarch64__
 
-// x19 to x28, frame pointer, return address, stack pointer, d8 to d15: what a function must leave
-// as it found it.
+// The registers that a function must preserve: x19 to x28, frame pointer, return address, stack
+// pointer, and d8 to d15.
 struct Registers {
   std::uint64_t general[10];
   std::uint64_t frame;
@@ -164,7 +167,8 @@ struct Function {
   std::uint32_t encoding = 0;
 };
 
-// Out of the image's table of functions, whose second level has pages of two kinds.
+// Finds the function at a place in the image's table of functions, whose second level has regular
+// and compressed pages.
 Function functionAt(std::uint32_t place) {
   const std::uint8_t* const table = image->section("__unwind_info").start;
   auto word = [table](std::size_t at) { return read<std::uint32_t>(table + at); };
@@ -202,7 +206,7 @@ const std::uint8_t* exceptionTableOf(const Function& function) {
   return image->base() + read<std::uint32_t>(entry + 4);
 }
 
-// To the caller, out of a function that has a frame.
+// Restores the caller's registers. Requires a function with a frame.
 void leaveFunction(Registers& registers, std::uint32_t encoding) {
   constexpr std::uint32_t kindMask = 0x0f000000;
   constexpr std::uint32_t hasFrame = 0x04000000;
@@ -268,7 +272,7 @@ void* unregisterFrameEntry() {
 
 namespace {
 
-// What a function registers on its stack, laid out by the compiler.
+// The record on a function's stack that it registers, in the compiler's layout.
 struct Frame {
   Frame* caller;
   std::int32_t call;
@@ -290,7 +294,7 @@ void unregisterFrame(const Frame* frame) {
 [[noreturn]] void goOn() {
   for (; innermost != nullptr; innermost = innermost->caller) {
     Frame& frame = *innermost;
-    // A call that nothing follows, in the midst of others.
+    // This call has no landing pad.
     if (frame.call <= 0) continue;
     const LandingPad pad =
         ExceptionTable(frame.exceptionTable).padForCall(static_cast<std::uint64_t>(frame.call));

@@ -1,25 +1,26 @@
-// How an exception of the host finds its handler in the library's code, and cleans up on the way,
-// as the device's run-times do it: by tables on 64-bit processors, by a chain of registered frames
-// on 32-bit ones.
+// Unwinds an exception of the host through the library's code to its handler, as the device's
+// run-times do: with tables on 64-bit processors, with a list of registered frames on 32-bit ones.
 #pragma once
 
 #include "mach_o_image.h"
 
-// The library in whose code handlers are looked for.
+// Sets the library whose code contains the handlers. It must exist as long as exceptions are
+// raised.
 void setUnwoundImage(const MachOImage& image);
 
-// What the library is given for its messages: it leads to sendMessage, and remembers the caller's
-// registers where they are needed to unwind.
+// Returns the function through which the library sends messages. It calls sendMessage and, on
+// 64-bit processors, saves the caller's registers for unwinding.
 void* messageEntry();
-// What the library is given to go on after it has cleaned up, and, on 32-bit processors, to
-// register and unregister its frames.
+// Return the functions with which the library continues unwinding after a clean-up and, on 32-bit
+// processors, registers and unregisters its frames.
 void* resumeEntry();
 void* registerFrameEntry();
 void* unregisterFrameEntry();
 
-// Of the host: whatever the library sends comes here.
+// Receives all messages that the library sends. The host defines it.
 extern "C" const void* sendMessage(const void* receiver, const char* selector, const void* first,
                                    const void* second, const void* third, const void* fourth);
 
-// Raises an exception out of the message being sent. It must be caught in the library's code.
+// Raises an exception from the message that is being sent. Ends the process if the library does not
+// catch it.
 [[noreturn]] void raiseException();

@@ -1,4 +1,4 @@
-// GNUstep's Foundation, and what it lacks of the device's.
+// GNUstep's Foundation, with declarations that the device's has and GNUstep's lacks.
 #pragma once
 
 #include_next <Foundation/Foundation.h>

@@ -1,4 +1,4 @@
-// Where GNUstep looks for the blocks run-time.
+// GNUstep includes this header for the blocks run-time.
 #pragma once
 
 #include <Block.h>
