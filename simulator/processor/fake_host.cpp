@@ -86,7 +86,7 @@ void ownDealloc(void*, const char*) {
 void ownLaunch(void*, const char*, void*) {
   record("own launch");
 }
-// As wide as an address, like all lengths on the device.
+// As large as an address, like all lengths on the device.
 using CGFloat = std::conditional_t<sizeof(void*) == 8, double, float>;
 CGFloat ownDefaultHeight(void*, const char*) {
   record("own defaultHeight");

@@ -14,7 +14,7 @@ namespace lumora {
 
 class FrameExtraction final : private FrameExtractionClient {
  public:
-  // location is the one whose settings are read; nullptr stands for the defaults.
+  // location is the one whose settings are read; nullptr means the defaults.
   explicit FrameExtraction(const Location* location) : location_(location) {}
 
   // Reads the GIF and rebuilds its cache, unless the cache was made from the same bytes. Posts

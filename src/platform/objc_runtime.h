@@ -2,8 +2,9 @@
 // and replaces methods. Any thread may look things up; class_addMethod and MSHookMessageEx belong
 // to the main thread, before other threads use the class.
 //
-// Nothing here throws. Functions that look up a name return nullptr if it does not exist. Given
-// nullptr for a class, an object or a variable, functions return nullptr or 0, or do nothing.
+// Nothing except a called method throws. Functions that look up a name return nullptr if it does
+// not exist. Given nullptr for a class, an object or a variable, functions return nullptr or 0, or
+// do nothing.
 #pragma once
 
 #include <cstddef>
