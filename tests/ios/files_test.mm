@@ -21,6 +21,7 @@ TEST(Files, AreCreatedMovedCopiedAndRemoved) {
   EXPECT_FALSE(platform::writeStringToFileAtomically("text", file));
   EXPECT_TRUE(platform::createDirectoryAtPath(folder));
   EXPECT_TRUE(platform::writeStringToFileAtomically("text \xc3\xa4", file));
+  EXPECT_FALSE(platform::writeStringToFileAtomically("not UTF-8: \xff", file));
   EXPECT_EQ(platform::stringWithContentsOfFile(file), "text \xc3\xa4");
   bool isDirectory = true;
   EXPECT_TRUE(platform::fileExistsAtPath(file, isDirectory));

@@ -87,6 +87,8 @@ TEST(Control, DeliversPostsBetweenAddingAndRemovingAnObserver) {
   Stage stage;
   int heard = 0;
   platform::DarwinNotifyCenter center;
+  // The bus refuses this name.
+  center.addObserver(&heard, "a quotation mark: '", [](const std::string&) {});
   center.addObserver(&heard, "com.brightfen.lumora.test", [&](const std::string&) { ++heard; });
   platform::DarwinNotifyCenter::post("com.brightfen.lumora.test");
   stage.settle();

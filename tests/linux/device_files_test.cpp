@@ -59,6 +59,8 @@ TEST(DeviceFiles, StayInsideTheRoot) {
     EXPECT_EQ(contentsOfFile(path), std::nullopt) << path;
     EXPECT_FALSE(fileExistsAtPath(path)) << path;
   }
+  EXPECT_FALSE(copyItemAtPath("/inside", "/file"));
+  EXPECT_FALSE(moveItemAtPath("/inside", "/file"));
   EXPECT_FALSE(writeToFileAtomically(bytes("x"), "/link/new"));
   EXPECT_FALSE(createDirectoryAtPath("/link/new"));
   EXPECT_FALSE(removeItemAtPath("/link/secret"));

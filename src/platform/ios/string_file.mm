@@ -16,10 +16,10 @@ std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
 
 bool writeStringToFileAtomically(const std::string& text, const std::string& path) {
   NSString* file = nativePath(path);
-  return file != nullptr && [nativeString(text) writeToFile:file
-                                                 atomically:YES
-                                                   encoding:NSUTF8StringEncoding
-                                                      error:nullptr];
+  NSString* contents = nativeString(text);
+  // It is empty for a text that is not UTF-8, which must not replace the file.
+  if (file == nullptr || ([contents length] == 0 && !text.empty())) return false;
+  return [contents writeToFile:file atomically:YES encoding:NSUTF8StringEncoding error:nullptr];
 }
 
 }  // namespace platform

@@ -62,12 +62,13 @@ class Registry {
   }
 
   void addMatches(Bus& bus) {
-    try {
-      for (const std::string& name : names()) {
-        if (matches_.count(name) == 0) matches_[name] = match(bus.listener(), name);
+    for (const std::string& name : names()) {
+      if (matches_.count(name) != 0) continue;
+      try {
+        matches_[name] = match(bus.listener(), name);
+      } catch (const sdbus::Error&) {
+        // The name cannot be matched, or the bus is gone, which the listener notices.
       }
-    } catch (const sdbus::Error&) {
-      // If the bus is gone, the listener notices it.
     }
   }
 

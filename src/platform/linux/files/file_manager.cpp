@@ -109,7 +109,10 @@ bool moveItemAtPath(const std::string& path, const std::string& target) {
 
 bool copyItemAtPath(const std::string& path, const std::string& target) {
   const auto contents = NSData::dataWithContentsOfFile(path);
-  return contents && !fileExistsAtPath(target) && contents->writeToFileAtomically(target);
+  const auto to = locateItem(target);
+  struct stat status {};
+  if (!contents || !to || statusOf(*to, status)) return false;
+  return contents->writeToFileAtomically(target);
 }
 
 }  // namespace platform
