@@ -27,10 +27,12 @@ namespace tool {
 namespace {
 
 void declareCommands(CLI::App& lumora, Context& context) {
-  lumora.set_version_flag("--version", "lumora " LUMORA_VERSION);
+  lumora.set_help_flag("-h,--help", "print this help");
+  lumora.set_version_flag("--version", "lumora " LUMORA_VERSION, "print the version");
   lumora
-      .add_option("--root", context.root,
-                  "folder of the device (else $LUMORA_ROOT, else ~/.local/share/lumora)")
+      .add_option(
+          "--root", context.root,
+          "device folder (default: $LUMORA_ROOT, or lumora in $XDG_DATA_HOME or ~/.local/share)")
       ->type_name("DIR");
   lumora.fallthrough();
   lumora.require_subcommand(1);
@@ -60,7 +62,8 @@ std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
                 commands.empty() ? lumora.help() : commands.front()->help(lumora.get_name()));
 }
 
-constexpr auto purpose = "An animated GIF behind the icons of a phone's home screen.";
+constexpr auto purpose =
+    "Plays an animated GIF as the wallpaper of a desktop or of a simulated phone.";
 
 }  // namespace
 
@@ -70,7 +73,7 @@ std::function<int()> parseLine(std::vector<std::string> words) {
   context->performLine = performLine;
   declareCommands(lumora, *context);
   try {
-    // The parser takes the words from the back.
+    // The parser expects the words in reverse order.
     std::reverse(words.begin(), words.end());
     lumora.parse(std::move(words));
     return [context] { return context->action(); };

@@ -11,12 +11,12 @@ class App;
 
 namespace tool {
 
-// What a line asks for, given as its words without the program's name. To be called once, it does
-// that, and gives the exit code or throws Failure. Parsing does nothing yet; throws Failure if the
-// line is wrong.
+// Parses a line, given as its words without the program's name. Returns a function that performs it
+// and returns the exit code, or throws Failure; call it once. Parsing itself has no effect. Throws
+// Failure if the line is wrong.
 std::function<int()> parseLine(std::vector<std::string> words);
 
-// Both in one.
+// Parses and performs a line. Returns the exit code. Throws Failure.
 int performLine(std::vector<std::string> words);
 
 // Calls visit with all commands and their options, for documents that are made from them.

@@ -1,4 +1,4 @@
-// lumora: the settings of a device on the command line, and the hand on its home screen.
+// lumora: controls a device's settings and its home screen from the command line.
 
 #include <cstdio>
 #include <exception>
@@ -13,10 +13,10 @@
 
 namespace {
 
-// A cut output must not pass for a whole one.
+// Throws Failure if output was lost, so that a script does not take it for complete.
 void finishOutput() {
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    throw tool::Failure("cannot write the output: is there space?");
+    throw tool::Failure("cannot write the output; check the free space");
   }
 }
 

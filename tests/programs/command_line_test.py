@@ -514,7 +514,7 @@ class CommandWithHomeScreen(Device):
             self.assertEqual(self.shared()['frames_in_cache'], 40)
         # On a slow machine nothing has been changed yet.
         self.assertRegex(self.fails(1, 'set', 'shared', short, '--timeout', '0.1'),
-                         '; (the new GIF is in its place|nothing was changed)')
+                         '; (the new GIF is in place|nothing was changed)')
         # This file exists while a GIF is imported.
         previous = self.on_device('.host/previous.gif')
         self.eventually(lambda: not os.path.exists(previous))

@@ -23,8 +23,8 @@ struct BlurOptions {
   double timeout = usualTimeout.count();
 };
 
-// Waits until all views have rewritten their frames. A notification does not name its sender, and
-// every view that exists rewrites its frames whichever location's blur was changed.
+// Waits until all views have rewritten their frames. Every view rewrites its frames, whichever
+// location's blur was changed, and notifications do not name their sender.
 class Rewriting {
  public:
   Rewriting(HostConnection& host, const TimeLimit& limit) : host_(host), limit_(limit) {
@@ -63,7 +63,7 @@ class Rewriting {
     return frames;
   }
 
-  // Returns true if a view posted something within a moment. One without a GIF never does.
+  // Returns true if a view posts something within 0.3 s. A view without a GIF never does.
   bool hears() {
     constexpr std::chrono::milliseconds moment{300};
     const int before = framesFound_ + viewsDone_;
@@ -86,10 +86,10 @@ void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
   const TimeLimit limit{Seconds(options.timeout)};
   auto host = HostConnection::find(device, limit.left());
   if (!host) return;
-  // Of two that rewrite at once, each file would keep the blur of whichever wrote it last.
+  // If two commands rewrote the frames at once, the frames could end with different radii.
   FileLock lock(device, FileLock::blur);
   if (!lock.take(limit.left())) {
-    throw Failure("another blur has not finished before the timeout; the setting is stored");
+    throw Failure("another blur command is still running after the timeout; the setting is stored");
   }
   Rewriting rewriting(*host, limit);
   host->post(lumora::blurNeedsUpdatingNotification, limit.left());
@@ -101,11 +101,14 @@ void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
 
 void addBlurCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<BlurOptions>();
-  auto* command = addCommand(lumora, context, "blur", "set the blur radius in pixels",
+  auto* command = addCommand(lumora, context, "blur", "set the blur radius",
                              [&context, options] { changeBlur(context.device(), *options); });
   constexpr long maxRadius = 1000;
-  addChoice(command, "LOCATION", options->location, locationNames);
-  command->add_option("RADIUS", options->radius)->required()->check(numberUpTo(maxRadius));
+  addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to blur");
+  command
+      ->add_option("RADIUS", options->radius, "standard deviation in pixels of the GIF; 0 is sharp")
+      ->required()
+      ->check(numberUpTo(maxRadius));
   addTimeout(command, options->timeout);
 }
 

@@ -1,4 +1,4 @@
-// The blur setting, and waiting for the frames to be rewritten.
+// The command `blur`, which stores the setting and waits until the frames are rewritten.
 #pragma once
 
 #include "tool/commands/command.h"

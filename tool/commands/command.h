@@ -1,5 +1,4 @@
-// What every command needs: the device, and a way to say what the command does once the line is
-// known to be right.
+// Helpers for declaring commands on the command line.
 #pragma once
 
 #include <cctype>
@@ -18,18 +17,21 @@
 
 namespace tool {
 
-// Lives as long as the command line is worked on.
+// What the parser and the commands of one line share. Lives until the line has been performed.
 struct Context {
+  // The value of --root, or "".
   std::string root;
-  // Runs after the whole line has been parsed; gives the exit code.
+  // Performs the command and returns the exit code. Set by parsing, and called after the whole line
+  // has been parsed, so that a wrong line has no effect. May throw Failure.
   std::function<int()> action;
-  // Works on a whole line of its own, given as its words; as performLine in command_line.h.
+  // performLine of command_line.h, for commands that perform other lines.
   std::function<int(std::vector<std::string>)> performLine;
 
   DeviceFolder device() const { return DeviceFolder(root); }
 };
 
-// Declares a command with its description; perform is what it does.
+// Declares a command. perform does its work; it may throw Failure, otherwise the exit code is 0.
+// context must outlive the parsing and the performing. Returns the command, owned by parent.
 inline CLI::App* addCommand(CLI::App& parent, Context& context, const std::string& name,
                             const std::string& description, std::function<void()> perform) {
   CLI::App* command = parent.add_subcommand(name, description);
@@ -42,22 +44,21 @@ inline CLI::App* addCommand(CLI::App& parent, Context& context, const std::strin
   return command;
 }
 
-// A required positional argument that must be one of the words given.
+// Adds a required positional argument that must be one of the given words.
 inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::string& value,
-                              const std::vector<std::string>& words) {
-  return command->add_option(name, value, CLI::detail::join(words, ", "))
-      ->required()
-      ->check(CLI::IsMember(words));
+                              const std::vector<std::string>& words,
+                              const std::string& description) {
+  return command->add_option(name, value, description)->required()->check(CLI::IsMember(words));
 }
 
-// Accepts decimal numbers from 0 to the largest given.
+// Returns a check that accepts decimal numbers from 0 to largest.
 inline CLI::Validator numberUpTo(long largest) {
   const std::string limits = "must be a number from 0 to " + std::to_string(largest);
   return CLI::Validator(
       [largest, limits](const std::string& text) {
         double value = -1;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        // Written so that what is no number at all fails, too.
+        // NaN fails, too, because every comparison with it is false.
         const bool fits = error == std::errc() && end == text.data() + text.size() && value >= 0 &&
                           value <= static_cast<double>(largest);
         return fits ? std::string() : limits + ", not " + text;
@@ -65,9 +66,10 @@ inline CLI::Validator numberUpTo(long largest) {
       "");
 }
 
+// Adds the option --timeout.
 inline void addTimeout(CLI::App* command, double& seconds) {
   constexpr long maxTimeout = 1'000'000;
-  command->add_option("--timeout", seconds, "how long to wait at most")
+  command->add_option("--timeout", seconds, "longest time to wait")
       ->check(numberUpTo(maxTimeout))
       ->type_name("SECONDS")
       ->capture_default_str();
@@ -75,7 +77,7 @@ inline void addTimeout(CLI::App* command, double& seconds) {
 
 inline const std::vector<std::string> locationNames = {"shared", "lockscreen", "homescreen"};
 
-// Of one of locationNames.
+// Returns the location with this name. Requires one of locationNames.
 inline const lumora::Location& locationNamed(std::string name) {
   for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
   return *lumora::locationWithIdentifier(name);

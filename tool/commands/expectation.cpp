@@ -9,19 +9,19 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// What a person writes for a value: JSON, or else a text as it stands.
+// Parses a value: JSON, or else the text itself.
 ordered_json valueOf(const std::string& text) {
   auto value = ordered_json::parse(text, nullptr, false);
   return value.is_discarded() ? ordered_json(text) : value;
 }
 
-// Speed, opacity and blur are numbers of single precision.
+// Compares numbers in single precision, which speed, opacity and blur have.
 bool isSame(const ordered_json& found, const ordered_json& expected) {
   if (!found.is_number() || !expected.is_number()) return found == expected;
   return found.get<float>() == expected.get<float>();
 }
 
-// The value at a path such as locations.shared.playing.
+// Returns the value at a path such as locations.shared.playing. Throws Failure if there is none.
 ordered_json valueAt(const ordered_json& status, const std::string& path) {
   ordered_json::json_pointer pointer;
   std::istringstream names(path);
@@ -34,7 +34,7 @@ ordered_json valueAt(const ordered_json& status, const std::string& path) {
 
 void expect(const ordered_json& status, const std::vector<std::string>& words) {
   constexpr std::size_t minWords = 3;
-  if (words.size() < minWords) throw Failure("expect takes a path and a value");
+  if (words.size() < minWords) throw Failure("expect needs a path and a value");
   std::string expected = words[2];
   for (std::size_t at = minWords; at < words.size(); ++at) expected += " " + words[at];
   const ordered_json found = valueAt(status, words[1]);

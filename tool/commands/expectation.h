@@ -1,4 +1,4 @@
-// The lines of a script that say what the status must be.
+// The `expect` lines of a script, which check the status.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace tool {
 
-// The words of one line: "expect", the path of a value in the status, as in
-// locations.shared.playing, and the value, which may have several words. Throws Failure if it is
-// another, or the line is wrong.
+// Checks a value of the status, the object that `lumora status --json` prints. words: "expect", the
+// path of the value, such as locations.shared.playing, and the expected value, which may be several
+// words. Throws Failure if the value differs or is missing, or if the line is wrong.
 void expect(const nlohmann::ordered_json& status, const std::vector<std::string>& words);
 
 }  // namespace tool

@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Frames stay sharp, and no notifications are posted.
+// Counts frames; posts no notifications and does not blur.
 class QuietClient : public lumora::FrameExtractionClient {
  public:
   void setFrameCount(std::int32_t count) override { frameCount_ = count; }
@@ -44,7 +44,7 @@ fs::path emptyFolder(const std::string& name) {
   return folder;
 }
 
-// A temporary folder in another one, deleted with everything in it.
+// A temporary folder in another one. The destructor deletes it with its contents.
 class ScratchFolder {
  public:
   explicit ScratchFolder(const fs::path& parent) {
@@ -67,9 +67,10 @@ class ScratchFolder {
   fs::path path_;
 };
 
-// A cache is made in a folder that is replaced whole; the one that was named stays.
+// Making a cache replaces its whole folder. The user's folder must stay, so the cache is made in a
+// scratch folder and its files are moved.
 int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& folder) {
-  // Every path of the machine is a path of the device here.
+  // The device is the whole machine here.
   platform::backend::setDeviceRoot("/");
   lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
   layout.fullGIFPath = fs::canonical(gif.path).string();
@@ -77,12 +78,12 @@ int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& fo
   lumora::rebuildFrameCache(layout, gif.data, client);
   checkMemory(gif.path);
   std::int32_t written = 0;
-  // A damaged image leaves its number out.
+  // The numbers of damaged images have no file.
   for (std::int32_t index = 0; index < client.frameCount(); ++index) {
     if (fs::exists(layout.framePath(index))) ++written;
   }
   if (!lumora::loadFrameDurations(layout) || written < client.framesFound())
-    throw Failure("cannot write all frames to " + folder.string() + ": is there space?");
+    throw Failure("cannot write all frames to " + folder.string() + "; check the free space");
   for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
     fs::rename(entry.path(), folder / entry.path().filename());
   }
@@ -132,17 +133,18 @@ void addFramesCommand(CLI::App& lumora, Context& context) {
   };
   auto options = std::make_shared<FramesOptions>();
   auto* command = addCommand(lumora, context, "frames",
-                             "write the frames of a GIF, as a view makes them", [options] {
+                             "write the frames of a GIF as the library does", [options] {
                                if (options->isRaw) {
                                  printRawFrames(options->gif);
                                } else {
                                  writeFrames(options->gif, options->folder);
                                }
                              });
-  command->add_option("GIF", options->gif)->required();
-  auto* folder = command->add_option("DIR", options->folder, "a new or empty folder");
-  auto* raw = command->add_flag("--raw", options->isRaw,
-                                "print them instead: a line `F WIDTH HEIGHT DELAY`, then RGBA");
+  command->add_option("GIF", options->gif, "GIF file")->required();
+  auto* folder = command->add_option("DIR", options->folder, "new or empty folder to write to");
+  auto* raw =
+      command->add_flag("--raw", options->isRaw,
+                        "print instead, for each frame, `F WIDTH HEIGHT DELAY` and RGBA pixels");
   raw->excludes(folder);
   command->parse_complete_callback([options] {
     if (!options->isRaw && options->folder.empty()) throw CLI::RequiredError("DIR or --raw");

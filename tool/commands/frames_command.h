@@ -1,4 +1,4 @@
-// The frames of a GIF without a home screen.
+// The command `frames`, which writes the frames of a GIF without a home screen.
 #pragma once
 
 #include "tool/commands/command.h"

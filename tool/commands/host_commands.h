@@ -1,4 +1,4 @@
-// Commands for the host process: waiting for it, ending it, moving its clock.
+// The commands `wait`, `stop` and `advance`, which control the host process.
 #pragma once
 
 #include "tool/commands/command.h"

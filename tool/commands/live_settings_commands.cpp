@@ -9,20 +9,21 @@
 namespace tool {
 namespace {
 
-// A setting that each location has, and the notification that has it read again.
+// A setting that each location has.
 struct LiveSetting {
   const char* command;
   const char* description;
-  // After the location's identifier.
+  // Follows the location's identifier in the settings file.
   const char* key;
+  // Makes a running home screen read the setting again.
   const char* notification;
 };
 
-constexpr LiveSetting speed = {"speed", "set the speed: 1 normal, 0 frozen", "_GIF_SPEED",
+constexpr LiveSetting speed = {"speed", "set the playback speed", "_GIF_SPEED",
                                lumora::speedNeedsUpdatingNotification};
-constexpr LiveSetting alpha = {"alpha", "set the opacity, 0 to 1", "_GIF_ALPHA",
+constexpr LiveSetting alpha = {"alpha", "set the opacity", "_GIF_ALPHA",
                                lumora::alphaNeedsUpdatingNotification};
-constexpr LiveSetting scaling = {"scaling", "set how a GIF fills its screen", "_SCALING_MODE",
+constexpr LiveSetting scaling = {"scaling", "set how the GIF fills the screen", "_SCALING_MODE",
                                  lumora::control::updateWallpaper};
 
 struct LiveSettingOptions {
@@ -30,7 +31,8 @@ struct LiveSettingOptions {
   std::string value;
 };
 
-// Tells a running home screen, if there is one.
+// Posts these notifications to the home screen and waits until it is idle; does nothing if none is
+// running.
 void notify(const DeviceFolder& device, std::initializer_list<const char*> names) {
   auto host = HostConnection::find(device);
   if (!host) return;
@@ -47,10 +49,11 @@ void addModeCommand(CLI::App& lumora, Context& context) {
         storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
         notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
       });
-  addChoice(command, "MODE", *mode, {"shared", "separate"});
+  addChoice(command, "MODE", *mode, {"shared", "separate"},
+            "one wallpaper for both screens, or one for each");
 }
 
-// The argument for the value is the caller's to add.
+// Declares the command of a setting with the argument LOCATION. The caller adds the value.
 CLI::App* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting,
                          const std::shared_ptr<LiveSettingOptions>& options) {
   auto* command = addCommand(lumora, context, setting.command, setting.description, [=, &context] {
@@ -58,15 +61,15 @@ CLI::App* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& 
     storeSettingOf(locationNamed(options->location), setting.key, options->value);
     notify(device, {setting.notification});
   });
-  addChoice(command, "LOCATION", options->location, locationNames);
+  addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to change");
   return command;
 }
 
 void addNumber(CLI::App& lumora, Context& context, const LiveSetting& setting, const char* name,
-               long largest) {
+               const char* description, long largest) {
   auto options = std::make_shared<LiveSettingOptions>();
   addLiveSetting(lumora, context, setting, options)
-      ->add_option(name, options->value)
+      ->add_option(name, options->value, description)
       ->required()
       ->check(numberUpTo(largest));
 }
@@ -76,11 +79,12 @@ void addNumber(CLI::App& lumora, Context& context, const LiveSetting& setting, c
 void addLiveSettingsCommands(CLI::App& lumora, Context& context) {
   addModeCommand(lumora, context);
   constexpr long maxSpeed = 1000;
-  addNumber(lumora, context, speed, "FACTOR", maxSpeed);
-  addNumber(lumora, context, alpha, "OPACITY", 1);
+  addNumber(lumora, context, speed, "FACTOR", "1 is normal speed, 0 freezes the GIF", maxSpeed);
+  addNumber(lumora, context, alpha, "OPACITY", "from 0, invisible, to 1, opaque", 1);
   auto options = std::make_shared<LiveSettingOptions>();
   auto* command = addLiveSetting(lumora, context, scaling, options);
-  addChoice(command, "MODE", options->value, {"FIT", "FILL", "FULLSCREEN"});
+  addChoice(command, "MODE", options->value, {"FIT", "FILL", "FULLSCREEN"},
+            "show the whole GIF, fill the screen with a part of it, or stretch it");
 }
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// Settings that a running home screen follows at once: mode, speed, opacity, scaling.
+// The commands `mode`, `speed`, `alpha` and `scaling`: settings that take effect at once.
 #pragma once
 
 #include "tool/commands/command.h"

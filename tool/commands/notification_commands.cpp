@@ -15,7 +15,7 @@
 namespace tool {
 namespace {
 
-// Local time to the millisecond: "09:41:00.123".
+// Returns the local time in milliseconds: "09:41:00.123".
 std::string timeOfDay() {
   timespec now{};
   clock_gettime(CLOCK_REALTIME, &now);
@@ -47,13 +47,13 @@ void watchNotifications(const DeviceFolder& device) {
 
 void addNotificationCommands(CLI::App& lumora, Context& context) {
   auto name = std::make_shared<std::string>();
-  auto* post = addCommand(lumora, context, "post", "post one notification", [&context, name] {
+  auto* post = addCommand(lumora, context, "post", "post a Darwin notification", [&context, name] {
     HostConnection::require(context.device())->post(*name);
   });
-  post->add_option("NAME", *name)->required();
-  addCommand(lumora, context, "watch", "print each notification as it passes",
+  post->add_option("NAME", *name, "name of the notification")->required();
+  addCommand(lumora, context, "watch", "print each notification as it is posted",
              [&context] { watchNotifications(context.device()); });
-  addCommand(lumora, context, "bus", "print the address of the device's bus", [&context] {
+  addCommand(lumora, context, "bus", "print the address of the device's D-Bus daemon", [&context] {
     const DeviceFolder device = context.device();
     HostConnection::require(device);
     std::printf("%s\n", device.busAddress().value_or("").c_str());

@@ -1,4 +1,4 @@
-// Looking at and posting on the bus of the device.
+// The commands `post`, `watch` and `bus`, for the notifications on the device's bus.
 #pragma once
 
 #include "tool/commands/command.h"

@@ -29,7 +29,7 @@ void play(const Context& context, const std::string& script) {
   const std::string text = readUserText(script);
   const DeviceFolder device = context.device();
   HostConnection::require(device);
-  // Files that a script names lie beside it.
+  // Relative paths in a script start at its own folder.
   const auto folder = std::filesystem::absolute(script).parent_path();
   std::filesystem::current_path(folder);
   std::istringstream lines(text);
@@ -54,11 +54,10 @@ void play(const Context& context, const std::string& script) {
 
 void addPlayCommand(CLI::App& lumora, Context& context) {
   auto script = std::make_shared<std::string>();
-  auto* command =
-      addCommand(lumora, context, "play",
-                 "run a script: one command per line; `expect PATH VALUE` checks the status",
-                 [&context, script] { play(context, *script); });
-  command->add_option("SCRIPT", *script)->required();
+  auto* command = addCommand(lumora, context, "play",
+                             "run a script of commands; `expect PATH VALUE` checks the status",
+                             [&context, script] { play(context, *script); });
+  command->add_option("SCRIPT", *script, "text file with one command per line")->required();
 }
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// A scenario: a text file of commands and of expectations of the status.
+// The command `play`, which runs a script of commands and `expect` checks.
 #pragma once
 
 #include "tool/commands/command.h"

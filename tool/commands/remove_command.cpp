@@ -20,10 +20,11 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location) {
 
 void addRemoveCommand(CLI::App& lumora, Context& context) {
   auto location = std::make_shared<std::string>();
-  auto* command =
-      addCommand(lumora, context, "remove", "take a wallpaper down",
-                 [&context, location] { removeWallpaper(context.device(), *location); });
-  addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"});
+  auto* command = addCommand(lumora, context, "remove", "remove a wallpaper", [&context, location] {
+    removeWallpaper(context.device(), *location);
+  });
+  addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
+            "wallpaper to remove with its GIF; all keeps the GIFs");
 }
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// Taking wallpapers down.
+// The command `remove`.
 #pragma once
 
 #include "tool/commands/command.h"

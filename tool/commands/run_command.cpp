@@ -43,7 +43,7 @@ struct RunOptions {
 
 constexpr auto busLogName = "bus.log";
 
-// It is there in a tenth of a second, unless the machine is very busy.
+// A launch takes about a tenth of a second, unless the machine is very busy.
 constexpr Seconds maxLaunchTime{30};
 
 std::string besideThisProgram(const char* name) {
@@ -57,7 +57,8 @@ std::string extensionLibrary() {
   return besideThisProgram(LUMORA_LIBRARY_DIR_FROM_PROGRAMS "/Lumora8.so");
 }
 
-// Readable when the device's folder, or one that it is in, may have been moved or deleted.
+// Returns a descriptor that becomes readable when the device folder, or one above it, may have been
+// moved or deleted.
 platform::backend::FileDescriptor movesOf(const DeviceFolder& device) {
   platform::backend::FileDescriptor moves(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
   const auto lock = device.path() / platform::backend::hostFolderName / FileLock::host;
@@ -74,7 +75,8 @@ bool isSameFile(int descriptor, const std::filesystem::path& path) {
          open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
-// The home screen with its bus, from start to end.
+// The home screen and its bus. The constructor starts them and the destructor ends them. The
+// arguments must outlive the object.
 class HostRun {
  public:
   HostRun(const DeviceFolder& device, const RunOptions& options,
@@ -112,12 +114,12 @@ class HostRun {
   }
 
  private:
-  // A home screen that is just ending is waited for.
+  // Waits a moment for a home screen that is ending. Throws Failure if one is running.
   void takeLock() {
     constexpr Seconds patience{2};
     if (!HostConnection::find(device_) && lock_.take(patience)) return;
-    throw Failure("a home screen is running for " + device_.path().string() +
-                  " already; end it with: lumora stop");
+    throw Failure("a home screen is already running for " + device_.path().string() +
+                  "; stop it with: lumora stop");
   }
 
   void start() {
@@ -146,10 +148,10 @@ class HostRun {
     }
     if (WEXITSTATUS(status_) == exitCodeOfMissingProgram) {
       const bool isThere = access(besideThisProgram("springboard").c_str(), X_OK) == 0;
-      throw Failure(isThere ? "cannot start springboard: is there enough memory?"
+      throw Failure(isThere ? "cannot start springboard; check the free memory"
                             : "cannot start springboard: it must be in the same folder as lumora");
     }
-    // It has said why itself.
+    // It has printed the reason itself.
     return WEXITSTATUS(status_) == 0 ? ExitCode::Done : ExitCode::Failed;
   }
 
@@ -157,16 +159,16 @@ class HostRun {
     auto host = HostConnection::find(device_);
     if (!host && launchLimit_.isOver()) {
       throw Failure(
-          "the home screen does not answer; is there memory, and may this user open files? " +
-          (device_.path() / platform::backend::hostFolderName / busLogName).string() +
-          " may say more");
+          "the home screen has not launched; check the free memory and the limit of open files; "
+          "see also " +
+          (device_.path() / platform::backend::hostFolderName / busLogName).string());
     }
     if (!host) return;
     isLaunched_ = true;
-    // The launch installs only what has been installed before.
+    // Launch starts only a wallpaper that has been installed before.
     if (hasUnfinishedCache_) host->post(lumora::control::updateAnimating);
     if (options_.seconds) end_ = TimeLimit(Seconds(*options_.seconds)).end();
-    std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` ends it\n",
+    std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` stops it\n",
                 host::nameOf(options_.host.display).c_str(), device_.path().c_str());
     if (options_.host.display == host::DisplayKind::Window)
       std::printf("in the window, ? lists the keys\n");
@@ -174,7 +176,7 @@ class HostRun {
     if (gif_) import_ = startProcess([this] { return import(); });
   }
 
-  // In a process of its own, since it takes as long as the GIF is large.
+  // Runs in a separate process, because importing a large GIF takes long.
   int import() const {
     try {
       const TimeLimit limit(maxImportTime);
@@ -189,7 +191,8 @@ class HostRun {
     }
   }
 
-  // No command could reach the home screen any more.
+  // Throws Failure if the device folder was moved or deleted: then no command can reach the home
+  // screen.
   void checkFolder() {
     char changes[4096];
     while (read(moves_.get(), changes, sizeof changes) > 0) {
@@ -197,13 +200,14 @@ class HostRun {
     const bool isMoved =
         !isSameFile(device_.hostFolder(), device_.path() / platform::backend::hostFolderName);
     if (!isMoved && !lock_.isGone()) return;
-    throw Failure("the device's folder " + device_.path().string() +
-                  " has been moved or deleted; the home screen ends with it");
+    throw Failure("the device folder " + device_.path().string() +
+                  " has been moved or deleted; the home screen has been stopped");
   }
 
   bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
 
-  // Sleeps until a signal, or until there is something to look at. Returns true on a signal to end.
+  // Sleeps until a signal, a change to the folder, or the next deadline. Returns true if the signal
+  // asks this process to end.
   bool waitForSignal() {
     constexpr int launchPause = 20;
     constexpr int maxPause = 3600 * 1000;
@@ -250,10 +254,10 @@ int runHost(const DeviceFolder& device, const RunOptions& options,
 void addRunCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<RunOptions>();
   CLI::App* command = lumora.add_subcommand("run", "start the home screen in the foreground");
-  command->add_option("GIF", options->gif, "the wallpaper for both screens");
+  command->add_option("GIF", options->gif, "GIF to set as the wallpaper of both screens");
   host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
-  command->add_option("--for", options->seconds, "stop after this many seconds")
+  command->add_option("--for", options->seconds, "time to run, then stop")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
   command->callback([&context, options] {

@@ -1,4 +1,4 @@
-// Starting a device's home screen.
+// The command `run`, which starts a device's home screen and waits for its end.
 #pragma once
 
 #include "tool/commands/command.h"

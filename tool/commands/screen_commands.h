@@ -1,4 +1,4 @@
-// What a user does with the screen: locking it, opening apps, turning the device; and its picture.
+// Commands for what a user does with the screen: lock it, open apps, turn the device, save it.
 #pragma once
 
 #include "tool/commands/command.h"

@@ -7,7 +7,7 @@ namespace {
 
 constexpr auto space = " \t\r";
 
-// The word that begins here, and moves past it.
+// Returns the word that begins at this index, and moves the index past it.
 std::string takeWord(const std::string& line, std::size_t& at) {
   std::string word;
   while (at < line.size() && std::string(space).find(line[at]) == std::string::npos) {

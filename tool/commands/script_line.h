@@ -1,4 +1,4 @@
-// The words of one line of a script.
+// Splits a line of a script into words.
 #pragma once
 
 #include <string>
@@ -6,8 +6,9 @@
 
 namespace tool {
 
-// Words are apart by white space; quotation marks, single or double, keep what is between them
-// together. A word that begins with # begins a comment. Throws Failure if a quotation has no end.
+// Returns the line's words, which are separated by white space. White space between single or
+// double quotes does not separate. A word that begins with # begins a comment. Throws Failure if a
+// closing quote is missing.
 std::vector<std::string> wordsOfLine(const std::string& line);
 
 }  // namespace tool

@@ -8,7 +8,7 @@
 namespace tool {
 namespace {
 
-// In the order of the locations' numbers.
+// Indexed by Location::id.
 constexpr const char* placeNames[] = {"shared", "lock screen", "home screen"};
 
 struct SetOptions {
@@ -33,11 +33,11 @@ void set(const DeviceFolder& device, const SetOptions& options) {
 
 void addSetCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<SetOptions>();
-  auto* command = addCommand(lumora, context, "set", "choose a GIF",
+  auto* command = addCommand(lumora, context, "set", "set a GIF as a wallpaper",
                              [&context, options] { set(context.device(), *options); });
-  addChoice(command, "LOCATION", options->location, locationNames);
-  command->add_option("GIF", options->path)->required();
-  command->add_flag("--no-wait", options->noWait, "return as soon as the home screen has the GIF");
+  addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to set");
+  command->add_option("GIF", options->path, "GIF file")->required();
+  command->add_flag("--no-wait", options->noWait, "return once the home screen has the GIF");
   addTimeout(command, options->timeout);
 }
 

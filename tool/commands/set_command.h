@@ -1,4 +1,4 @@
-// Choosing a GIF for a location.
+// The command `set`, which chooses a GIF for a location.
 #pragma once
 
 #include "tool/commands/command.h"

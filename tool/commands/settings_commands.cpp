@@ -19,7 +19,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-// JSON has no infinite numbers: the largest finite one stands for them.
+// JSON has no infinite numbers, so they become the largest finite one.
 template <typename Value>
 ordered_json shown(const Value& value) {
   if constexpr (std::is_floating_point_v<Value>) {
@@ -30,7 +30,7 @@ ordered_json shown(const Value& value) {
   }
 }
 
-// Every key with the value that its getter gives.
+// Returns every key with the value that the library uses.
 ordered_json allSettings() {
   ordered_json settings;
 #define SETTING(type, getter, key, otherwise) settings[key] = shown(lumora::getter());
@@ -56,7 +56,7 @@ void printSettings(bool asJson) {
 
 void printSetting(const std::string& key) {
   const auto value = storedSetting(key);
-  if (!value) throw Failure(key + " is not set; `lumora settings` shows what applies instead");
+  if (!value) throw Failure(key + " is not set; `lumora settings` prints the value that applies");
   std::printf("%s\n", printable(*value, STDOUT_FILENO).c_str());
 }
 
@@ -67,28 +67,30 @@ struct RawSetting {
 
 void addRawCommands(CLI::App& lumora, Context& context) {
   auto setting = std::make_shared<RawSetting>();
-  auto* get =
-      addCommand(lumora, context, "get", "print a setting as it is stored", [&context, setting] {
-        context.device();
-        printSetting(setting->key);
-      });
-  get->add_option("KEY", setting->key)->required();
-  auto* put =
-      addCommand(lumora, context, "put", "store a setting as it is given", [&context, setting] {
-        context.device();
-        storeSetting(setting->key, setting->value);
-      });
-  put->add_option("KEY", setting->key)->required()->check([](const std::string& key) {
-    return key.empty() ? std::string("must not be empty") : std::string();
+  auto* get = addCommand(lumora, context, "get", "print a setting as stored", [&context, setting] {
+    context.device();
+    printSetting(setting->key);
   });
-  put->add_option("VALUE", setting->value)->required();
-  auto asJson = std::make_shared<bool>(false);
-  auto* all = addCommand(lumora, context, "settings", "print every setting that applies",
-                         [&context, asJson] {
+  get->add_option("KEY", setting->key, "key as `lumora settings` lists it")->required();
+  auto* put = addCommand(lumora, context, "put", "store a setting without checking it",
+                         [&context, setting] {
                            context.device();
-                           printSettings(*asJson);
+                           storeSetting(setting->key, setting->value);
                          });
-  all->add_flag("--json", *asJson, "as one JSON object");
+  put->add_option("KEY", setting->key, "key as `lumora settings` lists it")
+      ->required()
+      ->check([](const std::string& key) {
+        return key.empty() ? std::string("must not be empty") : std::string();
+      });
+  put->add_option("VALUE", setting->value, "text to store")->required();
+  auto asJson = std::make_shared<bool>(false);
+  auto* all =
+      addCommand(lumora, context, "settings",
+                 "print all settings, with defaults for those not stored", [&context, asJson] {
+                   context.device();
+                   printSettings(*asJson);
+                 });
+  all->add_flag("--json", *asJson, "print one JSON object");
 }
 
 void addSwitches(CLI::App& lumora, Context& context) {
@@ -101,12 +103,13 @@ void addSwitches(CLI::App& lumora, Context& context) {
   addCommand(lumora, context, "enable", "switch the extension on", store("ENABLED", "TRUE"));
   addCommand(lumora, context, "disable", "switch the extension off", store("ENABLED", "FALSE"));
   auto state = std::make_shared<std::string>();
-  auto* dock = addCommand(lumora, context, "dock", "keep the wallpaper clear of the dock, or not",
-                          [&context, state] {
-                            context.device();
-                            storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
-                          });
-  addChoice(dock, "STATE", *state, {"on", "off"});
+  auto* dock =
+      addCommand(lumora, context, "dock", "choose where the wallpaper ends", [&context, state] {
+        context.device();
+        storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
+      });
+  addChoice(dock, "STATE", *state, {"on", "off"},
+            "on: end the wallpaper at the dock; off: fill the screen");
 }
 
 }  // namespace

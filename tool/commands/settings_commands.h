@@ -1,4 +1,4 @@
-// The settings file on the command line.
+// The commands `get`, `put`, `settings`, `enable`, `disable` and `dock`, for the settings file.
 #pragma once
 
 #include <CLI/CLI.hpp>

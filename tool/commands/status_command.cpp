@@ -58,7 +58,8 @@ std::string why(const ordered_json& view, const ordered_json& report, bool isSet
   return view.value(reported::visible, false) ? "shown" : "started";
 }
 
-// Null before the first frame. The clock of a view without frames counts all the same.
+// Returns null before the first frame. A view without frames reports one, too, because its clock
+// runs all the same.
 ordered_json shownFrame(const ordered_json& view) {
   const int frame =
       view.value(description::framesInCache, 0) > 0 ? view.value(description::frameShown, -1) : -1;
@@ -172,9 +173,9 @@ void reportStatus(const DeviceFolder& device, bool asJson) {
 
 void addStatusCommand(CLI::App& lumora, Context& context) {
   auto asJson = std::make_shared<bool>(false);
-  auto* command = addCommand(lumora, context, "status", "what the home screen is doing",
+  auto* command = addCommand(lumora, context, "status", "print what the home screen is doing",
                              [&context, asJson] { reportStatus(context.device(), *asJson); });
-  command->add_flag("--json", *asJson, "as one JSON object");
+  command->add_flag("--json", *asJson, "print one JSON object");
 }
 
 }  // namespace tool

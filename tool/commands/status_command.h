@@ -1,4 +1,4 @@
-// What the home screen is doing.
+// The command `status`.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -7,7 +7,8 @@
 
 namespace tool {
 
-// The same object as `lumora status --json` prints; host may be nullptr.
+// Returns the object that `lumora status --json` prints. host: nullptr if no home screen is
+// running. Throws Failure if the home screen does not answer.
 nlohmann::ordered_json currentStatus(HostConnection* host);
 
 void addStatusCommand(CLI::App& lumora, Context& context);

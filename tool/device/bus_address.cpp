@@ -16,7 +16,7 @@
 namespace tool {
 namespace {
 
-// Only this user, or root, can put a socket there.
+// Returns true if only this user, or root, can put a socket into the folder.
 bool isPrivate(const platform::backend::FileDescriptor& folder) {
   struct stat status {};
   return folder && fstat(folder.get(), &status) == 0 && status.st_uid == geteuid() &&
@@ -29,8 +29,8 @@ bool becomesReady(int socket, short events, const TimeLimit& limit) {
   return poll(&waiting, 1, static_cast<int>(rest.count())) == 1;
 }
 
-// The first line of the protocol: a NUL, and the user's number in decimal, its digits in
-// hexadecimal.
+// Returns a NUL and the first line of the protocol, which has the user's number: each decimal digit
+// as the hexadecimal code of its character.
 std::string login() {
   std::string line(1, '\0');
   line += "AUTH EXTERNAL ";
@@ -76,7 +76,7 @@ BusState BusAddress::state(Seconds timeout) const {
   if (!end) return BusState::Silent;
   const TimeLimit limit(timeout);
   if (connect(end.get(), reinterpret_cast<const sockaddr*>(&name), sizeof name) != 0) {
-    // Too many wait there already.
+    // The queue of waiting clients is full.
     return errno == EAGAIN ? BusState::Silent : BusState::Absent;
   }
   const std::string line = login();

@@ -9,34 +9,35 @@
 namespace tool {
 
 enum class BusState {
-  // Nobody listens, or another user could.
+  // No daemon listens at the address, or other users may enter the socket's folder.
   Absent,
-  // Somebody listens, but does not answer in time.
+  // A daemon may be there, but did not answer before the timeout.
   Silent,
   Answering,
 };
 
-// The way to a bus's socket. The folder that it is in is opened once, and everything else goes by
-// that: whoever can change a folder on the way to it cannot lead a client elsewhere in between.
+// The address of a bus's socket. The constructor opens the folder of the socket, and everything
+// else uses the open folder, so that a later change of a folder above it cannot redirect a client.
 class BusAddress {
  public:
-  // As the bus's daemon has printed it.
+  // address: as the daemon printed it. Any other text gives an absent bus.
   explicit BusAddress(const std::string& address);
 
-  // What the bus's library takes; as long as this object lives.
+  // Returns the address to connect to. It is valid as long as this object lives. Requires that the
+  // bus is not Absent.
   std::string address() const;
 
-  // Begins to log in, as every client does, and goes away again; so it never waits longer than
-  // said. The bus is absent if the folder is not this user's alone.
+  // Connects, begins to authenticate and disconnects. Waits until the timeout at most, unlike the
+  // bus library's own connection.
   BusState state(Seconds timeout) const;
 
  private:
-  // Beside the open folder; "" if there is none that can be used.
+  // Returns a path through the open folder, or "" if there is none.
   std::string socketPath() const;
 
   platform::backend::FileDescriptor folder_;
   std::string name_;
-  // Of the daemon's own address, what follows the path.
+  // The part of the daemon's address after the path.
   std::string rest_;
 };
 

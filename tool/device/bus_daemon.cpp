@@ -28,8 +28,8 @@ constexpr auto prefix = "lumora-";
 constexpr auto lockName = "lock";
 constexpr const char* fileNames[] = {"bus", "bus.conf", lockName};
 
-// The bus of one user's one device: no services to activate, room for hundreds of commands at once,
-// and no message that is larger than any of ours.
+// Returns the configuration of a bus for one device: no services to activate, connections for
+// hundreds of commands at once, and messages of up to 1 MiB, which is more than any of ours has.
 std::string configuration(const std::string& socket) {
   return R"(<!DOCTYPE busconfig PUBLIC
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
@@ -52,8 +52,8 @@ std::string configuration(const std::string& socket) {
 )";
 }
 
-// The path goes into the daemon's configuration and into an address: nothing in it may need quoting
-// there.
+// Returns true if the path is short and needs no quoting in the daemon's configuration or in an
+// address.
 bool isSuitable(const std::string& base) {
   constexpr std::size_t maxBaseLength = 64;
   return base.starts_with('/') && base.size() <= maxBaseLength &&
@@ -85,13 +85,13 @@ FileDescriptor takeLock(const std::string& folder, int flags) {
   FileDescriptor lock(open((folder + "/" + lockName).c_str(),
                            O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags, 0600));
   struct stat status {};
-  // It may have been taken, and the folder removed, by whoever found it before it was locked.
+  // Another process may have locked the file first and removed the folder.
   const bool isTaken = lock && flock(lock.get(), LOCK_EX | LOCK_NB) == 0 &&
                        fstat(lock.get(), &status) == 0 && status.st_nlink > 0;
   return isTaken ? std::move(lock) : FileDescriptor();
 }
 
-// Whoever uses such a folder holds its lock.
+// Deletes folders that no process uses. A process that uses one holds its lock.
 void removeRemains(const std::string& base) {
   std::error_code error;
   for (fs::directory_iterator entry(base, error), end; !error && entry != end;
@@ -102,7 +102,8 @@ void removeRemains(const std::string& base) {
   }
 }
 
-// Waits for the address that the daemon prints once it is ready; empty if it ends before.
+// Waits for the address that the daemon prints when it is ready. Returns "" if the daemon ends
+// first or takes too long.
 std::string readAddress(int descriptor) {
   constexpr int limitMilliseconds = 10000;
   std::string address;
@@ -118,7 +119,7 @@ std::string readAddress(int descriptor) {
 }  // namespace
 
 BusFolder::BusFolder() {
-  // Another process may take a new folder for remains before it is locked.
+  // Another process may delete a new folder before this one has locked it.
   constexpr int attempts = 10;
   for (const std::string& base : bases()) {
     removeRemains(base);
@@ -145,7 +146,7 @@ BusDaemon::BusDaemon(int errorFile) {
   const FileDescriptor written = platform::backend::createFile(AT_FDCWD, file);
   if (!written || !platform::backend::writeAll(
                       written, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()})) {
-    throw Failure("cannot write " + file + ": is there space?");
+    throw Failure("cannot write " + file + "; check the free space");
   }
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) throw Failure("cannot start dbus-daemon: too many open files");

@@ -1,5 +1,4 @@
-// A message bus for one device: a dbus-daemon of its own, which ends with this object, or with this
-// process should it die.
+// A message bus for one device.
 #pragma once
 
 #include <string>
@@ -10,11 +9,12 @@
 
 namespace tool {
 
-// A short folder for a bus's socket, since a socket's path has at most 107 characters. It is gone
-// with the object. Those of processes that could not clean up go when the next one is made.
+// A folder for a bus's socket. Its path is short, because a socket's path has at most 107
+// characters. The destructor deletes it; the constructor deletes those of processes that were
+// killed.
 class BusFolder {
  public:
-  // Throws Failure.
+  // Throws Failure if no folder can be made.
   BusFolder();
   ~BusFolder();
   BusFolder(const BusFolder&) = delete;
@@ -27,15 +27,17 @@ class BusFolder {
   platform::backend::FileDescriptor lock_;
 };
 
+// A dbus-daemon, which ends with this object, or with this process if that is killed.
 class BusDaemon {
  public:
-  // The daemon's complaints go to the file, unless that is -1. Throws Failure if it cannot be
-  // started.
+  // Starts the daemon and waits until it is ready. The daemon's stderr goes to the descriptor
+  // errorFile, unless that is -1. Throws Failure if it cannot be started.
   explicit BusDaemon(int errorFile);
   ~BusDaemon();
   BusDaemon(const BusDaemon&) = delete;
   BusDaemon& operator=(const BusDaemon&) = delete;
 
+  // The address as the daemon printed it.
   const std::string& address() const { return address_; }
 
  private:

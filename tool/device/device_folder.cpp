@@ -59,19 +59,19 @@ DeviceFolder::DeviceFolder(const std::string& given) {
   const fs::path folder = chosenFolder(given);
   std::error_code error;
   fs::create_directories(folder.parent_path(), error);
-  // One that is there already keeps its mode.
+  // An existing folder keeps its mode.
   mkdir(folder.c_str(), mineAlone);
   error.clear();
   if (!error) path_ = fs::canonical(folder, error);
   if (!error && !fs::is_directory(path_, error))
     error = std::make_error_code(std::errc::not_a_directory);
   if (error) {
-    throw Failure("cannot use " + folder.string() + " as the device's folder: " + error.message());
+    throw Failure("cannot use " + folder.string() + " as the device folder: " + error.message());
   }
   platform::backend::setDeviceRoot(path_);
   hostFolder_ = openHostFolder(path_);
   hostFolderError_ = errno;
-  // Where this fails, the first write says so.
+  // If this fails, the first write into it reports the error.
   platform::createDirectoryAtPath(preferencesDirectory);
 }
 
@@ -86,7 +86,7 @@ int DeviceFolder::hostFolder() const {
 
 std::optional<std::string> DeviceFolder::busAddress() const {
   constexpr std::size_t maxAddressLength = 4096;
-  // A folder that cannot be written to has no home screen.
+  // A read-only device has no home screen.
   if (!hostFolder_ && hostFolderError_ == EROFS) return std::nullopt;
   const auto file = platform::backend::openFileAt(hostFolder(), addressFile, maxAddressLength);
   const auto contents = file ? platform::backend::contentsOf(*file) : std::nullopt;

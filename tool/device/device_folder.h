@@ -1,4 +1,4 @@
-// The folder that is a device: its files, and where its running home screen is to be found.
+// The device folder: a device's files, and the address of its running home screen.
 #pragma once
 
 #include <filesystem>
@@ -11,18 +11,21 @@ namespace tool {
 
 class DeviceFolder {
  public:
-  // The folder given, else $LUMORA_ROOT, else lumora in the user's data folder. It is made, with
-  // the places that every device has, and becomes the root of all device paths. Throws Failure.
+  // Uses the given folder; if that is "", $LUMORA_ROOT; else lumora in $XDG_DATA_HOME or
+  // ~/.local/share. Makes it where it is missing, and makes it the root of all device paths of the
+  // process. Throws Failure if it cannot be used.
   explicit DeviceFolder(const std::string& given);
 
+  // Absolute, without links.
   const std::filesystem::path& path() const { return path_; }
 
-  // The folder in it that is the programs' own: nobody else may look into it, and nothing in it is
-  // followed. Throws Failure if it cannot be had.
+  // Returns a descriptor of ".host", the programs' own folder in the device folder, which only this
+  // user may enter. This object owns the descriptor. Throws Failure if the folder cannot be used.
   int hostFolder() const;
 
-  // Of the bus of the device's home screen; nothing if none was ever started, or the last one has
-  // ended in order. Throws Failure if the device belongs to another user.
+  // The stored address of the home screen's bus. Returns nothing if no home screen was started, or
+  // if the last one was stopped; the address stays if it was killed. All throw Failure if
+  // hostFolder does, and setBusAddress also if it cannot write.
   std::optional<std::string> busAddress() const;
   void setBusAddress(const std::string& address) const;
   void forgetBusAddress() const;

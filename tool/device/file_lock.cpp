@@ -15,7 +15,7 @@
 namespace tool {
 
 FileLock::FileLock(const DeviceFolder& device, const char* name, bool isInherited) {
-  // Not for writing, so that a lock can be taken where nothing can be written any more.
+  // Opened for reading, so that a lock can be taken on a full or read-only disk.
   const int flags = O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | (isInherited ? 0 : O_CLOEXEC);
   file_ = platform::backend::FileDescriptor(openat(device.hostFolder(), name, flags, 0600));
   if (file_) return;
@@ -46,7 +46,7 @@ bool FileLock::isGone() const {
 FileLock lockOutImports(const DeviceFolder& device) {
   FileLock lock(device, FileLock::import);
   if (!lock.take(usualTimeout)) {
-    throw Failure("another command is still importing a GIF; nothing was changed");
+    throw Failure("another command is still importing a GIF; nothing was changed, try again later");
   }
   return lock;
 }

@@ -10,30 +10,32 @@ namespace tool {
 
 class FileLock {
  public:
-  // Held by whoever runs the device's home screen, by whoever hands a GIF to it until its frames
-  // are made, and by whoever has frames blurred.
+  // Held while the device's home screen runs.
   static constexpr auto host = "lock";
+  // Held from the start of an import until its frames are made.
   static constexpr auto import = "import.lock";
+  // Held while frames are being blurred.
   static constexpr auto blur = "blur.lock";
 
-  // Makes the file where it is missing. Throws Failure if it cannot. A lock that is inherited lasts
-  // until the programs that this process starts have ended, too.
+  // Opens the file of this name in the device's host folder, or makes it; does not take the lock.
+  // If isInherited, programs that this process starts keep the lock until they end, too. Throws
+  // Failure if the file cannot be opened.
   FileLock(const DeviceFolder& device, const char* name, bool isInherited = false);
 
-  // Whether this object has the lock now.
+  // Takes the lock if it is free. Returns true if this object holds it.
   bool tryToTake();
-  // Tries until the time is up. Returns whether it has the lock.
+  // Waits for the lock until the timeout. Returns true if this object holds it.
   bool take(std::chrono::duration<double> timeout);
 
-  // Whether the file has been deleted: then it locks nobody out any more.
+  // Returns true if the file has been deleted; then other processes can take a lock of this name.
   bool isGone() const;
 
  private:
   platform::backend::FileDescriptor file_;
 };
 
-// For a command that would change what an import relies on. Waits for a running import, and throws
-// Failure if that takes longer than usualTimeout.
+// Returns the import lock, held, for a command that must not change settings during an import.
+// Waits for a running import; throws Failure if that takes longer than usualTimeout.
 FileLock lockOutImports(const DeviceFolder& device);
 
 }  // namespace tool

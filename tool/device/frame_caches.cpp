@@ -23,8 +23,8 @@ struct CloseDirectory {
   void operator()(DIR* directory) const { closedir(directory); }
 };
 
-// A PNG that was cut short, or never reached the disk, does not end as all do: with an empty chunk
-// of this type, and its checksum.
+// Returns true if the file ends with the empty chunk that ends every PNG. A file that was cut
+// short, or never reached the disk, does not.
 bool isWholePng(int directory, const std::string& name) {
   constexpr std::string_view end("\0\0\0\0IEND\xae\x42\x60\x82", 12);
   const auto file = platform::backend::openFileAt(directory, name);
@@ -35,7 +35,7 @@ bool isWholePng(int directory, const std::string& name) {
                     [](char one, std::uint8_t other) { return one == static_cast<char>(other); });
 }
 
-// The frames in a cache's directory; -1 if one of them is not whole.
+// Returns the number of frames in a cache's directory, or -1 if one of them is incomplete.
 int countFrames(const std::string& path) {
   const auto location = platform::backend::locateItem(path);
   if (!location) return 0;
@@ -65,7 +65,7 @@ bool removeUnfinishedCaches() {
       continue;
     }
     platform::removeItemAtPath(layout.GIFDirectory);
-    std::printf("the frames of %s were not all there; they are made again\n", location.gifPath);
+    std::printf("frames of %s were missing; all of them are made again\n", location.gifPath);
     wereAny = true;
   }
   return wereAny;

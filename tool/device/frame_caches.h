@@ -1,12 +1,12 @@
-// The frame caches that an earlier run has left.
+// Repairs the frame caches of an earlier run.
 #pragma once
 
 namespace tool {
 
-// Deletes those that are not whole, so that the home screen makes them again: it may have been
-// killed while it made them, or the machine may have lost its power. The library itself takes a
-// cache for whole as soon as it has been begun. Prints a line for each. Returns whether there were
-// any. Not to be called while a home screen is running.
+// Deletes incomplete frame caches, so that the home screen makes them again. A cache is incomplete
+// if the home screen was killed or the machine lost power while it was made; the library itself
+// would use it. Prints a line for each. Returns true if there were any. Requires that no home
+// screen is running.
 bool removeUnfinishedCaches();
 
 }  // namespace tool

@@ -17,7 +17,7 @@ namespace darwin = platform::backend::darwin;
 namespace control = host::control;
 
 std::uint64_t microseconds(Seconds timeout) {
-  // 0 would mean the bus's own time.
+  // 0 would mean the bus library's default.
   constexpr Seconds shortest{0.001};
   timeout = std::max(timeout, shortest);
   return static_cast<std::uint64_t>(
@@ -39,7 +39,7 @@ HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
 std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
   const auto printed = device.busAddress();
   const BusAddress address(printed.value_or(""));
-  // The bus's library would wait for minutes where nobody answers, so that is found out first.
+  // The bus library could wait minutes for a daemon that does not answer, so check that first.
   constexpr Seconds maxLoginTime{10};
   const BusState state = address.state(std::min(timeout, maxLoginTime));
   if (state == BusState::Absent) return nullptr;
@@ -106,7 +106,7 @@ void HostConnection::rotate(const std::string& orientation) {
 
 void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
   const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
-  // The home screen gives up first, and says so.
+  // The home screen gives up first and reports why.
   constexpr Seconds margin{2};
   ask(timeout + margin, control::method::advance, [&](auto& invoker) {
     invoker.withArguments(std::int64_t{span.count()}, std::int64_t{limit.count()});
@@ -137,7 +137,7 @@ void HostConnection::post(const std::string& name, Seconds timeout) {
     auto signal = notifier_->createSignal(darwin::interface, darwin::signal);
     signal << name;
     notifier_->emitSignal(signal);
-    // The answer comes after the bus has taken the signal.
+    // The answer to this call shows that the bus has received the signal.
     serves(control::busName, timeout);
   } catch (const sdbus::Error& error) {
     throw Failure("cannot post " + name + ": " + error.getMessage());
@@ -147,7 +147,7 @@ void HostConnection::post(const std::string& name, Seconds timeout) {
 void HostConnection::watch(std::function<void(const std::string&)> handler) {
   watching_ = std::make_unique<sdbus::Slot>(connection_->addMatch(
       darwin::matchRule(), [handler = std::move(handler)](sdbus::Message& message) {
-        // Anybody on the bus may send such a signal, with anything in it.
+        // Any program on the bus may send such a signal with other contents.
         std::string name;
         try {
           message >> name;

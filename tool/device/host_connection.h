@@ -15,40 +15,45 @@ namespace tool {
 
 class HostConnection {
  public:
-  // nullptr if no home screen of this device is running and has finished launching. Throws Failure
-  // if its bus does not answer.
+  // Returns nullptr if no home screen of this device is running, or if it has not finished
+  // launching. Throws Failure if the device's bus does not answer.
   static std::unique_ptr<HostConnection> find(const DeviceFolder& device,
                                               Seconds timeout = usualTimeout);
-  // The same, but throws Failure with exit code 3.
+  // The same, but throws Failure with ExitCode::NoHost instead of returning nullptr.
   static std::unique_ptr<HostConnection> require(const DeviceFolder& device,
                                                  Seconds timeout = usualTimeout);
 
-  // These throw Failure if the home screen does not answer within the timeout or says no.
+  // These call the methods of host/control/control_names.h and wait for the answer. They throw
+  // Failure if the home screen does not answer before the timeout or refuses.
   void call(const std::string& method, Seconds timeout = usualTimeout);
   void rotate(const std::string& orientation);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
-  // A PNG file, without a name.
+  // Returns a PNG file without a name, which the caller owns.
   platform::backend::FileDescriptor screenshot();
 
-  // Whether someone on the device serves this name on the bus, for example a messaging center.
+  // Returns true if a process owns this name on the bus, for example that of a messaging center.
+  // Throws sdbus::Error if the bus does not answer.
   bool serves(const std::string& name, Seconds timeout = usualTimeout);
 
-  // Posts a Darwin notification.
+  // Posts a Darwin notification. Returns once the bus has it. Throws Failure if the bus does not
+  // answer.
   void post(const std::string& name, Seconds timeout = usualTimeout);
-  // Gives the home screen some time to do what notifications have asked for. Returns whether it has
-  // come to rest; not if it has no time to answer.
+  // Waits until the home screen has finished its work, for two seconds at most. Returns true if it
+  // has; false if it is still busy or does not answer before the timeout. Throws Failure if the
+  // home screen has ended.
   bool settle(Seconds timeout = usualTimeout);
 
-  // From now on pump hands over the name of every Darwin notification.
+  // Makes pump call the handler with the name of every Darwin notification posted from now on.
   void watch(std::function<void(const std::string&)> handler);
-  // Handles what arrives until the moment given at the latest, or until something did; also returns
-  // when the descriptor (unless negative) can be read. False once the bus has gone.
+  // Waits until a message arrives, the descriptor (unless negative) can be read, or the limit
+  // passes, and handles all messages that have arrived. Returns false if the bus has ended.
   bool pump(std::chrono::steady_clock::time_point limit, int descriptor = -1);
 
  private:
   explicit HostConnection(std::unique_ptr<sdbus::IConnection> connection);
-  // Returns false if there is no answer within the timeout.
+  // Calls a method; use adds arguments and takes results. Returns false if there is no answer
+  // before the timeout. ask throws Failure instead.
   template <typename Use>
   bool isAnswered(Seconds timeout, const std::string& method, Use use);
   template <typename Use>

@@ -22,8 +22,8 @@
 namespace tool {
 namespace {
 
-// What the importing process tells the other, a line each: how far it is ("progress"), that it is
-// done ("done"), or why it has failed ("failure").
+// Sends lines from the importing process to the waiting one: its progress ("progress"), the end
+// ("done") or the reason of a failure ("failure").
 class Report {
  public:
   explicit Report(platform::backend::FileDescriptor pipe) : pipe_(std::move(pipe)) {}
@@ -42,7 +42,7 @@ class Report {
   }
 
  private:
-  // Nobody may listen any more.
+  // Ignores errors, because the waiting process may have ended.
   void send(const std::string& line) {
     const std::string whole = line + '\n';
     platform::backend::writeAll(
@@ -84,7 +84,7 @@ catch (const std::exception& error) {
 _exit(EXIT_FAILURE);
 }  // namespace
 
-// The process that was asked for the import.
+// The parent's side: reads the lines of the importing process.
 class Waiting {
  public:
   Waiting(pid_t worker, platform::backend::FileDescriptor pipe, int frames, const TimeLimit& limit,
@@ -97,21 +97,22 @@ class Waiting {
 
   void await(bool waitsForFrames) {
     while (!isDone_ && (waitsForFrames || !isHandedOver_)) {
-      // While the change is under way it is not left alone: it takes a moment only.
+      // Until the GIF is handed over, the limit is the child's, and the change itself is short.
       if (limit_.isOver() && isHandedOver_) {
-        throw Failure("the home screen is still making frames after the timeout; " + state_ +
-                      " and plays them when all are there");
+        throw Failure(
+            "the home screen is still making frames after the timeout and will play them; " +
+            state_);
       }
-      if (!hearMore()) throw Failure("the process that imports the GIF has ended; " + state_);
+      if (!hearMore()) throw Failure("the importing process was ended; " + state_);
     }
   }
 
-  // The signal by which somebody wants to end this process.
+  // The signal that is to end this process, or 0.
   int interruption() const { return interruption_; }
   const std::string& state() const { return state_; }
 
  private:
-  // False if nothing will come any more.
+  // Returns false if this process was interrupted or the child has ended.
   bool hearMore() {
     pollfd ends[] = {{pipe_.get(), POLLIN, 0}, {signals_.get(), POLLIN, 0}};
     constexpr Seconds maxPause{1};
@@ -121,7 +122,7 @@ class Waiting {
     signalfd_siginfo info{};
     if (read(signals_.get(), &info, sizeof info) > 0) {
       interruption_ = static_cast<int>(info.ssi_signo);
-      // It takes no notice if it has begun to change something, and tells how far it is.
+      // The child ignores the signal once it changes the device, and still reports its progress.
       kill(worker_, SIGTERM);
       while (!isHandedOver_ && readSome()) {
       }
@@ -130,7 +131,7 @@ class Waiting {
     return ends[0].revents == 0 || readSome();
   }
 
-  // Waits for the next lines.
+  // Waits for the next lines. Returns false if the child has closed the pipe.
   bool readSome() {
     char buffer[4096];
     const ssize_t size = read(pipe_.get(), buffer, sizeof buffer);

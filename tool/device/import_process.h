@@ -1,16 +1,16 @@
-// An import that an impatient user cannot cut in half.
+// An import that is completed even if the command is interrupted.
 #pragma once
 
 #include "tool/device/wallpaper_import.h"
 
 namespace tool {
 
-// Does importWallpaper in a process of its own, which goes on without this one as soon as it has
-// begun to change something: whether the limit passes, Ctrl-C is pressed, or the terminal is
-// closed. Shows the progress. Returns when all frames are made or, if they are not waited for, when
-// the home screen has the GIF. Throws Failure; one that comes of the limit says what still goes on.
-// On SIGINT, SIGTERM or SIGHUP it says so and ends this process. To be called before any thread is
-// started.
+// Runs importWallpaper in a child process. Once that has begun to change the device, it finishes
+// even if the limit passes, this process is interrupted, or the terminal is closed. Shows the
+// progress. Returns when all frames are made or, unless waitsForFrames, when the home screen has
+// the GIF. Throws Failure if the import fails or the limit passes; the message describes the state
+// of the wallpaper. On SIGINT, SIGTERM or SIGHUP, prints that state and ends this process by the
+// signal. Requires that this process has no other threads.
 void importInOwnProcess(const DeviceFolder& device, const lumora::Location& location,
                         const ChosenGif& gif, int frames, const TimeLimit& limit,
                         bool waitsForFrames);

@@ -12,7 +12,7 @@ namespace tool {
 
 namespace {
 
-// What a property list in XML can hold: of the control characters only white space.
+// Returns true if an XML property list can hold the text: no control characters except white space.
 bool isStorable(const std::string& text) {
   const bool hasControl = std::any_of(text.begin(), text.end(), [](unsigned char byte) {
     return byte < ' ' && byte != '\t' && byte != '\n' && byte != '\r';
@@ -33,7 +33,7 @@ void storeSetting(const std::string& key, const std::string& value) {
   settings->setString(value, key);
   if (settings->writeToFile(lumora::settingsPath)) return;
   throw Failure("cannot store " + key + " in " + lumora::settingsPath +
-                " in the device's folder; check that it is writable, not larger than 2 MB, and has "
+                " in the device folder; check that it is writable, not larger than 2 MB, and has "
                 "free space");
 }
 

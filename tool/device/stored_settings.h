@@ -1,4 +1,4 @@
-// The settings file as the settings program uses it: writes that are checked, and raw values.
+// Reads and writes the settings file as the settings app does: text values, with checked writes.
 #pragma once
 
 #include <optional>
@@ -8,12 +8,13 @@
 
 namespace tool {
 
-// Throws Failure if the value does not arrive in the file.
+// Stores a setting. Throws Failure if it cannot be stored, with ExitCode::WrongUse if the text
+// cannot be part of a property list.
 void storeSetting(const std::string& key, const std::string& value);
-// The same for a setting that each location has. key: what follows the location's identifier.
+// Stores a setting of one location. key: the part of the key after the location's identifier.
 void storeSettingOf(const lumora::Location& location, const char* key, const std::string& value);
 
-// Returns the stored text as it is, or nothing if there is none.
+// Returns the stored text, or nothing if there is none.
 std::optional<std::string> storedSetting(const std::string& key);
 
 }  // namespace tool

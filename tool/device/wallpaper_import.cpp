@@ -27,7 +27,7 @@ using lumora::Location;
 using std::chrono::steady_clock;
 
 constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
-// In the host's folder, while another is being imported.
+// A link to the old GIF, in the host folder during an import.
 constexpr auto oldFileName = "previous.gif";
 
 std::string incomingPath(const Location& location) {
@@ -36,10 +36,11 @@ std::string incomingPath(const Location& location) {
 
 std::string adviceOnFolder() {
   return std::string(": check that ") + lumora::libraryDirectory +
-         " in the device's folder exists, is writable and has free space";
+         " in the device folder exists, is writable and has free space";
 }
 
-// What is in the cache of exactly this GIF.
+// The number of frames in the list of delays, and of those with a file. Both are 0 if the cache is
+// not for exactly this GIF.
 struct Cache {
   int listed = 0;
   int written = 0;
@@ -52,7 +53,7 @@ Cache cacheOf(const Location& location, const ChosenGif& gif) {
   if (const auto durations = lumora::loadFrameDurations(layout)) {
     cache.listed = static_cast<int>(durations->size());
   }
-  // A damaged image leaves its number out.
+  // The numbers of damaged images have no file.
   for (int index = 0; index < gif.frameCount; ++index) {
     if (platform::fileExistsAtPath(layout.framePath(index))) ++cache.written;
   }
@@ -65,7 +66,7 @@ class WallpaperImport {
   WallpaperImport(const DeviceFolder& device, HostConnection& host, const Location& location,
                   const ChosenGif& gif, const TimeLimit& limit,
                   const std::function<void(const ImportProgress&)>& report);
-  // Lets go of the old wallpaper.
+  // Deletes the link to the old GIF.
   ~WallpaperImport();
   WallpaperImport(const WallpaperImport&) = delete;
   WallpaperImport& operator=(const WallpaperImport&) = delete;
@@ -145,10 +146,10 @@ void WallpaperImport::handOver() {
   storeChoice();
   announce();
   if (!isTaken()) giveUp("the home screen could not import the GIF" + adviceOnFolder());
-  // What is reported as done stays done, whatever happens to the machine. Frames can be made again.
+  // A GIF that is reported as set must survive a power failure. Frames can be made again.
   platform::backend::makeDurable(location_.gifPath);
   progress_.isHandedOver = true;
-  reach("the new GIF is in its place, and the home screen makes its frames");
+  reach("the new GIF is in place, but not all of its frames are made yet");
 }
 
 void WallpaperImport::awaitFrames() {
@@ -159,7 +160,7 @@ void WallpaperImport::awaitFrames() {
       throw Failure("the home screen has ended");
     }
     report_(progress_);
-    // While frames come there is no need to ask.
+    // While frames arrive, the home screen is busy, so do not ask.
     const bool areComing = progress_.framesFound != before && !std::exchange(isAnnounced_, false);
     if (!areComing && host_.settle(limit_.left())) return;
     if (limit_.isOver()) throw Failure("the home screen is still making frames");
@@ -175,7 +176,7 @@ void WallpaperImport::finish(int frames) {
       giveUp("the home screen could not store all frames" + adviceOnFolder());
     }
     if (cache.listed == frames) break;
-    // Another program's request has ended the work early, as a rotation of the screen may.
+    // Another program's request, such as a rotation of the screen, has ended the extraction early.
     checkChoice();
     progress_.framesFound = 0;
     awaitRest();
@@ -205,7 +206,7 @@ void WallpaperImport::storeFile(const platform::NSData& contents) {
   if (contents.writeToFileAtomically(path) && platform::backend::makeDurable(path)) return;
   platform::removeItemAtPath(path);
   throw Failure("cannot copy the GIF to " + path +
-                " in the device's folder; check that it exists, is writable and has free space");
+                " in the device folder; check that it exists, is writable and has free space");
 }
 
 void WallpaperImport::storeChoice() {
@@ -220,7 +221,7 @@ void WallpaperImport::storeChoice() {
   }
 }
 
-// Returns after the home screen has taken the file in.
+// Posts the notification of a chosen GIF. Returns after the home screen has handled it.
 void WallpaperImport::announce() {
   host_.post(lumora::control::wallpaperNeedsUpdating, limit_.left());
   host_.status(limit_.left());
@@ -235,7 +236,7 @@ bool WallpaperImport::isTaken() const {
   return taken && taken->isEqualToData(*gif_.data);
 }
 
-// What somebody has chosen meanwhile is not undone.
+// Throws Failure if another program has changed the wallpaper, because that must not be undone.
 void WallpaperImport::checkChoice() const {
   if (!isTaken()) throw Failure("another program has removed or replaced the GIF");
   if (lumora::wallpaperMode() != location_.mode) {
@@ -269,9 +270,9 @@ void WallpaperImport::restore() {
 void WallpaperImport::giveUp(const std::string& problem) {
   try {
     restore();
-    reach(hasOldFile_ ? "the old wallpaper is back" : "there is no wallpaper, as before");
+    reach(hasOldFile_ ? "the old wallpaper has been restored" : "no wallpaper is set, as before");
   } catch (const Failure&) {
-    reach("the old wallpaper could not be put back");
+    reach("the old wallpaper could not be restored");
   }
   throw Failure(problem);
 }

@@ -1,5 +1,5 @@
-// Giving a GIF to the running home screen, and making sure that all of its frames are made. The
-// home screen goes on and is silent about what fails; so this looks at what is there afterwards.
+// Gives a GIF to the running home screen and verifies that all of its frames are made. The home
+// screen does not report failures, so this checks the files instead.
 #pragma once
 
 #include <functional>
@@ -11,25 +11,26 @@
 
 namespace tool {
 
-// Longer than any GIF takes.
+// Longer than any import takes.
 constexpr Seconds maxImportTime{3600};
 
 struct ImportProgress {
-  // Before this is true, nothing on the device has been changed. After that the import must not be
-  // ended from outside.
+  // False as long as nothing on the device has been changed. Once it is true, the importing process
+  // must not be killed.
   bool isChanging = false;
-  // The home screen has the GIF.
+  // True once the home screen has the GIF.
   bool isHandedOver = false;
   int framesFound = 0;
-  // What has become of the wallpaper, for the user: "nothing was changed".
+  // The state of the wallpaper, as the end of an error message.
   const char* state = "nothing was changed";
 };
 
-// Waits until nobody else imports and no frames are being made, and puts the GIF into place: within
-// the limit. Then waits, for maxImportTime at most, until the home screen has made the given number
-// of frames, and hands the GIF over again where something has cut that short. At the end the frames
-// play if their screen is shown. report is called whenever there is progress. Throws Failure, whose
-// message says what has become of the wallpaper.
+// Waits within the limit until no other import is running and no frames are being made, and puts
+// the GIF into place. Then waits, for maxImportTime at most, until the home screen has made the
+// given number of frames; if another program's request interrupts that, starts it again. Afterwards
+// the GIF plays if its screen is shown. Calls report on any progress. Throws Failure, whose message
+// ends with the state of the wallpaper, after it has restored the old wallpaper if the new one
+// cannot be used.
 void importWallpaper(const DeviceFolder& device, const lumora::Location& location,
                      const ChosenGif& gif, int frames, const TimeLimit& limit,
                      const std::function<void(const ImportProgress&)>& report);

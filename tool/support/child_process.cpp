@@ -16,7 +16,7 @@
 namespace tool {
 namespace {
 
-// In the new process.
+// Prepares the new process to end with its parent, and resets its signals.
 void endWithParent(pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   // The parent may have died before the line above.

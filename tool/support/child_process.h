@@ -1,4 +1,4 @@
-// Programs started by this one.
+// Child processes.
 #pragma once
 
 #include <functional>
@@ -9,17 +9,19 @@
 
 namespace tool {
 
-// Starts a program, found on the PATH unless its name has a slash, apart from the terminal's
-// signals; it is ended with SIGTERM when this process dies. Descriptors at or above 3 that are not
-// close-on-exec go with it. What it says on stderr goes to the file, unless that is -1. Throws
-// Failure if it cannot be started at all; a program that is not there ends with exit code 127.
+// Starts a program, found on the PATH unless its name has a slash. It has its own process group, so
+// the terminal's signals do not reach it, and gets SIGTERM when this process dies. It inherits
+// descriptors that are not close-on-exec. Its stderr goes to the descriptor errorFile, unless that
+// is -1. Returns the process, which the caller ends with endProgram or waits for. Throws Failure if
+// no process can be made; a missing program ends with exitCodeOfMissingProgram.
 pid_t startProgram(const std::vector<std::string>& arguments, int errorFile = -1);
 
-// Does work in a process of its own, which is ended in the same way; the exit code is that of the
-// work. Throws Failure if there can be none.
+// Runs work in a child process, with signals as above. What work returns is the exit code; it must
+// not throw. Returns and throws as above.
 pid_t startProcess(const std::function<int()>& work);
 
-// Ends a program that startProgram has started, gently first, and waits for its end.
+// Ends a child with SIGTERM, or with SIGKILL if it is still running after 5 seconds. Returns after
+// its end.
 void endProgram(pid_t process);
 
 constexpr int exitCodeOfMissingProgram = 127;

@@ -1,4 +1,4 @@
-// How a command ends without having done what it was asked for.
+// Exit codes, and the exception of a command that cannot do its work.
 #pragma once
 
 #include <stdexcept>
@@ -9,14 +9,14 @@ namespace tool {
 
 enum ExitCode { Done = 0, Failed = 1, WrongUse = 2, NoHost = 3 };
 
-// The message is one line that says what is wrong and what to do.
+// The message is one line that says what is wrong and, if it is not obvious, what to do.
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string& message, ExitCode code = ExitCode::Failed,
                    std::string help = "")
       : std::runtime_error(message), code_(code), help_(std::move(help)) {}
   ExitCode code() const { return code_; }
-  // How the command is used; "" where it was used rightly.
+  // The command's help text if it was used wrongly, else "".
   const std::string& help() const { return help_; }
 
  private:

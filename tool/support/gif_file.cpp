@@ -54,7 +54,7 @@ void checkMemory(const std::string& path) {
 
 int countShownFrames(const ChosenGif& gif) {
   const auto found = platform::backend::gif::inspect(*gif.data);
-  // Anything but a GIF is one picture.
+  // Files of other formats are one picture.
   if (found.all == 0) return gif.frameCount;
   if (!found.isSound()) {
     const std::string line = "lumora: " + gif.path + " is damaged: " + lossIn(found);

@@ -1,4 +1,4 @@
-// A GIF that the user chose.
+// Reads and checks a GIF that the user chose.
 #pragma once
 
 #include <string>
@@ -11,25 +11,25 @@ namespace tool {
 struct ChosenGif {
   std::string path;
   platform::DataRef data;
-  // As many as the file announces; damaged ones among them.
+  // The number of images in the file, including damaged ones.
   int frameCount = 0;
 };
 
-// Which frame a GIF must give to be of use.
+// Which frame of a GIF must be decodable.
 enum class Wanted { FirstFrame, AnyFrame };
 
-// Throws Failure if the file cannot be read or does not give what is wanted.
+// Throws Failure if the file cannot be read or the wanted frame cannot be decoded.
 ChosenGif readGif(const std::string& path, Wanted wanted = Wanted::FirstFrame);
 
-// Throws Failure if anything so far has failed for want of memory; otherwise that looks like
-// damage.
+// Throws Failure if this process has run out of memory so far. Otherwise a lack of memory would
+// look like damage. path: named in the message.
 void checkMemory(const std::string& path);
 
-// Decodes all of the GIF. Returns how many frames can be shown; if something of it is lost, one
-// line on stderr says so.
+// Decodes the whole GIF. Returns how many frames can be shown. If the GIF is damaged, prints one
+// line about it on stderr.
 int countShownFrames(const ChosenGif& gif);
 
-// The same line, for a GIF that this process has decoded already.
+// Prints that line if this process has found damage while it decoded the GIF.
 void warnOfDamage(const ChosenGif& gif);
 
 }  // namespace tool

@@ -1,5 +1,4 @@
-// Progress on a terminal: one line that grows. Elsewhere, or with NO_COLOR in the environment, it
-// prints nothing.
+// A progress bar on stdout. It prints nothing if stdout is not a terminal or if NO_COLOR is set.
 #pragma once
 
 #include <string>
@@ -9,11 +8,12 @@ namespace tool {
 class ProgressBar {
  public:
   ProgressBar(std::string label, int total);
-  // Leaves the terminal with an empty line.
+  // Erases the bar.
   ~ProgressBar();
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
+  // Redraws the bar. done: how many of total are done.
   void show(int done) const;
 
  private:

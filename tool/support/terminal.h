@@ -1,12 +1,12 @@
-// Texts of others on the user's terminal.
+// Makes text from files and other programs safe to print on a terminal.
 #pragma once
 
 #include <string>
 
 namespace tool {
 
-// The text as it is to be printed to a stream of this descriptor: on a terminal, characters that
-// would do something there, such as moving the cursor, are shown as escapes like \x1b.
+// Returns the text to print to this descriptor. If that is a terminal, control characters other
+// than newline and tab become escapes such as \x1b, and invalid UTF-8 becomes U+FFFD.
 std::string printable(const std::string& text, int descriptor);
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// How long a command may take.
+// Time limits of commands.
 #pragma once
 
 #include <algorithm>
@@ -8,9 +8,10 @@ namespace tool {
 
 using Seconds = std::chrono::duration<double>;
 
-// How long a command waits unless told otherwise.
+// How long a command waits by default.
 constexpr Seconds usualTimeout{60};
 
+// A moment that is a timeout away from the construction.
 class TimeLimit {
  public:
   explicit TimeLimit(Seconds timeout)
@@ -18,6 +19,7 @@ class TimeLimit {
              std::chrono::duration_cast<std::chrono::steady_clock::duration>(timeout)) {}
 
   std::chrono::steady_clock::time_point end() const { return end_; }
+  // Returns the time left, 0 once the limit has passed.
   Seconds left() const {
     return std::max(Seconds(end_ - std::chrono::steady_clock::now()), Seconds::zero());
   }

@@ -23,7 +23,7 @@ namespace {
 }  // namespace
 
 platform::DataRef openUserFile(const std::string& path) {
-  // Not blocking: opening a pipe must not wait for a writer.
+  // O_NONBLOCK, because opening a pipe would wait for a writer.
   platform::backend::FileDescriptor descriptor(
       open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
@@ -47,7 +47,7 @@ void checkUserFileIsWritable(const std::string& path) {
   const std::filesystem::path file(path);
   if (path.empty()) throw Failure("cannot write a file without a name");
   if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
-    throw Failure("cannot write " + path + ": there is something that is not a regular file");
+    throw Failure("cannot write " + path + ": not a regular file");
   }
   const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
   if (access(folder.c_str(), W_OK | X_OK) != 0) fail("write", path);
@@ -55,7 +55,7 @@ void checkUserFileIsWritable(const std::string& path) {
 
 void writeUserFile(const std::string& path, const platform::backend::FileDescriptor& contents) {
   std::error_code error;
-  // What a link points at is replaced, not the link.
+  // Replaces the target of a link instead of the link.
   std::filesystem::path target = std::filesystem::canonical(path, error);
   if (error) target = std::filesystem::absolute(path);
   const platform::backend::FileDescriptor folder(

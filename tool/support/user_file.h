@@ -1,4 +1,4 @@
-// Files that the user names on the command line, anywhere on the machine.
+// Files outside of the device folder that the user names on the command line.
 #pragma once
 
 #include <string>
@@ -8,16 +8,17 @@
 
 namespace tool {
 
-// The contents of a regular file, which stay there until they are read. Throws Failure with the
-// reason.
+// Opens a regular file. Its bytes stay in the file and are read when needed. Throws Failure with
+// the reason if it cannot be opened.
 platform::DataRef openUserFile(const std::string& path);
+// Returns the contents of a regular file. Throws as above.
 std::string readUserText(const std::string& path);
 
-// Throws Failure if the file cannot be written, as far as that can be known before.
+// Throws Failure if the file clearly cannot be written, so that a command fails before its work.
 void checkUserFileIsWritable(const std::string& path);
 
-// Replaces the file, or the one that a link of this name points at, by a copy of another, or leaves
-// it as it was; throws Failure with the reason.
+// Replaces the file, or the target of a link, with a copy of contents, atomically. Throws Failure
+// with the reason if it cannot, and leaves the file as it was.
 void writeUserFile(const std::string& path, const platform::backend::FileDescriptor& contents);
 
 }  // namespace tool
