@@ -1,5 +1,5 @@
-// springboard: a home screen for Linux. It draws a still wallpaper and what stands before it, loads
-// the libraries it is told to, as the hooking loader does on the device, and knows nothing of them.
+// springboard: a simulated home screen. It draws a still wallpaper with icons and loads the
+// libraries that it is given, as the hooking loader does on the device. It does not depend on them.
 
 #include <csignal>
 #include <cstdio>
@@ -45,11 +45,11 @@ constexpr int exitWrongUse = 2;
 bool busWasLost = false;
 
 void declareArguments(CLI::App& command, Arguments& arguments) {
-  command.add_option("--root", arguments.root, "folder that holds the device's files")
+  command.add_option("--root", arguments.root, "device folder")
       ->required()
       ->check(CLI::ExistingDirectory);
-  command.add_option("--bus", arguments.bus, "address of the device's message bus")->required();
-  command.add_option("--library", arguments.libraries, "library to load into the home screen")
+  command.add_option("--bus", arguments.bus, "address of the device's D-Bus daemon")->required();
+  command.add_option("--library", arguments.libraries, "library to load into the process")
       ->check(CLI::ExistingFile);
   host::addHostOptions(command, arguments.host);
 }
@@ -62,7 +62,7 @@ void loadLibraries(const std::vector<std::string>& libraries) {
   }
 }
 
-// Ends the run loop on the signals by which people and programs end processes.
+// Stops the run loop on SIGINT, SIGTERM and SIGHUP.
 void stopOnSignals() {
   static const auto signals = platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
   const int descriptor = signals.get();
@@ -85,7 +85,7 @@ void runHomeScreen(const Arguments& arguments) {
   platform::backend::setDeviceRoot(arguments.root);
   stopOnSignals();
   openBus(arguments.bus);
-  // They live until the process ends: blocks of the libraries may speak to them until then.
+  // Never deleted, because blocks of the libraries may use them until the process ends.
   auto* springBoard = new host::SpringBoard(arguments.host);
   auto* control = new host::ControlService(*springBoard);
   loadLibraries(arguments.libraries);
@@ -104,7 +104,7 @@ void runHomeScreen(const Arguments& arguments) {
       RunLoop::main().turn(std::nullopt);
       control->runJobs();
     } catch (const std::bad_alloc&) {
-      // What could not be done for want of memory is left undone.
+      // The work that ran out of memory is dropped.
       platform::backend::noteOutOfMemory();
     }
     if (!isVisibilityReported && platform::backend::pendingBackgroundOperations() == 0) {
@@ -112,11 +112,11 @@ void runHomeScreen(const Arguments& arguments) {
       isVisibilityReported = true;
     }
   }
-  if (busWasLost) throw std::runtime_error("the message bus has gone away");
+  if (busWasLost) throw std::runtime_error("the D-Bus daemon has ended");
 }
 
 int parseAndRun(int argc, char** argv) {
-  CLI::App command("A home screen for Linux. Usually started by `lumora run`.", "springboard");
+  CLI::App command("Simulates a phone's home screen. `lumora run` starts it.", "springboard");
   Arguments arguments;
   declareArguments(command, arguments);
   try {
@@ -138,7 +138,7 @@ int main(int argc, char** argv) {
   } catch (const std::exception& error) {
     std::fprintf(stderr, "springboard: %s\n", error.what());
   }
-  // Work that still runs in the background is not waited for; it must not meet a process half gone.
+  // Background work may still run and must not use destroyed statics, so skip their destructors.
   if (platform::backend::pendingBackgroundOperations() > 0) std::_Exit(code);
   return code;
 }

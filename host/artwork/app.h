@@ -1,5 +1,4 @@
-// The drawing of an opened app, which hides everything behind it. Units are points; the result is
-// opaque.
+// Draws an open app. Units are points; the result is opaque.
 #pragma once
 
 #include <cairo.h>
@@ -8,8 +7,8 @@
 
 namespace artwork {
 
-// Covers the full screen {0, 0, size} with a journal: a heading and a list of short entries. The
-// top of the screen is dark and free, so that a white status bar fits there; it shows no clock.
+// Fills the screen {0, 0, size} with a journal: a heading and a list of short entries. The top is
+// dark and empty, so that a white status bar is readable there.
 void drawApp(cairo_t* context, Size size);
 
 }  // namespace artwork

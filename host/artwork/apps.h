@@ -1,4 +1,4 @@
-// The apps of the home screen, all invented: their names, symbols and colors.
+// The invented apps of the home screen: their names, symbols and colors.
 #pragma once
 
 #include <span>
@@ -13,13 +13,13 @@ namespace artwork {
 struct App {
   const char* name;
   Glyph glyph;
-  // The colors of the icon's plate at its top and its bottom.
+  // The colors at the top and the bottom of the icon's plate.
   Color top;
   Color bottom;
   Color glyphColor = white;
 };
 
-// A pad's dock holds more apps than a phone's; the grid has those that are not in the dock.
+// Return the apps of the dock, of which a pad has more, and all other apps. The apps are constants.
 std::span<const App> dockApps(host::Idiom idiom);
 std::span<const App> gridApps(host::Idiom idiom);
 

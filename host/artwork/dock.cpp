@@ -8,14 +8,14 @@ namespace artwork {
 namespace {
 
 constexpr double plateMargin = 8;
-// Of the plate's thickness.
+// As a part of the plate's thickness.
 constexpr double cornerShare = 0.3;
 constexpr double plateAlpha = 0.24;
 constexpr double rimWidth = 0.75;
 constexpr double padGap = 22;
-// Of an icon's side. Icons become smaller where there is no room for such gaps.
+// As a part of an icon's side. Icons shrink if there is no room for such gaps.
 constexpr double minGapShare = 0.2;
-// A sideways phone's status bar runs across the end of the dock, which keeps clear of it.
+// The status bar of a phone on its side covers the end of the dock, so nothing is drawn there.
 constexpr double columnEndMargin = 36;
 
 struct Strip {
@@ -57,7 +57,7 @@ void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
                               : Rect{start, plateMargin, length, thickness});
   const double side = std::min(iconSide(idiom), length / (count * (1 + minGapShare)));
   const double across = (strip.thickness - side) / 2;
-  // A phone's icons spread over the whole strip, so that they stand below the grid's columns.
+  // On a phone the icons spread over the whole strip, to line up with the grid's columns.
   const bool isAligned = !isColumn && idiom == host::Idiom::Phone;
   for (int index = 0; index < count; ++index) {
     const double along = isAligned ? spreadOffset(index, count, side, strip.length)

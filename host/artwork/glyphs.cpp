@@ -11,7 +11,7 @@ namespace {
 constexpr double gridSide = 24;
 constexpr double strokeWidth = 1.9;
 
-// Strokes and fills on the grid; angles are in degrees, clockwise from the right.
+// Strokes and fills shapes on the grid. Angles are in degrees, clockwise from the right.
 class Pen {
  public:
   explicit Pen(cairo_t* context) : context_(context) {

@@ -1,5 +1,5 @@
-// Line symbols of a single color, all drawn with one stroke weight on the same 24 by 24 grid.
-// Units are points; the background is transparent.
+// Draws line symbols of one color, with one stroke weight on the same 24 by 24 grid. Units are
+// points; the background is transparent.
 #pragma once
 
 #include <cairo.h>
@@ -33,7 +33,7 @@ enum class Glyph {
   Wallet,
 };
 
-// Draws the glyph in one color, as large as fits into a square around its center.
+// Draws the glyph in one color into a square around center.
 void drawGlyph(cairo_t* context, Glyph glyph, Point center, double side, const Color& color);
 
 }  // namespace artwork

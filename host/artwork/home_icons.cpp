@@ -10,10 +10,10 @@ namespace {
 struct GridStyle {
   int uprightColumns;
   int wideColumns;
-  // From one row to the next.
+  // The distance from one row to the next.
   double minPitch;
   double maxPitch;
-  // Above the first row.
+  // The space above the first row.
   double top;
   double labelSize;
 };
@@ -21,7 +21,7 @@ struct GridStyle {
 constexpr GridStyle phoneGrid{4, 6, 88, 108, 22, 11.5};
 constexpr GridStyle padGrid{5, 6, 120, 190, 48, 13};
 
-// From the icon to the label's baseline, in label sizes.
+// The distance from the icon to the label's baseline, in label sizes.
 constexpr double labelDrop = 1.45;
 constexpr double dotsHeight = 30;
 constexpr double dotRadius = 3.2;

@@ -1,4 +1,4 @@
-// The drawing of the icons on the home screen. Units are points; the background is transparent.
+// Draws the icons of the home screen. Units are points; the background is transparent.
 #pragma once
 
 #include <cairo.h>
@@ -10,7 +10,7 @@ namespace artwork {
 
 // Fills {0, 0, area} with a grid of labeled app icons and, at its bottom center, the page dots.
 // area: the part of the screen between the status bar and the dock. An upright phone has four
-// columns; a wider area has more columns and fewer rows; a pad has larger icons and gaps.
+// columns; wider areas have more columns and fewer rows, and pads have larger icons and gaps.
 void drawHomeIcons(cairo_t* context, Size area, host::Idiom idiom);
 
 }  // namespace artwork

@@ -1,4 +1,5 @@
-// An app's icon and its place in a row. Units are points; the background is transparent.
+// Draws an app's icon and computes its place in a row. Units are points; the background is
+// transparent.
 #pragma once
 
 #include <cairo.h>
@@ -9,15 +10,14 @@
 
 namespace artwork {
 
-// The side of an icon on a phone or a pad.
+// Returns the side of an icon.
 double iconSide(host::Idiom idiom);
 
-// Where an item begins, given its index, when count items are spread over a length with equal gaps
-// between and around them. side: the length of an item. Grid and dock share this rule, so that
-// their columns line up.
+// Returns where item index begins if count items of length side are spread over a length with equal
+// gaps between and around them. Grid and dock share this rule, so that their columns line up.
 double spreadOffset(int index, int count, double side, double length);
 
-// Draws the app's icon without its name: a rounded plate with a soft shadow, and the symbol.
+// Draws the app's icon without its name: a symbol on a rounded plate with a soft shadow.
 void drawIcon(cairo_t* context, const App& app, Point topLeft, double side);
 
 }  // namespace artwork

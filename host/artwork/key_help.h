@@ -1,4 +1,4 @@
-// The drawing of the list of the window's keys. Units are points; the background is transparent.
+// Draws the list of the window's keys. Units are points; the background is transparent.
 #pragma once
 
 #include <cairo.h>

@@ -9,14 +9,14 @@
 namespace artwork {
 namespace {
 
-// Of the screen's shorter side.
+// As a part of the screen's shorter side.
 constexpr double clockShare = 0.235;
 constexpr double minClock = 72;
 constexpr double maxClock = 132;
-// Of the clock's size.
+// As a part of the clock's size.
 constexpr double dateShare = 0.2;
 constexpr double minDate = 17;
-// The clock's baseline, of the screen's height.
+// The clock's baseline, as a part of the screen's height.
 constexpr double uprightTop = 0.2;
 constexpr double wideTop = 0.36;
 

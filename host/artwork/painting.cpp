@@ -13,7 +13,7 @@ using Pattern = std::unique_ptr<cairo_pattern_t, decltype(&cairo_pattern_destroy
 // A corner takes up to this many radii of each side: with more the sides look bulged, with less
 // the corners are plain arcs.
 constexpr double cornerReach = 1.5;
-// Lengths of the Bézier handles, in parts of the corner: those of an arc and of a long corner.
+// Lengths of the Bézier handles, as parts of the corner: of an arc and of a long corner.
 constexpr double arcHandle = 0.5523;
 constexpr double longHandle = 0.75;
 
@@ -22,7 +22,7 @@ constexpr double plateShadowAlpha = 0.035;
 
 constexpr int shadowCopyCount = 8;
 constexpr double shadowAlpha = 0.08;
-// Of the type size, up to a limit, because the copies must overlap.
+// As a part of the type size, up to a limit, because the copies must overlap.
 constexpr double textShadowShare = 0.2;
 constexpr double maxTextShadow = 2.6;
 
@@ -32,7 +32,7 @@ void addStop(cairo_pattern_t* pattern, double offset, const Color& color) {
 }
 
 const char* familyOf(Weight weight) {
-  // Cairo itself knows two weights only, but the font's other weights are families too.
+  // Cairo has two weights only, but the font's other weights are also families.
   switch (weight) {
     case Weight::ExtraLight:
       return "Inter Extra Light";

@@ -1,5 +1,5 @@
-// What all drawings of the artwork share: colors, rounded shapes, gradients and text.
-// Units are points. Nothing here has a background of its own.
+// Colors, rounded shapes, gradients and text for all drawings. Units are points. Everything draws
+// on the context's current target and keeps what it does not cover.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ struct Point {
   double y;
 };
 
-// Components from 0 to 1; alpha is not multiplied into the others.
+// Components from 0 to 1, not premultiplied.
 struct Color {
   double red;
   double green;
@@ -27,7 +27,7 @@ struct Color {
   constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
 };
 
-// A color from 0xRRGGBB.
+// Returns the opaque color 0xRRGGBB.
 constexpr Color rgb(unsigned hex) {
   return {(hex >> 16 & 0xff) / 255.0, (hex >> 8 & 0xff) / 255.0, (hex & 0xff) / 255.0};
 }
@@ -47,7 +47,7 @@ class SavedState {
   cairo_t* context_;
 };
 
-// A color of a gradient; the offset runs from 0 to 1.
+// A color of a gradient. offset: from 0 to 1.
 struct Stop {
   double offset;
   Color color;
@@ -55,17 +55,17 @@ struct Stop {
 
 void setSource(cairo_t* context, const Color& color);
 void setLinearSource(cairo_t* context, Point from, Point to, std::initializer_list<Stop> stops);
-// From the inner color at center to fully transparent at radius, without a visible rim.
+// Sets a gradient from the inner color at center to transparent at radius, without a visible edge.
 void setGlowSource(cairo_t* context, Point center, double radius, const Color& inner);
 
-// Both append to the current path. The rounded rectangle's curvature grows continuously from the
-// sides into the corners where there is room for it; a radius of half the height gives a capsule.
+// Append a shape to the current path. The curvature of the rounded rectangle grows continuously
+// from the sides into the corners if there is room; a radius of half the height gives a capsule.
 void addRoundedRect(cairo_t* context, const Rect& rect, double radius);
 void addCircle(cairo_t* context, Point center, double radius);
 
 void fillRoundedRect(cairo_t* context, const Rect& rect, double radius, const Color& color);
 void fillCircle(cairo_t* context, Point center, double radius, const Color& color);
-// The soft shadow that a plate casts below itself. reach: its width.
+// Draws the soft shadow below a plate. reach: the width of the shadow.
 void drawPlateShadow(cairo_t* context, const Rect& rect, double radius, double reach);
 
 enum class Weight { ExtraLight, Medium, SemiBold };
@@ -78,17 +78,17 @@ struct TextStyle {
   Align align = Align::Left;
 };
 
-// One line of text; the origin lies on the baseline, at the side that the style is aligned to.
+// Draws one line of text. origin: on the baseline, at the side that the style aligns to.
 void drawText(cairo_t* context, const std::string& text, Point origin, const TextStyle& style);
-// The same over a soft dark shadow, readable in front of any picture.
+// Draws the same with a soft dark shadow, so that it is readable on any image.
 void drawShadowedText(cairo_t* context, const std::string& text, Point origin,
                       const TextStyle& style);
-// The text, shortened with an ellipsis if it is wider than this.
+// Returns the text, shortened with an ellipsis if it is wider than width.
 std::string fittedText(cairo_t* context, const std::string& text, const TextStyle& style,
                        double width);
 
-// Calls draw once for each faint copy that makes up a soft shadow: the context is moved, and shade
-// is the color to draw in. reach: how far the copies are moved.
+// Draws a soft shadow of many faint copies: calls draw for each, with the context moved by up to
+// reach and the color to draw in.
 void drawShadowCopies(cairo_t* context, double reach,
                       const std::function<void(const Color& shade)>& draw);
 

@@ -13,14 +13,14 @@ constexpr double minType = 12;
 constexpr double maxType = 16;
 constexpr double marginShare = 0.6;
 constexpr double minMargin = 16;
-// Of the type size.
+// As a part of the type size.
 constexpr double capHeight = 0.727;
 constexpr double shadowShare = 0.13;
 
 constexpr int signalBarCount = 4;
 constexpr double charge = 0.78;
 
-// The symbols' measures are in units of their common height; the corner is the top right one.
+// The symbols are measured in units of their common height, from the top right corner.
 void drawBattery(cairo_t* context, Point corner, double unit, const Color& color) {
   const double line = 0.1 * unit;
   const Rect body{corner.x - 2.15 * unit, corner.y, 1.95 * unit, unit};

@@ -11,12 +11,12 @@
 namespace artwork {
 namespace {
 
-// The top edge of a layer. Vertical measures follow the screen's height; waves follow the
-// unit, which is made of both sides, so that they are as steep on a wide screen as on a high one.
+// The top edge of a layer. Vertical positions scale with the screen's height. Waves scale with the
+// unit, which combines both sides, so that they are as steep on a wide screen as on a tall one.
 struct Wave {
-  // Of the height.
+  // As a part of the height.
   double base;
-  // Both of the unit.
+  // As parts of the unit.
   double amplitude;
   double length;
   double phase;
@@ -26,13 +26,13 @@ struct Layer {
   Wave wave;
   Color crest;
   Color foot;
-  // From crest to foot, of the unit.
+  // From crest to foot, as a part of the unit.
   double depth;
 };
 
 constexpr double stepWidth = 4;
 constexpr int grainSide = 128;
-// Zero included; the strongest is 2 of 255.
+// The number of strengths including 0; the strongest is 2 of 255.
 constexpr std::uint32_t grainLevels = 3;
 
 double unitOf(Size size) {
@@ -41,7 +41,7 @@ double unitOf(Size size) {
 
 double heightOf(const Wave& wave, Size size, double x) {
   const double unit = unitOf(size);
-  // Measured from the middle, so that it shows the same motif at every aspect ratio.
+  // Measured from the middle, so that every aspect ratio shows the same motif.
   const double turn =
       2 * std::numbers::pi * (x - size.width / 2) / (wave.length * unit) + wave.phase;
   const double shape = std::sin(turn) + 0.4 * std::sin(2.17 * turn + 1.3 * wave.phase);
@@ -184,7 +184,7 @@ Surface makeGrain() {
   return grain;
 }
 
-// Eight bits per channel are too few for wide dark gradients: grain hides the bands.
+// Wide dark gradients show bands with eight bits per channel; grain hides them.
 void addGrain(cairo_t* context, Size size) {
   const SavedState saved(context);
   const Surface grain = makeGrain();

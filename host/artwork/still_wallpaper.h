@@ -1,5 +1,5 @@
-// The drawing of the still wallpapers, which animated ones replace: three related landscapes of
-// soft layers at dusk, for any aspect ratio. Units are points; the result is opaque.
+// Draws the still wallpapers, which are shown without a GIF: three related landscapes at dusk, for
+// any aspect ratio. Units are points; the result is opaque.
 #pragma once
 
 #include <cairo.h>
@@ -9,7 +9,7 @@
 namespace artwork {
 
 enum class Still {
-  // Layered hills under a low sun; lock and home screen show the same picture.
+  // Layered hills under a low sun, for both screens.
   Shared,
   // A starry night with a moon above misty ridges.
   LockScreen,
@@ -17,7 +17,7 @@ enum class Still {
   HomeScreen,
 };
 
-// Covers {0, 0, size} with the landscape.
+// Fills {0, 0, size} with the landscape.
 void drawStillWallpaper(cairo_t* context, Size size, Still still);
 
 }  // namespace artwork

@@ -1,14 +1,15 @@
-// How the home screen is reached on its bus.
+// The names of the home screen's remote control on its D-Bus daemon.
 #pragma once
 
 namespace host::control {
 
-// Owned from the moment the host has finished launching.
+// The host owns this name once it has finished launching.
 constexpr auto busName = "com.brightfen.lumora.SpringBoard";
 constexpr auto path = "/com/brightfen/lumora/SpringBoard";
 constexpr auto interface = "com.brightfen.lumora.SpringBoard";
 
-// Its methods. The first ones take nothing and answer when their effects are there.
+// Methods. They fail with a text for the user. Those up to rotate answer when the device has
+// settled, or after two seconds.
 namespace method {
 constexpr auto lock = "Lock";
 constexpr auto home = "Home";
@@ -16,17 +17,18 @@ constexpr auto openApp = "OpenApp";
 constexpr auto closeApp = "CloseApp";
 constexpr auto displayOn = "DisplayOn";
 constexpr auto displayOff = "DisplayOff";
-// (orientation: "portrait", "left", "right" or "upside-down")
+// (orientation: "portrait", "left", "right" or "upside-down"). Fails on a desktop.
 constexpr auto rotate = "Rotate";
-// (nanoseconds, most nanoseconds of real time); of a manual clock.
+// (nanoseconds, timeout in nanoseconds of real time). Advances the clock and answers when all
+// effects are there. Fails at the timeout, or if the clock is not manual.
 constexpr auto advance = "Advance";
-// Returns whether nothing is left to do, after two seconds at most.
+// Waits until nothing is left to do, for two seconds at most. Returns true if so.
 constexpr auto settle = "Settle";
-// Returns the report of status_report.h.
+// Returns the JSON text of status_report.h.
 constexpr auto status = "Status";
-// Returns a descriptor of a PNG file.
+// Returns a descriptor of a PNG file without a name.
 constexpr auto screenshot = "Screenshot";
-// Ends the home screen.
+// Answers and ends the home screen.
 constexpr auto stop = "Stop";
 }  // namespace method
 

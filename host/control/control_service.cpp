@@ -24,20 +24,21 @@ sdbus::Error refusal(const std::string& reason) {
   return {failure, reason};
 }
 
-// What a caller may ask for, in nanoseconds: more than anybody waits, and far from any overflow.
+// The largest time span of a call in nanoseconds: longer than any use, and far from an overflow.
 constexpr std::int64_t maxSpan = std::int64_t{1'000'000} * std::nano::den;
 
-// The bus's library is C and lets only its own errors through.
+// Turns a lack of memory into an error of the bus library, because no other exception may pass
+// through its C code.
 template <typename Work>
 auto reportingOutOfMemory(Work work) {
   try {
     return work();
   } catch (const std::bad_alloc&) {
-    throw refusal("it ran out of memory");
+    throw refusal("out of memory");
   }
 }
 
-// A change of state is answered when its effects are there, but not kept waiting by long work.
+// A call that changes the state answers when its effects are there, or after this time.
 constexpr std::chrono::seconds stateLimit{2};
 
 }  // namespace
@@ -46,7 +47,7 @@ ControlService::ControlService(SpringBoard& springBoard)
     : springBoard_(springBoard),
       object_(sdbus::createObject(platform::backend::Bus::current()->listener(), control::path)) {
   if (platform::backend::Bus::current()->nameHasOwner(control::busName)) {
-    throw refusal("a home screen is running on this bus already");
+    throw refusal("a home screen is already running on this bus");
   }
   registerStates();
   registerQuestions();
@@ -102,11 +103,11 @@ void ControlService::registerQuestions() {
   add(control::method::stop, [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
 }
 
-// As a file: a picture may be larger than any message.
+// Returns a file, because a screenshot may be larger than the largest message.
 sdbus::UnixFd ControlService::screenshot() {
   springBoard_.screen().showTime();
   const int file = takeScreenshot(springBoard_.screen(), springBoard_.options().scale);
-  if (file < 0) throw refusal("there is no memory for a screenshot");
+  if (file < 0) throw refusal("not enough memory for a screenshot");
   return sdbus::UnixFd(file, sdbus::adopt_fd);
 }
 
@@ -134,11 +135,11 @@ void ControlService::whenSettled(sdbus::Result<>&& result) {
 void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
   const auto orientation = orientationNamed(name);
   if (!orientation) {
-    result.returnError(refusal("there is no such orientation"));
+    result.returnError(refusal("no such orientation"));
     return;
   }
   if (springBoard_.options().display == DisplayKind::Desktop) {
-    result.returnError(refusal("a desktop does not turn"));
+    result.returnError(refusal("a desktop cannot be rotated"));
     return;
   }
   springBoard_.rotate(*orientation);
@@ -152,7 +153,7 @@ void ControlService::advance(sdbus::Result<>&& result, std::int64_t nanoseconds,
     return;
   }
   if (std::min(nanoseconds, timeout) < 0 || std::max(nanoseconds, timeout) > maxSpan) {
-    result.returnError(refusal("there is no such span of time"));
+    result.returnError(refusal("no such span of time"));
     return;
   }
   const auto limit = RunLoop::Clock::now() + std::chrono::nanoseconds(timeout);

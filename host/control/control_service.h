@@ -1,4 +1,4 @@
-// Remote control of the home screen: its methods on the bus. Main thread.
+// Serves the methods of control_names.h on the bus. Main thread.
 #pragma once
 
 #include <deque>
@@ -14,13 +14,15 @@ namespace host {
 
 class ControlService {
  public:
-  // Needs an open bus. Throws sdbus::Error if another home screen serves there already.
+  // Requires an open bus (platform::backend::Bus). springBoard must outlive this object. Throws
+  // sdbus::Error if another home screen is running on the bus.
   explicit ControlService(SpringBoard& springBoard);
 
-  // Makes the home screen known on the bus: from now on it counts as launched.
+  // Takes the home screen's name on the bus, which tells clients that it has launched.
   void announce();
 
-  // Does what was asked for and takes time. To be called between turns of the run loop.
+  // Runs the calls that wait for something. Call it between turns of the run loop, because they
+  // turn it, too.
   void runJobs();
 
  private:
@@ -30,7 +32,7 @@ class ControlService {
   void addJob(std::function<void()> job);
   void whenSettled(sdbus::Result<>&& result);
   void rotate(sdbus::Result<>&& result, const std::string& name);
-  // Both in nanoseconds; gives up once the timeout has passed.
+  // Both numbers are in nanoseconds.
   void advance(sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout);
 
   SpringBoard& springBoard_;

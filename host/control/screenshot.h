@@ -1,4 +1,4 @@
-// Pictures of the screen. Main thread.
+// Draws the screen and saves screenshots. Main thread.
 #pragma once
 
 #include <cairo.h>
@@ -7,13 +7,13 @@
 
 namespace host {
 
-// Draws the screen over a surface, scale pixels to the point: all of it, or a part in pixels.
+// Draw the screen, or a part of it in pixels, on an image surface. scale: pixels per point.
 void drawScreen(Screen& screen, cairo_surface_t* surface, int scale);
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const cairo_rectangle_int_t& part);
 
-// A PNG of what the screen shows now, in a file without a name whose descriptor the caller owns; -1
-// if there is no memory for it.
+// Returns a descriptor of a PNG file without a name that shows the screen; the caller owns it.
+// Returns -1 if there is not enough memory.
 int takeScreenshot(Screen& screen, int scale);
 
 }  // namespace host

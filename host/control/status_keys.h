@@ -1,11 +1,11 @@
-// The keys of the JSON object that the host answers to `Status` (status_report.h).
+// The keys of the JSON object that the method Status returns.
 #pragma once
 
 namespace host::status {
 
 // "locked", "home", "app" or "off".
 constexpr auto screen = "screen";
-// Whether something outside of the home screen hides it: windows, a locked session.
+// True if something outside of the home screen hides it, such as windows or a locked session.
 constexpr auto covered = "covered";
 // "portrait", "left", "right" or "upside-down".
 constexpr auto orientation = "orientation";
@@ -13,18 +13,19 @@ constexpr auto orientation = "orientation";
 constexpr auto idiom = "idiom";
 // [width, height] of the upright screen in points.
 constexpr auto size = "size";
-// Pixels a point.
+// Pixels per point.
 constexpr auto scale = "scale";
-// How often the memory did not suffice for a picture.
+// How often the process has run out of memory.
 constexpr auto outOfMemory = "out_of_memory";
-// How often the view tree was changed outside of the main thread.
+// How often the view tree was changed on another thread than the main thread.
 constexpr auto changesOffMainThread = "changes_off_main_thread";
-// An array of every view of the tree, each one before its subviews, these back to front. Each has
-// what it tells of itself, and the following two.
+// An array of all views, each before its subviews, and those from back to front. A view is an
+// object with its own description (see gifview/description_keys.h for animated views), frame and
+// visible.
 constexpr auto views = "views";
-// [x, y, width, height] in points, in the superview.
+// [x, y, width, height] in points, in the superview's coordinates.
 constexpr auto frame = "frame";
-// False if the view or one above it is hidden.
+// False if the view or one that contains it is hidden.
 constexpr auto visible = "visible";
 
 }  // namespace host::status

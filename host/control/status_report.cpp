@@ -32,7 +32,7 @@ class JsonDescription : public platform::ViewDescription {
   json& object_;
 };
 
-// A device turned to the left has its status bar at the side that was its right.
+// Turning the device to the left moves its right side to the top.
 constexpr std::pair<UIInterfaceOrientation, const char*> orientationNames[] = {
     {UIInterfaceOrientation::Portrait, "portrait"},
     {UIInterfaceOrientation::PortraitUpsideDown, "upside-down"},

@@ -10,6 +10,7 @@ namespace host {
 // Returns a JSON object with the keys of status_keys.h.
 std::string statusReport(SpringBoard& springBoard);
 
+// Returns "portrait", "left", "right" or "upside-down".
 const char* orientationName(platform::UIInterfaceOrientation orientation);
 // Returns nothing if the name is unknown.
 std::optional<platform::UIInterfaceOrientation> orientationNamed(const std::string& name);

@@ -44,12 +44,12 @@ struct DesktopCover::Impl {
   void look();
   bool isFullyCovered();
   bool isSaverOn();
-  // The windows directly on the root, from the lowest up, above the one that holds ours.
+  // Returns the top-level windows above our own, from the lowest up.
   std::vector<Window> windowsAbove();
   Window topLevel();
   void subtract(cairo_region_t* seen, Window window);
   void subtractOpaqueRegion(cairo_region_t* seen, Window window, int x, int y);
-  // The 32-bit numbers of a window's property; none if it has no such property.
+  // Returns the 32-bit numbers of a window's property, or none if it has no such property.
   std::vector<unsigned long> numbers(Window window, const char* property);
 
   const Window window_;
@@ -93,7 +93,7 @@ bool DesktopCover::Impl::handleEvents() {
     XNextEvent(display_, &event);
     handled = true;
   }
-  // Looking asks the server, which may bring further events in.
+  // After the loop, because requests to the server may add events to the queue.
   if (handled) look();
   return handled;
 }
@@ -119,7 +119,7 @@ bool DesktopCover::Impl::isFullyCovered() {
   return cairo_region_is_empty(seen.get()) != 0;
 }
 
-// A window manager may have put the window into a frame of its own.
+// Returns our window, or the frame into which a window manager has put it.
 Window DesktopCover::Impl::topLevel() {
   for (Window window = window_;;) {
     Window root = 0;
@@ -167,7 +167,7 @@ void DesktopCover::Impl::subtract(cairo_region_t* seen, Window window) {
   cairo_region_subtract_rectangle(seen, &frame);
 }
 
-// Of a window that may be seen through, only what it says itself is opaque.
+// A window with transparency hides only the region that it declares opaque.
 void DesktopCover::Impl::subtractOpaqueRegion(cairo_region_t* seen, Window window, int x, int y) {
   const auto region = numbers(window, "_NET_WM_OPAQUE_REGION");
   for (std::size_t at = 0; at + 4 <= region.size(); at += 4) {

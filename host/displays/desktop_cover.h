@@ -1,5 +1,5 @@
-// Whether anything of the desktop can be seen: not while other windows cover the whole of it, and
-// not while the X server's screen saver runs. Main thread.
+// Finds out if the desktop can be seen. It cannot while other windows cover all of it or the X
+// server's screen saver runs. Main thread.
 #pragma once
 
 #include <functional>
@@ -9,8 +9,8 @@ namespace host {
 
 class DesktopCover {
  public:
-  // Watches what stands before the window with this X11 number. changed is called when isCovered
-  // may give something else than before. Throws std::runtime_error without an X11 screen.
+  // Watches the windows above the window with this X11 number. Calls changed when isCovered
+  // changes. Throws std::runtime_error if there is no X11 screen.
   DesktopCover(unsigned long window, std::function<void()> changed);
   ~DesktopCover();
   DesktopCover(const DesktopCover&) = delete;

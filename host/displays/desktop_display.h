@@ -1,5 +1,5 @@
-// The screen on the X11 desktop: behind all windows, and resting while nobody can see it. Main
-// thread.
+// Shows the screen on the X11 desktop, behind all windows. It counts as covered while the desktop
+// cannot be seen or the session is locked or inactive. Main thread.
 #pragma once
 
 #include "host/displays/desktop_cover.h"
@@ -10,7 +10,8 @@ namespace host {
 
 class DesktopDisplay {
  public:
-  // Throws std::runtime_error, with the reason, if there is no X11 screen.
+  // springBoard must outlive this object. Throws std::runtime_error, with the reason, if there is
+  // no X11 screen.
   explicit DesktopDisplay(SpringBoard& springBoard);
 
  private:

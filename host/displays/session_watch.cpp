@@ -13,7 +13,7 @@ namespace {
 
 using platform::backend::RunLoop;
 
-// What does not answer in this time is done without: the main thread waits for it.
+// The main thread waits for answers, so this is short.
 constexpr std::chrono::milliseconds maxAnswerTime{500};
 
 constexpr auto loginService = "org.freedesktop.login1";
@@ -36,7 +36,7 @@ std::string sessionName() {
 }  // namespace
 
 SessionWatch::SessionWatch(std::function<void()> changed) : changed_(std::move(changed)) {
-  // Neither bus is needed: a desktop without them is always looked at.
+  // Without a bus, the user is never away as far as that bus could tell.
   try {
     watchSession();
   } catch (const sdbus::Error&) {

@@ -1,5 +1,5 @@
-// Whether the person is away from the desktop session: it is locked, another session is in front,
-// or the desktop's own screen saver is on. Main thread.
+// Finds out if the user has left the desktop session: it is locked, another session is active, or
+// the desktop's screen saver is on. Main thread.
 #pragma once
 
 #include <functional>
@@ -12,9 +12,8 @@ namespace host {
 
 class SessionWatch {
  public:
-  // Listens to the session manager on the system's bus and to screen savers on the user's. Where
-  // there is none of them, nobody ever counts as away. changed is called when isAway may give
-  // something else than before.
+  // Listens to the session manager on the system bus and to screen savers on the session bus.
+  // Without them isAway stays false. Calls changed when isAway may have changed.
   explicit SessionWatch(std::function<void()> changed);
   ~SessionWatch();
   SessionWatch(const SessionWatch&) = delete;
@@ -23,7 +22,7 @@ class SessionWatch {
   bool isAway() const { return isLocked_ || !isActive_ || isSaverOn_; }
 
  private:
-  // A bus whose messages the run loop waits for.
+  // A bus whose messages the run loop handles.
   struct Connection {
     std::unique_ptr<sdbus::IConnection> bus;
     std::vector<std::unique_ptr<sdbus::IProxy>> proxies;

@@ -80,10 +80,10 @@ struct WindowDisplay::Impl {
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw(bool isAll);
-  // Where to draw what the window is to show: its own surface, or one beside it if that has not 8
-  // bits for each color. nullptr if there is none.
+  // Returns the surface to draw on: the window's own or, if that does not have 8 bits per color, a
+  // converted one. Returns nullptr if there is no memory for it.
   SDL_Surface* canvas(SDL_Surface& shown);
-  // Whether the window has turned.
+  // Resizes the window after a rotation. Returns true if the size has changed.
   bool fitToScreen();
   std::optional<SDL_Rect> changedPart(const SDL_Surface& pixels) const;
 
@@ -91,7 +91,7 @@ struct WindowDisplay::Impl {
   SDL_Window* window = nullptr;
   int width = 0;
   int height = 0;
-  // Until it has been done.
+  // True until the whole window has been drawn.
   bool mustDrawAll = true;
   const void* drawnPixels = nullptr;
   std::unique_ptr<SDL_Surface, FreeSurface> converted;
@@ -115,7 +115,7 @@ WindowDisplay::Impl::~Impl() {
 }
 
 void WindowDisplay::Impl::open() {
-  // Only of an X11 connection can the run loop wait for events and other things at once.
+  // X11, because the run loop can wait for its connection.
   SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11");
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
@@ -124,8 +124,8 @@ void WindowDisplay::Impl::open() {
   ignoreX11Errors();
   if (isDesktop()) SDL_SetHint(SDL_HINT_X11_WINDOW_TYPE, "_NET_WM_WINDOW_TYPE_DESKTOP");
   const int place = isDesktop() ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
-  // Mapped by hand: SDL would wait for the window to appear, for ever if a window manager that is
-  // just starting swallows the news.
+  // Created hidden and mapped below, because SDL would wait for the window to appear: forever, if a
+  // window manager that is just starting drops the event.
   const auto flags =
       SDL_WINDOW_HIDDEN | (isDesktop() ? SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR : 0);
   window = SDL_CreateWindow(
@@ -133,13 +133,13 @@ void WindowDisplay::Impl::open() {
       springBoard.options().height * springBoard.options().scale, static_cast<Uint32>(flags));
   if (window == nullptr) fail();
   const auto& x11 = systemInfo().info.x11;
-  // SDL shows nothing on such a screen, and does not say so.
+  // SDL draws nothing on such a screen and reports no error.
   constexpr int depthOfDeepColor = 30;
   if (DefaultDepth(x11.display, DefaultScreen(x11.display)) == depthOfDeepColor) {
-    fail("screens of 30 bits are not supported, those of 16 and 24 are");
+    fail("screens of 30 bits are not supported, only those of 16 and 24");
   }
   XMapWindow(x11.display, x11.window);
-  // Where no window manager keeps it there.
+  // For the case that no window manager does.
   if (isDesktop()) XLowerWindow(x11.display, x11.window);
   XFlush(x11.display);
   RunLoop::main().addSource(XConnectionNumber(x11.display), [this] { return handleEvents(); });
@@ -197,7 +197,6 @@ void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {
   }
 }
 
-// The window turns with the device.
 bool WindowDisplay::Impl::fitToScreen() {
   const platform::CGSize size = springBoard.screen().size();
   const int scale = springBoard.options().scale;
@@ -210,7 +209,7 @@ bool WindowDisplay::Impl::fitToScreen() {
   return true;
 }
 
-// In whole pixels, those on the border included.
+// Returns the changed part in pixels, including those that are partly in it.
 std::optional<SDL_Rect> WindowDisplay::Impl::changedPart(const SDL_Surface& pixels) const {
   const auto damage = platform::backend::takePictureDamage(springBoard.screen().root());
   if (!damage) return std::nullopt;
@@ -242,7 +241,7 @@ void WindowDisplay::Impl::draw(bool isAll) {
   SDL_Surface* pixels = shown == nullptr ? nullptr : canvas(*shown);
   if (pixels == nullptr) return;
   const auto changed = changedPart(*pixels);
-  // A surface that the window has made anew is empty.
+  // A new surface of the window is empty.
   mustDrawAll = mustDrawAll || shown->pixels != drawnPixels;
   auto part = mustDrawAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
   if (!part) return;

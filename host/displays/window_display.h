@@ -1,5 +1,5 @@
-// The screen in a window: one of its own, with the usual keys of a phone simulator, or the one
-// behind all others on the desktop. Main thread.
+// Shows the screen in an X11 window: a normal one that takes keys, or one behind all others on the
+// desktop. Main thread.
 #pragma once
 
 #include <memory>
@@ -10,14 +10,14 @@ namespace host {
 
 class WindowDisplay {
  public:
-  // Opens the window and has the run loop draw into it. Throws std::runtime_error, with the reason,
-  // if there is no X11 screen to open it on.
+  // Opens the window and makes the run loop draw into it. springBoard must outlive this object.
+  // Throws std::runtime_error, with the reason, if the window cannot be opened.
   explicit WindowDisplay(SpringBoard& springBoard);
   ~WindowDisplay();
   WindowDisplay(const WindowDisplay&) = delete;
   WindowDisplay& operator=(const WindowDisplay&) = delete;
 
-  // The window's number at the X server.
+  // Returns the window's X11 number.
   unsigned long number() const;
 
  private:

@@ -1,11 +1,11 @@
-// What becomes of errors that the X server reports. Main thread.
+// Error handling for X11. Main thread.
 #pragma once
 
 namespace host {
 
-// Has all of them ignored, on every connection of the process: windows of others come and go while
-// they are asked about, spoken to or dragged from. To be called after any library that has a
-// handler of its own was initialized.
+// Ignores all X11 errors, on every connection of the process: windows of other programs may
+// disappear at any time, and a request about one then fails. Call it after the initialization of
+// libraries that install their own error handler.
 void ignoreX11Errors();
 
 }  // namespace host

@@ -1,5 +1,4 @@
-// A view whose painting is kept, so that an animation behind it does not paint it anew every time.
-// Main thread.
+// A view that keeps its painting, so that an animation behind it does not repaint it. Main thread.
 #pragma once
 
 #include <memory>
@@ -14,9 +13,9 @@ class CachedView : public platform::backend::DrawnView {
   void draw(cairo_t* context, platform::CGSize size) final;
 
  protected:
-  // Paints the whole content, which may be translucent.
+  // Paints the whole view, which may be translucent. size is in points.
   virtual void paint(cairo_t* context, artwork::Size size) = 0;
-  // To be called when paint would paint something else; a change of size is noticed by itself.
+  // Call it when paint would give a different result. A change of size needs no call.
   void forgetPainting();
 
  private:

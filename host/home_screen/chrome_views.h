@@ -1,4 +1,4 @@
-// The views in front of the wallpaper: status bar, icons, lock screen and an open app.
+// The views above the wallpaper: status bar, icons, lock screen and an open app. Main thread.
 #pragma once
 
 #include <string>

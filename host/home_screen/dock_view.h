@@ -1,4 +1,4 @@
-// The dock, and the class "SBDockView" that knows its height.
+// The dock, and the class "SBDockView" that returns its height. Main thread.
 #pragma once
 
 #include <memory>
@@ -12,14 +12,16 @@ namespace host {
 
 class DockView : public CachedView {
  public:
-  // Registers the class "SBDockView", for a dock of this thickness in points.
+  // Registers the class "SBDockView". height: the thickness of the dock in points. Call it once,
+  // before make.
   static void registerClass(platform::CGFloat height);
   static std::shared_ptr<DockView> make(Idiom idiom);
 
-  // The dock's thickness in points, asked of the class by name, as everybody in the process does.
+  // Returns the dock's thickness in points. Asks the class by name, so that a replaced method
+  // applies.
   static platform::CGFloat defaultHeight();
 
-  // Along this edge of a screen of this size.
+  // Puts the dock along an edge of a screen of this size in points.
   void layOut(platform::CGSize screen, artwork::DockEdge edge);
 
  protected:

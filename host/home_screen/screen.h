@@ -1,5 +1,4 @@
-// Everything on the screen: the tree of views, laid out for the device and its orientation. Main
-// thread.
+// The tree of views on the screen, laid out for the device and its orientation. Main thread.
 #pragma once
 
 #include <memory>
@@ -16,18 +15,19 @@ enum class ScreenState { Locked, Home, App, Off };
 
 class Screen {
  public:
-  // size: of the upright device, in points. Without chrome there is nothing but the wallpapers.
+  // size: the upright device in points. Without chrome only the wallpapers are shown.
   Screen(platform::CGSize size, Idiom idiom, bool hasChrome);
 
-  // Makes the wallpapers and lays everything out.
+  // Makes the wallpapers and lays everything out. Call it once, at launch.
   void start();
-  // Nothing of a covered screen is to be seen, whatever its state.
+  // Shows the views of this state. The wallpapers of a covered screen are hidden in every state.
   void show(ScreenState state, bool isCovered);
   void turn(platform::UIInterfaceOrientation orientation);
+  // Updates the clocks.
   void showTime();
   void toggleKeyHelp();
 
-  // Of the screen as it lies now.
+  // Returns the size in points in the current orientation.
   platform::CGSize size() const;
   platform::UIView& root() const { return *root_; }
 

@@ -78,8 +78,8 @@ void SpringBoard::show(ScreenState state) {
   keepTime();
 }
 
-// A display that draws by itself keeps its clock right while a clock is to be seen; otherwise
-// nothing wakes the process for it.
+// A window updates its clock every minute while a clock is visible. Otherwise there is no alarm, so
+// that the process can sleep.
 void SpringBoard::keepTime() {
   auto& runLoop = platform::backend::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;

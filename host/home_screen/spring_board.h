@@ -1,5 +1,5 @@
-// The home-screen application: the class "SpringBoard", and what a person or a program can make the
-// device do. Main thread.
+// The home-screen application: the class "SpringBoard", and the actions of a user or a program.
+// Main thread.
 #pragma once
 
 #include <functional>
@@ -15,28 +15,28 @@ namespace host {
 
 class SpringBoard {
  public:
-  // Sets the device up and registers the host's classes. Once.
+  // Sets the device up and registers the host's classes. Make one object per process.
   explicit SpringBoard(const HostOptions& options);
   ~SpringBoard();
   SpringBoard(const SpringBoard&) = delete;
   SpringBoard& operator=(const SpringBoard&) = delete;
 
-  // Sends the application "applicationDidFinishLaunching:". The libraries that change the host must
-  // be loaded by then.
+  // Sends the application "applicationDidFinishLaunching:". Load the libraries that change the host
+  // before that.
   void launch();
-  // Tells whoever follows the wallpapers whether they are to be seen: a library starts its
-  // wallpaper at launch without asking. To be called once what the launch has begun is done.
+  // Notifies the observers of each wallpaper if it is hidden, because a library may start a
+  // wallpaper at launch that is not shown. Call it once the work that launch has started is done.
   void reportVisibility();
 
   void lock();
-  // Unlocks, and leaves an app: both end on the home screen.
+  // Goes to the home screen, from the lock screen or from an app. Switches the display on.
   void goHome();
   void openApp();
   void closeApp();
-  // A display that is switched on shows the lock screen.
+  // Switches the display on or off. It comes on with the lock screen.
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
-  // Whether something that does not belong to the device hides the whole screen.
+  // Records if something outside of the home screen hides all of it, and hides the wallpapers then.
   void setCovered(bool isCovered);
 
   ScreenState state() const { return state_; }

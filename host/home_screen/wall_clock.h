@@ -13,11 +13,11 @@ struct TimeOfDay {
   std::string date;
 };
 
-// Now in local time. With a clock driven by hand, a fixed morning and what has been advanced since,
-// so that pictures of the screen are repeatable.
+// Returns the local time. With a manual clock, returns a fixed morning plus the time advanced since
+// launch, so that screenshots are repeatable.
 TimeOfDay timeOfDay();
 
-// How long until the time shown changes.
+// Returns the time until the minute changes.
 std::chrono::steady_clock::duration untilNextMinute();
 
 }  // namespace host

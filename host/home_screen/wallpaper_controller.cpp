@@ -25,7 +25,7 @@ class StillWallpaperView : public CachedView {
 
 }  // namespace
 
-// The instance as the object run-time sees it: instance variables at offsets.
+// The instance for the object run-time, which finds its variables by offset.
 struct WallpaperController::Object : objc_object {
   StrongIvar sharedView;
   StrongIvar lockscreenView;

@@ -1,5 +1,5 @@
-// The wallpapers of the home screen: the class "SBWallpaperController" with its one instance, and
-// the class "SBFWallpaperView" of the views that it makes.
+// The still wallpapers: the class "SBWallpaperController" with its one instance, and the class
+// "SBFWallpaperView" of its views. Main thread.
 #pragma once
 
 #include <memory>
@@ -11,7 +11,7 @@
 
 namespace host {
 
-// Which wallpapers the host shows at the moment.
+// The screens on which the wallpaper can be seen at the moment.
 struct WallpaperVisibility {
   bool onLockScreen = false;
   bool onHomeScreen = false;
@@ -19,19 +19,20 @@ struct WallpaperVisibility {
 
 class WallpaperController {
  public:
-  // Registers both classes and makes the instance, which lives as long as the process.
+  // Registers both classes and makes the instance, which lives as long as the process. Call it
+  // once.
   static void registerClasses();
   static WallpaperController& instance();
 
-  // Makes the shared wallpaper inside this view. Main thread, as all below.
+  // Makes the shared wallpaper as a subview of container.
   void start(const std::shared_ptr<platform::UIView>& container);
   void layOut(platform::CGSize screen);
   void setVisibility(WallpaperVisibility visibility);
-  // Tells the observers of every wallpaper again whether it is hidden.
+  // Sets "hidden" of every wallpaper to its value again, which notifies the observers.
   void reportVisibility();
 
-  // Redraw the wallpaper for one picture on both screens, or one on each. A change between the two
-  // makes new wallpaper views and lets the old ones die.
+  // Switch to one wallpaper for both screens, or one for each. They make new views and release the
+  // old ones, or do nothing if that is the case already.
   void updateShared();
   void updateSeparate();
 

@@ -29,7 +29,7 @@ std::vector<std::string> namesOf(const std::map<std::string, Value>& values) {
   return names;
 }
 
-// The size in pixels of the X11 screen; nothing where there is none.
+// Returns the size of the X11 screen in pixels, or nothing if there is none.
 std::optional<std::pair<int, int>> x11Screen() {
   Display* display = XOpenDisplay(nullptr);
   if (display == nullptr) return std::nullopt;
@@ -42,7 +42,7 @@ std::optional<std::pair<int, int>> x11Screen() {
 constexpr int phoneSize[] = {390, 844};
 constexpr int padSize[] = {820, 1180};
 
-// A desktop is as large as the screen, rounded up to whole points.
+// A desktop is as large as the X11 screen, rounded up to whole points.
 void chooseSize(HostOptions& options, const std::optional<std::pair<int, int>>& screen) {
   const auto& usual = options.idiom == Idiom::Pad ? padSize : phoneSize;
   options.width = usual[0];
@@ -78,7 +78,7 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
   command
       .add_option_function<std::string>(
           "--display", [&options](const std::string& name) { options.display = displays.at(name); },
-          "window, desktop (behind all windows), headless, or auto: a window if there is a screen")
+          "window, desktop (behind all windows), headless, or auto: a window if possible")
       ->check(CLI::IsMember(namesOf(displays)))
       ->type_name("auto|window|desktop|headless");
   command
@@ -106,7 +106,7 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       .add_option_function<std::string>(
           "--clock",
           [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
-          "manual: stands still until `lumora advance` moves it (headless only)")
+          "real, or manual: moved only by `lumora advance` (headless only)")
       ->check(CLI::IsMember({"real", "manual"}))
       ->type_name("real|manual");
   command.parse_complete_callback([&options] {
@@ -129,7 +129,7 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
       "--idiom",   options.idiom == Idiom::Pad ? "pad" : "phone",
       "--clock",   options.hasManualClock ? "manual" : "real",
   };
-  // A desktop is measured where it is shown, and may be larger than one can ask for.
+  // The host measures a desktop itself; it may be larger than --screen accepts.
   if (options.display != DisplayKind::Desktop) {
     arguments.emplace_back("--screen");
     arguments.push_back(std::to_string(options.width) + "x" + std::to_string(options.height));

@@ -1,5 +1,4 @@
-// How the home screen is to start. Shared by the home-screen program and the command that starts
-// it.
+// The options with which the home screen starts, for springboard and for `lumora run`.
 #pragma once
 
 #include <string>
@@ -11,16 +10,17 @@
 
 namespace host {
 
-// Auto is a window where there is a screen to show one on, else headless; once options have been
-// parsed, it is decided.
+// Auto means Window if there is an X11 screen, else Headless. Parsing replaces it by one of the
+// two.
 enum class DisplayKind { Auto, Window, Desktop, Headless };
 
-// "auto", "window", "desktop" or "headless".
+// Returns "auto", "window", "desktop" or "headless".
 std::string nameOf(DisplayKind display);
 
 struct HostOptions {
   DisplayKind display = DisplayKind::Auto;
-  // In points, of the upright device; 0 takes the kind of device's usual size.
+  // The upright device in points. Parsing replaces 0 by the usual size of the device, or by the
+  // size of the X11 screen on a desktop.
   int width = 0;
   int height = 0;
   // Pixels per point.
@@ -31,10 +31,10 @@ struct HostOptions {
   bool hasManualClock = false;
 };
 
-// Declares the options on a command line; they are filled in, and checked, when it is parsed.
+// Declares the options. Parsing checks them and fills in options, which must outlive command.
 void addHostOptions(CLI::App& command, HostOptions& options);
 
-// The options as arguments that addHostOptions takes.
+// Returns the command-line arguments that give these options.
 std::vector<std::string> hostArguments(const HostOptions& options);
 
 }  // namespace host
