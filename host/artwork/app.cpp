@@ -55,11 +55,11 @@ constexpr double gap = 12;
 constexpr double cardHeight = 92;
 constexpr double cardRadius = 16;
 constexpr double swatchInset = 12;
-// The least that a card needs.
+// A card needs at least this width.
 constexpr double minColumnWidth = 330;
 constexpr double buttonRadius = 28;
 constexpr double padScale = 1.3;
-// A pad is no narrower than this.
+// The shorter side of a pad is at least this long.
 constexpr double minPadSide = 600;
 
 void drawHeader(cairo_t* context, Size size, double height) {
