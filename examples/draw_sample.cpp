@@ -1,6 +1,6 @@
 // Draws the sample wallpaper: an evening lake among misty mountains, under a full moon. Stars
 // twinkle, mist drifts, the moon glitters on the water, a boat with a lantern rocks and fireflies
-// wander. Everything moves in whole turns of one loop, so the last frame leads into the first.
+// wander. Every motion repeats a whole number of times, so the last frame leads into the first.
 //
 // Usage: draw_sample OUT.gif
 //
@@ -26,7 +26,7 @@ constexpr int pictureWidth = 360;
 constexpr int pictureHeight = 690;
 constexpr int frameCount = 60;
 constexpr int delayCentiseconds = 8;
-// For how many frames stars and mist stand still, so that most frames stay small.
+// Stars and mist move only every so many frames, so that most frames are small.
 constexpr int skyHold = 3;
 
 constexpr double waterline = 432;
@@ -62,7 +62,7 @@ template <typename T, auto destroy>
 using Handle = std::unique_ptr<T, Destroyer<destroy>>;
 using Pattern = Handle<cairo_pattern_t, cairo_pattern_destroy>;
 
-// The same stream of numbers in [0, 1) for the same seed, on every platform.
+// A generator of numbers in [0, 1) that gives the same numbers for a seed on every platform.
 class Chance {
  public:
   explicit Chance(std::uint32_t seed) : state_(seed) {}
@@ -73,7 +73,7 @@ class Chance {
     return (bits ^ bits >> 15) / 4294967296.0;
   }
   double between(double low, double high) { return low + (high - low) * next(); }
-  // Most often close to 0, within (-1, 1).
+  // Returns a number in (-1, 1), most often close to 0.
   double bell() {
     double sum = 0;
     for (int i = 0; i < 3; ++i) sum += next();
@@ -84,7 +84,7 @@ class Chance {
   std::uint32_t state_;
 };
 
-// A swing between -1 and 1 that goes a number of whole turns a loop.
+// A swing between -1 and 1, a whole number of times per loop.
 double swing(double time, int turns, double offset) {
   return std::sin(fullTurn * (turns * time + offset));
 }
@@ -93,7 +93,7 @@ double fraction(double value) {
   return value - std::floor(value);
 }
 
-// Where in the loop a frame is, in [0, 1).
+// Returns the position of a frame in the loop, in [0, 1).
 double loopTime(int frame) {
   return static_cast<double>(frame) / frameCount;
 }
@@ -107,7 +107,7 @@ void addStop(const Pattern& pattern, double offset, const Color& color, double a
                                     alpha);
 }
 
-// A soft spot of light that fades to nothing at the edge of an ellipse.
+// Draws a soft spot of light that fades out toward the edge of an ellipse.
 void drawGlow(cairo_t* context, double x, double y, double radiusX, double radiusY,
               const Color& color, double alpha) {
   constexpr int stopCount = 8;
@@ -178,7 +178,7 @@ void drawMoon(cairo_t* context) {
   cairo_restore(context);
 }
 
-// A smooth chain of hills through random heights from 0 to 1, a new height every whole number.
+// A smooth line of hills through random heights from 0 to 1, one at every whole number.
 double hills(double position, std::uint32_t seed) {
   const auto index = static_cast<std::uint32_t>(position);
   const double left = Chance(seed + 7919 * index).next();
@@ -192,7 +192,7 @@ struct Ridge {
   double base;
   // How much peaks rise and fall.
   double relief;
-  // How far the ridge climbs to either edge of the picture.
+  // How far the ridge climbs toward the edges of the picture.
   double riseAtLeft;
   double riseAtRight;
   double wavelength;
@@ -238,7 +238,7 @@ void drawRidge(cairo_t* context, const Ridge& ridge) {
   cairo_fill(context);
 }
 
-// A stack of triangles, each half hidden by the one above it.
+// Draws a spruce: a stack of triangles, each half hidden by the one above it.
 void drawSpruce(cairo_t* context, double x, double foot, double height) {
   constexpr int tierCount = 6;
   constexpr double slimness = 0.19;
@@ -253,7 +253,7 @@ void drawSpruce(cairo_t* context, double x, double foot, double height) {
   }
 }
 
-// Spruces stand along the shore, taller toward the edges of the picture.
+// Draws spruces along the shore, taller toward the edges of the picture.
 void drawShoreForest(cairo_t* context, const Ridge& shore) {
   constexpr int spruceCount = 110;
   Chance chance(5);
@@ -266,7 +266,7 @@ void drawShoreForest(cairo_t* context, const Ridge& shore) {
   }
 }
 
-// Banks of mist: each drifts to the right, gathers and melts away, in its own part of the loop.
+// Draws banks of mist. Each drifts to the right, appears and fades, in its own part of the loop.
 void drawMist(cairo_t* context, double time, std::size_t layer) {
   constexpr int bankCount = 5;
   constexpr double drift = 46;
@@ -290,8 +290,8 @@ void drawLand(cairo_t* context, double mistTime) {
   drawShoreForest(context, ridges.back());
 }
 
-// How far, in rows, the waves bend a reflection at a place on the lake. Waves look larger and
-// slower the closer they are.
+// Returns how far, in rows, the waves bend a reflection at a place on the lake. Closer waves look
+// larger and slower.
 double waveAt(double x, double depth, double time) {
   struct Wave {
     double along;
@@ -325,9 +325,9 @@ std::uint32_t* pixelsOf(cairo_surface_t* surface) {
   return reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface));
 }
 
-// Mirrors what stands above the waterline, bent by the waves.
+// Mirrors the scene above the waterline, bent by the waves.
 void drawReflection(cairo_surface_t* surface, double time) {
-  // Rows of the view that one row of water shows; with more the moon would be mirrored too.
+  // Rows of the scene per row of water. With more, the moon would be mirrored, too.
   constexpr double reach = 0.8;
   constexpr double waveRows = 5.5;
   constexpr int lastLandRow = static_cast<int>(waterline) - 1;
@@ -357,7 +357,7 @@ void drawDepth(cairo_t* context) {
   cairo_fill(context);
 }
 
-// A flat, pointed fleck of light on the water.
+// Draws a flat, pointed spot of light on the water.
 void drawFleck(cairo_t* context, double x, double y, double length, double thickness,
                const Color& color, double alpha) {
   setColor(context, color, alpha);
@@ -369,7 +369,7 @@ void drawFleck(cairo_t* context, double x, double y, double length, double thick
   cairo_fill(context);
 }
 
-// The path of moonlight toward the viewer: flecks that flash and fade, each at its own moment.
+// Draws the moonlight on the water: spots that flash and fade, each at its own moment.
 void drawGlitter(cairo_t* context, double time) {
   constexpr int fleckCount = 330;
   Chance chance(17);
@@ -404,7 +404,7 @@ void drawLanternReflection(cairo_t* context, double x, double y, double time) {
   }
 }
 
-// A rowboat at rest, a lantern hanging from the pole at its bow.
+// Draws a rowboat with a lantern on a pole at its bow.
 void drawBoat(cairo_t* context, double time) {
   constexpr double boatX = 104;
   constexpr double boatY = 528;
@@ -448,7 +448,7 @@ void drawReed(cairo_t* context, double x, double height, double lean) {
   cairo_fill(context);
 }
 
-// The near bank: reeds that grow taller toward both edges of the picture.
+// Draws the near bank: reeds that are taller toward both edges of the picture.
 void drawReeds(cairo_t* context, double time) {
   constexpr int reedCount = 120;
   Chance chance(41);

@@ -16,7 +16,7 @@
 
 namespace {
 
-// A picture in colors of the palette.
+// A frame as indices into the palette.
 using Indices = std::vector<GifByteType>;
 
 int channel(std::uint32_t color, int shift) {
@@ -33,11 +33,11 @@ int distance(std::uint32_t a, std::uint32_t b) {
 }
 
 constexpr std::size_t paletteSize = 256;
-// The one index that stands for no color.
+// The index that means transparent.
 constexpr GifByteType transparent = paletteSize - 1;
 
-// Colors of the frames, each in turn the one farthest from all before it, so that they reach the
-// extremes, as dithering needs; common colors count as farther, so that gradients get more of them.
+// Chooses colors of the frames, each the one farthest from all chosen before, because dithering
+// needs the extremes. Frequent colors count as farther, so that gradients get more of them.
 Picture choosePalette(const std::vector<Picture>& frames) {
   constexpr std::size_t sampleStep = 6;
   constexpr double countExponent = 0.4;
@@ -66,7 +66,7 @@ Picture choosePalette(const std::vector<Picture>& frames) {
                          [](const Candidate& a, const Candidate& b) { return a.gap < b.gap; })
             ->color);
   }
-  // Dark to bright, so that a blend sorted by index is sorted by brightness too.
+  // From dark to bright, so that a blend sorted by index is sorted by brightness, too.
   std::stable_sort(palette.begin(), palette.end(), [](std::uint32_t a, std::uint32_t b) {
     const auto brightness = [](std::uint32_t color) {
       return 30 * channel(color, 16) + 59 * channel(color, 8) + 11 * channel(color, 0);
@@ -76,8 +76,8 @@ Picture choosePalette(const std::vector<Picture>& frames) {
   return palette;
 }
 
-// Ordered dithering. A pixel's index depends on its color and place alone, so what stands still in
-// the drawing stands still in the animation.
+// Ordered dithering. A pixel's index depends on its color and position only, so that parts of the
+// drawing that do not move do not change in the GIF either.
 class Ditherer {
  public:
   Ditherer(Picture palette, int width) : palette_(std::move(palette)), width_(width) {}
@@ -96,11 +96,11 @@ class Ditherer {
 
  private:
   static constexpr int levelCount = 16;
-  // Indices that average to a color, dark first.
+  // Returns indices whose colors average to a color, dark first.
   using Blend = std::array<GifByteType, levelCount>;
 
   Blend blendFor(std::uint32_t color) const {
-    // Keeps out colors that lie far from the one wanted.
+    // Keeps out colors that are far from the wanted one.
     constexpr int maxCarriedError = 10;
     Blend blend;
     std::array<int, 3> error{};
@@ -134,7 +134,7 @@ struct Rectangle {
   int bottom;
 };
 
-// A GIF frame cannot be empty: where nothing changed, the part is one pixel.
+// Returns the changed part, or one pixel if nothing changed, because a GIF frame cannot be empty.
 Rectangle changedPart(const LoopFormat& format, const Indices& before, const Indices& after) {
   Rectangle part{format.width, format.height, 0, 0};
   for (int y = 0; y < format.height; ++y) {
@@ -147,7 +147,7 @@ Rectangle changedPart(const LoopFormat& format, const Indices& before, const Ind
   return part.right > 0 ? part : Rectangle{0, 0, 1, 1};
 }
 
-// The frame with every unchanged pixel transparent: such long runs compress to next to nothing.
+// Makes every unchanged pixel transparent, because long runs compress well.
 Indices hideUnchanged(const Indices& before, Indices after) {
   for (std::size_t i = 0; i < after.size(); ++i) {
     if (after[i] == before[i]) after[i] = transparent;

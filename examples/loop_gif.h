@@ -10,10 +10,10 @@ using Picture = std::vector<std::uint32_t>;
 struct LoopFormat {
   int width;
   int height;
-  // How long each frame shows.
+  // The time for which each frame is shown.
   int delayCentiseconds;
 };
 
-// Writes frames of one size as a GIF that loops forever, in one palette made for all of them.
-// Each frame after the first holds only what changed. Throws std::runtime_error on failure.
+// Writes frames of one size as a GIF that loops forever and has one palette for all. Each frame
+// after the first contains only the changed part. Throws std::runtime_error on failure.
 void writeLoopGif(const char* path, const LoopFormat& format, const std::vector<Picture>& frames);
