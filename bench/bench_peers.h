@@ -1,4 +1,4 @@
-// Benchmarks against other libraries. Each prints a table and its goals.
+// Benchmarks against other libraries. Each prints a table and which of its goals hold.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The Gaussian blur against OpenCV's on as many threads, both on opaque straight RGBA.
+// Compares the Gaussian blur with OpenCV's on as many threads, both on opaque straight RGBA.
 
 #include <algorithm>
 #include <cmath>

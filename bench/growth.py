@@ -1,4 +1,4 @@
-"""Cost by input size: time should grow linearly, and memory not with the number of frames."""
+"""Measures the cost by input size. Time should grow linearly, memory not with the frames."""
 
 import os
 

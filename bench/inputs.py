@@ -1,6 +1,6 @@
-"""The GIFs that the benchmarks read: ten kinds, written by other programs, the same every time.
+"""Makes the GIFs that the benchmarks read: ten kinds, written by other programs.
 
-Two of them are real films from the corpus, which are left out without it."""
+They are the same every time. Two are real films from the corpus, left out if it is missing."""
 
 import os
 import subprocess
@@ -17,7 +17,7 @@ def film(source, seconds, target, dither='sierra2_4a', palette='full', extra='')
     new = 1 if palette == 'single' else 0
     graph = (f'{extra}split[a][b];[a]palettegen=stats_mode={palette}[p];'
              f'[b][p]paletteuse=dither={dither}:new={new}')
-    # The time limits the source, which has no end: the palette is complete only after it.
+    # Limits the source, which is endless: the palette is complete only after its end.
     ffmpeg('-f', 'lavfi', '-t', str(seconds), '-i', source, '-filter_complex', graph, target)
 
 
@@ -57,7 +57,7 @@ def life(target):
 
 
 def colorful(target):
-    """Two halves with palettes of their own: 512 colors on the canvas."""
+    """Two halves, each with its own palette: 512 colors on the canvas."""
     count = 24
     halves = [target + '.left.gif', target + '.right.gif']
     film('mandelbrot=s=270x960:r=12:maxiter=200', count / 12, halves[0])

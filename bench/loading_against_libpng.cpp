@@ -1,4 +1,4 @@
-// Loading a frame's file as pixels for the screen, against libpng and libspng.
+// Compares loading a frame's file as pixels for the screen with libpng and libspng.
 
 #include <algorithm>
 #include <cstdio>
@@ -33,7 +33,7 @@ Bytes contentsOf(const char* path) {
   return bytes;
 }
 
-// As premultiplied BGRA, which libpng's BGRA is for opaque images.
+// Loads premultiplied BGRA, which libpng's BGRA is for opaque images.
 void loadByLibpng(const Bytes& file, Bytes& pixels) {
   png_image header{};
   header.version = PNG_IMAGE_VERSION;
@@ -80,7 +80,7 @@ Ratios measure(const std::string& name, const Bytes& ours, const Bytes& theirs,
   Bytes room(static_cast<std::size_t>(pixels) * 4);
   PictureSurface surface;
   const ImageRef blank = blankLike(*picture);
-  // Nothing of it can be shared when it is loaded again.
+  // Nothing of this image can be shared when the file is loaded again.
   picture = nullptr;
   ImageRef shown;
   auto show = [&](const NSData& data) {
@@ -121,7 +121,7 @@ void benchLoading(const std::string& name, const LoadedFiles& files) {
   printGoal("at least 3 times libpng on our own file: " + rounded(fromNothing.onOurs, 1),
             fromNothing.onOurs >= 3);
   if (files.standsStill) {
-    printGoal("at least 20 times where most stands still: " + rounded(inOrder.onTheirs, 1),
+    printGoal("at least 20 times if most is unchanged: " + rounded(inOrder.onTheirs, 1),
               inOrder.onTheirs >= 20);
   }
 }

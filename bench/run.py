@@ -19,12 +19,12 @@ CORPUS = os.path.join(ROOT, '..', 'shared', 'gifs')
 WORK = os.path.join('/dev/shm' if os.path.isdir('/dev/shm') else '/tmp', f'lumora-bench-{os.getpid()}')
 
 
-# Only the middle of this one moves.
+# In this GIF only the middle moves.
 STANDS_STILL = 'moving, transparent'
 
 
 def peers(*words):
-    """Runs the program that is linked with the other libraries. Returns its goals as booleans."""
+    """Runs bench-peers and prints its output. Returns True for each goal that holds."""
     done = subprocess.run([os.path.join(PROGRAMS, 'bench-peers'), *words], check=True,
                           stdout=subprocess.PIPE, text=True)
     print(done.stdout)

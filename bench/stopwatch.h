@@ -18,7 +18,7 @@ std::vector<double> medianMilliseconds(int rounds, const Way& prepare,
 void printRow(const std::vector<std::string>& cells);
 std::string rounded(double value, int digits);
 
-// Prints a line with a goal and if it holds.
+// Prints a line with a goal and "holds" or "MISSED".
 void printGoal(const std::string& text, bool holds);
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// From the settings file to the screen: a settings file of any contents, followed by any actions of
-// the settings program and the user. Nothing outside the device may change.
+// Fuzzes the whole library: a settings file of any contents, followed by any actions of the
+// settings app and the user. Nothing outside of the device folder may change.
 
 #include <algorithm>
 

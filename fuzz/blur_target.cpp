@@ -1,4 +1,4 @@
-// The blur of any small image by any radius keeps the size, and transparent pixels have no color.
+// Fuzzes the blur: for any small image and radius, the size stays and transparent pixels are all 0.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// What another program may send to the home screen over its bus: method calls and messages for the
-// library, with arguments of any number and type. Each call must be answered.
+// Fuzzes the home screen's bus: method calls and messages for the library, with arguments of any
+// number and type. Each call must be answered.
 
 #include <cstdlib>
 #include <iterator>
@@ -18,14 +18,14 @@ namespace {
 namespace control = host::control;
 namespace darwin = platform::backend::darwin;
 
-// All but the one that ends the home screen.
+// All methods except stop.
 constexpr const char* methods[] = {
     control::method::lock,     control::method::home,       control::method::openApp,
     control::method::closeApp, control::method::displayOn,  control::method::displayOff,
     control::method::rotate,   control::method::advance,    control::method::settle,
     control::method::status,   control::method::screenshot, "Nothing"};
 
-// Reads the input from front to back. An input that is used up gives zeros.
+// Reads the input from front to back. After its end, reads zeros.
 class Source {
  public:
   Source(const std::uint8_t* data, std::size_t size) : data_(data), end_(data + size) {}

@@ -1,5 +1,5 @@
-// A device for inputs that are read from files: a temporary directory, in memory if possible, that
-// is deleted when the process ends.
+// A device folder for inputs that are read from files. It is temporary, in memory if possible, and
+// deleted when the process ends.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ void store(const std::uint8_t* data, std::size_t size, const std::string& path);
 // Deletes everything on the device.
 void clearDevice();
 
-// Aborts if anything has changed in the directory around the device's.
+// Aborts if anything has changed in the folder that contains the device folder.
 void checkSurroundings();
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// The delay list, and a clock that uses it.
+// Fuzzes the list of delays, and the playback clock with it.
 
 #include "fuzz/device.h"
 #include "gifview/frame_cache.h"

@@ -1,4 +1,4 @@
-// The GIF decoder: every frame and its delay, as the frame cache reads them.
+// Fuzzes the GIF decoder: reads every frame and its delay as the frame cache does.
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-// Larger screens and more frames only take longer.
+// Larger images and more frames would only take longer.
 constexpr std::int64_t maxScreenSize = 128 * 128;
 constexpr int maxFrames = 32;
 

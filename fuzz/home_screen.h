@@ -1,5 +1,5 @@
-// The real home screen, headless, with the library's hooks, a real bus, the device of device.h and
-// a manual clock. There is one per process.
+// The real home screen, headless, with the library's hooks, a real bus, the device folder of
+// device.h and a manual clock. There is one per process.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,8 @@ const std::string& busAddress();
 // Runs until there is nothing left to do. Aborts if that takes a minute.
 void settle();
 
-// Performs one of the actions that a home screen may see: a notification of the settings program,
-// an action of the user, or a refresh of the display.
+// Performs one action: posts a notification of the settings app, does what a user does, or advances
+// by one refresh of the display.
 void perform(std::uint8_t action);
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// The PNG reader. An image that it can read must survive being written and read again.
+// Fuzzes the PNG reader. An image that it can read must be the same after writing and reading.
 
 #include <cstdlib>
 

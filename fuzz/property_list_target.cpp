@@ -1,5 +1,5 @@
-// The property-list reader and the conversion of values. A list that can be read and written back
-// must be readable again and contain the change.
+// Fuzzes the property-list reader and the conversion of values. A list that can be read must, after
+// a change and writing it back, be readable and contain the change.
 
 #include <cstdlib>
 

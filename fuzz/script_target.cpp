@@ -1,5 +1,5 @@
-// The scripts of `lumora play`: every line is read, and parsed as a command or compared with the
-// status. No command is performed.
+// Fuzzes the scripts of `lumora play`: parses every line as a command or compares it with a status.
+// Performs no command.
 
 #include <sstream>
 
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tool::parseLine(words);
       }
     } catch (const tool::Failure&) {
-      // The message is for the script's author.
+      // A wrong line is a normal result.
     }
   }
   return 0;
