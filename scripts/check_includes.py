@@ -1,8 +1,8 @@
-"""Checks the includes against the drawing in docs/architecture.md.
+"""Checks all includes against the drawings in docs/architecture.md.
 
-The drawing names components, which are folders, and has an arrow from a component to each one directly
-below it. A file may include headers of its own component, and of those that arrows lead to in any
-number of steps. Every arrow must be in use, and none may lead back.
+The drawings show components, which are folders, with an arrow from each component to those
+directly below it. A file may include headers of its own component and of those that arrows reach
+in any number of steps. Every arrow must be in use, and arrows must not form a cycle.
 """
 import os
 import re
@@ -33,7 +33,7 @@ def reachable(component, below):
 
 
 def component_of(path, components):
-    """Returns the innermost component that contains the file; None if there is none."""
+    """Returns the innermost component that contains the file, or None."""
     folder = os.path.dirname(path)
     while folder and folder not in components:
         folder = os.path.dirname(folder)
@@ -41,7 +41,7 @@ def component_of(path, components):
 
 
 def includes():
-    """Yields each file with each of the project's headers that it includes."""
+    """Yields pairs of a file and a header of the project that it includes."""
     listed = subprocess.run(['git', 'ls-files', '*.h', '*.cpp', '*.mm'], cwd=PROJECT, text=True,
                             capture_output=True, check=True).stdout.split()
     for path in listed:
@@ -58,17 +58,17 @@ def main():
     used = set()
     for component in below:
         if any(component in reachable(lower, below) for lower in below[component]):
-            findings.append(f'{DRAWING}: arrows lead from {component} back to it')
+            findings.append(f'{DRAWING}: {component} depends on itself')
     for path, header in includes():
         source, target = component_of(path, below), component_of(header, below)
         if source is None or source == target:
             continue
         used.add((source, target))
         if target not in reachable(source, below):
-            findings.append(f'{path} includes {header}: no arrow leads from {source} there')
+            findings.append(f'{path} includes {header}: no arrows lead from {source} to {target}')
     for component, lower in ((component, lower) for component in below for lower in below[component]):
         if (component, lower) not in used:
-            findings.append(f'{DRAWING}: nothing uses the arrow from {component} to {lower}')
+            findings.append(f'{DRAWING}: no include uses the arrow from {component} to {lower}')
     print('\n'.join(findings) or
           f'includes: {len(used)} dependencies between {len(below)} components, all downward')
     return 1 if findings else 0

@@ -1,4 +1,4 @@
-# The Debian packages that the project needs, and their installation. Sourced by the other scripts.
+# Lists and installs the Debian packages that the project needs. Sourced by the other scripts.
 
 build_packages=(
   cmake g++ ninja-build pkg-config
@@ -23,7 +23,7 @@ lint_packages=(clang-format clang-tidy python3)
 # Seconds to wait for another program that installs packages.
 lock_timeout=600
 
-# Installs those of the packages named that are missing.
+# Installs the named packages that are missing.
 install_missing() {
   local missing=() package
   for package in "$@"; do
@@ -35,7 +35,7 @@ install_missing() {
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null || {
-      echo "${0##*/}: run this as root once, or install sudo: apt-get must install packages" >&2
+      echo "${0##*/}: cannot install packages: run this once as root, or install sudo" >&2
       exit 1
     }
     as_root=(sudo)
