@@ -82,7 +82,7 @@ def main():
     names = sys.argv[1:] or list(BENCHES)
     unknown = [name for name in names if name not in BENCHES]
     if unknown:
-        sys.exit(f'bench: there is no {unknown[0]}; there are {", ".join(BENCHES)}')
+        sys.exit(f'bench: unknown benchmark {unknown[0]}; choose from {", ".join(BENCHES)}')
     goals = []
     try:
         for name in names:

@@ -11,7 +11,7 @@
 namespace artwork {
 
 // Draws over the screen {0, 0, size} the date, a large thin time, two round buttons (flashlight and
-// camera), a hint how to unlock, and the home bar. Fits any device, upright or on its side.
+// camera), a hint on how to unlock, and the home bar. Fits any device, upright or on its side.
 void drawLockScreen(cairo_t* context, Size size, const std::string& time, const std::string& date);
 
 }  // namespace artwork

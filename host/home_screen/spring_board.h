@@ -24,7 +24,7 @@ class SpringBoard {
   // Sends the application "applicationDidFinishLaunching:". Load the libraries that change the host
   // before that.
   void launch();
-  // Notifies the observers of each wallpaper if it is hidden, because a library may start a
+  // Notifies the observers of each wallpaper of its visibility, because a library may start a
   // wallpaper at launch that is not shown. Call it once the work that launch has started is done.
   void reportVisibility();
 
@@ -36,7 +36,7 @@ class SpringBoard {
   // Switches the display on or off. It comes on with the lock screen.
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
-  // Records if something outside of the home screen hides all of it, and hides the wallpapers then.
+  // Sets if something outside of the home screen covers all of it. The wallpapers are hidden then.
   void setCovered(bool isCovered);
 
   ScreenState state() const { return state_; }

@@ -21,7 +21,7 @@ struct ImportProgress {
   // True once the home screen has the GIF.
   bool isHandedOver = false;
   int framesFound = 0;
-  // The state of the wallpaper, as the end of an error message.
+  // The state of the wallpaper, in words that can end an error message.
   const char* state = "nothing was changed";
 };
 
