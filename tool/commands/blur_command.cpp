@@ -11,6 +11,7 @@
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/stored_settings.h"
+#include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/progress_bar.h"
 
@@ -94,7 +95,7 @@ void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
   Rewriting rewriting(*host, limit);
   host->post(lumora::blurNeedsUpdatingNotification, limit.left());
   rewriting.await();
-  std::printf("%d frames blurred\n", rewriting.framesFound());
+  std::printf("%s blurred\n", countOfFrames(rewriting.framesFound()).c_str());
 }
 
 }  // namespace

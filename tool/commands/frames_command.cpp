@@ -11,6 +11,7 @@
 #include "gifview/frame_cache.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/images/picture/picture.h"
+#include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
 
@@ -96,7 +97,7 @@ void writeFrames(const std::string& gifPath, const std::string& folderName) {
   const ScratchFolder scratch(folder);
   const int frames = makeFrames(gif, scratch.path(), folder);
   warnOfDamage(gif);
-  std::printf("%d frames in %s\n", frames, folderName.c_str());
+  std::printf("%s in %s\n", countOfFrames(frames).c_str(), folderName.c_str());
 }
 
 int delayInCentiseconds(const platform::CGImageSource& source, int index) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tool/device/import_process.h"
+#include "tool/support/count.h"
 
 namespace tool {
 namespace {
@@ -26,7 +27,7 @@ void set(const DeviceFolder& device, const SetOptions& options) {
   importInOwnProcess(device, location, gif, frames, limit, !options.noWait);
   if (options.noWait) return;
   const auto place = static_cast<std::size_t>(location.id);
-  std::printf("%s wallpaper set: %d frames\n", placeNames[place], frames);
+  std::printf("%s wallpaper set: %s\n", placeNames[place], countOfFrames(frames).c_str());
 }
 
 }  // namespace

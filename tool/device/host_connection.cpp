@@ -29,6 +29,14 @@ bool isTimeout(const sdbus::Error& error) {
          error.getName() == "org.freedesktop.DBus.Error.NoReply";
 }
 
+// Returns true if the bus knows no home screen, or the bus itself has ended.
+bool hasEnded(const sdbus::Error& error) {
+  return error.getName() == "org.freedesktop.DBus.Error.ServiceUnknown" ||
+         error.getName() == "org.freedesktop.DBus.Error.NameHasNoOwner" ||
+         error.getName() == "org.freedesktop.DBus.Error.Disconnected" ||
+         error.getName() == "System.Error.ECONNRESET" || error.getName() == "System.Error.ENOTCONN";
+}
+
 }  // namespace
 
 HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
@@ -84,6 +92,7 @@ bool HostConnection::isAnswered(Seconds timeout, const std::string& method, Use 
     return true;
   } catch (const sdbus::Error& error) {
     if (isTimeout(error)) return false;
+    if (hasEnded(error)) throw Failure("the home screen has ended");
     throw Failure("the home screen refused: " + error.getMessage());
   }
 }

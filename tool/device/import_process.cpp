@@ -59,30 +59,29 @@ void setSignals(int how) {
   sigprocmask(how, &signals, nullptr);
 }
 
-[[noreturn]] void work(
-    Report report,
-    const std::function<void(const std::function<void(const ImportProgress&)>&)>& import) {
+// An import, which reports its progress.
+using Import = std::function<void(const std::function<void(const ImportProgress&)>& report)>;
+
+[[noreturn]] void work(Report report, const Import& perform) {
   setsid();
   std::signal(SIGPIPE, SIG_IGN);
   setSignals(SIG_UNBLOCK);
   const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, stream);
   try {
-    import([&report](const ImportProgress& progress) {
+    perform([&report](const ImportProgress& progress) {
       if (progress.isChanging) setSignals(SIG_BLOCK);
-    report.progress(progress);
-  });
-  report.done();
-  _exit(EXIT_SUCCESS);
+      report.progress(progress);
+    });
+    report.done();
+    _exit(EXIT_SUCCESS);
+  } catch (const Failure& failure) {
+    report.failure(failure);
+  } catch (const std::exception& error) {
+    report.failure(Failure(error.what()));
+  }
+  _exit(EXIT_FAILURE);
 }
-catch (const Failure& failure) {
-  report.failure(failure);
-}
-catch (const std::exception& error) {
-  report.failure(Failure(error.what()));
-}
-_exit(EXIT_FAILURE);
-}  // namespace
 
 // The parent's side: reads the lines of the importing process.
 class Waiting {
@@ -186,7 +185,7 @@ class Waiting {
   _exit(EXIT_FAILURE);
 }
 
-}  // namespace tool
+}  // namespace
 
 void importInOwnProcess(const DeviceFolder& device, const lumora::Location& location,
                         const ChosenGif& gif, int frames, const TimeLimit& limit,

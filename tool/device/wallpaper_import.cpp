@@ -1,6 +1,7 @@
 #include "tool/device/wallpaper_import.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <string>
 #include <utility>
 
@@ -100,6 +101,8 @@ class WallpaperImport {
   std::string oldMode_;
   std::string oldLocation_;
   bool hasOldFile_ = false;
+  // There was one that could not be kept.
+  bool isOldFileLost_ = false;
   int timesOutOfMemory_ = 0;
   bool isAnnounced_ = false;
   ImportProgress progress_;
@@ -141,6 +144,7 @@ void WallpaperImport::handOver() {
   if (const auto old = platform::backend::locateItem(location_.gifPath)) {
     hasOldFile_ =
         linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), oldFileName, 0) == 0;
+    isOldFileLost_ = !hasOldFile_ && errno != ENOENT;
   }
   storeFile(*gif_.data);
   storeChoice();
@@ -270,7 +274,9 @@ void WallpaperImport::restore() {
 void WallpaperImport::giveUp(const std::string& problem) {
   try {
     restore();
-    reach(hasOldFile_ ? "the old wallpaper has been restored" : "no wallpaper is set, as before");
+    reach(hasOldFile_      ? "the old wallpaper has been restored"
+          : isOldFileLost_ ? "the old wallpaper could not be kept, and none is set"
+                           : "no wallpaper is set, as before");
   } catch (const Failure&) {
     reach("the old wallpaper could not be restored");
   }
