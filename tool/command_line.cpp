@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <numeric>
 #include <sstream>
 #include <utility>
 
@@ -50,16 +51,47 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addFramesCommand(lumora, context);
 }
 
+// Returns the Levenshtein distance: how many letters to add, remove or replace.
+std::size_t distance(const std::string& one, const std::string& other) {
+  std::vector<std::size_t> row(other.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t at = 0; at < one.size(); ++at) {
+    std::size_t diagonal = std::exchange(row[0], at + 1);
+    for (std::size_t column = 0; column < other.size(); ++column) {
+      const std::size_t replaced = diagonal + (one[at] == other[column] ? 0 : 1);
+      diagonal = row[column + 1];
+      row[column + 1] = std::min({replaced, diagonal + 1, row[column] + 1});
+    }
+  }
+  return row.back();
+}
+
+// Returns "; did you mean 'NAME'?" if a command has a similar name, else "".
+std::string suggestion(const CLI::App& lumora, const std::string& word) {
+  // A third of the letters may differ.
+  std::size_t best = word.size() / 3 + 1;
+  std::string name;
+  for (const CLI::App* command : lumora.get_subcommands({})) {
+    const std::size_t found = distance(word, command->get_name());
+    if (found >= best) continue;
+    best = found;
+    name = command->get_name();
+  }
+  return name.empty() ? "" : "; did you mean '" + name + "'?";
+}
+
 std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
   if (!lumora.get_subcommands().empty()) return error.what();
   const auto unknown = lumora.remaining();
-  return unknown.empty() ? error.what() : "there is no command '" + unknown.front() + "'";
+  if (unknown.empty()) return error.what();
+  return "there is no command '" + unknown.front() + "'" + suggestion(lumora, unknown.front());
 }
 
 [[noreturn]] void refuse(const CLI::App& lumora, const CLI::ParseError& error) {
   const auto commands = lumora.get_subcommands();
+  const std::string command = commands.empty() ? "" : " " + commands.front()->get_name();
   throw Failure(problem(lumora, error), ExitCode::WrongUse,
-                commands.empty() ? lumora.help() : commands.front()->help(lumora.get_name()));
+                "For usage, run: lumora" + command + " --help\n");
 }
 
 constexpr auto purpose =

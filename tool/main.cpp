@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
     return code;
   } catch (const tool::Failure& failure) {
     std::fprintf(stderr, "lumora: %s\n", tool::printable(failure.what(), STDERR_FILENO).c_str());
-    if (!failure.help().empty()) std::fprintf(stderr, "\n%s", failure.help().c_str());
+    if (!failure.help().empty()) std::fputs(failure.help().c_str(), stderr);
     return failure.code();
   } catch (const std::bad_alloc&) {
     std::fprintf(stderr, "lumora: out of memory\n");

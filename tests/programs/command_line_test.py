@@ -76,12 +76,12 @@ class Device(unittest.TestCase):
         return done.stdout
 
     def fails(self, code, *words):
-        """Expects this exit code and one line of text, or the usage for code 2. Returns the text."""
+        """Expects this exit code and one line of text, and a second one for code 2. Returns the text."""
         done = self.lumora(*words)
         self.assertEqual(done.returncode, code, (words, done.stderr))
         self.assertTrue(done.stderr.startswith('lumora: '), words)
         if code == 2:
-            self.assertIn('Usage:', done.stderr)
+            self.assertIn('\nFor usage, run: lumora', done.stderr)
         else:
             self.assertEqual(done.stderr.count('\n'), 1, done.stderr)
         return done.stderr
@@ -184,11 +184,12 @@ class CommandWithoutHomeScreen(Device):
                       ['dock'], ['rotate', 'north'], ['run', '--screen', '3x'], ['advance', '-1'],
                       ['frames', self.gif], ['get'],
                       ['run', '--display', 'window', '--clock', 'manual'],
-                      ['scaling', 'shared', 'fit'], ['app', 'open', 'now'], ['advance', 'nan'],
+                      ['scaling', 'shared', 'wide'], ['app', 'open', 'now'], ['advance', 'nan'],
                       ['put', '', 'value'], ['speed', 'shared'], ['alpha', 'shared', '1.01'],
                       ['speed', 'moon', '1'], ['blur', 'shared', '-1'], ['speed', 'shared', '0x1']):
             self.fails(2, *words)
-        self.assertIn("no command 'dance'", self.fails(2, 'dance'))
+        self.assertIn("no command 'dance'\n", self.fails(2, 'dance'))
+        self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, 'stauts'))
 
     def test_reports_that_no_home_screen_is_running(self):
         for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
@@ -198,10 +199,15 @@ class CommandWithoutHomeScreen(Device):
             self.assertIn('no home screen is running', self.fails(3, *words))
 
     def test_checks_files_before_looking_for_a_home_screen(self):
-        for path in (self.file('text.gif', b'no picture'), self.file('empty.gif', b''),
-                     self.file('huge.gif', RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]),
-                     self.folder, os.path.join(self.folder, 'nothing.gif')):
-            self.fails(1, 'set', 'shared', path)
+        huge = RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]
+        for path, reason in ((self.file('text.gif', b'no picture'), 'it is not a GIF'),
+                             (self.file('empty.gif', b''), 'it is empty'),
+                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP'),
+                             (self.file('cut.gif', RED_GREEN[:20]), 'it is damaged'),
+                             (self.file('huge.gif', huge), 'it is too large: 65535x65535 pixels'),
+                             (self.folder, 'not a regular file'),
+                             (os.path.join(self.folder, 'nothing.gif'), 'No such file')):
+            self.assertIn(reason, self.fails(1, 'set', 'shared', path))
             self.fails(1, 'run', path)
             self.fails(1, 'frames', '--raw', path)
         self.assertFalse(os.path.exists(self.on_device(PREFERENCES)))
@@ -220,7 +226,7 @@ class CommandWithoutHomeScreen(Device):
         self.ok('disable')
         self.ok('dock', 'off')
         self.ok('mode', 'separate')
-        self.ok('scaling', 'homescreen', 'FILL')
+        self.ok('scaling', 'homescreen', 'Cover')
         self.ok('alpha', 'lockscreen', '0.5')
         self.ok('blur', 'homescreen', '3.9')
         with open(self.on_device(PREFERENCES), 'rb') as file:
@@ -440,12 +446,23 @@ class CommandWithHomeScreen(Device):
 
     def test_sets_separate_wallpapers(self):
         self.start('--idiom', 'pad', '--scale', '2')
-        self.ok('set', 'lockscreen', self.gif)
-        self.ok('set', 'homescreen', self.gif)
+        done = subprocess.run([LUMORA, '--root', self.root, 'set', '-'], input=RED_GREEN,
+                              capture_output=True, timeout=60)
+        self.assertEqual((done.returncode, done.stdout), (0, b'shared wallpaper set: 2 frames\n'))
+        three = self.file('three.gif', gif((1, 2, 3), (4, 5, 6), (7, 8, 9)))
+        self.assertIn('no longer shown on the home screen', self.ok('set', 'lockscreen', three))
+        self.ok('set', self.gif)
+        self.ok('set', '--keep-other', 'LockScreen', three)
+        locations = self.status()['locations']
+        self.assertEqual([locations[name]['frames_in_cache'] for name in ('lockscreen', 'homescreen')],
+                         [3, 2])
         self.ok('rotate', 'left')
         locations = self.status()['locations']
         self.assertEqual(locations['lockscreen']['frame'], [0, 0, 1180, 820])
         self.assertEqual(locations['homescreen']['frame'], [0, 0, 1180, 820 - 110])
+        self.ok('dock', 'off')
+        self.assertEqual(self.status()['locations']['homescreen']['frame'], [0, 0, 1180, 820])
+        self.ok('dock', 'on')
         picture = os.path.join(self.folder, 'picture.png')
         self.ok('screenshot', picture)
         with open(picture, 'rb') as file:

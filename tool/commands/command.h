@@ -44,11 +44,14 @@ inline CLI::App* addCommand(CLI::App& parent, Context& context, const std::strin
   return command;
 }
 
-// Adds a required positional argument that must be one of the given words.
+// Adds a required positional argument that must be one of the given words, in any case; value gets
+// it as given here.
 inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::string& value,
                               const std::vector<std::string>& words,
                               const std::string& description) {
-  return command->add_option(name, value, description)->required()->check(CLI::IsMember(words));
+  return command->add_option(name, value, description)
+      ->required()
+      ->check(CLI::IsMember(words, CLI::ignore_case));
 }
 
 // Returns a check that accepts decimal numbers from 0 to largest.

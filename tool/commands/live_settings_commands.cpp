@@ -1,5 +1,6 @@
 #include "tool/commands/live_settings_commands.h"
 
+#include <map>
 #include <memory>
 
 #include "settings/notification_names.h"
@@ -25,6 +26,10 @@ constexpr LiveSetting alpha = {"alpha", "set the opacity", "_GIF_ALPHA",
                                lumora::alphaNeedsUpdatingNotification};
 constexpr LiveSetting scaling = {"scaling", "set how the GIF fills the screen", "_SCALING_MODE",
                                  lumora::control::updateWallpaper};
+
+// The scaling modes as other wallpaper programs call them.
+const std::map<std::string, std::string> namesElsewhere = {
+    {"contain", "FIT"}, {"cover", "FILL"}, {"stretch", "FULLSCREEN"}};
 
 struct LiveSettingOptions {
   std::string location;
@@ -53,6 +58,18 @@ void addModeCommand(CLI::App& lumora, Context& context) {
             "one wallpaper for both screens, or one for each");
 }
 
+void addDockCommand(CLI::App& lumora, Context& context) {
+  auto state = std::make_shared<std::string>();
+  auto* command =
+      addCommand(lumora, context, "dock", "choose where the wallpaper ends", [&context, state] {
+        const DeviceFolder device = context.device();
+        storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
+        notify(device, {lumora::control::updateWallpaper});
+      });
+  addChoice(command, "STATE", *state, {"on", "off"},
+            "on: end the wallpaper at the dock; off: fill the screen");
+}
+
 // Declares the command of a setting with the argument LOCATION. The caller adds the value.
 CLI::App* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting,
                          const std::shared_ptr<LiveSettingOptions>& options) {
@@ -78,13 +95,15 @@ void addNumber(CLI::App& lumora, Context& context, const LiveSetting& setting, c
 
 void addLiveSettingsCommands(CLI::App& lumora, Context& context) {
   addModeCommand(lumora, context);
+  addDockCommand(lumora, context);
   constexpr long maxSpeed = 1000;
   addNumber(lumora, context, speed, "FACTOR", "1 is normal speed, 0 freezes the GIF", maxSpeed);
   addNumber(lumora, context, alpha, "OPACITY", "from 0, invisible, to 1, opaque", 1);
   auto options = std::make_shared<LiveSettingOptions>();
   auto* command = addLiveSetting(lumora, context, scaling, options);
   addChoice(command, "MODE", options->value, {"FIT", "FILL", "FULLSCREEN"},
-            "show the whole GIF, fill the screen with a part of it, or stretch it");
+            "show the whole GIF, fill the screen with a part of it, or stretch it")
+      ->transform(CLI::Transformer(namesElsewhere, CLI::ignore_case).description(""));
 }
 
 }  // namespace tool

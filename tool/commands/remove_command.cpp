@@ -1,5 +1,6 @@
 #include "tool/commands/remove_command.h"
 
+#include <cstdio>
 #include <memory>
 
 #include "settings/notification_names.h"
@@ -14,6 +15,10 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location) {
   host->post(location == "all" ? lumora::control::removeGIFFromAllWallpapers
                                : locationNamed(location).removalNotification);
   host->settle();
+  if (location == "all") {
+    std::printf(
+        "all wallpapers taken down; their files stay, and showing a screen brings them back\n");
+  }
 }
 
 }  // namespace

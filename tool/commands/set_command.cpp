@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "tool/device/import_process.h"
 #include "tool/support/count.h"
@@ -13,21 +14,56 @@ namespace {
 constexpr const char* placeNames[] = {"shared", "lock screen", "home screen"};
 
 struct SetOptions {
+  // Or the GIF, if path is empty.
   std::string location;
   std::string path;
   double timeout = usualTimeout.count();
+  bool keepsOther = false;
   bool noWait = false;
 };
 
-void set(const DeviceFolder& device, const SetOptions& options) {
-  const ChosenGif gif = readGif(options.path);
+void importAt(const DeviceFolder& device, const lumora::Location& location, const ChosenGif& gif,
+              const SetOptions& options) {
   const int frames = countShownFrames(gif);
   const TimeLimit limit{Seconds(options.timeout)};
-  const lumora::Location& location = locationNamed(options.location);
   importInOwnProcess(device, location, gif, frames, limit, !options.noWait);
   if (options.noWait) return;
   const auto place = static_cast<std::size_t>(location.id);
   std::printf("%s wallpaper set: %s\n", placeNames[place], countOfFrames(frames).c_str());
+}
+
+// Returns the other location of the separate mode. Requires one of the two.
+const lumora::Location& otherLocation(const lumora::Location& location) {
+  const bool isLockScreen = location.id == lumora::ScreenLocation::LockScreen;
+  return lumora::locations[static_cast<std::size_t>(
+      isLockScreen ? lumora::ScreenLocation::HomeScreen : lumora::ScreenLocation::LockScreen)];
+}
+
+void set(const DeviceFolder& device, const SetOptions& options) {
+  const ChosenGif gif = readGif(options.path);
+  const lumora::Location& location = locationNamed(options.location);
+  const bool endsSharedMode = location.mode == lumora::WallpaperMode::Separate &&
+                              lumora::wallpaperMode() == lumora::WallpaperMode::Shared &&
+                              lumora::locations.front().getWallpaperSet();
+  if (!endsSharedMode) return importAt(device, location, gif, options);
+  const lumora::Location& other = otherLocation(location);
+  if (options.keepsOther) {
+    importAt(device, other, readGif(device.path() / (lumora::locations.front().gifPath + 1)),
+             options);
+  }
+  importAt(device, location, gif, options);
+  if (options.keepsOther) return;
+  std::printf("the shared wallpaper is no longer shown on the %s; --keep-other keeps it there\n",
+              placeNames[static_cast<std::size_t>(other.id)]);
+}
+
+// Sorts out which arguments were given: the location can be left out.
+void readArguments(SetOptions& options) {
+  if (options.path.empty()) options.path = std::exchange(options.location, "shared");
+  const std::string problem = CLI::IsMember(locationNames, CLI::ignore_case)(options.location);
+  if (!problem.empty()) throw CLI::ValidationError("LOCATION", problem);
+  const std::string noProblem = CLI::IsMember(locationNames, CLI::ignore_case)(options.path);
+  if (noProblem.empty()) throw CLI::RequiredError("GIF");
 }
 
 }  // namespace
@@ -36,8 +72,15 @@ void addSetCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<SetOptions>();
   auto* command = addCommand(lumora, context, "set", "set a GIF as a wallpaper",
                              [&context, options] { set(context.device(), *options); });
-  addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to set");
-  command->add_option("GIF", options->path, "GIF file")->required();
+  command->add_option("LOCATION", options->location, "wallpaper to set (default: shared)")
+      ->type_name("shared|lockscreen|homescreen");
+  command->add_option("GIF", options->path, "GIF file; - is standard input");
+  command->parse_complete_callback([options] {
+    if (options->location.empty()) throw CLI::RequiredError("GIF");
+    readArguments(*options);
+  });
+  command->add_flag("--keep-other", options->keepsOther,
+                    "keep a shared wallpaper on the other screen");
   command->add_flag("--no-wait", options->noWait, "return once the home screen has the GIF");
   addTimeout(command, options->timeout);
 }

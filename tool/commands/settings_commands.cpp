@@ -94,22 +94,15 @@ void addRawCommands(CLI::App& lumora, Context& context) {
 }
 
 void addSwitches(CLI::App& lumora, Context& context) {
-  auto store = [&context](const char* key, const char* value) {
-    return [&context, key, value] {
-      context.device();
-      storeSetting(key, value);
-    };
-  };
-  addCommand(lumora, context, "enable", "switch the extension on", store("ENABLED", "TRUE"));
-  addCommand(lumora, context, "disable", "switch the extension off", store("ENABLED", "FALSE"));
-  auto state = std::make_shared<std::string>();
-  auto* dock =
-      addCommand(lumora, context, "dock", "choose where the wallpaper ends", [&context, state] {
-        context.device();
-        storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
-      });
-  addChoice(dock, "STATE", *state, {"on", "off"},
-            "on: end the wallpaper at the dock; off: fill the screen");
+  addCommand(lumora, context, "enable", "switch the extension on", [&context] {
+    context.device();
+    storeSetting("ENABLED", "TRUE");
+  });
+  addCommand(lumora, context, "disable", "switch the extension off", [&context] {
+    context.device();
+    storeSetting("ENABLED", "FALSE");
+    std::printf("disabled; a wallpaper that is playing continues\n");
+  });
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <cstdio>
 #include <memory>
+#include <sstream>
 #include <utility>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -100,27 +102,30 @@ ordered_json locationStatus(const ordered_json& report, const Location& location
 }
 
 std::string playback(const ordered_json& location) {
+  const std::string all = location["frames_in_cache"].dump();
   const std::string frame = location["frame_shown"].is_null()
-                                ? "no frame yet"
-                                : "frame " + location["frame_shown"].dump();
-  return std::string(location.value("playing", false) ? "playing" : "paused") + " (" +
-         location.value("why", "") + "), " + frame + " of " + location["frames_in_cache"].dump() +
-         ", " + location["frames_shown"].dump() + " shown so far";
+                                ? "none of " + all + " frames shown yet"
+                                : "frame " + location["frame_shown"].dump() + " of " + all;
+  return location.value("playing", false) ? "playing, " + frame
+                                          : "paused (" + location.value("why", "") + "), " + frame;
 }
 
 std::string appearance(const ordered_json& location) {
-  return "at " + location["frame"].dump() + ", speed " + location["speed"].dump() + ", opacity " +
-         location["alpha"].dump() + ", blur " + location["blur"].dump() + ", " +
-         location.value("scaling", "");
+  const auto frame = location.value("frame", std::vector<double>(4));
+  std::ostringstream text;
+  text << frame[2] << "x" << frame[3] << " at (" << frame[0] << ", " << frame[1] << "), "
+       << location.value("scaling", "") << ", speed " << location.value("speed", 1.0)
+       << ", opacity " << location.value("alpha", 1.0) << ", blur " << location.value("blur", 0.0);
+  return text.str();
 }
 
 void printLocation(const std::string& name, const ordered_json& location) {
   const bool isSet = location.value("set", false);
-  std::string what = isSet ? "set" : "not set";
+  std::string what = "not set";
   if (isSet && location.value("attached", false)) {
-    what += ", " + playback(location) + ", " + appearance(location);
+    what = playback(location) + ", " + appearance(location);
   } else if (isSet) {
-    what += ", " + location.value("why", "");
+    what = "set, " + location.value("why", "");
   }
   std::printf("%-11s %s\n", name.c_str(), what.c_str());
 }

@@ -16,7 +16,7 @@ class Failure : public std::runtime_error {
                    std::string help = "")
       : std::runtime_error(message), code_(code), help_(std::move(help)) {}
   ExitCode code() const { return code_; }
-  // The command's help text if it was used wrongly, else "".
+  // A line that says where to find help if the command was used wrongly, else "".
   const std::string& help() const { return help_; }
 
  private:

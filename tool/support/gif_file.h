@@ -9,6 +9,7 @@
 namespace tool {
 
 struct ChosenGif {
+  // As the user named it; for messages.
   std::string path;
   platform::DataRef data;
   // The number of images in the file, including damaged ones.
@@ -18,7 +19,8 @@ struct ChosenGif {
 // Which frame of a GIF must be decodable.
 enum class Wanted { FirstFrame, AnyFrame };
 
-// Throws Failure if the file cannot be read or the wanted frame cannot be decoded.
+// path: "-" is standard input. Throws Failure, with the reason, if the file cannot be read or the
+// wanted frame cannot be decoded.
 ChosenGif readGif(const std::string& path, Wanted wanted = Wanted::FirstFrame);
 
 // Throws Failure if this process has run out of memory so far. Otherwise a lack of memory would

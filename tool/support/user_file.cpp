@@ -1,5 +1,6 @@
 #include "tool/support/user_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -32,6 +33,22 @@ platform::DataRef openUserFile(const std::string& path) {
   const auto size = static_cast<std::size_t>(status.st_size);
   if (size > platform::backend::maxFileSize) throw Failure("cannot read " + path + ": too large");
   return platform::backend::dataOfFile({std::move(descriptor), size});
+}
+
+platform::DataRef readInput() {
+  platform::Bytes bytes;
+  constexpr std::size_t step = std::size_t{1} << 16;
+  for (;;) {
+    const std::size_t size = bytes.size();
+    bytes.resize(size + step);
+    const ssize_t count = read(STDIN_FILENO, &bytes[size], step);
+    if (count < 0 && errno != EINTR) fail("read", "standard input");
+    bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    if (count == 0) return platform::NSData::dataWithBytes(std::move(bytes));
+    if (bytes.size() > platform::backend::maxFileSize) {
+      throw Failure("cannot read standard input: too large");
+    }
+  }
 }
 
 std::string readUserText(const std::string& path) {

@@ -11,6 +11,9 @@ namespace tool {
 // Opens a regular file. Its bytes stay in the file and are read when needed. Throws Failure with
 // the reason if it cannot be opened.
 platform::DataRef openUserFile(const std::string& path);
+// Returns what standard input gives until its end. Throws Failure if it cannot be read, or gives
+// too much.
+platform::DataRef readInput();
 // Returns the contents of a regular file. Throws as above.
 std::string readUserText(const std::string& path);
 
