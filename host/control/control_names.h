@@ -8,7 +8,7 @@ constexpr auto busName = "com.brightfen.lumora.SpringBoard";
 constexpr auto path = "/com/brightfen/lumora/SpringBoard";
 constexpr auto interface = "com.brightfen.lumora.SpringBoard";
 
-// Methods. They fail with a text for the user. Those up to rotate answer when the device has
+// Methods. One that fails gives a text for the user. Those up to rotate answer when the device has
 // settled, or after two seconds.
 namespace method {
 constexpr auto lock = "Lock";
@@ -22,11 +22,12 @@ constexpr auto rotate = "Rotate";
 // (nanoseconds, timeout in nanoseconds of real time). Advances the clock and answers when all
 // effects are there. Fails at the timeout, or if the clock is not manual.
 constexpr auto advance = "Advance";
-// Waits until nothing is left to do, for two seconds at most. Returns true if so.
+// Waits until nothing is left to do, for two seconds at most. Returns false if something is left
+// then.
 constexpr auto settle = "Settle";
 // Returns the JSON text of status_report.h.
 constexpr auto status = "Status";
-// Returns a descriptor of a PNG file without a name.
+// Returns a descriptor of an unnamed PNG file with a picture of the screen.
 constexpr auto screenshot = "Screenshot";
 // Answers and ends the home screen.
 constexpr auto stop = "Stop";

@@ -50,7 +50,7 @@ ControlService::ControlService(SpringBoard& springBoard)
     throw refusal("a home screen is already running on this bus");
   }
   registerStates();
-  registerQuestions();
+  registerOtherMethods();
   object_->finishRegistration();
 }
 
@@ -81,7 +81,7 @@ void ControlService::registerStates() {
   }
 }
 
-void ControlService::registerQuestions() {
+void ControlService::registerOtherMethods() {
   auto add = [this](const char* name, auto handler) {
     object_->registerMethod(name).onInterface(control::interface).implementedAs(std::move(handler));
   };

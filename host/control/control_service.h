@@ -18,16 +18,17 @@ class ControlService {
   // sdbus::Error if another home screen is running on the bus.
   explicit ControlService(SpringBoard& springBoard);
 
-  // Takes the home screen's name on the bus, which tells clients that it has launched.
+  // Takes the home screen's name on the bus, which tells clients that it has launched. Throws
+  // sdbus::Error if another home screen has taken it since.
   void announce();
 
-  // Runs the calls that wait for something. Call it between turns of the run loop, because they
-  // turn it, too.
+  // Performs the calls that wait for something. They turn the run loop, so call this between its
+  // turns.
   void runJobs();
 
  private:
   void registerStates();
-  void registerQuestions();
+  void registerOtherMethods();
   sdbus::UnixFd screenshot();
   void addJob(std::function<void()> job);
   void whenSettled(sdbus::Result<>&& result);

@@ -1,4 +1,4 @@
-// Draws the screen and saves screenshots. Main thread.
+// Draws the screen, also into PNG files. Main thread.
 #pragma once
 
 #include <cairo.h>
@@ -12,8 +12,8 @@ void drawScreen(Screen& screen, cairo_surface_t* surface, int scale);
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const cairo_rectangle_int_t& part);
 
-// Returns a descriptor of a PNG file without a name that shows the screen; the caller owns it.
-// Returns -1 if there is not enough memory.
+// Returns a descriptor, owned by the caller, of an unnamed PNG file with a picture of the screen.
+// Returns -1 if it cannot be made.
 int takeScreenshot(Screen& screen, int scale);
 
 }  // namespace host

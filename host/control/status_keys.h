@@ -19,9 +19,9 @@ constexpr auto scale = "scale";
 constexpr auto outOfMemory = "out_of_memory";
 // How often the view tree was changed on another thread than the main thread.
 constexpr auto changesOffMainThread = "changes_off_main_thread";
-// An array of all views, each before its subviews, and those from back to front. A view is an
-// object with its own description (see gifview/description_keys.h for animated views), frame and
-// visible.
+// An array of all views, parents first, siblings from back to front. Each is an object with the
+// keys class, tag and hidden, the two below and, for animated views, those of
+// gifview/description_keys.h.
 constexpr auto views = "views";
 // [x, y, width, height] in points, in the superview's coordinates.
 constexpr auto frame = "frame";

@@ -85,7 +85,7 @@ struct WindowDisplay::Impl {
   SDL_Surface* canvas(SDL_Surface& shown);
   // Resizes the window after a rotation. Returns true if the size has changed.
   bool fitToScreen();
-  std::optional<SDL_Rect> changedPart(const SDL_Surface& pixels) const;
+  std::optional<SDL_Rect> takeChangedPart(const SDL_Surface& pixels);
 
   SpringBoard& springBoard;
   SDL_Window* window = nullptr;
@@ -210,7 +210,7 @@ bool WindowDisplay::Impl::fitToScreen() {
 }
 
 // Returns the changed part in pixels, including those that are partly in it.
-std::optional<SDL_Rect> WindowDisplay::Impl::changedPart(const SDL_Surface& pixels) const {
+std::optional<SDL_Rect> WindowDisplay::Impl::takeChangedPart(const SDL_Surface& pixels) {
   const auto damage = platform::backend::takePictureDamage(springBoard.screen().root());
   if (!damage) return std::nullopt;
   const int scale = springBoard.options().scale;
@@ -240,7 +240,7 @@ void WindowDisplay::Impl::draw(bool isAll) {
   SDL_Surface* shown = SDL_GetWindowSurface(window);
   SDL_Surface* pixels = shown == nullptr ? nullptr : canvas(*shown);
   if (pixels == nullptr) return;
-  const auto changed = changedPart(*pixels);
+  const auto changed = takeChangedPart(*pixels);
   // A new surface of the window is empty.
   mustDrawAll = mustDrawAll || shown->pixels != drawnPixels;
   auto part = mustDrawAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;

@@ -49,7 +49,8 @@ class FrameExtractionClient {
   virtual float blur() = 0;
 };
 
-// Returns true if the cache was made from these bytes: if its copy of the GIF equals them.
+// Returns true if the cache's copy of the GIF equals these bytes. The cache may still be
+// incomplete, if its making was interrupted.
 bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& gif);
 
 // Replaces the whole cache directory. If the bytes are not an image, the new one only contains

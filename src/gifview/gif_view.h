@@ -28,12 +28,15 @@ class LWGIFView final : public platform::UIView {
 
   // Brings the frame cache of this GIF up to date and waits up to five seconds for that; if it
   // takes longer, it continues in the background. Does nothing if there is no such file or if the
-  // mode does not use this view. Does not start playback.
+  // mode does not use this view; waits the whole five seconds if the file cannot be read. Does not
+  // start playback.
   void startAnimationWithGIFAtPath(const std::string& path);
 
-  // Stops playback. The current frame stays visible, and resuming continues from it.
+  // Stops playback. The current frame stays visible, and resuming continues from it. A start that
+  // is still queued happens all the same.
   void pauseAnimation();
-  // Starts playback from a block on the main queue.
+  // Starts playback from a block on the main queue. Of two starts queued at once, the first leaves
+  // a link that nothing stops.
   void resumeAnimation();
 
   // Sets the content mode of the image view, not of this view, from a block on the main queue.

@@ -17,11 +17,11 @@ void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view);
 
 // Rewrites every frame file in the background, even if the radius is 0, and then posts
 // blurDidFinishNotification. Playback continues and shows each new file when its frame is due
-// again. Does nothing for a view without a GIF.
+// again. Posts it even if the GIF cannot be read. Does nothing for a view that never had a GIF.
 void updateGIFBlur(const std::shared_ptr<LWGIFView>& view);
 
-// If the mode does not use the view, removes it from its superview and records that in the
-// settings.
+// Removes the shared view in separate mode, and the other two in shared mode, from its superview
+// and records that in the settings. Does nothing in any other mode.
 void removeUnneededViews(const std::shared_ptr<LWGIFView>& view);
 
 }  // namespace lumora

@@ -14,7 +14,8 @@ class PlaybackClock {
   // Advances by one refresh of the given nominal length. Returns the index of the frame to show, or
   // nothing if none is due: frame i is due when its own delay, divided by the speed, has passed
   // since the frame before it was shown. The time by which a refresh is late is not carried over.
-  // At speed 0 no frame is ever due; at a negative speed one is due at every refresh.
+  // At speed 0 no frame is ever due; at a negative speed, and without any durations at another
+  // speed, one is due at every refresh.
   std::optional<std::int32_t> tick(std::chrono::duration<double> refresh,
                                    const FrameDurations& durations, float speed);
 

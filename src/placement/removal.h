@@ -5,12 +5,14 @@
 
 namespace lumora {
 
-// Detach one location's view and delete its GIF and frame cache. "WALLPAPER_SET" stays as it is.
+// Detach one location's view, delete its GIF and frame cache, and store "FALSE" under the
+// location's own key. "WALLPAPER_SET" stays as it is.
 void removeSharedGIFView();
 void removeLockscreenGIFView();
 void removeHomescreenGIFView();
 
-// Detaches all views. The files are kept for a later installation.
+// Detaches all views and stores "FALSE" under "WALLPAPER_SET" and each location's key. The files
+// are kept for a later installation.
 void removeGIFFromAllWallpapers();
 
 }  // namespace lumora

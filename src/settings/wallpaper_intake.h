@@ -1,4 +1,5 @@
 // Takes a newly chosen GIF into the library directory.
+// The file names that it recognizes are in locations.cpp.
 #pragma once
 
 namespace lumora {

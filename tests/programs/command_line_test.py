@@ -299,8 +299,12 @@ class CommandWithoutHomeScreen(Device):
         three = gif((255, 0, 0), (0, 255, 0), (0, 0, 255))
         damaged = bytearray(three)
         damaged[header + code_size] = 99
+        empty = bytearray(three)
+        height = 8 + 7
+        empty[header + one + height] = 0
         for name, contents, frames, loss in (
                 ('first.gif', bytes(damaged), 2, '2 of 3 frames can be shown'),
+                ('empty.gif', bytes(empty), 2, '2 of 3 frames can be shown'),
                 ('cut.gif', three[:-20], 3, '1 frame only in part'),
                 ('end.gif', three[:header + 2 * one], 2, 'cut short after 2 frames')):
             path = self.file(name, contents)
@@ -313,6 +317,9 @@ class CommandWithoutHomeScreen(Device):
                 self.assertEqual(done.stderr.count(b'\n'), 1)
             pictures = [each for each in os.listdir(target) if each.endswith('.png')]
             self.assertEqual(len(pictures), frames)
+        target = os.path.join(self.folder, 'frames of standard input')
+        subprocess.run([LUMORA, 'frames', '-', target], input=three, capture_output=True, check=True)
+        self.assertEqual(len(os.listdir(target)), 3 + 2)
 
     @unittest.skipIf(IS_SANITIZED, 'sanitizers need more memory')
     def test_distinguishes_lack_of_memory_from_damage(self):

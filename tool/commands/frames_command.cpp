@@ -73,8 +73,8 @@ class ScratchFolder {
 int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& folder) {
   // The device is the whole machine here.
   platform::backend::setDeviceRoot("/");
-  lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
-  layout.fullGIFPath = fs::canonical(gif.path).string();
+  const lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
+  gif.data->writeToFileAtomically(layout.fullGIFPath);
   QuietClient client;
   lumora::rebuildFrameCache(layout, gif.data, client);
   checkMemory(gif.path);

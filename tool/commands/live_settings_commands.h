@@ -1,4 +1,4 @@
-// The commands `mode`, `speed`, `alpha` and `scaling`: settings that take effect at once.
+// The commands `mode`, `dock`, `speed`, `alpha` and `scaling`: settings that take effect at once.
 #pragma once
 
 #include "tool/commands/command.h"

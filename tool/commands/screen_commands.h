@@ -1,4 +1,4 @@
-// Commands for what a user does with the screen: lock it, open apps, turn the device, save it.
+// The commands `screenshot`, `lock`, `unlock`, `home`, `app`, `screen` and `rotate`.
 #pragma once
 
 #include "tool/commands/command.h"

@@ -39,6 +39,13 @@ const lumora::Location& otherLocation(const lumora::Location& location) {
       isLockScreen ? lumora::ScreenLocation::HomeScreen : lumora::ScreenLocation::LockScreen)];
 }
 
+// Returns the GIF of the shared wallpaper. Throws Failure if it cannot be read.
+ChosenGif sharedGif() {
+  auto data = platform::NSData::dataWithContentsOfFile(lumora::locations.front().gifPath);
+  if (!data) throw Failure("cannot read the shared wallpaper");
+  return checkGif("the shared wallpaper", std::move(data));
+}
+
 void set(const DeviceFolder& device, const SetOptions& options) {
   const ChosenGif gif = readGif(options.path);
   const lumora::Location& location = locationNamed(options.location);
@@ -47,10 +54,7 @@ void set(const DeviceFolder& device, const SetOptions& options) {
                               lumora::locations.front().getWallpaperSet();
   if (!endsSharedMode) return importAt(device, location, gif, options);
   const lumora::Location& other = otherLocation(location);
-  if (options.keepsOther) {
-    importAt(device, other, readGif(device.path() / (lumora::locations.front().gifPath + 1)),
-             options);
-  }
+  if (options.keepsOther) importAt(device, other, sharedGif(), options);
   importAt(device, location, gif, options);
   if (options.keepsOther) return;
   std::printf("the shared wallpaper is no longer shown on the %s; --keep-other keeps it there\n",

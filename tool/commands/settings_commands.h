@@ -1,4 +1,4 @@
-// The commands `get`, `put`, `settings`, `enable`, `disable` and `dock`, for the settings file.
+// The commands `get`, `put`, `settings`, `enable` and `disable`, for the settings file.
 #pragma once
 
 #include <CLI/CLI.hpp>

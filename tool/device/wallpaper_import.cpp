@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "gifview/frame_cache.h"
+#include "host/control/status_keys.h"
 #include "platform/file_manager.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
@@ -232,7 +233,7 @@ void WallpaperImport::announce() {
 }
 
 int WallpaperImport::timesOutOfMemory() {
-  return nlohmann::json::parse(host_.status(limit_.left())).value("out_of_memory", 0);
+  return nlohmann::json::parse(host_.status(limit_.left())).value(host::status::outOfMemory, 0);
 }
 
 bool WallpaperImport::isTaken() const {

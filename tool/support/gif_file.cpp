@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 #include <unistd.h>
 
@@ -73,8 +74,12 @@ std::string problemOf(const platform::NSData& data) {
 }  // namespace
 
 ChosenGif readGif(const std::string& path, Wanted wanted) {
-  const bool isInput = path == "-";
-  ChosenGif gif{isInput ? "standard input" : path, isInput ? readInput() : openUserFile(path), 0};
+  if (path == "-") return checkGif("standard input", readInput(), wanted);
+  return checkGif(path, openUserFile(path), wanted);
+}
+
+ChosenGif checkGif(const std::string& name, platform::DataRef data, Wanted wanted) {
+  ChosenGif gif{name, std::move(data), 0};
   auto source = platform::CGImageSource::createWithData(gif.data);
   const bool isOfUse = source && gives(*source, wanted);
   checkMemory(gif.path);

@@ -23,6 +23,10 @@ enum class Wanted { FirstFrame, AnyFrame };
 // wanted frame cannot be decoded.
 ChosenGif readGif(const std::string& path, Wanted wanted = Wanted::FirstFrame);
 
+// The same for bytes that have been read. name: for messages.
+ChosenGif checkGif(const std::string& name, platform::DataRef data,
+                   Wanted wanted = Wanted::FirstFrame);
+
 // Throws Failure if this process has run out of memory so far. Otherwise a lack of memory would
 // look like damage. path: named in the message.
 void checkMemory(const std::string& path);

@@ -11,8 +11,8 @@ struct Band {
   int end;
 };
 
-// Calls work for all rows at once or, if there are many, for each half on another thread. Returns
-// when all work is done. Rethrows what work throws.
+// Calls work for all rows at once or, if there are many, for one half on this thread and for the
+// other on a second one. Returns when all work is done. Rethrows what work throws.
 void inBands(Band rows, const std::function<void(Band)>& work);
 
 }  // namespace platform::backend::blur

@@ -11,8 +11,9 @@
 
 namespace platform::backend::blur {
 
-// The source of rows. at(y) returns a row of stride values, for any y. Its first margin pixels are
-// before pixel 0. The values after its last pixel must be 0.
+// The source of rows. at(y) returns row y, for any y: margin pixels before pixel 0, then the
+// pixels, then zeros, stride values in all. As many rows must stay valid as are read together: 2 *
+// reach + 1 by blurRows, 5 by downsampleRows.
 template <typename Element>
 struct RowSource {
   std::function<const Element*(int y)> at;

@@ -2,8 +2,8 @@
 //
 // Values have 16 bits, 7 of them fractional, so that the sum of two still fits. A weighted sum
 // needs an addition and the upper half of a product, for sixteen values at once. The compiler
-// generates each loop for the kinds of processors named in rows.cpp; the program chooses when it is
-// loaded.
+// generates each loop for the kinds of processors named in rows.cpp; the version for the processor
+// at hand is chosen when the program is loaded.
 //
 // Requires that out does not overlap an input. Any thread. Nothing throws except gaussianKernel,
 // which throws std::bad_alloc.
@@ -19,14 +19,14 @@ using Value = std::uint16_t;
 constexpr int fractionBits = 7;
 constexpr int channels = 4;
 
-// Loops run over whole blocks of values, so rows must have room up to the end of a block.
+// convolve runs over whole blocks of values, so its rows must have room up to the end of a block.
 constexpr std::size_t block = 64;
 constexpr std::size_t wholeBlocks(std::size_t values) {
   return (values + block - 1) / block * block;
 }
 
 // The weights of a Gaussian, cut off where less than a thousandth remains: first the weight of the
-// center, then that of both neighbors at each distance up to reach. 2^16 stands for 1.
+// center, then that of each of the two neighbors at every distance up to reach. 2^16 stands for 1.
 struct Kernel {
   int reach;
   std::vector<std::uint16_t> weights;

@@ -55,8 +55,9 @@ struct File {
 // Further images are not read. The delays of this many still fit into a property list.
 constexpr std::size_t maxImages = std::size_t{1} << 19;
 
-// Returns the structure of the file, with the images before the first damage in it. Returns nothing
-// if the file is not a GIF, or if its screen is empty or too large. Throws std::bad_alloc.
+// Returns the structure of the file with its images up to the first damage; the data of the last
+// one may be incomplete. Returns nothing if the file is not a GIF, or if its screen is empty or too
+// large. Throws std::bad_alloc.
 std::optional<File> parse(const NSData::Impl& data);
 
 // Returns the colors of a table, or fewer if the file has been truncated.

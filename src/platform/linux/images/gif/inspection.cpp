@@ -14,7 +14,7 @@ Inspection inspect(const NSData& data) {
   IndexBuffer indices;
   for (const SubImage& image : file->images) {
     const int rows = decodeImage(data.impl(), image, indices);
-    if (rows == image.height) {
+    if (rows > 0 && rows == image.height) {
       ++inspection.whole;
     } else if (rows > 0) {
       ++inspection.partial;

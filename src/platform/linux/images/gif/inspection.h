@@ -8,6 +8,7 @@ namespace platform::backend::gif {
 // Numbers of images.
 struct Inspection {
   int all = 0;
+  // Images that have rows, all of which can be decoded.
   int whole = 0;
   // Images of which only some rows can be decoded.
   int partial = 0;

@@ -10,9 +10,9 @@
 
 namespace platform::backend::gif {
 
-// A buffer for an image's indices, reused from image to image. The decoder copies every string from
-// the buffer itself, in whole vectors. Therefore all strings of a single index precede the indices,
-// and there is spare room after both.
+// A buffer for an image's indices, reused from image to image. The decoder copies each string from
+// where the buffer has it, so the buffer starts with the 256 strings of a single index. It copies
+// whole vectors, so there is spare room after those strings and after the indices.
 class IndexBuffer {
  public:
   // Makes room for count indices, whose values are undefined. If it throws std::bad_alloc, it must
@@ -36,11 +36,12 @@ class IndexBuffer {
 // Fills the buffer's indices from an image's data. Returns how many could be decoded, which is
 // fewer than the buffer's count if the data are incomplete or damaged; the others are undefined
 // then. Data after the last index are ignored. A full code table stays at 12 bits and stops
-// growing. A missing clear code at the start or end code is accepted. Returns 0 unless
+// growing. The first clear code and the end code may be missing. Returns 0 unless
 // minimumCodeSize is from 1 to 8.
 std::size_t decodeLzw(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer);
 
-// Decodes an image of a file. Returns the number of its complete rows, and 0 for an image that is
+// Decodes an image of a file. Returns the number of its complete rows, in the
+// order of the file, and 0 for an image that is
 // empty or too large. Counts damage if rows are missing. Throws std::bad_alloc.
 int decodeImage(const NSData::Impl& data, const SubImage& image, IndexBuffer& buffer);
 

@@ -36,8 +36,8 @@ IndexSet usedIndices(std::span<const std::uint8_t> indices);
 std::optional<std::uint8_t> indexOfColor(Palette& palette, RGBAColor color);
 
 // Finds the color of every shown index in the palette, and adds those that are missing. Returns
-// nothing, with the palette unchanged, if there is not enough room. Requires a color for every
-// shown index.
+// nothing, with the palette's count unchanged, if there is not enough room. Requires a color for
+// every shown index.
 std::optional<IndexMapping> matchColors(Palette& palette, const IndexSet& shown,
                                         const ColorTable& colors);
 

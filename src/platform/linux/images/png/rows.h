@@ -20,12 +20,13 @@ std::size_t codedRowLength(RowCoding coding, int width);
 // stored as their differences from the rows above, which is smaller for gradients.
 enum class RowFilter : std::uint8_t { None = 0, Up = 2 };
 
-// Returns the strip's rows in this coding, which must suit the strip's format.
+// Returns the strip's rows in this coding, which must lose nothing: indices below 2, 4 or
+// 16, or opaque pixels for RGB.
 std::shared_ptr<const CompressedRows> compressRows(const Strip& strip, RowCoding coding, int width,
                                                    RowFilter filter);
 
-// Returns strip number index with these rows, of which coding and deflated must be set; sets the
-// other fields. Returns nullptr if compressRows cannot have produced the rows.
+// Decompresses rows into a new strip for this index. Requires coding and deflated; sets the other
+// fields. Returns nullptr if compressRows cannot have produced the rows.
 std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& shape, int index);
 
 }  // namespace platform::backend::png
