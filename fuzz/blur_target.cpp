@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto image = platform::backend::imageFromPixels(width, height, pixels);
   const auto blurred = lumora::blurImageWithRadius(image, radius);
   if (!blurred || blurred->width() != width || blurred->height() != height) std::abort();
-  const platform::Bytes result = pixelsOf(*blurred);
+  const platform::Bytes result = platform::backend::pixelsOf(*blurred);
   for (std::size_t at = 0; radius > 0 && at < result.size(); at += 4) {
     const bool isNothing = result[at + 3] == 0;
     if (isNothing && (result[at] != 0 || result[at + 1] != 0 || result[at + 2] != 0)) std::abort();

@@ -2,6 +2,7 @@
 
 #include "fuzz/device.h"
 #include "gifview/frame_cache.h"
+#include "gifview/playback_clock.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const lumora::FrameCacheLayout layout("/cache.gif");

@@ -51,6 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const Byte* data, std::size_t size) {
   constexpr int largest = 1 << 18;
   if (image->width() * image->height() > largest) return 0;
   const auto again = platform::backend::png::decodePng(*platform::UIImagePNGRepresentation(*image));
-  if (!again || pixelsOf(*again) != pixelsOf(*image)) std::abort();
+  if (!again || platform::backend::pixelsOf(*again) != platform::backend::pixelsOf(*image))
+    std::abort();
   return 0;
 }
