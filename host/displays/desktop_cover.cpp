@@ -88,16 +88,13 @@ DesktopCover::Impl::~Impl() {
 
 bool DesktopCover::Impl::handleEvents() {
   bool handled = false;
-  // Looking sends requests, whose replies may bring further events into Xlib's queue, where the run
-  // loop would not see them.
-  do {
-    while (XPending(display_) > 0) {
-      XEvent event;
-      XNextEvent(display_, &event);
-      handled = true;
-    }
-    look();
-  } while (XPending(display_) > 0);
+  while (XPending(display_) > 0) {
+    XEvent event;
+    XNextEvent(display_, &event);
+    handled = true;
+  }
+  // After the loop, because requests to the server may add events to the queue.
+  if (handled) look();
   return handled;
 }
 
