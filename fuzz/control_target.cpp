@@ -15,7 +15,7 @@
 
 namespace {
 
-namespace control = host::control;
+namespace service = host::service;
 namespace darwin = platform::backend::darwin;
 
 // All methods except stop.

@@ -1,7 +1,7 @@
 // The names of the home screen's remote control on its D-Bus daemon.
 #pragma once
 
-namespace host::control {
+namespace host::service {
 
 // The host owns this name once it has finished launching.
 constexpr auto busName = "com.brightfen.lumora.SpringBoard";
@@ -33,4 +33,4 @@ constexpr auto screenshot = "Screenshot";
 constexpr auto stop = "Stop";
 }  // namespace method
 
-}  // namespace host::control
+}  // namespace host::service

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "host/control/control_names.h"
-#include "host/control/screenshot.h"
 #include "host/control/settling.h"
 #include "host/control/status_report.h"
+#include "host/home_screen/screen_drawing.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -45,8 +45,8 @@ constexpr std::chrono::seconds stateLimit{2};
 
 ControlService::ControlService(SpringBoard& springBoard)
     : springBoard_(springBoard),
-      object_(sdbus::createObject(platform::backend::Bus::current()->listener(), control::path)) {
-  if (platform::backend::Bus::current()->nameHasOwner(control::busName)) {
+      object_(sdbus::createObject(platform::backend::Bus::current()->listener(), service::path)) {
+  if (platform::backend::Bus::current()->nameHasOwner(service::busName)) {
     throw refusal("a home screen is already running on this bus");
   }
   registerStates();
@@ -55,7 +55,7 @@ ControlService::ControlService(SpringBoard& springBoard)
 }
 
 void ControlService::announce() {
-  platform::backend::Bus::current()->listener().requestName(control::busName);
+  platform::backend::Bus::current()->listener().requestName(service::busName);
 }
 
 void ControlService::registerStates() {
@@ -64,16 +64,16 @@ void ControlService::registerStates() {
     void (*change)(SpringBoard&);
   };
   constexpr StateChange changes[] = {
-      {control::method::lock, [](SpringBoard& device) { device.lock(); }},
-      {control::method::home, [](SpringBoard& device) { device.goHome(); }},
-      {control::method::openApp, [](SpringBoard& device) { device.openApp(); }},
-      {control::method::closeApp, [](SpringBoard& device) { device.closeApp(); }},
-      {control::method::displayOn, [](SpringBoard& device) { device.turnDisplay(true); }},
-      {control::method::displayOff, [](SpringBoard& device) { device.turnDisplay(false); }},
+      {service::method::lock, [](SpringBoard& device) { device.lock(); }},
+      {service::method::home, [](SpringBoard& device) { device.goHome(); }},
+      {service::method::openApp, [](SpringBoard& device) { device.openApp(); }},
+      {service::method::closeApp, [](SpringBoard& device) { device.closeApp(); }},
+      {service::method::displayOn, [](SpringBoard& device) { device.turnDisplay(true); }},
+      {service::method::displayOff, [](SpringBoard& device) { device.turnDisplay(false); }},
   };
   for (const auto& [method, change] : changes) {
     object_->registerMethod(method)
-        .onInterface(control::interface)
+        .onInterface(service::interface)
         .implementedAs([this, change = change](sdbus::Result<>&& result) {
           change(springBoard_);
           whenSettled(std::move(result));
@@ -83,24 +83,24 @@ void ControlService::registerStates() {
 
 void ControlService::registerOtherMethods() {
   auto add = [this](const char* name, auto handler) {
-    object_->registerMethod(name).onInterface(control::interface).implementedAs(std::move(handler));
+    object_->registerMethod(name).onInterface(service::interface).implementedAs(std::move(handler));
   };
-  add(control::method::rotate, [this](sdbus::Result<>&& result, const std::string& orientation) {
+  add(service::method::rotate, [this](sdbus::Result<>&& result, const std::string& orientation) {
     rotate(std::move(result), orientation);
   });
-  add(control::method::advance,
+  add(service::method::advance,
       [this](sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout) {
         advance(std::move(result), nanoseconds, timeout);
       });
-  add(control::method::settle, [this](sdbus::Result<bool>&& result) {
+  add(service::method::settle, [this](sdbus::Result<bool>&& result) {
     auto done = std::make_shared<sdbus::Result<bool>>(std::move(result));
     addJob([done] { done->returnResults(settle(RunLoop::Clock::now() + stateLimit)); });
   });
-  add(control::method::status,
+  add(service::method::status,
       [this] { return reportingOutOfMemory([this] { return statusReport(springBoard_); }); });
-  add(control::method::screenshot,
+  add(service::method::screenshot,
       [this] { return reportingOutOfMemory([this] { return screenshot(); }); });
-  add(control::method::stop, [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
+  add(service::method::stop, [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
 }
 
 // Returns a file, because a screenshot may be larger than the largest message.

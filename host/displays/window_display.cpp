@@ -12,8 +12,8 @@
 #include <X11/Xlib.h>
 #include <fcntl.h>
 
-#include "host/control/screenshot.h"
 #include "host/displays/x11_errors.h"
+#include "host/home_screen/screen_drawing.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/linux/views/display_damage.h"

@@ -1,39 +1,10 @@
 #include "gifview/frame_cache.h"
 
-#include <vector>
-
-#include "gifview/blur.h"
-#include "gifview/gif_frame_delay.h"
-#include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/property_list.h"
 #include "platform/string_value.h"
 
 namespace lumora {
-namespace {
-
-using platform::CGImageSource;
-using platform::ImageRef;
-
-void prepareDirectory(const FrameCacheLayout& layout) {
-  platform::removeItemAtPath(layout.GIFDirectory);
-  platform::createDirectoryAtPath(layout.GIFDirectory);
-  platform::copyItemAtPath(layout.fullGIFPath, layout.savedGIFPath);
-}
-
-void extractFrame(const FrameCacheLayout& layout, CGImageSource& source, std::int32_t index,
-                  FrameExtractionClient& client, std::vector<std::string>& durations) {
-  const platform::NSAutoreleasePool pool;
-  ImageRef image = source.createImageAtIndex(index);
-  if (!image) return;
-  client.frameFound();
-  durations.push_back(platform::decimalText(CGImageSourceGetGifFrameDelay(source, index)));
-  const float blur = client.blur();
-  if (blur > 0) image = blurImageWithRadius(image, blurRadius(blur));
-  writeFrame(layout, index, image);
-}
-
-}  // namespace
 
 FrameCacheLayout::FrameCacheLayout(const std::string& gifPath)
     : fullGIFPath(gifPath),
@@ -54,17 +25,10 @@ bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& g
   return saved && saved->isEqualToData(gif);
 }
 
-void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif,
-                       FrameExtractionClient& client) {
-  prepareDirectory(layout);
-  auto source = CGImageSource::createWithData(gif);
-  if (!source) return;
-  client.setFrameCount(source->count());
-  std::vector<std::string> durations;
-  for (std::int32_t index = 0; index < client.frameCount(); ++index) {
-    extractFrame(layout, *source, index, client, durations);
-  }
-  platform::writeArrayToFile(durations, layout.durationsPath());
+void prepareFrameCache(const FrameCacheLayout& layout) {
+  platform::removeItemAtPath(layout.GIFDirectory);
+  platform::createDirectoryAtPath(layout.GIFDirectory);
+  platform::copyItemAtPath(layout.fullGIFPath, layout.savedGIFPath);
 }
 
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
@@ -72,6 +36,13 @@ void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
   if (!image) return;
   const auto png = platform::UIImagePNGRepresentation(*image);
   if (png) png->writeToFileAtomically(layout.framePath(index));
+}
+
+void writeFrameDurations(const FrameCacheLayout& layout, const std::vector<double>& durations) {
+  std::vector<std::string> texts;
+  texts.reserve(durations.size());
+  for (const double duration : durations) texts.push_back(platform::decimalText(duration));
+  platform::writeArrayToFile(texts, layout.durationsPath());
 }
 
 FrameDurations loadFrameDurations(const FrameCacheLayout& layout) {

@@ -6,10 +6,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "gifview/frame_durations.h"
+#include "platform/data.h"
 #include "platform/image.h"
-#include "platform/image_source.h"
 
 namespace lumora {
 
@@ -34,35 +35,20 @@ struct FrameCacheLayout {
   std::string savedGIFPath;
 };
 
-// Controls an extraction and receives its progress, on the extracting thread.
-class FrameExtractionClient {
- public:
-  virtual ~FrameExtractionClient() = default;
-  // Called once with the number of images in the GIF.
-  virtual void setFrameCount(std::int32_t count) = 0;
-  // Returns the number of frames after which the extraction ends. Called before each frame, because
-  // two extractions for one view share the number.
-  virtual std::int32_t frameCount() const = 0;
-  // Called for each decoded frame, before it is written.
-  virtual void frameFound() = 0;
-  // Returns the blur setting for the next frame, which is not blurred if this is 0 or less.
-  virtual float blur() = 0;
-};
-
 // Returns true if the cache's copy of the GIF equals these bytes. The cache may still be
 // incomplete, if its making was interrupted.
 bool isFrameCacheValid(const FrameCacheLayout& layout, const platform::NSData& gif);
 
-// Replaces the whole cache directory. If the bytes are not an image, the new one only contains
-// their copy. A frame that cannot be decoded has no file, and the other frames keep their numbers,
-// but the list of delays has no gap. Requires gif, which is the contents of layout.fullGIFPath, not
-// to be nullptr.
-void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif,
-                       FrameExtractionClient& client);
+// Replaces the cache directory by one that only contains a copy of the GIF.
+void prepareFrameCache(const FrameCacheLayout& layout);
 
 // Writes a frame's file, replacing an old one atomically. Does nothing if image is nullptr.
 void writeFrame(const FrameCacheLayout& layout, std::int32_t index,
                 const platform::ImageRef& image);
+
+// Writes the list of delays in seconds, which completes the cache. A frame that could not be
+// decoded has no delay in it, although the later frames keep their numbers.
+void writeFrameDurations(const FrameCacheLayout& layout, const std::vector<double>& durations);
 
 // Returns the list of delays in the cache, or nullptr if it cannot be read.
 FrameDurations loadFrameDurations(const FrameCacheLayout& layout);

@@ -1,5 +1,5 @@
 // Brings the frame cache of a view's GIF up to date and holds the results for playback. The getters
-// work on any thread.
+// work on any thread. Failures to write are silent.
 #pragma once
 
 #include <atomic>
@@ -7,12 +7,13 @@
 #include <string>
 
 #include "gifview/frame_cache.h"
+#include "platform/image_source.h"
 #include "settings/locations.h"
 #include "threads/guarded.h"
 
 namespace lumora {
 
-class FrameExtraction final : private FrameExtractionClient {
+class FrameExtraction {
  public:
   // location is the one whose settings are read; nullptr means the defaults.
   explicit FrameExtraction(const Location* location) : location_(location) {}
@@ -22,17 +23,19 @@ class FrameExtraction final : private FrameExtractionClient {
   // changed, if the GIF cannot be read. Background threads.
   bool extract(const std::string& path);
 
+  // Writes every frame of the GIF again, with the blur that is set now, even if its radius is 0,
+  // and posts blurDidFinishNotification, even if the GIF cannot be read. Does nothing before the
+  // first extraction. Background threads.
+  void rewriteFrames() const;
+
   FrameCacheLayout layout() const { return layout_.load(); }
   FrameDurations durations() const { return durations_.load(); }
   // Returns the number of images in the GIF during an extraction, and the length of the list of
   // delays after it.
-  std::int32_t frameCount() const override { return animationNumFrames_; }
+  std::int32_t frameCount() const { return animationNumFrames_; }
 
  private:
-  bool isSelectedInSettings() const;
-  void setFrameCount(std::int32_t count) override { animationNumFrames_ = count; }
-  void frameFound() override;
-  float blur() override;
+  void rebuildFrameCache(const FrameCacheLayout& layout, const platform::DataRef& gif);
 
   const Location* const location_;
   Guarded<FrameCacheLayout> layout_;

@@ -92,7 +92,7 @@ void LWGIFView::observeNotifications() {
 
 void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {
   if (!platform::fileExistsAtPath(path)) return;
-  if (location_ == nullptr || location_->mode != wallpaperMode()) return;
+  if (location_ == nullptr || !isUsed(*location_, wallpaperMode())) return;
   auto semaphore = std::make_shared<platform::DispatchSemaphore>();
   runInBackground([view = self(), path, semaphore] {
     // If the GIF cannot be read, the caller waits until its deadline; nothing else changes.

@@ -49,6 +49,8 @@ class LWGIFView final : public platform::UIView {
   // Returns nullptr if the identifier is unknown.
   const Location* location() const { return location_; }
   FrameCacheLayout frameCache() const { return extraction_.layout(); }
+  // See FrameExtraction::rewriteFrames. Background threads.
+  void rewriteFrames() const { extraction_.rewriteFrames(); }
   // Sets the speed as a factor of the GIF's; see PlaybackClock::tick for 0 and less.
   void setSpeedModifier(float speed) { speedModifier_ = speed; }
   // Returns nullptr until the view is set up. Main thread.

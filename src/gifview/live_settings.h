@@ -15,9 +15,8 @@ void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view);
 // Sets the opacity of the image view, not of the view itself.
 void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view);
 
-// Rewrites every frame file in the background, even if the radius is 0, and then posts
-// blurDidFinishNotification. Playback continues and shows each new file when its frame is due
-// again. Posts it even if the GIF cannot be read. Does nothing for a view that never had a GIF.
+// Rewrites every frame file in the background (FrameExtraction::rewriteFrames). Playback continues
+// and shows each new file when its frame is due again.
 void updateGIFBlur(const std::shared_ptr<LWGIFView>& view);
 
 // Removes the shared view in separate mode, and the other two in shared mode, from its superview

@@ -6,8 +6,8 @@
 #include "gifview/gif_view.h"
 #include "placement/host_wallpaper.h"
 #include "placement/installation.h"
-#include "placement/location_table.h"
 #include "placement/tweak_queue.h"
+#include "placement/view_slots.h"
 #include "platform/messaging_center.h"
 #include "settings/notification_names.h"
 #include "settings/settings_store.h"
@@ -18,15 +18,15 @@ namespace {
 
 using platform::UIView;
 
-bool isPresent(const LocationEntry& entry) {
-  const auto view = entry.view.load();
+bool isPresent(const ViewSlot& slot) {
+  const auto view = slot.view.load();
   return view && view->superview();
 }
 
-void sendToView(const LocationEntry& entry, bool animate) {
+void sendToView(const ViewSlot& slot, bool shouldAnimate) {
   platform::CPDistributedMessagingCenter::centerNamed(std::string(messagingCenterPrefix) +
-                                                      entry.location.identifier)
-      ->sendMessageName(animate ? shouldResumeMessage : shouldPauseMessage);
+                                                      slot.location.identifier)
+      ->sendMessageName(shouldAnimate ? shouldResumeMessage : shouldPauseMessage);
 }
 
 void bringToFront(const std::shared_ptr<UIView>& view) {
@@ -34,22 +34,22 @@ void bringToFront(const std::shared_ptr<UIView>& view) {
   if (auto superview = view->superview()) superview->bringSubviewToFront(view);
 }
 
-// entry is nullptr for an unknown location: no view gets a message then.
-void animate(const LocationEntry* entry, bool animate) {
-  if (entry != nullptr) sendToView(*entry, animate);
+// slot is nullptr for an unknown location: no view gets a message then.
+void setAnimating(const ViewSlot* slot, bool shouldAnimate) {
+  if (slot != nullptr) sendToView(*slot, shouldAnimate);
   const platform::id controller = sharedWallpaperController();
-  const auto hostView = entry == nullptr ? nullptr : hostWallpaperView(controller, *entry);
+  const auto hostView = slot == nullptr ? nullptr : hostWallpaperView(controller, *slot);
   hopToMainQueue([hostView] { bringToFront(hostView); }, deadlineFromNow());
 }
 
-void sweep() {
+void resumeVisible() {
   const platform::id controller = sharedWallpaperController();
-  std::array<std::shared_ptr<UIView>, 3> hosts;
-  for (std::size_t at = 0; at < hosts.size(); ++at) {
-    hosts[at] = hostWallpaperView(controller, locationEntries[at]);
+  std::array<std::shared_ptr<UIView>, 3> hostViews;
+  for (std::size_t at = 0; at < hostViews.size(); ++at) {
+    hostViews[at] = hostWallpaperView(controller, viewSlots[at]);
   }
-  for (std::size_t at = 0; at < hosts.size(); ++at) {
-    if (hosts[at] && !hosts[at]->hidden()) setWallpaperAnimating(locations[at].id, true);
+  for (std::size_t at = 0; at < hostViews.size(); ++at) {
+    if (hostViews[at] && !hostViews[at]->hidden()) setWallpaperAnimating(locations[at].id, true);
   }
 }
 
@@ -57,13 +57,13 @@ void sweep() {
 
 void setWallpaperAnimating(ScreenLocation location, bool shouldAnimate) {
   if (!getEnabled()) return;
-  const LocationEntry* entry = entryOf(location);
-  if (entry != nullptr && !isPresent(*entry)) updateWallpaperImages();
-  addToTweakQueue([entry, shouldAnimate] { animate(entry, shouldAnimate); });
+  const ViewSlot* slot = slotOf(location);
+  if (slot != nullptr && !isPresent(*slot)) updateWallpaperImages();
+  addToTweakQueue([slot, shouldAnimate] { setAnimating(slot, shouldAnimate); });
 }
 
 void resumeVisibleWallpapers() {
-  addToTweakQueue(sweep);
+  addToTweakQueue(resumeVisible);
 }
 
 }  // namespace lumora

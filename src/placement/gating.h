@@ -9,7 +9,7 @@ namespace lumora {
 // Resumes or pauses the location's view and brings its host view to the front. Installs the view
 // first if there is none or if it has no superview. For an unknown location, no view is resumed or
 // paused. Does nothing while "ENABLED" is off.
-void setWallpaperAnimating(ScreenLocation location, bool animate);
+void setWallpaperAnimating(ScreenLocation location, bool shouldAnimate);
 
 // Resumes the view of every location whose host view is not hidden.
 void resumeVisibleWallpapers();

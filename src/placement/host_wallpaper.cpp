@@ -8,10 +8,9 @@ platform::id sharedWallpaperController() {
                                               "sharedInstance");
 }
 
-std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller,
-                                                    const LocationEntry& entry) {
+std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller, const ViewSlot& slot) {
   const auto variable = platform::class_getInstanceVariable(platform::object_getClass(controller),
-                                                            entry.hostViewVariable);
+                                                            slot.hostViewVariable);
   return platform::viewAtOffset(controller, platform::ivar_getOffset(variable));
 }
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "placement/location_table.h"
+#include "placement/view_slots.h"
 #include "platform/geometry.h"
 #include "platform/objc_runtime.h"
 #include "platform/view.h"
@@ -15,8 +15,7 @@ namespace lumora {
 platform::id sharedWallpaperController();
 
 // Returns the controller's present wallpaper view for a location.
-std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller,
-                                                    const LocationEntry& entry);
+std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller, const ViewSlot& slot);
 
 // Returns the default height of the host's dock, in points.
 platform::CGFloat defaultDockHeight();

@@ -5,9 +5,9 @@
 #include "gifview/gif_view.h"
 #include "placement/frame_layout.h"
 #include "placement/host_wallpaper.h"
-#include "placement/location_table.h"
 #include "placement/scaling.h"
 #include "placement/tweak_queue.h"
+#include "placement/view_slots.h"
 #include "placement/wallpaper_listener.h"
 #include "platform/file_manager.h"
 #include "platform/image.h"
@@ -23,10 +23,6 @@ using platform::UIView;
 // The host's wallpaper view of each location; nullptr for locations that the mode does not use.
 using HostViews = std::array<std::shared_ptr<UIView>, 3>;
 
-bool isUsed(const LocationEntry& entry, WallpaperMode mode) {
-  return entry.location.mode == mode;
-}
-
 // Returns true if the wallpaper selected in the settings can be decoded. The other locations' files
 // are decoded, too, although their results are not used.
 bool hasPictureForSettings() {
@@ -34,11 +30,8 @@ bool hasPictureForSettings() {
   for (std::size_t at = 0; at < locations.size(); ++at) {
     isPicture[at] = platform::imageWithContentsOfFile(locations[at].gifPath) != nullptr;
   }
-  const WallpaperMode mode = wallpaperMode();
-  const std::int32_t chosen = mode == WallpaperMode::Separate ? getLocationIndex() : -1;
   for (std::size_t at = 0; at < locations.size(); ++at) {
-    const bool isAskedFor = locations[at].mode == mode && locations[at].locationIndex == chosen;
-    if (isAskedFor && !isPicture[at]) return false;
+    if (isSelectedInSettings(locations[at]) && !isPicture[at]) return false;
   }
   return true;
 }
@@ -57,53 +50,53 @@ void redrawHostWallpaper(platform::id controller, Deadline deadline) {
 }
 
 HostViews listenToHostViews(platform::id controller) {
-  HostViews hosts;
+  HostViews hostViews;
   const WallpaperMode mode = wallpaperMode();
-  for (std::size_t at = 0; at < hosts.size(); ++at) {
-    if (!isUsed(locationEntries[at], mode)) continue;
-    hosts[at] = hostWallpaperView(controller, locationEntries[at]);
-    LWWallpaperListener::addListenerToObject(hosts[at], locations[at].id);
+  for (std::size_t at = 0; at < hostViews.size(); ++at) {
+    if (!isUsed(locations[at], mode)) continue;
+    hostViews[at] = hostWallpaperView(controller, viewSlots[at]);
+    LWWallpaperListener::addListenerToObject(hostViews[at], locations[at].id);
   }
-  for (std::size_t at = 0; at < hosts.size(); ++at) {
-    if (hosts[at]) hosts[at]->setTag(static_cast<int>(locations[at].id));
+  for (std::size_t at = 0; at < hostViews.size(); ++at) {
+    if (hostViews[at]) hostViews[at]->setTag(static_cast<int>(locations[at].id));
   }
-  return hosts;
+  return hostViews;
 }
 
-void takeOverAnimatedView(const std::shared_ptr<UIView>& host, const LocationEntry& entry) {
-  if (!host) return;
-  for (const auto& subview : host->subviews()) {
+void takeOverAnimatedView(const std::shared_ptr<UIView>& hostView, const ViewSlot& slot) {
+  if (!hostView) return;
+  for (const auto& subview : hostView->subviews()) {
     if (subview->tag() != LWGIFView::animatedViewTag) continue;
-    if (auto view = std::dynamic_pointer_cast<LWGIFView>(subview)) entry.view.store(view);
+    if (auto view = std::dynamic_pointer_cast<LWGIFView>(subview)) slot.view.store(view);
   }
 }
 
-void takeOverAnimatedViews(const HostViews& hosts) {
+void takeOverAnimatedViews(const HostViews& hostViews) {
   const WallpaperMode mode = wallpaperMode();
-  for (std::size_t at = 0; at < hosts.size(); ++at) {
-    if (isUsed(locationEntries[at], mode)) takeOverAnimatedView(hosts[at], locationEntries[at]);
+  for (std::size_t at = 0; at < hostViews.size(); ++at) {
+    if (isUsed(locations[at], mode)) takeOverAnimatedView(hostViews[at], viewSlots[at]);
   }
 }
 
-void attach(const std::shared_ptr<UIView>& host, const std::shared_ptr<LWGIFView>& view) {
-  if (host && view) host->addSubview(view);
+void attach(const std::shared_ptr<UIView>& hostView, const std::shared_ptr<LWGIFView>& view) {
+  if (hostView && view) hostView->addSubview(view);
 }
 
-void createViewIfMissing(const std::shared_ptr<UIView>& host, const LocationEntry& entry,
+void createViewIfMissing(const std::shared_ptr<UIView>& hostView, const ViewSlot& slot,
                          Deadline deadline) {
-  if (entry.view.load()) return;
-  auto view = LWGIFView::initWithIdentifier(entry.location.identifier);
+  if (slot.view.load()) return;
+  auto view = LWGIFView::initWithIdentifier(slot.location.identifier);
   view->setTag(LWGIFView::animatedViewTag);
-  entry.view.store(view);
-  hopToMainQueue([host, view] { attach(host, view); }, deadline);
+  slot.view.store(view);
+  hopToMainQueue([hostView, view] { attach(hostView, view); }, deadline);
 }
 
 // Creates the home screen's view before the lock screen's.
-void createMissingViews(const HostViews& hosts, Deadline deadline) {
+void createMissingViews(const HostViews& hostViews, Deadline deadline) {
   const WallpaperMode mode = wallpaperMode();
-  for (std::size_t at = hosts.size(); at-- > 0;) {
-    if (isUsed(locationEntries[at], mode)) {
-      createViewIfMissing(hosts[at], locationEntries[at], deadline);
+  for (std::size_t at = hostViews.size(); at-- > 0;) {
+    if (isUsed(locations[at], mode)) {
+      createViewIfMissing(hostViews[at], viewSlots[at], deadline);
     }
   }
 }
@@ -113,10 +106,10 @@ void setFrames(const CGRect& screen, Deadline deadline) {
   const CGRect besideDock = rectangleBesideDock(screen);
   hopToMainQueue(
       [screen, besideDock] {
-        for (const LocationEntry& entry : locationEntries) {
+        for (const ViewSlot& slot : viewSlots) {
           // The lock screen has no dock.
-          const bool isLockScreen = entry.location.id == ScreenLocation::LockScreen;
-          if (auto view = entry.view.load()) view->setFrame(isLockScreen ? screen : besideDock);
+          const bool isLockScreen = slot.location.id == ScreenLocation::LockScreen;
+          if (auto view = slot.view.load()) view->setFrame(isLockScreen ? screen : besideDock);
         }
       },
       deadline);
@@ -125,21 +118,21 @@ void setFrames(const CGRect& screen, Deadline deadline) {
 // Scales the home screen's view before the lock screen's.
 void scaleViews() {
   for (const std::size_t at : {0, 2, 1}) {
-    const LocationEntry& entry = locationEntries[at];
-    if (auto view = entry.view.load()) {
-      updateScalingModeOfWallpaper(view, entry.location.identifier);
+    const ViewSlot& slot = viewSlots[at];
+    if (auto view = slot.view.load()) {
+      updateScalingModeOfWallpaper(view, slot.location.identifier);
     }
   }
 }
 
-void reattachViews(const HostViews& hosts, Deadline deadline) {
+void reattachViews(const HostViews& hostViews, Deadline deadline) {
   hopToMainQueue(
-      [hosts] {
+      [hostViews] {
         const WallpaperMode mode = wallpaperMode();
-        for (std::size_t at = 0; at < hosts.size(); ++at) {
-          if (!isUsed(locationEntries[at], mode)) continue;
-          const auto view = locationEntries[at].view.load();
-          if (view && !view->superview()) attach(hosts[at], view);
+        for (std::size_t at = 0; at < hostViews.size(); ++at) {
+          if (!isUsed(locations[at], mode)) continue;
+          const auto view = viewSlots[at].view.load();
+          if (view && !view->superview()) attach(hostViews[at], view);
         }
       },
       deadline);
@@ -152,35 +145,35 @@ void markIfFilePresent(const Location& location) {
   }
 }
 
-void startView(const LocationEntry& entry) {
-  if (auto view = entry.view.load()) view->startAnimationWithGIFAtPath(entry.location.gifPath);
+void startView(const ViewSlot& slot) {
+  if (auto view = slot.view.load()) view->startAnimationWithGIFAtPath(slot.location.gifPath);
 }
 
 void markAndStart() {
   const WallpaperMode mode = wallpaperMode();
-  for (const LocationEntry& entry : locationEntries) {
-    if (isUsed(entry, mode)) markIfFilePresent(entry.location);
+  for (const ViewSlot& slot : viewSlots) {
+    if (isUsed(slot.location, mode)) markIfFilePresent(slot.location);
   }
-  for (const LocationEntry& entry : locationEntries) {
-    if (isUsed(entry, mode)) startView(entry);
+  for (const ViewSlot& slot : viewSlots) {
+    if (isUsed(slot.location, mode)) startView(slot);
   }
 }
 
-// Every step reads the mode again, because the settings may change while the installation runs. All
-// waits share one deadline, so that a slow main thread delays the installation once, not at every
-// step.
+// Every step reads the mode again, because the settings may change while the installation runs. The
+// hops to the main queue here share one deadline, so that a slow main thread delays the
+// installation once, not at every step.
 void install() {
   if (!hasPictureForSettings()) return;
   const CGRect screen = screenRectangle();
   const platform::id controller = sharedWallpaperController();
   const Deadline deadline = deadlineFromNow();
   redrawHostWallpaper(controller, deadline);
-  const HostViews hosts = listenToHostViews(controller);
-  takeOverAnimatedViews(hosts);
-  createMissingViews(hosts, deadline);
+  const HostViews hostViews = listenToHostViews(controller);
+  takeOverAnimatedViews(hostViews);
+  createMissingViews(hostViews, deadline);
   setFrames(screen, deadline);
   scaleViews();
-  reattachViews(hosts, deadline);
+  reattachViews(hostViews, deadline);
   markAndStart();
   setPreferencesObjectKey("TRUE", "WALLPAPER_SET");
 }

@@ -1,30 +1,28 @@
 #include "placement/removal.h"
 
 #include "gifview/gif_view.h"
-#include "placement/location_table.h"
 #include "placement/tweak_queue.h"
-#include "platform/file_manager.h"
+#include "placement/view_slots.h"
 #include "settings/settings_store.h"
 #include "threads/main_queue_hop.h"
 
 namespace lumora {
 namespace {
 
-void detach(const LocationEntry& entry) {
-  if (auto view = entry.view.load()) view->removeFromSuperview();
+void detach(const ViewSlot& slot) {
+  if (auto view = slot.view.load()) view->removeFromSuperview();
 }
 
-void removeLocation(const LocationEntry& entry) {
-  hopToMainQueue([&entry] { detach(entry); }, deadlineFromNow());
-  setPreferencesObjectKey("FALSE", entry.location.wallpaperSetKey);
-  platform::removeItemAtPath(entry.location.gifPath);
-  platform::removeItemAtPath(platform::stringByDeletingPathExtension(entry.location.gifPath));
+void removeLocation(const ViewSlot& slot) {
+  hopToMainQueue([&slot] { detach(slot); }, deadlineFromNow());
+  setPreferencesObjectKey("FALSE", slot.location.wallpaperSetKey);
+  deleteGIFAndFrameCache(slot.location);
 }
 
 void removeAll() {
   hopToMainQueue(
       [] {
-        for (const LocationEntry& entry : locationEntries) detach(entry);
+        for (const ViewSlot& slot : viewSlots) detach(slot);
       },
       deadlineFromNow());
   setPreferencesObjectKey("FALSE", "WALLPAPER_SET");
@@ -36,15 +34,15 @@ void removeAll() {
 }  // namespace
 
 void removeSharedGIFView() {
-  addToTweakQueue([] { removeLocation(locationEntries[0]); });
+  addToTweakQueue([] { removeLocation(viewSlots[0]); });
 }
 
 void removeLockscreenGIFView() {
-  addToTweakQueue([] { removeLocation(locationEntries[1]); });
+  addToTweakQueue([] { removeLocation(viewSlots[1]); });
 }
 
 void removeHomescreenGIFView() {
-  addToTweakQueue([] { removeLocation(locationEntries[2]); });
+  addToTweakQueue([] { removeLocation(viewSlots[2]); });
 }
 
 void removeGIFFromAllWallpapers() {

@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "placement/location_table.h"
+#include "placement/view_slots.h"
 #include "threads/exception_barrier.h"
 
 namespace lumora {
@@ -32,13 +32,13 @@ void LWWallpaperListener::setVisibilityHandler(VisibilityHandler handler) {
 
 void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UIView>& object,
                                               ScreenLocation location) {
-  const LocationEntry* entry = entryOf(location);
-  if (entry == nullptr) return;
-  removeOldListener(object, entry->listener);
+  const ViewSlot* slot = slotOf(location);
+  if (slot == nullptr) return;
+  removeOldListener(object, slot->listener);
   auto listener = std::make_shared<LWWallpaperListener>();
-  entry->listener.store(listener);
+  slot->listener.store(listener);
   // The context only has to be a distinct address for each location.
-  if (object) object->addObserver(listener, keyPath, entry);
+  if (object) object->addObserver(listener, keyPath, slot);
 }
 
 void LWWallpaperListener::observeValueForKeyPath(std::string_view /*changedKeyPath*/,

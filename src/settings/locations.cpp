@@ -1,5 +1,6 @@
 #include "settings/locations.h"
 
+#include "platform/file_manager.h"
 #include "settings/device_paths.h"
 #include "settings/notification_names.h"
 
@@ -65,6 +66,16 @@ const Location* locationWithTag(int tag) {
     if (tag == static_cast<int>(location.id)) return &location;
   }
   return nullptr;
+}
+
+bool isSelectedInSettings(const Location& location) {
+  if (!isUsed(location, wallpaperMode())) return false;
+  return location.mode == WallpaperMode::Shared || location.locationIndex == getLocationIndex();
+}
+
+void deleteGIFAndFrameCache(const Location& location) {
+  platform::removeItemAtPath(location.gifPath);
+  platform::removeItemAtPath(platform::stringByDeletingPathExtension(location.gifPath));
 }
 
 }  // namespace lumora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 #include "settings/settings_store.h"
@@ -40,5 +41,17 @@ extern const std::array<Location, 3> locations;
 // Return the location, or nullptr if there is none with this identifier or tag. Any thread.
 const Location* locationWithIdentifier(const std::string& identifier);
 const Location* locationWithTag(int tag);
+
+// Returns true if the location has a wallpaper in this mode.
+inline bool isUsed(const Location& location, WallpaperMode mode) {
+  return location.mode == mode;
+}
+
+// Returns true if "MODE_INDEX" and, in separate mode, "LOCATION_INDEX" select the location. Reads
+// the settings file. Any thread.
+bool isSelectedInSettings(const Location& location);
+
+// Deletes the location's GIF and its frame cache. Failures are silent. Any thread.
+void deleteGIFAndFrameCache(const Location& location);
 
 }  // namespace lumora

@@ -1,6 +1,7 @@
 // The user's settings: a property list that the settings program, another process, may change at
 // any time. Nothing is cached: each getter reads the whole file, and each write reads it, changes
-// one key and replaces it. Any thread. Nothing is locked: the last writer wins.
+// one key and replaces it. Any thread. Of two writers of the same key, the last one wins; on the
+// phone, the last writer of the file.
 //
 // The getters, with their keys and defaults, are in settings.def.
 #pragma once
@@ -33,8 +34,8 @@ enum class WallpaperMode { Separate = 0, Shared = 1, None };
 WallpaperMode wallpaperMode();
 
 // Stores object under key, the only way in which the library changes settings. Replaces a file that
-// is missing or damaged by one with this key alone. If the file cannot be written, it stays as it
-// was, silently.
+// is missing or damaged by one with this key alone. If the file cannot be written or is too large
+// to be read, it stays as it was, silently.
 void setPreferencesObjectKey(const std::string& object, const std::string& key);
 
 }  // namespace lumora

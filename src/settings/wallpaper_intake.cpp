@@ -18,8 +18,7 @@ const Location* locationOfIncomingFile(const std::string& name) {
 
 void makeRoomFor(const Location& location) {
   setPreferencesObjectKey(std::to_string(static_cast<int>(location.mode)), "MODE_INDEX");
-  platform::removeItemAtPath(location.gifPath);
-  platform::removeItemAtPath(platform::stringByDeletingPathExtension(location.gifPath));
+  deleteGIFAndFrameCache(location);
 }
 
 bool isFolder(const std::string& path) {

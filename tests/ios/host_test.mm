@@ -7,7 +7,7 @@
 
 #include "gifview/gif_view.h"
 #include "hooks/hook_table.h"
-#include "placement/location_table.h"
+#include "placement/view_slots.h"
 #include "placement/tweak_queue.h"
 #include "placement/wallpaper_listener.h"
 #import "platform/ios/native_view.h"

@@ -229,24 +229,17 @@ TEST(FrameCache, IsBuiltOnBackgroundThreads) {
   EXPECT_LT(shareOfStartingThread(stage, stage.makeView("SHARED")), 0.5);
 }
 
-struct OrderOfWriting : lumora::FrameExtractionClient {
-  explicit OrderOfWriting(const lumora::FrameCacheLayout& of) : layout(of) {}
-  void setFrameCount(std::int32_t) override {
-    EXPECT_TRUE(platform::fileExistsAtPath(layout.savedGIFPath));
-  }
-  std::int32_t frameCount() const override { return 2; }
-  void frameFound() override { EXPECT_FALSE(platform::fileExistsAtPath(layout.durationsPath())); }
-  float blur() override { return 0; }
-  const lumora::FrameCacheLayout& layout;
-};
-
 TEST(FrameCache, WritesTheSavedCopyFirstAndTheDelaysLast) {
-  const DeviceRoot root;
-  root.write(gifPath, makeGif({{red}, {green}}));
-  const lumora::FrameCacheLayout layout(gifPath);
-  OrderOfWriting client(layout);
-  lumora::rebuildFrameCache(layout, platform::NSData::dataWithContentsOfFile(gifPath), client);
-  EXPECT_EQ(storedDurations().size(), 2U);
+  Stage stage;
+  stage.launch();
+  // Large enough that the files get different times.
+  stage.root.write(gifPath, makeGif({{red}, {green}}, 2000, 2000));
+  start(stage, stage.makeView("SHARED"));
+  const auto writtenAt = [&](const std::string& suffix) {
+    return std::filesystem::last_write_time(stage.root(cache + "/Wallpaper_both" + suffix));
+  };
+  EXPECT_LT(writtenAt(""), writtenAt("_1.png"));
+  EXPECT_LT(writtenAt("_0.png"), writtenAt("_durations.plist"));
 }
 
 TEST(FrameDelay, PrefersAPositiveUnclampedDelay) {

@@ -7,7 +7,7 @@
 
 #include "hooks/wallpaper_view_dealloc.h"
 #include "host/home_screen/wallpaper_controller.h"
-#include "placement/location_table.h"
+#include "placement/view_slots.h"
 #include "placement/wallpaper_listener.h"
 #include "platform/linux/views/key_value_observing.h"
 #include "settings/device_paths.h"

@@ -8,8 +8,8 @@
 #include "placement/gating.h"
 #include "placement/host_wallpaper.h"
 #include "placement/installation.h"
-#include "placement/location_table.h"
 #include "placement/scaling.h"
+#include "placement/view_slots.h"
 #include "platform/linux/device.h"
 #include "platform/linux/views/key_value_observing.h"
 #include "settings/device_paths.h"
@@ -152,8 +152,8 @@ TEST(Placement, ReusesEverythingInASecondInstallation) {
 
 TEST(Placement, AdoptsTheLastViewWithItsTag) {
   Furnished stage("1");
-  for (const lumora::LocationEntry& entry : lumora::locationEntries) {
-    const std::string identifier = entry.location.identifier;
+  for (const lumora::ViewSlot& slot : lumora::viewSlots) {
+    const std::string identifier = slot.location.identifier;
     SCOPED_TRACE(identifier);
     Stage::put("MODE_INDEX", identifier == "SHARED" ? "1" : "0");
     install(stage);
@@ -161,9 +161,9 @@ TEST(Placement, AdoptsTheLastViewWithItsTag) {
     other->setTag(1337);
     Stage::hostView(identifier)->addSubview(other);
     install(stage);
-    EXPECT_EQ(entry.view.load(), other);
+    EXPECT_EQ(slot.view.load(), other);
     // It also receives messages: of two views with the same name the later one does.
-    lumora::setWallpaperAnimating(entry.location.id, true);
+    lumora::setWallpaperAnimating(slot.location.id, true);
     stage.settle();
     EXPECT_TRUE(Stage::isPlaying(identifier));
   }

@@ -7,8 +7,10 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 #include "gifview/frame_cache.h"
+#include "gifview/gif_frame_delay.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/images/picture/picture.h"
 #include "tool/support/count.h"
@@ -19,20 +21,6 @@ namespace tool {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Counts frames; posts no notifications and does not blur.
-class QuietClient : public lumora::FrameExtractionClient {
- public:
-  void setFrameCount(std::int32_t count) override { frameCount_ = count; }
-  std::int32_t frameCount() const override { return frameCount_; }
-  void frameFound() override { ++framesFound_; }
-  float blur() override { return 0; }
-  std::int32_t framesFound() const { return framesFound_; }
-
- private:
-  std::int32_t frameCount_ = 0;
-  std::int32_t framesFound_ = 0;
-};
 
 fs::path emptyFolder(const std::string& name) {
   std::error_code error;
@@ -75,15 +63,21 @@ int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& fo
   platform::backend::setDeviceRoot("/");
   const lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
   gif.data->writeToFileAtomically(layout.fullGIFPath);
-  QuietClient client;
-  lumora::rebuildFrameCache(layout, gif.data, client);
-  checkMemory(gif.path);
-  std::int32_t written = 0;
-  // The numbers of damaged images have no file.
-  for (std::int32_t index = 0; index < client.frameCount(); ++index) {
+  lumora::prepareFrameCache(layout);
+  const auto source = platform::CGImageSource::createWithData(gif.data);
+  std::vector<double> durations;
+  int written = 0;
+  for (std::int32_t index = 0; index < source->count(); ++index) {
+    const auto image = source->createImageAtIndex(index);
+    // The number of a damaged image has no file.
+    if (!image) continue;
+    durations.push_back(lumora::CGImageSourceGetGifFrameDelay(*source, index));
+    lumora::writeFrame(layout, index, image);
     if (fs::exists(layout.framePath(index))) ++written;
   }
-  if (!lumora::loadFrameDurations(layout) || written < client.framesFound())
+  lumora::writeFrameDurations(layout, durations);
+  checkMemory(gif.path);
+  if (!lumora::loadFrameDurations(layout) || written < static_cast<int>(durations.size()))
     throw Failure("cannot write all frames to " + folder.string() + "; check the free space");
   for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
     fs::rename(entry.path(), folder / entry.path().filename());

@@ -26,7 +26,7 @@ void awaitHost(const DeviceFolder& device, Seconds timeout) {
 
 void stopHost(const DeviceFolder& device, Seconds timeout) {
   const TimeLimit limit(timeout);
-  HostConnection::require(device, limit.left())->call(host::control::method::stop, limit.left());
+  HostConnection::require(device, limit.left())->call(host::service::method::stop, limit.left());
   FileLock lock(device, FileLock::host);
   if (!lock.take(limit.left())) {
     throw Failure("the home screen is still running after the timeout");

@@ -8,16 +8,20 @@
 namespace tool {
 namespace {
 
-namespace method = host::control::method;
+namespace method = host::service::method;
 
 void takeScreenshot(const DeviceFolder& device, const std::string& path) {
   checkUserFileIsWritable(path);
   writeUserFile(path, HostConnection::require(device)->screenshot());
 }
 
-// Returns a function that calls one of the host's methods without arguments.
-std::function<void()> call(const Context& context, const char* name) {
-  return [&context, name] { HostConnection::require(context.device())->call(name); };
+void call(const Context& context, const char* method) {
+  HostConnection::require(context.device())->call(method);
+}
+
+void addScreenCommand(CLI::App& lumora, Context& context, const char* name, const char* description,
+                      const char* method) {
+  addCommand(lumora, context, name, description, [&context, method] { call(context, method); });
 }
 
 void addScreenshotCommand(CLI::App& lumora, Context& context) {
@@ -31,17 +35,17 @@ void addScreenshotCommand(CLI::App& lumora, Context& context) {
 
 void addScreenCommands(CLI::App& lumora, Context& context) {
   addScreenshotCommand(lumora, context);
-  addCommand(lumora, context, "lock", "go to the lock screen", call(context, method::lock));
-  addCommand(lumora, context, "unlock", "leave the lock screen", call(context, method::home));
-  addCommand(lumora, context, "home", "go to the home screen", call(context, method::home));
+  addScreenCommand(lumora, context, "lock", "go to the lock screen", method::lock);
+  addScreenCommand(lumora, context, "unlock", "leave the lock screen", method::home);
+  addScreenCommand(lumora, context, "home", "go to the home screen", method::home);
   auto choice = std::make_shared<std::string>();
   auto* app = addCommand(lumora, context, "app", "open or close an app", [&context, choice] {
-    call(context, *choice == "open" ? method::openApp : method::closeApp)();
+    call(context, *choice == "open" ? method::openApp : method::closeApp);
   });
   addChoice(app, "ACTION", *choice, {"open", "close"}, "what to do");
   auto* screen =
       addCommand(lumora, context, "screen", "switch the display on or off", [&context, choice] {
-        call(context, *choice == "on" ? method::displayOn : method::displayOff)();
+        call(context, *choice == "on" ? method::displayOn : method::displayOff);
       });
   addChoice(screen, "STATE", *choice, {"on", "off"}, "new state of the display");
   auto* rotate = addCommand(lumora, context, "rotate", "turn the device", [&context, choice] {

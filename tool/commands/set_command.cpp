@@ -61,13 +61,17 @@ void set(const DeviceFolder& device, const SetOptions& options) {
               placeNames[static_cast<std::size_t>(other.id)]);
 }
 
-// Sorts out which arguments were given: the location can be left out.
+// Returns what is wrong with the name of a location, or nothing.
+std::string problemWithLocation(const std::string& name) {
+  return CLI::IsMember(locationNames, CLI::ignore_case)(name);
+}
+
+// A single argument is the GIF.
 void readArguments(SetOptions& options) {
   if (options.path.empty()) options.path = std::exchange(options.location, "shared");
-  const std::string problem = CLI::IsMember(locationNames, CLI::ignore_case)(options.location);
+  const std::string problem = problemWithLocation(options.location);
   if (!problem.empty()) throw CLI::ValidationError("LOCATION", problem);
-  const std::string noProblem = CLI::IsMember(locationNames, CLI::ignore_case)(options.path);
-  if (noProblem.empty()) throw CLI::RequiredError("GIF");
+  if (problemWithLocation(options.path).empty()) throw CLI::RequiredError("GIF");
 }
 
 }  // namespace

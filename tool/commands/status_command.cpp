@@ -50,7 +50,8 @@ std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) 
 std::string whyNotAttached(const Location& location, bool isSet) {
   if (!isSet) return "nothing set";
   if (!lumora::getEnabled()) return "disabled";
-  return location.mode == lumora::wallpaperMode() ? "not attached" : "not used in this mode";
+  return lumora::isUsed(location, lumora::wallpaperMode()) ? "not attached"
+                                                           : "not used in this mode";
 }
 
 std::string why(const ordered_json& view, const ordered_json& report, bool isSet) {

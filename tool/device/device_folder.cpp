@@ -38,7 +38,7 @@ fs::path chosenFolder(const std::string& given) {
   return fs::path(home) / ".local/share/lumora";
 }
 
-platform::backend::FileDescriptor openHostFolder(const fs::path& root) {
+platform::backend::FileDescriptor openOrMakeHostFolder(const fs::path& root) {
   const fs::path path = root / platform::backend::hostFolderName;
   mkdir(path.c_str(), mineAlone);
   platform::backend::FileDescriptor folder(
@@ -69,7 +69,7 @@ DeviceFolder::DeviceFolder(const std::string& given) {
     throw Failure("cannot use " + folder.string() + " as the device folder: " + error.message());
   }
   platform::backend::setDeviceRoot(path_);
-  hostFolder_ = openHostFolder(path_);
+  hostFolder_ = openOrMakeHostFolder(path_);
   hostFolderError_ = errno;
   // If this fails, the first write into it reports the error.
   platform::createDirectoryAtPath(preferencesDirectory);

@@ -14,7 +14,7 @@ namespace tool {
 namespace {
 
 namespace darwin = platform::backend::darwin;
-namespace control = host::control;
+namespace service = host::service;
 
 std::uint64_t microseconds(Seconds timeout) {
   // 0 would mean the bus library's default.
@@ -41,7 +41,7 @@ bool hasEnded(const sdbus::Error& error) {
 
 HostConnection::HostConnection(std::unique_ptr<sdbus::IConnection> connection)
     : connection_(std::move(connection)),
-      proxy_(sdbus::createProxy(*connection_, control::busName, control::path)),
+      proxy_(sdbus::createProxy(*connection_, service::busName, service::path)),
       notifier_(sdbus::createObject(*connection_, darwin::path)) {}
 
 std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device, Seconds timeout) {
@@ -57,7 +57,7 @@ std::unique_ptr<HostConnection> HostConnection::find(const DeviceFolder& device,
   try {
     std::unique_ptr<HostConnection> host(
         new HostConnection(sdbus::createSessionBusConnectionWithAddress(address.address())));
-    return host->serves(control::busName, timeout) ? std::move(host) : nullptr;
+    return host->serves(service::busName, timeout) ? std::move(host) : nullptr;
   } catch (const sdbus::Error& error) {
     if (isTimeout(error)) throw silence;
     return nullptr;
@@ -87,7 +87,7 @@ template <typename Use>
 bool HostConnection::isAnswered(Seconds timeout, const std::string& method, Use use) {
   try {
     auto invoker = proxy_->callMethod(method);
-    invoker.onInterface(control::interface).withTimeout(microseconds(timeout));
+    invoker.onInterface(service::interface).withTimeout(microseconds(timeout));
     use(invoker);
     return true;
   } catch (const sdbus::Error& error) {
@@ -109,7 +109,7 @@ void HostConnection::call(const std::string& method, Seconds timeout) {
 }
 
 void HostConnection::rotate(const std::string& orientation) {
-  ask(usualTimeout, control::method::rotate,
+  ask(usualTimeout, service::method::rotate,
       [&](auto& invoker) { invoker.withArguments(orientation); });
 }
 
@@ -117,26 +117,26 @@ void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
   const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
   // The home screen gives up first and reports why.
   constexpr Seconds margin{2};
-  ask(timeout + margin, control::method::advance, [&](auto& invoker) {
+  ask(timeout + margin, service::method::advance, [&](auto& invoker) {
     invoker.withArguments(std::int64_t{span.count()}, std::int64_t{limit.count()});
   });
 }
 
 std::string HostConnection::status(Seconds timeout) {
   std::string report;
-  ask(timeout, control::method::status, [&](auto& invoker) { invoker.storeResultsTo(report); });
+  ask(timeout, service::method::status, [&](auto& invoker) { invoker.storeResultsTo(report); });
   return report;
 }
 
 bool HostConnection::settle(Seconds timeout) {
   bool isAtRest = false;
   auto use = [&isAtRest](auto& invoker) { invoker.storeResultsTo(isAtRest); };
-  return isAnswered(timeout, control::method::settle, use) && isAtRest;
+  return isAnswered(timeout, service::method::settle, use) && isAtRest;
 }
 
 platform::backend::FileDescriptor HostConnection::screenshot() {
   sdbus::UnixFd png;
-  ask(usualTimeout, control::method::screenshot,
+  ask(usualTimeout, service::method::screenshot,
       [&](auto& invoker) { invoker.storeResultsTo(png); });
   return platform::backend::FileDescriptor(png.release());
 }
@@ -147,7 +147,7 @@ void HostConnection::post(const std::string& name, Seconds timeout) {
     signal << name;
     notifier_->emitSignal(signal);
     // The answer to this call shows that the bus has received the signal.
-    serves(control::busName, timeout);
+    serves(service::busName, timeout);
   } catch (const sdbus::Error& error) {
     throw Failure("cannot post " + name + ": " + error.getMessage());
   }

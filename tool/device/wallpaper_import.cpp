@@ -226,7 +226,8 @@ void WallpaperImport::storeChoice() {
   }
 }
 
-// Posts the notification of a chosen GIF. Returns after the home screen has handled it.
+// Posts the notification of a chosen GIF. Returns after the home screen has handled it: it handles
+// what arrives in order, so its answer to any question comes later.
 void WallpaperImport::announce() {
   host_.post(lumora::control::wallpaperNeedsUpdating, limit_.left());
   host_.status(limit_.left());
@@ -244,7 +245,7 @@ bool WallpaperImport::isTaken() const {
 // Throws Failure if another program has changed the wallpaper, because that must not be undone.
 void WallpaperImport::checkChoice() const {
   if (!isTaken()) throw Failure("another program has removed or replaced the GIF");
-  if (lumora::wallpaperMode() != location_.mode) {
+  if (!lumora::isUsed(location_, lumora::wallpaperMode())) {
     throw Failure("another program has changed the mode");
   }
 }

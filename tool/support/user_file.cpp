@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "platform/linux/files/byte_reader.h"
-#include "platform/linux/files/file_contents.h"
+#include "platform/linux/files/data.h"
 #include "tool/support/failure.h"
 
 namespace tool {

@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include "platform/linux/files/data.h"
-#include "platform/linux/files/file_contents.h"
 #include "platform/linux/files/written_file.h"
 
 namespace platform {

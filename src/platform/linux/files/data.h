@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/data.h"
+#include "platform/linux/files/file_contents.h"
 
 namespace platform {
 
@@ -36,5 +37,9 @@ struct Piece {
 
 // Returns the pieces, in their order, as one object that shares their ownership.
 DataRef dataOfPieces(std::vector<Piece> pieces);
+
+// Returns data whose bytes are read from the file when needed; never nullptr. If the file is
+// changed in place, so are the bytes.
+DataRef dataOfFile(OpenFile file);
 
 }  // namespace platform::backend

@@ -31,10 +31,6 @@ std::optional<OpenFile> openFileAt(int directory, const std::string& name,
 // of the file or after an error.
 std::size_t readAt(const FileDescriptor& file, std::size_t offset, std::span<std::uint8_t> wanted);
 
-// Returns data whose bytes are read from the file when needed; never nullptr. If the file is
-// changed in place, so are the bytes.
-DataRef dataOfFile(OpenFile file);
-
 // Reads a file into memory. Returns nothing if openFile does or if memory runs out.
 std::optional<Bytes> contentsOfFile(const std::string& path, std::size_t limit = maxFileSize);
 // Returns nothing if memory runs out.

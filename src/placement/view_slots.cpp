@@ -1,4 +1,4 @@
-#include "placement/location_table.h"
+#include "placement/view_slots.h"
 
 #include "gifview/gif_view.h"
 #include "placement/wallpaper_listener.h"
@@ -12,15 +12,15 @@ constinit ListenerGlobal sharedListener;
 constinit ListenerGlobal lockscreenListener;
 constinit ListenerGlobal homescreenListener;
 
-constinit const std::array<LocationEntry, 3> locationEntries = {{
+constinit const std::array<ViewSlot, 3> viewSlots = {{
     {locations[0], sharedGIFView, sharedListener, "_sharedWallpaperView"},
     {locations[1], lockscreenGIFView, lockscreenListener, "_lockscreenWallpaperView"},
     {locations[2], homescreenGIFView, homescreenListener, "_homescreenWallpaperView"},
 }};
 
-const LocationEntry* entryOf(ScreenLocation location) {
+const ViewSlot* slotOf(ScreenLocation location) {
   const auto index = static_cast<std::size_t>(location);
-  return index < locationEntries.size() ? &locationEntries[index] : nullptr;
+  return index < viewSlots.size() ? &viewSlots[index] : nullptr;
 }
 
 }  // namespace lumora

@@ -1,4 +1,4 @@
-#include "host/control/screenshot.h"
+#include "host/home_screen/screen_drawing.h"
 
 #include <cmath>
 

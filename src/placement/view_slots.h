@@ -2,6 +2,7 @@
 // ends: a removal only detaches them.
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include "settings/locations.h"
@@ -23,7 +24,7 @@ extern ListenerGlobal sharedListener;
 extern ListenerGlobal lockscreenListener;
 extern ListenerGlobal homescreenListener;
 
-struct LocationEntry {
+struct ViewSlot {
   const Location& location;
   ViewGlobal& view;
   ListenerGlobal& listener;
@@ -32,9 +33,9 @@ struct LocationEntry {
 };
 
 // In the order of ScreenLocation.
-extern const std::array<LocationEntry, 3> locationEntries;
+extern const std::array<ViewSlot, 3> viewSlots;
 
-// Returns the location's entry, or nullptr for an unknown location. Any thread.
-const LocationEntry* entryOf(ScreenLocation location);
+// Returns the location's slot, or nullptr for an unknown location. Any thread.
+const ViewSlot* slotOf(ScreenLocation location);
 
 }  // namespace lumora
