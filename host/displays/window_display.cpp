@@ -83,12 +83,14 @@ struct WindowDisplay::Impl {
   // Returns the surface to draw on: the window's own or, if that does not have 8 bits per color, a
   // converted one. Returns nullptr if there is no memory for it.
   SDL_Surface* canvas(SDL_Surface& shown);
-  // Resizes the window after a rotation. Returns true if the size has changed.
+  // Resizes the window after a rotation. Returns true if the size has changed. SDL raises a window
+  // that it resizes, so a desktop, which does not rotate, is never resized.
   bool fitToScreen();
   std::optional<SDL_Rect> takeChangedPart(const SDL_Surface& pixels);
 
   SpringBoard& springBoard;
   SDL_Window* window = nullptr;
+  // In pixels.
   int width = 0;
   int height = 0;
   // True until the whole window has been drawn.
@@ -123,14 +125,14 @@ void WindowDisplay::Impl::open() {
   if (SDL_Init(SDL_INIT_VIDEO) != 0) fail();
   ignoreX11Errors();
   if (isDesktop()) SDL_SetHint(SDL_HINT_X11_WINDOW_TYPE, "_NET_WM_WINDOW_TYPE_DESKTOP");
+  width = springBoard.options().width * springBoard.options().scale;
+  height = springBoard.options().height * springBoard.options().scale;
   const int place = isDesktop() ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
   // Created hidden and mapped below, because SDL would wait for the window to appear: forever, if a
   // window manager that is just starting drops the event.
   const auto flags =
       SDL_WINDOW_HIDDEN | (isDesktop() ? SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR : 0);
-  window = SDL_CreateWindow(
-      "Lumora", place, place, springBoard.options().width * springBoard.options().scale,
-      springBoard.options().height * springBoard.options().scale, static_cast<Uint32>(flags));
+  window = SDL_CreateWindow("Lumora", place, place, width, height, static_cast<Uint32>(flags));
   if (window == nullptr) fail();
   const auto& x11 = systemInfo().info.x11;
   // SDL draws nothing on such a screen and reports no error.

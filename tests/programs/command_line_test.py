@@ -776,9 +776,24 @@ class DesktopWallpaper(Device):
         self.environment = dict(os.environ, DISPLAY=self.display, HOME=self.folder,
                                 DBUS_SESSION_BUS_ADDRESS='unix:path=/nowhere',
                                 DBUS_SYSTEM_BUS_ADDRESS='unix:path=/nowhere')
-        self.show('openbox')
+        self.xlib = ctypes.CDLL('libX11.so.6')
+        self.xlib.XOpenDisplay.restype = ctypes.c_void_p
+        self.screen = ctypes.c_void_p(self.xlib.XOpenDisplay(self.display.encode()))
+        self.start_window_manager()
+
+    def start_window_manager(self):
+        self.manager = self.show('openbox')
+        selection = self.xlib.XInternAtom(self.screen, b'WM_S0', 0)
+        deadline = time.monotonic() + 20
+        while not self.xlib.XGetSelectionOwner(self.screen, selection):
+            self.assertLess(time.monotonic(), deadline)
+            # It sometimes gives up if the X server has only just started.
+            if self.manager.poll() is not None:
+                self.manager = self.show('openbox')
+            time.sleep(0.02)
 
     def tearDown(self):
+        self.xlib.XCloseDisplay(self.screen)
         for program in reversed(self.programs):
             program.terminate()
             program.wait(20)
@@ -802,7 +817,12 @@ class DesktopWallpaper(Device):
         self.assertEqual(self.shared()['frame'], [0, 0, 640, 480])
         self.assertIn('cannot be rotated', self.fails(1, 'rotate', 'left'))
         other = os.path.join(self.folder, 'other')
-        for size, playing, why in (('700x900', False, 'covered'), ('300x400', True, 'shown')):
+        for size, has_manager, playing, why in (('700x900', True, False, 'covered'),
+                                                ('300x400', True, True, 'shown'),
+                                                ('700x900', False, False, 'covered')):
+            if not has_manager:
+                self.manager.terminate()
+                self.manager.wait(20)
             window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
                                '--screen', size)
             subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
@@ -817,14 +837,10 @@ class DesktopWallpaper(Device):
             window.wait(20)
             self.becomes(True, 'shown')
         # The X server's own screen saver.
-        xlib = ctypes.CDLL('libX11.so.6')
-        xlib.XOpenDisplay.restype = ctypes.c_void_p
-        screen = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
         for mode, playing, why in ((1, False, 'covered'), (0, True, 'shown')):
-            xlib.XForceScreenSaver(screen, mode)
-            xlib.XSync(screen, 0)
+            self.xlib.XForceScreenSaver(self.screen, mode)
+            self.xlib.XSync(self.screen, 0)
             self.becomes(playing, why)
-        xlib.XCloseDisplay(screen)
         picture = os.path.join(self.folder, 'picture.png')
         self.ok('screenshot', picture)
         with open(picture, 'rb') as file:
