@@ -3,12 +3,10 @@
 #include <utility>
 
 #include "gifview/description_keys.h"
-#include "gifview/live_settings.h"
 #include "gifview/view_settings.h"
 #include "platform/autorelease_pool.h"
 #include "platform/file_manager.h"
 #include "platform/messaging_center.h"
-#include "platform/notify_center.h"
 #include "platform/semaphore.h"
 #include "settings/notification_names.h"
 #include "settings/settings_store.h"
@@ -21,13 +19,6 @@ namespace {
 
 using platform::CADisplayLink;
 using platform::CPDistributedMessagingCenter;
-using platform::DarwinNotifyCenter;
-
-// Separate from the center of the control notifications, whose observers must not be removed here.
-DarwinNotifyCenter& viewNotifyCenter() {
-  static auto* center = new DarwinNotifyCenter;
-  return *center;
-}
 
 }  // namespace
 
@@ -45,7 +36,6 @@ std::shared_ptr<LWGIFView> LWGIFView::initWithIdentifier(const std::string& iden
   const float alpha = alphaOf(view->location_);
   hopToMainQueue([view, alpha] { view->setUp(alpha); }, deadlineFromNow());
   view->speedModifier_ = speedOf(view->location_);
-  view->observeNotifications();
   return view;
 }
 
@@ -71,23 +61,6 @@ void LWGIFView::serveMessages() {
   };
   center->registerForMessageName(shouldResumeMessage, call(&LWGIFView::resumeAnimation));
   center->registerForMessageName(shouldPauseMessage, call(&LWGIFView::pauseAnimation));
-}
-
-void LWGIFView::observeNotifications() {
-  using Handler = void (*)(const std::shared_ptr<LWGIFView>&);
-  constexpr std::pair<const char*, Handler> handlers[] = {
-      {speedNeedsUpdatingNotification, updateGIFSpeed},
-      {alphaNeedsUpdatingNotification, updateGIFAlpha},
-      {blurNeedsUpdatingNotification, updateGIFBlur},
-      {removeUnneededViewNotification, removeUnneededViews},
-  };
-  viewNotifyCenter().removeEveryObserver(nullptr);
-  for (const auto& [name, handler] : handlers) {
-    viewNotifyCenter().addObserver(
-        this, name, [weak = std::weak_ptr(self()), update = handler](const std::string&) {
-          if (auto view = weak.lock()) stoppingExceptions([&] { update(view); });
-        });
-  }
 }
 
 void LWGIFView::startAnimationWithGIFAtPath(const std::string& path) {

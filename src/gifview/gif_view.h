@@ -23,7 +23,8 @@ class LWGIFView final : public platform::UIView {
 
   // Creates a view for "SHARED", "LOCKSCREEN" or "HOMESCREEN" and waits up to five seconds for the
   // main thread to set it up. If that takes longer, the view is set up later and imageView() is
-  // nullptr until then. Never returns nullptr. Not on the main thread.
+  // nullptr until then. Never returns nullptr. Not on the main thread. The view does not follow
+  // changes of its settings before observeSettings of live_settings.h.
   static std::shared_ptr<LWGIFView> initWithIdentifier(const std::string& identifier);
 
   // Brings the frame cache of this GIF up to date and waits up to five seconds for that; if it
@@ -60,7 +61,6 @@ class LWGIFView final : public platform::UIView {
   explicit LWGIFView(const std::string& identifier);
   void setUp(float alpha);
   void serveMessages();
-  void observeNotifications();
   void startDisplayLink();
   void update(const platform::CADisplayLink& link);
   void startNextCycle();

@@ -1,12 +1,26 @@
 #include "gifview/live_settings.h"
 
+#include <string>
+#include <utility>
+
 #include "gifview/gif_view.h"
 #include "gifview/view_settings.h"
+#include "platform/notify_center.h"
+#include "settings/notification_names.h"
 #include "settings/settings_store.h"
+#include "threads/exception_barrier.h"
 #include "threads/queues.h"
 
 namespace lumora {
 namespace {
+
+using platform::DarwinNotifyCenter;
+
+// Separate from the center of the control notifications, whose observers must not be removed here.
+DarwinNotifyCenter& viewNotifyCenter() {
+  static auto* center = new DarwinNotifyCenter;
+  return *center;
+}
 
 // No view is unneeded in a mode that is neither shared nor separate.
 bool isUnneeded(const LWGIFView& view) {
@@ -15,7 +29,29 @@ bool isUnneeded(const LWGIFView& view) {
   return wallpaperMode() == (isShared ? WallpaperMode::Separate : WallpaperMode::Shared);
 }
 
+std::string wallpaperSetKey(const LWGIFView& view) {
+  const Location* location = view.location();
+  return location == nullptr ? view.identifier() + "_WALLPAPER_SET" : location->wallpaperSetKey;
+}
+
 }  // namespace
+
+void observeSettings(const std::shared_ptr<LWGIFView>& view) {
+  using Update = void (*)(const std::shared_ptr<LWGIFView>&);
+  constexpr std::pair<const char*, Update> updates[] = {
+      {speedNeedsUpdatingNotification, updateGIFSpeed},
+      {alphaNeedsUpdatingNotification, updateGIFAlpha},
+      {blurNeedsUpdatingNotification, updateGIFBlur},
+      {removeUnneededViewNotification, removeUnneededViews},
+  };
+  viewNotifyCenter().removeEveryObserver(nullptr);
+  for (const auto& [name, handler] : updates) {
+    viewNotifyCenter().addObserver(
+        view.get(), name, [weak = std::weak_ptr(view), update = handler](const std::string&) {
+          if (auto observing = weak.lock()) stoppingExceptions([&] { update(observing); });
+        });
+  }
+}
 
 void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view) {
   view->setSpeedModifier(speedOf(view->location()));
@@ -36,7 +72,7 @@ void removeUnneededViews(const std::shared_ptr<LWGIFView>& view) {
   addToMainQueue([view] {
     if (!isUnneeded(*view)) return;
     view->removeFromSuperview();
-    setPreferencesObjectKey("FALSE", view->identifier() + "_WALLPAPER_SET");
+    setPreferencesObjectKey("FALSE", wallpaperSetKey(*view));
   });
 }
 

@@ -1,6 +1,6 @@
-// Applies changed settings to an existing view. Each function reads the setting of the view's
-// location. Called on the thread that delivers Darwin notifications; views are changed from blocks
-// on the main queue. Failures are silent.
+// Applies changed settings to an existing view. Each update reads the setting of the view's
+// location. Updates are called on the thread that delivers Darwin notifications; views are changed
+// from blocks on the main queue. Failures are silent.
 #pragma once
 
 #include <memory>
@@ -8,6 +8,10 @@
 namespace lumora {
 
 class LWGIFView;
+
+// Makes the notifications of a change call the updates below for this view, as long as it exists.
+// Any thread.
+void observeSettings(const std::shared_ptr<LWGIFView>& view);
 
 // Changes the speed with the next refresh; playback is not restarted.
 void updateGIFSpeed(const std::shared_ptr<LWGIFView>& view);
@@ -20,7 +24,9 @@ void updateGIFAlpha(const std::shared_ptr<LWGIFView>& view);
 void updateGIFBlur(const std::shared_ptr<LWGIFView>& view);
 
 // Removes the shared view in separate mode, and the other two in shared mode, from its superview
-// and records that in the settings. Does nothing in any other mode.
+// and records that in the settings. Does nothing in any other mode. A view removes itself because
+// it is the view that observes the notification, and placement, which removes others, is above
+// gifview.
 void removeUnneededViews(const std::shared_ptr<LWGIFView>& view);
 
 }  // namespace lumora

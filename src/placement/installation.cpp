@@ -3,6 +3,7 @@
 #include <array>
 
 #include "gifview/gif_view.h"
+#include "gifview/live_settings.h"
 #include "placement/frame_layout.h"
 #include "placement/host_wallpaper.h"
 #include "placement/scaling.h"
@@ -86,6 +87,7 @@ void createViewIfMissing(const std::shared_ptr<UIView>& hostView, const ViewSlot
                          Deadline deadline) {
   if (slot.view.load()) return;
   auto view = LWGIFView::initWithIdentifier(slot.location.identifier);
+  observeSettings(view);
   view->setTag(LWGIFView::animatedViewTag);
   slot.view.store(view);
   hopToMainQueue([hostView, view] { attach(hostView, view); }, deadline);
