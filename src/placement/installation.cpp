@@ -9,7 +9,6 @@
 #include "placement/scaling.h"
 #include "placement/tweak_queue.h"
 #include "placement/view_slots.h"
-#include "placement/wallpaper_listener.h"
 #include "platform/file_manager.h"
 #include "platform/image.h"
 #include "settings/settings_store.h"
@@ -56,7 +55,7 @@ HostViews listenToHostViews(platform::id controller) {
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
     if (!isUsed(locations[at], mode)) continue;
     hostViews[at] = hostWallpaperView(controller, viewSlots[at]);
-    LWWallpaperListener::addListenerToObject(hostViews[at], locations[at].id);
+    LWWallpaperListener::addListenerToObject(hostViews[at], viewSlots[at].listener);
   }
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
     if (hostViews[at]) hostViews[at]->setTag(static_cast<int>(locations[at].id));

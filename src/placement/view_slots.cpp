@@ -1,7 +1,6 @@
 #include "placement/view_slots.h"
 
 #include "gifview/gif_view.h"
-#include "placement/wallpaper_listener.h"
 
 namespace lumora {
 

@@ -5,16 +5,15 @@
 #include <array>
 #include <memory>
 
+#include "placement/wallpaper_listener.h"
 #include "settings/locations.h"
 #include "threads/guarded.h"
 
 namespace lumora {
 
 class LWGIFView;
-class LWWallpaperListener;
 
 using ViewGlobal = GuardedGlobal<std::shared_ptr<LWGIFView>>;
-using ListenerGlobal = GuardedGlobal<std::shared_ptr<LWWallpaperListener>>;
 
 // Written on tweakQueue, read on any thread. nullptr if none has been created.
 extern ViewGlobal sharedGIFView;

@@ -2,7 +2,6 @@
 
 #include <atomic>
 
-#include "placement/view_slots.h"
 #include "threads/exception_barrier.h"
 
 namespace lumora {
@@ -10,13 +9,13 @@ namespace {
 
 std::atomic<LWWallpaperListener::VisibilityHandler> visibilityHandler = nullptr;
 
-void removeOldListener(const std::shared_ptr<platform::UIView>& object, ListenerGlobal& listener) {
-  const auto old = listener.load();
+void removeOldListener(const std::shared_ptr<platform::UIView>& object, ListenerGlobal& newest) {
+  const auto old = newest.load();
   if (!old) return;
   const bool removed = platform::swallowingNSException([&] {
     if (object) object->removeObserver(*old, LWWallpaperListener::keyPath);
   });
-  if (removed) listener.store(nullptr);
+  if (removed) newest.store(nullptr);
 }
 
 ScreenLocation locationOfTag(int tag) {
@@ -31,14 +30,12 @@ void LWWallpaperListener::setVisibilityHandler(VisibilityHandler handler) {
 }
 
 void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UIView>& object,
-                                              ScreenLocation location) {
-  const ViewSlot* slot = slotOf(location);
-  if (slot == nullptr) return;
-  removeOldListener(object, slot->listener);
+                                              ListenerGlobal& newest) {
+  removeOldListener(object, newest);
   auto listener = std::make_shared<LWWallpaperListener>();
-  slot->listener.store(listener);
+  newest.store(listener);
   // The context only has to be a distinct address for each location.
-  if (object) object->addObserver(listener, keyPath, slot);
+  if (object) object->addObserver(listener, keyPath, &newest);
 }
 
 void LWWallpaperListener::observeValueForKeyPath(std::string_view /*changedKeyPath*/,

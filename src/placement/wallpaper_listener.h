@@ -7,8 +7,13 @@
 #include "platform/key_value_observing.h"
 #include "platform/view.h"
 #include "settings/locations.h"
+#include "threads/guarded.h"
 
 namespace lumora {
+
+class LWWallpaperListener;
+// The newest listener of a location; nullptr if none has been created.
+using ListenerGlobal = GuardedGlobal<std::shared_ptr<LWWallpaperListener>>;
 
 class LWWallpaperListener final : public platform::KeyValueObserver {
  public:
@@ -20,11 +25,11 @@ class LWWallpaperListener final : public platform::KeyValueObserver {
   // Sets the handler of all listeners, which do nothing without one. Any thread.
   static void setVisibilityHandler(VisibilityHandler handler);
 
-  // Creates a new listener for the location and registers it with object, unless that is nullptr.
-  // The old listener is removed if it observes this object; if it observes another view, it stays
-  // until that view is destroyed. Does nothing for an unknown location. On tweakQueue.
+  // Creates a new listener, stores it in newest and registers it with object, unless that is
+  // nullptr. The old listener is removed if it observes this object; if it observes another view,
+  // it stays until that view is destroyed. On tweakQueue.
   static void addListenerToObject(const std::shared_ptr<platform::UIView>& object,
-                                  ScreenLocation location);
+                                  ListenerGlobal& newest);
 
   void observeValueForKeyPath(std::string_view changedKeyPath, platform::UIView& object,
                               const void* context) override;

@@ -7,8 +7,8 @@
 
 #include "gifview/gif_view.h"
 #include "hooks/hook_table.h"
-#include "placement/view_slots.h"
 #include "placement/tweak_queue.h"
+#include "placement/view_slots.h"
 #include "placement/wallpaper_listener.h"
 #import "platform/ios/native_view.h"
 #include "settings/device_paths.h"
@@ -139,7 +139,7 @@ TEST(Library, DetachesItsListenerFromADyingWallpaper) {
       [wallpaper addObserver:observer forKeyPath:@"hidden" options:0 context:nil];
     } else {
       lumora::LWWallpaperListener::addListenerToObject(platform::viewOfNative(wallpaper),
-                                                       lumora::ScreenLocation::HomeScreen);
+                                                       lumora::homescreenListener);
     }
     @try {
       [wallpaper release];
