@@ -1,20 +1,12 @@
 #include "platform/linux/views/display_damage.h"
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
-#include "platform/linux/main_loop/run_loop.h"
 #include "platform/linux/views/image_view.h"
 #include "platform/linux/views/picture_placement.h"
 
 namespace platform::backend {
 namespace {
-
-std::vector<std::weak_ptr<UIImageView>>& changedViews() {
-  static auto* views = new std::vector<std::weak_ptr<UIImageView>>;
-  return *views;
-}
 
 // Returns the view's frame in the root's coordinates, or nothing if the view is not in the tree or
 // not visible.
@@ -52,17 +44,10 @@ CGRect unionOf(const CGRect& one, const CGRect& other) {
 
 }  // namespace
 
-void notePictureChanged(const std::shared_ptr<UIImageView>& view) {
-  if (!std::exchange(view->impl().isChangeNoted, true)) changedViews().push_back(view);
-  RunLoop::main().setNeedsPartialDisplay();
-}
-
 std::optional<CGRect> takePictureDamage(const UIView& root) {
   std::optional<CGRect> damage;
-  for (const auto& entry : std::exchange(changedViews(), {})) {
-    const auto view = entry.lock();
-    if (view) view->impl().isChangeNoted = false;
-    const auto frame = view ? visibleFrame(*view, root) : std::nullopt;
+  for (const auto& view : takeViewsWithNewPicture()) {
+    const auto frame = visibleFrame(*view, root);
     const ImageRef image = frame ? view->image() : nullptr;
     if (!image) continue;
     view->impl().surface.update(*image);

@@ -3,12 +3,20 @@
 #include <utility>
 
 #include "platform/linux/main_loop/run_loop.h"
-#include "platform/linux/views/display_damage.h"
 #include "platform/linux/views/image_view.h"
 #include "platform/linux/views/main_thread_check.h"
 
 namespace platform {
 using namespace backend;
+
+namespace {
+
+std::vector<std::weak_ptr<UIImageView>>& changedViews() {
+  static auto* views = new std::vector<std::weak_ptr<UIImageView>>;
+  return *views;
+}
+
+}  // namespace
 
 UIImageView::UIImageView() : impl_(std::make_unique<Impl>()) {}
 UIImageView::~UIImageView() = default;
@@ -19,7 +27,10 @@ void UIImageView::setImage(ImageRef image) {
   const bool replacesPicture = image && impl_->image;
   impl_->image = std::move(image);
   if (replacesPicture) {
-    notePictureChanged(std::static_pointer_cast<UIImageView>(shared_from_this()));
+    if (!std::exchange(impl_->hasNewPicture, true)) {
+      changedViews().push_back(std::static_pointer_cast<UIImageView>(shared_from_this()));
+    }
+    RunLoop::main().setNeedsPartialDisplay();
   } else {
     RunLoop::main().setNeedsDisplay();
   }
@@ -27,6 +38,17 @@ void UIImageView::setImage(ImageRef image) {
 
 ImageRef UIImageView::image() const {
   return impl_->image;
+}
+
+std::vector<std::shared_ptr<UIImageView>> backend::takeViewsWithNewPicture() {
+  std::vector<std::shared_ptr<UIImageView>> views;
+  for (const auto& entry : std::exchange(changedViews(), {})) {
+    auto view = entry.lock();
+    if (!view) continue;
+    view->impl().hasNewPicture = false;
+    views.push_back(std::move(view));
+  }
+  return views;
 }
 
 }  // namespace platform

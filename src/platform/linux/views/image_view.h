@@ -1,5 +1,8 @@
-// An image view's content on this backend. Main thread.
+// An image view's content on this backend, and the views whose content has changed. Main thread.
 #pragma once
+
+#include <memory>
+#include <vector>
 
 #include "platform/image_view.h"
 #include "platform/linux/views/picture_surface.h"
@@ -10,8 +13,16 @@ struct UIImageView::Impl {
   ImageRef image;
   // Updated only when the view is drawn.
   backend::PictureSurface surface;
-  // True from a change of the image until its damage is taken.
-  bool isChangeNoted = false;
+  // True while takeViewsWithNewPicture is to return the view.
+  bool hasNewPicture = false;
 };
 
 }  // namespace platform
+
+namespace platform::backend {
+
+// Returns the views whose image has been replaced by another one since the last call, without those
+// that have been destroyed.
+std::vector<std::shared_ptr<UIImageView>> takeViewsWithNewPicture();
+
+}  // namespace platform::backend

@@ -1,12 +1,10 @@
 #include "platform/linux/views/view_class.h"
 
-#include "platform/linux/views/view.h"
-
 namespace platform::backend {
 namespace {
 
 void deallocView(id self, SEL) {
-  delete static_cast<ViewObject*>(self)->view;
+  delete UIView::viewOfObject(self).get();
 }
 
 }  // namespace
