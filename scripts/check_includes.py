@@ -2,8 +2,11 @@
 
 The drawings show components, which are folders, with an arrow from each component to those
 directly below it. A file may include headers of its own component and of those that arrows reach
-in any number of steps. Every arrow must be in use, and arrows must not form a cycle.
+in any number of steps. Every arrow must be in use, and arrows must not form a cycle. Nor must the
+files: a header and the source file of the same name, which count as one, must not depend on
+themselves.
 """
+import collections
 import os
 import re
 import subprocess
@@ -56,10 +59,14 @@ def main():
     below = drawing()
     findings = []
     used = set()
+    units = collections.defaultdict(set)
     for component in below:
         if any(component in reachable(lower, below) for lower in below[component]):
             findings.append(f'{DRAWING}: {component} depends on itself')
     for path, header in includes():
+        unit, other = os.path.splitext(path)[0], os.path.splitext(header)[0]
+        if unit != other:
+            units[unit].add(other)
         source, target = component_of(path, below), component_of(header, below)
         if source is None or source == target:
             continue
@@ -69,6 +76,8 @@ def main():
     for component, lower in ((component, lower) for component in below for lower in below[component]):
         if (component, lower) not in used:
             findings.append(f'{DRAWING}: no include uses the arrow from {component} to {lower}')
+    findings += [f'{unit} depends on itself through {lower}' for unit in sorted(units)
+                 for lower in sorted(units[unit]) if unit in reachable(lower, units)]
     print('\n'.join(findings) or
           f'includes: {len(used)} dependencies between {len(below)} components, all downward')
     return 1 if findings else 0
