@@ -25,13 +25,13 @@ using HostViews = std::array<std::shared_ptr<UIView>, 3>;
 
 // Returns true if the wallpaper selected in the settings can be decoded. The other locations' files
 // are decoded, too, although their results are not used.
-bool hasPictureForSettings() {
-  std::array<bool, 3> isPicture{};
+bool hasImageForSettings() {
+  std::array<bool, 3> isImage{};
   for (std::size_t at = 0; at < locations.size(); ++at) {
-    isPicture[at] = platform::imageWithContentsOfFile(locations[at].gifPath) != nullptr;
+    isImage[at] = platform::imageWithContentsOfFile(locations[at].gifPath) != nullptr;
   }
   for (std::size_t at = 0; at < locations.size(); ++at) {
-    if (isSelectedInSettings(locations[at]) && !isPicture[at]) return false;
+    if (isSelectedInSettings(locations[at]) && !isImage[at]) return false;
   }
   return true;
 }
@@ -92,7 +92,8 @@ void createViewIfMissing(const std::shared_ptr<UIView>& hostView, const ViewSlot
   hopToMainQueue([hostView, view] { attach(hostView, view); }, deadline);
 }
 
-// Creates the home screen's view before the lock screen's.
+// Creates the home screen's view before the lock screen's. The order is fixed, because it shows: in
+// the same order, notifications reach the views.
 void createMissingViews(const HostViews& hostViews, Deadline deadline) {
   const WallpaperMode mode = wallpaperMode();
   for (std::size_t at = hostViews.size(); at-- > 0;) {
@@ -116,10 +117,11 @@ void setFrames(const CGRect& screen, Deadline deadline) {
       deadline);
 }
 
-// Scales the home screen's view before the lock screen's.
+// Scales the views in the order in which they are created.
 void scaleViews() {
-  for (const std::size_t at : {0, 2, 1}) {
-    const ViewSlot& slot = viewSlots[at];
+  for (const ScreenLocation location :
+       {ScreenLocation::Shared, ScreenLocation::HomeScreen, ScreenLocation::LockScreen}) {
+    const ViewSlot& slot = *slotOf(location);
     if (auto view = slot.view.load()) {
       updateScalingModeOfWallpaper(view, slot.location.identifier);
     }
@@ -164,7 +166,7 @@ void markAndStart() {
 // hops to the main queue here share one deadline, so that a slow main thread delays the
 // installation once, not at every step.
 void install() {
-  if (!hasPictureForSettings()) return;
+  if (!hasImageForSettings()) return;
   const CGRect screen = screenRectangle();
   const platform::id controller = sharedWallpaperController();
   const Deadline deadline = deadlineFromNow();

@@ -13,7 +13,8 @@ void detach(const ViewSlot& slot) {
   if (auto view = slot.view.load()) view->removeFromSuperview();
 }
 
-void removeLocation(const ViewSlot& slot) {
+void removeLocation(ScreenLocation location) {
+  const ViewSlot& slot = *slotOf(location);
   hopToMainQueue([&slot] { detach(slot); }, deadlineFromNow());
   setPreferencesObjectKey("FALSE", slot.location.wallpaperSetKey);
   deleteGIFAndFrameCache(slot.location);
@@ -34,15 +35,15 @@ void removeAll() {
 }  // namespace
 
 void removeSharedGIFView() {
-  addToTweakQueue([] { removeLocation(viewSlots[0]); });
+  addToTweakQueue([] { removeLocation(ScreenLocation::Shared); });
 }
 
 void removeLockscreenGIFView() {
-  addToTweakQueue([] { removeLocation(viewSlots[1]); });
+  addToTweakQueue([] { removeLocation(ScreenLocation::LockScreen); });
 }
 
 void removeHomescreenGIFView() {
-  addToTweakQueue([] { removeLocation(viewSlots[2]); });
+  addToTweakQueue([] { removeLocation(ScreenLocation::HomeScreen); });
 }
 
 void removeGIFFromAllWallpapers() {

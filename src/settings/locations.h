@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -37,6 +38,11 @@ struct Location {
 
 // In the order of ScreenLocation.
 extern const std::array<Location, 3> locations;
+
+// Returns the location. Requires one other than Unknown. Any thread.
+inline const Location& locationOf(ScreenLocation id) {
+  return locations[static_cast<std::size_t>(id)];
+}
 
 // Return the location, or nullptr if there is none with this identifier or tag. Any thread.
 const Location* locationWithIdentifier(const std::string& identifier);
