@@ -1,18 +1,21 @@
 #include "placement/scaling.h"
 
+#include <algorithm>
+
 #include "settings/locations.h"
+#include "settings/scaling.h"
 #include "threads/queues.h"
 
 namespace lumora {
 namespace {
 
-using platform::UIViewContentMode;
-
-// Reads the setting again for each value that it is compared with.
-UIViewContentMode contentMode(const Location& location) {
-  if (location.getScalingMode() == "FIT") return UIViewContentMode::ScaleAspectFit;
-  return location.getScalingMode() == "FILL" ? UIViewContentMode::ScaleAspectFill
-                                             : UIViewContentMode::ScaleToFill;
+// Reads the setting again for each name that it is compared with: for all but the last, which is
+// the only one left then.
+platform::UIViewContentMode contentMode(const Location& location) {
+  const auto isStored = [&location](const Scaling& scaling) {
+    return location.getScalingMode() == scaling.name;
+  };
+  return std::find_if(scalings.begin(), scalings.end() - 1, isStored)->contentMode;
 }
 
 }  // namespace

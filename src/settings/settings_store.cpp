@@ -1,11 +1,13 @@
 #include "settings/settings_store.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "platform/file_manager.h"
 #include "platform/property_list.h"
 #include "platform/string_value.h"
 #include "settings/device_paths.h"
+#include "settings/scaling.h"
 
 namespace lumora {
 namespace {
@@ -46,7 +48,9 @@ std::string readText(const char* key, const char* otherwise) {
 
 std::string readScalingMode(const char* key, const char* otherwise) {
   const std::string mode = readText(key, otherwise);
-  return mode == "FIT" || mode == "FILL" || mode == "FULLSCREEN" ? mode : otherwise;
+  const bool isKnown = std::any_of(scalings.begin(), scalings.end(),
+                                   [&mode](const Scaling& each) { return mode == each.name; });
+  return isKnown ? mode : otherwise;
 }
 
 }  // namespace
@@ -57,11 +61,14 @@ std::string readScalingMode(const char* key, const char* otherwise) {
   }
 #include "settings/settings.def"
 
-WallpaperMode wallpaperMode() {
-  const std::int32_t index = getModeIndex();
+WallpaperMode modeWithIndex(std::int32_t index) {
   if (index == static_cast<std::int32_t>(WallpaperMode::Separate)) return WallpaperMode::Separate;
   if (index == static_cast<std::int32_t>(WallpaperMode::Shared)) return WallpaperMode::Shared;
   return WallpaperMode::None;
+}
+
+WallpaperMode wallpaperMode() {
+  return modeWithIndex(getModeIndex());
 }
 
 void setPreferencesObjectKey(const std::string& object, const std::string& key) {

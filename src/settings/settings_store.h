@@ -30,7 +30,14 @@ using Text = std::string;
 // None, for any other number: the library shows no wallpaper.
 enum class WallpaperMode { Separate = 0, Shared = 1, None };
 
-// Returns the mode that "MODE_INDEX" stands for.
+// Returns "separate", "shared" or "none".
+constexpr const char* nameOf(WallpaperMode mode) {
+  if (mode == WallpaperMode::Separate) return "separate";
+  return mode == WallpaperMode::Shared ? "shared" : "none";
+}
+
+// Returns the mode that a value of "MODE_INDEX" stands for, or the stored one.
+WallpaperMode modeWithIndex(std::int32_t index);
 WallpaperMode wallpaperMode();
 
 // Stores object under key, the only way in which the library changes settings. Replaces a file that
