@@ -3,8 +3,10 @@
 
 namespace host::status {
 
-// "locked", "home", "app" or "off".
+// "locked", "home", screenApp or screenOff.
 constexpr auto screen = "screen";
+constexpr auto screenApp = "app";
+constexpr auto screenOff = "off";
 // True if something outside of the home screen hides it, such as windows or a locked session.
 constexpr auto covered = "covered";
 // "portrait", "left", "right" or "upside-down".

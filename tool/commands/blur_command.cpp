@@ -10,6 +10,7 @@
 #include "host/control/status_keys.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
+#include "tool/device/host_connection.h"
 #include "tool/device/stored_settings.h"
 #include "tool/support/count.h"
 #include "tool/support/failure.h"

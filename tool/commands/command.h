@@ -13,7 +13,6 @@
 
 #include "settings/locations.h"
 #include "tool/device/device_folder.h"
-#include "tool/device/host_connection.h"
 
 namespace tool {
 
@@ -54,16 +53,16 @@ inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::s
       ->check(CLI::IsMember(words, CLI::ignore_case));
 }
 
-// Returns a check that accepts decimal numbers from 0 to largest.
-inline CLI::Validator numberUpTo(long largest) {
-  const std::string limits = "must be a number from 0 to " + std::to_string(largest);
+// Returns a check that accepts decimal numbers from 0 to max.
+inline CLI::Validator numberUpTo(long max) {
+  const std::string limits = "must be a number from 0 to " + std::to_string(max);
   return CLI::Validator(
-      [largest, limits](const std::string& text) {
+      [max, limits](const std::string& text) {
         double value = -1;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         // NaN fails, too, because every comparison with it is false.
         const bool fits = error == std::errc() && end == text.data() + text.size() && value >= 0 &&
-                          value <= static_cast<double>(largest);
+                          value <= static_cast<double>(max);
         return fits ? std::string() : limits + ", not " + text;
       },
       "");

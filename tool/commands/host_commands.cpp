@@ -5,6 +5,7 @@
 
 #include "host/control/control_names.h"
 #include "tool/device/file_lock.h"
+#include "tool/device/host_connection.h"
 #include "tool/support/failure.h"
 
 namespace tool {

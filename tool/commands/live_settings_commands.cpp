@@ -4,11 +4,18 @@
 #include <memory>
 
 #include "settings/notification_names.h"
+#include "settings/scaling.h"
+#include "settings/settings_store.h"
 #include "tool/device/file_lock.h"
+#include "tool/device/host_connection.h"
 #include "tool/device/stored_settings.h"
 
 namespace tool {
 namespace {
+
+using lumora::nameOf;
+using lumora::WallpaperMode;
+using platform::UIViewContentMode;
 
 // A setting that each location has.
 struct LiveSetting {
@@ -18,18 +25,36 @@ struct LiveSetting {
   const char* key;
   // Makes a running home screen read the setting again.
   const char* notification;
+  // The command's second argument.
+  const char* valueName;
+  const char* valueDescription;
 };
 
-constexpr LiveSetting speed = {"speed", "set the playback speed", "_GIF_SPEED",
-                               lumora::speedNeedsUpdatingNotification};
-constexpr LiveSetting alpha = {"alpha", "set the opacity", "_GIF_ALPHA",
-                               lumora::alphaNeedsUpdatingNotification};
-constexpr LiveSetting scaling = {"scaling", "set how the GIF fills the screen", "_SCALING_MODE",
-                                 lumora::control::updateWallpaper};
+constexpr LiveSetting speed = {.command = "speed",
+                               .description = "set the playback speed",
+                               .key = "_GIF_SPEED",
+                               .notification = lumora::speedNeedsUpdatingNotification,
+                               .valueName = "FACTOR",
+                               .valueDescription = "1 is normal speed, 0 freezes the GIF"};
+constexpr LiveSetting alpha = {.command = "alpha",
+                               .description = "set the opacity",
+                               .key = "_GIF_ALPHA",
+                               .notification = lumora::alphaNeedsUpdatingNotification,
+                               .valueName = "OPACITY",
+                               .valueDescription = "from 0, invisible, to 1, opaque"};
+constexpr LiveSetting scaling = {
+    .command = "scaling",
+    .description = "set how the GIF fills the screen",
+    .key = "_SCALING_MODE",
+    .notification = lumora::control::updateWallpaper,
+    .valueName = "MODE",
+    .valueDescription = "show the whole GIF, fill the screen with a part of it, or stretch it"};
 
 // The scaling modes as other wallpaper programs call them.
 const std::map<std::string, std::string> namesElsewhere = {
-    {"contain", "FIT"}, {"cover", "FILL"}, {"stretch", "FULLSCREEN"}};
+    {"contain", nameOf(UIViewContentMode::ScaleAspectFit)},
+    {"cover", nameOf(UIViewContentMode::ScaleAspectFill)},
+    {"stretch", nameOf(UIViewContentMode::ScaleToFill)}};
 
 struct LiveSettingOptions {
   std::string location;
@@ -51,10 +76,13 @@ void addModeCommand(CLI::App& lumora, Context& context) {
       lumora, context, "mode", "use one wallpaper for both screens, or one each", [&context, mode] {
         const DeviceFolder device = context.device();
         const FileLock lock = lockOutImports(device);
-        storeSetting("MODE_INDEX", *mode == "shared" ? "1" : "0");
+        const bool isShared = *mode == nameOf(WallpaperMode::Shared);
+        const auto chosen = isShared ? WallpaperMode::Shared : WallpaperMode::Separate;
+        storeSetting("MODE_INDEX", std::to_string(static_cast<int>(chosen)));
         notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
       });
-  addChoice(command, "MODE", *mode, {"shared", "separate"},
+  addChoice(command, "MODE", *mode,
+            {nameOf(WallpaperMode::Shared), nameOf(WallpaperMode::Separate)},
             "one wallpaper for both screens, or one for each");
 }
 
@@ -70,25 +98,24 @@ void addDockCommand(CLI::App& lumora, Context& context) {
             "on: end the wallpaper at the dock; off: fill the screen");
 }
 
-// Declares the command of a setting with the argument LOCATION. The caller adds the value.
-CLI::App* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting,
-                         const std::shared_ptr<LiveSettingOptions>& options) {
+// Declares the command of a setting. Returns the value's argument, to which the caller adds a
+// check.
+CLI::Option* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting) {
+  auto options = std::make_shared<LiveSettingOptions>();
   auto* command = addCommand(lumora, context, setting.command, setting.description, [=, &context] {
     const DeviceFolder device = context.device();
     storeSettingOf(locationNamed(options->location), setting.key, options->value);
     notify(device, {setting.notification});
   });
   addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to change");
-  return command;
+  return command->add_option(setting.valueName, options->value, setting.valueDescription)
+      ->required();
 }
 
-void addNumber(CLI::App& lumora, Context& context, const LiveSetting& setting, const char* name,
-               const char* description, long largest) {
-  auto options = std::make_shared<LiveSettingOptions>();
-  addLiveSetting(lumora, context, setting, options)
-      ->add_option(name, options->value, description)
-      ->required()
-      ->check(numberUpTo(largest));
+std::vector<std::string> scalingNames() {
+  std::vector<std::string> names;
+  for (const lumora::Scaling& each : lumora::scalings) names.emplace_back(each.name);
+  return names;
 }
 
 }  // namespace
@@ -97,12 +124,10 @@ void addLiveSettingsCommands(CLI::App& lumora, Context& context) {
   addModeCommand(lumora, context);
   addDockCommand(lumora, context);
   constexpr long maxSpeed = 1000;
-  addNumber(lumora, context, speed, "FACTOR", "1 is normal speed, 0 freezes the GIF", maxSpeed);
-  addNumber(lumora, context, alpha, "OPACITY", "from 0, invisible, to 1, opaque", 1);
-  auto options = std::make_shared<LiveSettingOptions>();
-  auto* command = addLiveSetting(lumora, context, scaling, options);
-  addChoice(command, "MODE", options->value, {"FIT", "FILL", "FULLSCREEN"},
-            "show the whole GIF, fill the screen with a part of it, or stretch it")
+  addLiveSetting(lumora, context, speed)->check(numberUpTo(maxSpeed));
+  addLiveSetting(lumora, context, alpha)->check(numberUpTo(1));
+  addLiveSetting(lumora, context, scaling)
+      ->check(CLI::IsMember(scalingNames(), CLI::ignore_case))
       ->transform(CLI::Transformer(namesElsewhere, CLI::ignore_case).description(""));
 }
 

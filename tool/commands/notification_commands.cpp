@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "platform/linux/files/signal_descriptor.h"
+#include "tool/device/host_connection.h"
 #include "tool/support/failure.h"
 #include "tool/support/terminal.h"
 

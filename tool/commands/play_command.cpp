@@ -8,6 +8,7 @@
 #include "tool/commands/expectation.h"
 #include "tool/commands/script_line.h"
 #include "tool/commands/status_command.h"
+#include "tool/device/host_connection.h"
 #include "tool/support/failure.h"
 #include "tool/support/user_file.h"
 

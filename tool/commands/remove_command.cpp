@@ -5,6 +5,7 @@
 
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
+#include "tool/device/host_connection.h"
 
 namespace tool {
 namespace {

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "host/control/control_names.h"
+#include "tool/device/host_connection.h"
 #include "tool/support/user_file.h"
 
 namespace tool {

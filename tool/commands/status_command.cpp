@@ -3,16 +3,14 @@
 #include <cstdio>
 #include <memory>
 #include <sstream>
-#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
-#include "platform/view.h"
+#include "settings/scaling.h"
 #include "settings/settings_store.h"
-#include "tool/support/failure.h"
 
 namespace tool {
 namespace {
@@ -22,12 +20,6 @@ using nlohmann::ordered_json;
 using platform::UIViewContentMode;
 namespace description = lumora::description;
 namespace reported = host::status;
-
-constexpr std::pair<UIViewContentMode, const char*> scalingNames[] = {
-    {UIViewContentMode::ScaleToFill, "FULLSCREEN"},
-    {UIViewContentMode::ScaleAspectFit, "FIT"},
-    {UIViewContentMode::ScaleAspectFill, "FILL"},
-};
 
 // Returns the description of the view with this identifier, or null if it is on no wallpaper.
 ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
@@ -40,8 +32,8 @@ ordered_json viewOf(const ordered_json& report, const std::string& identifier) {
 std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) {
   const std::string screen = report.value(reported::screen, "");
   if (!lumora::getEnabled()) return "disabled";
-  if (screen == "app") return "app open";
-  if (screen == "off") return "display off";
+  if (screen == reported::screenApp) return "app open";
+  if (screen == reported::screenOff) return "display off";
   if (report.value(reported::covered, false)) return "covered";
   if (!view.value(reported::visible, false)) return "hidden";
   return "not started";
@@ -70,29 +62,28 @@ ordered_json shownFrame(const ordered_json& view) {
 }
 
 ordered_json scalingName(const ordered_json& view) {
-  const int shown = view.value(description::contentMode, 0);
-  for (const auto& [mode, name] : scalingNames) {
-    if (static_cast<int>(mode) == shown) return name;
-  }
-  return nullptr;
+  const char* name =
+      lumora::nameOf(static_cast<UIViewContentMode>(view.value(description::contentMode, 0)));
+  return name == nullptr ? ordered_json() : ordered_json(name);
 }
 
 ordered_json locationStatus(const ordered_json& report, const Location& location) {
   const ordered_json view = viewOf(report, location.identifier);
   ordered_json status = {{"set", location.getWallpaperSet()}, {"attached", !view.is_null()}};
   if (view.is_null()) {
-    status["playing"] = false;
+    status[description::playing] = false;
     status["why"] = whyNotAttached(location, status.value("set", false));
-    for (const char* key : {"frame", "frame_shown", "frames_in_cache", "frames_shown", "speed",
-                            "alpha", "blur", "scaling"}) {
+    for (const char* key :
+         {reported::frame, description::frameShown, description::framesInCache,
+          description::framesShown, description::speed, description::alpha, "blur", "scaling"}) {
       status[key] = nullptr;
     }
     return status;
   }
-  status["frame"] = view.value(reported::frame, ordered_json());
-  status["playing"] = view.value(description::playing, false);
+  status[reported::frame] = view.value(reported::frame, ordered_json());
+  status[description::playing] = view.value(description::playing, false);
   status["why"] = why(view, report, status.value("set", false));
-  status["frame_shown"] = shownFrame(view);
+  status[description::frameShown] = shownFrame(view);
   for (const char* key : {description::framesInCache, description::framesShown, description::speed,
                           description::alpha}) {
     status[key] = view.value(key, ordered_json());
@@ -103,20 +94,23 @@ ordered_json locationStatus(const ordered_json& report, const Location& location
 }
 
 std::string playback(const ordered_json& location) {
-  const std::string all = location["frames_in_cache"].dump();
-  const std::string frame = location["frame_shown"].is_null()
-                                ? "none of " + all + " frames shown yet"
-                                : "frame " + location["frame_shown"].dump() + " of " + all;
-  return location.value("playing", false) ? "playing, " + frame
-                                          : "paused (" + location.value("why", "") + "), " + frame;
+  const std::string all = location[description::framesInCache].dump();
+  const std::string frame =
+      location[description::frameShown].is_null()
+          ? "none of " + all + " frames shown yet"
+          : "frame " + location[description::frameShown].dump() + " of " + all;
+  return location.value(description::playing, false)
+             ? "playing, " + frame
+             : "paused (" + location.value("why", "") + "), " + frame;
 }
 
-std::string appearance(const ordered_json& location) {
-  const auto frame = location.value("frame", std::vector<double>(4));
+std::string viewSettings(const ordered_json& location) {
+  const auto frame = location.value(reported::frame, std::vector<double>(4));
   std::ostringstream text;
   text << frame[2] << "x" << frame[3] << " at (" << frame[0] << ", " << frame[1] << "), "
-       << location.value("scaling", "") << ", speed " << location.value("speed", 1.0)
-       << ", opacity " << location.value("alpha", 1.0) << ", blur " << location.value("blur", 0.0);
+       << location.value("scaling", "") << ", speed " << location.value(description::speed, 1.0)
+       << ", opacity " << location.value(description::alpha, 1.0) << ", blur "
+       << location.value("blur", 0.0);
   return text.str();
 }
 
@@ -124,7 +118,7 @@ void printLocation(const std::string& name, const ordered_json& location) {
   const bool isSet = location.value("set", false);
   std::string what = "not set";
   if (isSet && location.value("attached", false)) {
-    what = playback(location) + ", " + appearance(location);
+    what = playback(location) + ", " + viewSettings(location);
   } else if (isSet) {
     what = "set, " + location.value("why", "");
   }
@@ -133,13 +127,11 @@ void printLocation(const std::string& name, const ordered_json& location) {
 
 void printStatus(const ordered_json& status) {
   if (status.value("running", false)) {
-    std::printf("screen      %s, %s, %s\n", status.value("screen", "").c_str(),
-                status.value("orientation", "").c_str(), status.value("idiom", "").c_str());
+    std::printf("screen      %s, %s, %s\n", status.value(reported::screen, "").c_str(),
+                status.value(reported::orientation, "").c_str(),
+                status.value(reported::idiom, "").c_str());
   }
-  std::printf("mode        %s%s\n",
-              status.value("mode", 1) == 1   ? "shared"
-              : status.value("mode", 1) == 0 ? "separate"
-                                             : "none",
+  std::printf("mode        %s%s\n", lumora::nameOf(lumora::modeWithIndex(status.value("mode", 1))),
               status.value("enabled", true) ? "" : ", disabled");
   for (const auto& [name, location] : status["locations"].items()) printLocation(name, location);
 }

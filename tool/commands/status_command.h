@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tool/commands/command.h"
+#include "tool/device/host_connection.h"
 
 namespace tool {
 
