@@ -180,9 +180,10 @@ class HostRun {
   int import() const {
     try {
       const TimeLimit limit(maxImportTime);
+      const lumora::Location& shared = lumora::locationOf(lumora::ScreenLocation::Shared);
       const int frames = countShownFrames(*gif_);
       const ProgressBar bar("making frames", frames);
-      importWallpaper(device_, lumora::locations.front(), *gif_, frames, limit,
+      importWallpaper(device_, {shared, *gif_, frames, limit},
                       [&bar](const ImportProgress& progress) { bar.show(progress.framesFound); });
       return ExitCode::Done;
     } catch (const std::exception& error) {

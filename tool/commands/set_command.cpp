@@ -25,8 +25,8 @@ struct SetOptions {
 void importAt(const DeviceFolder& device, const lumora::Location& location, const ChosenGif& gif,
               const SetOptions& options) {
   const int frames = countShownFrames(gif);
-  const TimeLimit limit{Seconds(options.timeout)};
-  importInOwnProcess(device, location, gif, frames, limit, !options.noWait);
+  importInOwnProcess(device, {location, gif, frames, TimeLimit(Seconds(options.timeout))},
+                     options.noWait ? WaitFor::Handover : WaitFor::Frames);
   if (options.noWait) return;
   const auto place = static_cast<std::size_t>(location.id);
   std::printf("%s wallpaper set: %s\n", placeNames[place], countOfFrames(frames).c_str());
@@ -35,13 +35,17 @@ void importAt(const DeviceFolder& device, const lumora::Location& location, cons
 // Returns the other location of the separate mode. Requires one of the two.
 const lumora::Location& otherLocation(const lumora::Location& location) {
   const bool isLockScreen = location.id == lumora::ScreenLocation::LockScreen;
-  return lumora::locations[static_cast<std::size_t>(
-      isLockScreen ? lumora::ScreenLocation::HomeScreen : lumora::ScreenLocation::LockScreen)];
+  return lumora::locationOf(isLockScreen ? lumora::ScreenLocation::HomeScreen
+                                         : lumora::ScreenLocation::LockScreen);
+}
+
+const lumora::Location& sharedLocation() {
+  return lumora::locationOf(lumora::ScreenLocation::Shared);
 }
 
 // Returns the GIF of the shared wallpaper. Throws Failure if it cannot be read.
 ChosenGif sharedGif() {
-  auto data = platform::NSData::dataWithContentsOfFile(lumora::locations.front().gifPath);
+  auto data = platform::NSData::dataWithContentsOfFile(sharedLocation().gifPath);
   if (!data) throw Failure("cannot read the shared wallpaper");
   return checkGif("the shared wallpaper", std::move(data));
 }
@@ -51,7 +55,7 @@ void set(const DeviceFolder& device, const SetOptions& options) {
   const lumora::Location& location = locationNamed(options.location);
   const bool endsSharedMode = location.mode == lumora::WallpaperMode::Separate &&
                               lumora::wallpaperMode() == lumora::WallpaperMode::Shared &&
-                              lumora::locations.front().getWallpaperSet();
+                              sharedLocation().getWallpaperSet();
   if (!endsSharedMode) return importAt(device, location, gif, options);
   const lumora::Location& other = otherLocation(location);
   if (options.keepsOther) importAt(device, other, sharedGif(), options);

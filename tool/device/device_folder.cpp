@@ -34,7 +34,7 @@ fs::path chosenFolder(const std::string& given) {
     return fs::path(data) / "lumora";
   }
   const std::string home = environment("HOME");
-  if (home.empty()) throw Failure("no folder for the device: pass --root DIR or set HOME");
+  if (home.empty()) throw Failure("no device folder: pass --root DIR or set HOME");
   return fs::path(home) / ".local/share/lumora";
 }
 

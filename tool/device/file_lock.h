@@ -22,8 +22,6 @@ class FileLock {
   // Failure if the file cannot be opened.
   FileLock(const DeviceFolder& device, const char* name, bool isInherited = false);
 
-  // Takes the lock if it is free. Returns true if this object holds it.
-  bool tryToTake();
   // Waits for the lock until the timeout. Returns true if this object holds it.
   bool take(std::chrono::duration<double> timeout);
 
@@ -31,6 +29,9 @@ class FileLock {
   bool isGone() const;
 
  private:
+  // Takes the lock if it is free. Returns true if this object holds it.
+  bool tryToTake();
+
   platform::backend::FileDescriptor file_;
 };
 

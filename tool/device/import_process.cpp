@@ -59,17 +59,14 @@ void setSignals(int how) {
   sigprocmask(how, &signals, nullptr);
 }
 
-// An import, which reports its progress.
-using Import = std::function<void(const std::function<void(const ImportProgress&)>& report)>;
-
-[[noreturn]] void work(Report report, const Import& perform) {
+[[noreturn]] void work(Report report, const DeviceFolder& device, const Import& import) {
   setsid();
   std::signal(SIGPIPE, SIG_IGN);
   setSignals(SIG_UNBLOCK);
   const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, stream);
   try {
-    perform([&report](const ImportProgress& progress) {
+    importWallpaper(device, import, [&report](const ImportProgress& progress) {
       if (progress.isChanging) setSignals(SIG_BLOCK);
       report.progress(progress);
     });
@@ -86,16 +83,16 @@ using Import = std::function<void(const std::function<void(const ImportProgress&
 // The parent's side: reads the lines of the importing process.
 class Waiting {
  public:
-  Waiting(pid_t worker, platform::backend::FileDescriptor pipe, int frames, const TimeLimit& limit,
+  Waiting(pid_t worker, platform::backend::FileDescriptor pipe, const Import& import,
           const platform::backend::FileDescriptor& signals)
       : worker_(worker),
         pipe_(std::move(pipe)),
-        limit_(limit),
+        limit_(import.limit),
         signals_(signals),
-        bar_("making frames", frames) {}
+        bar_("making frames", import.frames) {}
 
-  void await(bool waitsForFrames) {
-    while (!isDone_ && (waitsForFrames || !isHandedOver_)) {
+  void await(WaitFor end) {
+    while (!isDone_ && !(isHandedOver_ && end == WaitFor::Handover)) {
       // Until the GIF is handed over, the limit is the child's, and the change itself is short.
       if (limit_.isOver() && isHandedOver_) {
         throw Failure(
@@ -167,7 +164,7 @@ class Waiting {
 
   const pid_t worker_;
   const platform::backend::FileDescriptor pipe_;
-  const TimeLimit& limit_;
+  const TimeLimit limit_;
   const platform::backend::FileDescriptor& signals_;
   const ProgressBar bar_;
   std::string unread_;
@@ -187,9 +184,7 @@ class Waiting {
 
 }  // namespace
 
-void importInOwnProcess(const DeviceFolder& device, const lumora::Location& location,
-                        const ChosenGif& gif, int frames, const TimeLimit& limit,
-                        bool waitsForFrames) {
+void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFor end) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
@@ -199,15 +194,11 @@ void importInOwnProcess(const DeviceFolder& device, const lumora::Location& loca
   const auto signals = platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
   const pid_t worker = fork();
   if (worker < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
-  if (worker == 0) {
-    work(Report(std::move(writer)), [&](const std::function<void(const ImportProgress&)>& report) {
-      importWallpaper(device, location, gif, frames, limit, report);
-    });
-  }
+  if (worker == 0) work(Report(std::move(writer)), device, import);
   writer = platform::backend::FileDescriptor();
-  std::optional<Waiting> waiting(std::in_place, worker, std::move(reader), frames, limit, signals);
+  std::optional<Waiting> waiting(std::in_place, worker, std::move(reader), import, signals);
   try {
-    waiting->await(waitsForFrames);
+    waiting->await(end);
   } catch (const Failure&) {
     if (waiting->interruption() == 0) throw;
     const int signal = waiting->interruption();

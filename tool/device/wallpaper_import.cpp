@@ -65,8 +65,7 @@ Cache cacheOf(const Location& location, const ChosenGif& gif) {
 class WallpaperImport {
  public:
   // All must outlive this object.
-  WallpaperImport(const DeviceFolder& device, HostConnection& host, const Location& location,
-                  const ChosenGif& gif, const TimeLimit& limit,
+  WallpaperImport(const DeviceFolder& device, HostConnection& host, const Import& import,
                   const std::function<void(const ImportProgress&)>& report);
   // Deletes the link to the old GIF.
   ~WallpaperImport();
@@ -75,7 +74,7 @@ class WallpaperImport {
 
   // The two halves of importWallpaper. They throw Failure.
   void handOver();
-  void finish(int frames);
+  void finish();
 
   const char* state() const { return progress_.state; }
 
@@ -96,6 +95,7 @@ class WallpaperImport {
   HostConnection& host_;
   const Location& location_;
   const ChosenGif& gif_;
+  const int frames_;
   TimeLimit limit_;
   const std::function<void(const ImportProgress&)>& report_;
   FileLock lock_;
@@ -110,14 +110,14 @@ class WallpaperImport {
 };
 
 WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
-                                 const Location& location, const ChosenGif& gif,
-                                 const TimeLimit& limit,
+                                 const Import& import,
                                  const std::function<void(const ImportProgress&)>& report)
     : device_(device),
       host_(host),
-      location_(location),
-      gif_(gif),
-      limit_(limit),
+      location_(import.location),
+      gif_(import.gif),
+      frames_(import.frames),
+      limit_(import.limit),
       report_(report),
       lock_(device, FileLock::import) {
   host_.watch([this](const std::string& name) {
@@ -172,7 +172,7 @@ void WallpaperImport::awaitFrames() {
   }
 }
 
-void WallpaperImport::finish(int frames) {
+void WallpaperImport::finish() {
   for (;;) {
     awaitFrames();
     const Cache cache = cacheOf(location_, gif_);
@@ -180,7 +180,7 @@ void WallpaperImport::finish(int frames) {
     if (cache.written < cache.listed) {
       giveUp("the home screen could not store all frames" + adviceOnFolder());
     }
-    if (cache.listed == frames) break;
+    if (cache.listed == frames_) break;
     // Another program's request, such as a rotation of the screen, has ended the extraction early.
     checkChoice();
     progress_.framesFound = 0;
@@ -287,16 +287,15 @@ void WallpaperImport::giveUp(const std::string& problem) {
 
 }  // namespace
 
-void importWallpaper(const DeviceFolder& device, const Location& location, const ChosenGif& gif,
-                     int frames, const TimeLimit& limit,
+void importWallpaper(const DeviceFolder& device, const Import& import,
                      const std::function<void(const ImportProgress&)>& report) {
-  auto host = HostConnection::require(device, limit.left());
-  WallpaperImport import(device, *host, location, gif, limit, report);
+  auto host = HostConnection::require(device, import.limit.left());
+  WallpaperImport running(device, *host, import, report);
   try {
-    import.handOver();
-    import.finish(frames);
+    running.handOver();
+    running.finish();
   } catch (const Failure& failure) {
-    throw Failure(failure.what() + std::string("; ") + import.state(), failure.code());
+    throw Failure(failure.what() + std::string("; ") + running.state(), failure.code());
   }
 }
 

@@ -14,6 +14,16 @@ namespace tool {
 // Longer than any import takes.
 constexpr Seconds maxImportTime{3600};
 
+// What to import.
+struct Import {
+  const lumora::Location& location;
+  const ChosenGif& gif;
+  // The number of frames that can be shown.
+  int frames;
+  // Until the home screen has the GIF.
+  TimeLimit limit;
+};
+
 struct ImportProgress {
   // False as long as nothing on the device has been changed. Once it is true, the importing process
   // must not be killed.
@@ -26,13 +36,11 @@ struct ImportProgress {
 };
 
 // Waits within the limit until no other import is running and no frames are being made, and puts
-// the GIF into place. Then waits, for maxImportTime at most, until the home screen has made the
-// given number of frames; if another program's request interrupts that, starts it again. Afterwards
-// the GIF plays if its screen is shown. Calls report on any progress. Throws Failure, whose message
-// ends with the state of the wallpaper, after it has restored the old wallpaper if the new one
-// cannot be used.
-void importWallpaper(const DeviceFolder& device, const lumora::Location& location,
-                     const ChosenGif& gif, int frames, const TimeLimit& limit,
+// the GIF into place. Then waits, for maxImportTime at most, until the home screen has made all
+// frames; if another program's request interrupts that, starts it again. Afterwards the GIF plays
+// if its screen is shown. Calls report on any progress. Throws Failure, whose message ends with the
+// state of the wallpaper, after it has restored the old wallpaper if the new one cannot be used.
+void importWallpaper(const DeviceFolder& device, const Import& import,
                      const std::function<void(const ImportProgress&)>& report);
 
 }  // namespace tool
