@@ -6,6 +6,7 @@
 #include <poll.h>
 
 #include "host/control/control_names.h"
+#include "platform/linux/bus/bus.h"
 #include "platform/linux/bus/darwin_bus_names.h"
 #include "tool/device/bus_address.h"
 #include "tool/support/failure.h"
@@ -16,12 +17,10 @@ namespace {
 namespace darwin = platform::backend::darwin;
 namespace service = host::service;
 
-std::uint64_t microseconds(Seconds timeout) {
+std::chrono::microseconds microseconds(Seconds timeout) {
   // 0 would mean the bus library's default.
-  constexpr Seconds shortest{0.001};
-  timeout = std::max(timeout, shortest);
-  return static_cast<std::uint64_t>(
-      std::chrono::duration_cast<std::chrono::microseconds>(timeout).count());
+  constexpr Seconds minTimeout{0.001};
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::max(timeout, minTimeout));
 }
 
 bool isTimeout(const sdbus::Error& error) {
@@ -73,14 +72,7 @@ std::unique_ptr<HostConnection> HostConnection::require(const DeviceFolder& devi
 }
 
 bool HostConnection::serves(const std::string& name, Seconds timeout) {
-  auto daemon = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
-  bool owned = false;
-  daemon->callMethod("NameHasOwner")
-      .onInterface("org.freedesktop.DBus")
-      .withTimeout(microseconds(timeout))
-      .withArguments(name)
-      .storeResultsTo(owned);
-  return owned;
+  return platform::backend::nameHasOwner(*connection_, name, microseconds(timeout));
 }
 
 template <typename Use>

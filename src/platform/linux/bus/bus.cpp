@@ -1,6 +1,5 @@
 #include "platform/linux/bus/bus.h"
 
-#include <chrono>
 #include <utility>
 
 #include <poll.h>
@@ -27,6 +26,18 @@ Bus*& currentBus() {
 }
 
 }  // namespace
+
+bool nameHasOwner(sdbus::IConnection& connection, const std::string& name,
+                  std::chrono::microseconds timeout) {
+  auto daemon = sdbus::createProxy(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+  bool owned = false;
+  daemon->callMethod("NameHasOwner")
+      .onInterface("org.freedesktop.DBus")
+      .withTimeout(timeout)
+      .withArguments(name)
+      .storeResultsTo(owned);
+  return owned;
+}
 
 // Never closed, because blocks may send while the process exits.
 void Bus::open(const std::string& address, std::function<void()> lost) {
@@ -108,12 +119,7 @@ void Bus::callWithoutReply(const std::string& destination, const std::string& pa
 bool Bus::nameHasOwner(const std::string& name) {
   bool owned = false;
   send([&](sdbus::IConnection& connection) {
-    auto daemon = sdbus::createProxy(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus");
-    daemon->callMethod("NameHasOwner")
-        .onInterface("org.freedesktop.DBus")
-        .withTimeout(answerTimeout)
-        .withArguments(name)
-        .storeResultsTo(owned);
+    owned = backend::nameHasOwner(connection, name, answerTimeout);
   });
   return owned;
 }

@@ -2,6 +2,7 @@
 // on another, so that senders never wait for the main thread.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -11,6 +12,11 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 namespace platform::backend {
+
+// Asks the bus of this connection if a process owns the name. Throws sdbus::Error if no answer
+// comes before the timeout.
+bool nameHasOwner(sdbus::IConnection& connection, const std::string& name,
+                  std::chrono::microseconds timeout);
 
 class Bus {
  public:
