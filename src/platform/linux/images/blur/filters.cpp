@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <vector>
 
 namespace platform::backend::blur {
@@ -87,7 +88,7 @@ void upsampleRows(const Plane& source, Band band, const RowSink& sink) {
   // The last three rows at twice the width.
   std::array<std::vector<Value>, 3> wide;
   for (auto& row : wide) row.resize(wholeBlocks(values));
-  auto wideRow = [&wide](int y) { return wide[static_cast<std::size_t>((y + 3) % 3)].data(); };
+  auto wideRow = [&wide](int y) { return wide[placeInTurn(y, 3)].data(); };
   auto widen = [&](int y) { upsampleHorizontally(source.row(y) + channels, wideRow(y), pixels); };
   std::vector<Value> even(wide[0].size());
   std::vector<Value> odd(wide[0].size());

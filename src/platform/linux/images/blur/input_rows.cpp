@@ -20,8 +20,7 @@ InputRows::InputRows(const UIImage::Impl& picture, int left, int top, int width,
 }
 
 const std::uint8_t* InputRows::row(int y) {
-  const int kept = static_cast<int>(held_.size());
-  const auto slot = static_cast<std::size_t>((y % kept + kept) % kept);
+  const std::size_t slot = placeInTurn(y, static_cast<int>(held_.size()));
   std::uint8_t* const target = &rows_[slot * stride_];
   if (held_[slot] != y) {
     read(y, target);

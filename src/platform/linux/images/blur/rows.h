@@ -25,6 +25,11 @@ constexpr std::size_t wholeBlocks(std::size_t values) {
   return (values + block - 1) / block * block;
 }
 
+// Returns the place of row y, for any y, among a number of rows that are reused in turn.
+constexpr std::size_t placeInTurn(int y, int count) {
+  return static_cast<std::size_t>((y % count + count) % count);
+}
+
 // The weights of a Gaussian, cut off where less than a thousandth remains: first the weight of the
 // center, then that of each of the two neighbors at every distance up to reach. 2^16 stands for 1.
 struct Kernel {
