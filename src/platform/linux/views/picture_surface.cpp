@@ -1,7 +1,6 @@
 #include "platform/linux/views/picture_surface.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "platform/linux/images/picture/pixels.h"
 
@@ -32,28 +31,9 @@ void PictureSurface::update(const UIImage& image) {
   const bool isOpaque = hasNewPalette ? hasOpaquePalette(picture) : isOpaque_;
   if (!fits(picture.shape) || isOpaque != isOpaque_) start(picture.shape, isOpaque);
   if (!surface_) return;
-  if (hasNewPalette) {
-    palette_ = picture.palette;
-    strips_.clear();
-    for (std::size_t index = 0; palette_ && index < maxColors; ++index) {
-      colors_[index] = premultipliedPixel(palette_->colors[index].data());
-    }
-  }
+  if (hasNewPalette) setPalette(picture.palette);
   shape_ = picture.shape;
-  strips_.resize(picture.strips.size());
-  cairo_surface_flush(surface_.get());
-  for (int index = 0; index < shape_.stripCount(); ++index) {
-    auto& shown = strips_[static_cast<std::size_t>(index)];
-    const auto& wanted = picture.strips[static_cast<std::size_t>(index)];
-    if (shown == wanted) continue;
-    shown = wanted;
-    convertStrip(picture, index);
-    const int first = index * shape_.rowsPerStrip();
-    const int end = first + shape_.rowsInStrip(index);
-    const bool isFirst = changed_.first == changed_.end;
-    changed_ = {isFirst ? first : std::min(changed_.first, first), std::max(changed_.end, end)};
-  }
-  cairo_surface_mark_dirty(surface_.get());
+  convertChangedStrips(picture);
 }
 
 // Cairo scales images without alpha faster.
@@ -67,8 +47,30 @@ void PictureSurface::start(const PictureShape& shape, bool isOpaque) {
   changed_ = {0, shape.height};
 }
 
+void PictureSurface::setPalette(std::shared_ptr<const Palette> palette) {
+  palette_ = std::move(palette);
+  strips_.clear();
+  for (std::size_t index = 0; palette_ && index < maxColors; ++index) {
+    colors_[index] = premultipliedPixel(palette_->colors[index].data());
+  }
+}
+
 bool PictureSurface::fits(const PictureShape& shape) const {
   return surface_ && shape_.width == shape.width && shape_.height == shape.height;
+}
+
+void PictureSurface::convertChangedStrips(const UIImage::Impl& picture) {
+  strips_.resize(picture.strips.size());
+  cairo_surface_flush(surface_.get());
+  for (int index = 0; index < shape_.stripCount(); ++index) {
+    auto& shown = strips_[static_cast<std::size_t>(index)];
+    const auto& wanted = picture.strips[static_cast<std::size_t>(index)];
+    if (shown == wanted) continue;
+    shown = wanted;
+    convertStrip(picture, index);
+    noteChanged(index);
+  }
+  cairo_surface_mark_dirty(surface_.get());
 }
 
 void PictureSurface::convertStrip(const UIImage::Impl& picture, int index) {
@@ -87,15 +89,11 @@ void PictureSurface::convertStrip(const UIImage::Impl& picture, int index) {
   }
 }
 
-Bytes PictureSurface::pixels() const {
-  const std::size_t rowLength = static_cast<std::size_t>(shape_.width) * 4;
-  Bytes bytes(rowLength * static_cast<std::size_t>(shape_.height));
-  const unsigned char* row = cairo_image_surface_get_data(surface_.get());
-  for (int y = 0; y < shape_.height; ++y) {
-    std::memcpy(&bytes[static_cast<std::size_t>(y) * rowLength], row, rowLength);
-    row += cairo_image_surface_get_stride(surface_.get());
-  }
-  return bytes;
+void PictureSurface::noteChanged(int strip) {
+  const int first = strip * shape_.rowsPerStrip();
+  const int end = first + shape_.rowsInStrip(strip);
+  const bool isFirst = changed_.first == changed_.end;
+  changed_ = {isFirst ? first : std::min(changed_.first, first), std::max(changed_.end, end)};
 }
 
 }  // namespace platform::backend

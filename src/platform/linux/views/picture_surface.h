@@ -29,8 +29,6 @@ class PictureSurface {
   // Returns the surface, with premultiplied 32-bit pixels, or nullptr if there is none. Valid until
   // the next update.
   cairo_surface_t* surface() const { return surface_.get(); }
-  // Returns the surface's bytes without padding, for tests. Requires a surface.
-  Bytes pixels() const;
 
  private:
   struct Destroy {
@@ -39,7 +37,10 @@ class PictureSurface {
 
   bool fits(const PictureShape& shape) const;
   void start(const PictureShape& shape, bool isOpaque);
+  void setPalette(std::shared_ptr<const Palette> palette);
+  void convertChangedStrips(const UIImage::Impl& picture);
   void convertStrip(const UIImage::Impl& picture, int strip);
+  void noteChanged(int strip);
 
   std::unique_ptr<cairo_surface_t, Destroy> surface_;
   PictureShape shape_;
