@@ -96,12 +96,12 @@ bool isTooCostly(const Bytes& contents) {
 }
 
 // A list for which memory runs out is refused, too.
-Reading read(const std::string& path, std::size_t largest) {
+Reading read(const std::string& path, std::size_t maxSize) {
   Reading reading;
   if (const auto file = openFile(path, SIZE_MAX)) {
     struct stat status {};
     if (fstat(file->descriptor.get(), &status) == 0) reading.stamp = stampOf(status);
-    const auto contents = file->size <= largest ? contentsOf(*file) : std::nullopt;
+    const auto contents = file->size <= maxSize ? contentsOf(*file) : std::nullopt;
     reading.isRefused = !contents || isTooCostly(*contents);
     if (!reading.isRefused) {
       try {
@@ -115,11 +115,11 @@ Reading read(const std::string& path, std::size_t largest) {
   return reading;
 }
 
-bool write(const PropertyListContents& list, const std::string& path, std::size_t largest,
+bool write(const PropertyListContents& list, const std::string& path, std::size_t maxSize,
            Durability durability) {
   const std::string xml = propertyListXml(list);
   // A list that is too large to be read again must not replace one that can be read.
-  if (xml.size() > largest || Refused::files().has(path)) return false;
+  if (xml.size() > maxSize || Refused::files().has(path)) return false;
   return writeToFileAtomically(Bytes(xml.begin(), xml.end()), path, durability);
 }
 

@@ -13,7 +13,7 @@ namespace {
 class Objects {
  public:
   explicit Objects(std::span<const std::uint8_t> bytes)
-      : bytes_(bytes), most_(maxGrowth * bytes.size() + usualSize) {}
+      : bytes_(bytes), maxSpent_(maxGrowth * bytes.size() + usualSize) {}
 
   bool areBearable() {
     constexpr std::size_t trailerSize = 32;
@@ -28,7 +28,7 @@ class Objects {
 
  private:
   // The settings have two levels; other programs' values in them may have a few more.
-  static constexpr int deepestNesting = 256;
+  static constexpr int maxDepth = 256;
   // A list may refer to an object more than once, but must not grow much by that.
   static constexpr std::uint64_t maxGrowth = 16;
   static constexpr std::uint64_t usualSize = std::uint64_t{1} << 20;
@@ -47,7 +47,7 @@ class Objects {
 
   bool visit(std::uint64_t object, int depth) {
     spent_ += objectSize;
-    if (spent_ > most_ || depth > deepestNesting) return false;
+    if (spent_ > maxSpent_ || depth > maxDepth) return false;
     if (object >= objectCount_) return true;
     std::uint64_t at = number(offsetTable_ + object * offsetSize_, offsetSize_);
     if (at >= bytes_.size()) return true;
@@ -65,7 +65,7 @@ class Objects {
     }
     if (!isContainer(type)) {
       spent_ += std::min<std::uint64_t>(count, bytes_.size());
-      return spent_ <= most_;
+      return spent_ <= maxSpent_;
     }
     return visitAll(at, type == Dictionary ? 2 * std::min(count, objectCount_) : count, depth);
   }
@@ -81,7 +81,7 @@ class Objects {
   }
 
   std::span<const std::uint8_t> bytes_;
-  const std::uint64_t most_;
+  const std::uint64_t maxSpent_;
   std::uint64_t spent_ = 0;
   std::uint64_t offsetSize_ = 0;
   std::uint64_t referenceSize_ = 0;

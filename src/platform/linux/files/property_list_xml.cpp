@@ -234,8 +234,8 @@ std::string utf8Of(std::string_view text) {
 // Returns the length of a reference to a character that XML does not allow, such as "&#1;", at the
 // start of the text, or 0 if there is none.
 std::size_t lengthOfWrongReference(std::string_view text) {
-  constexpr std::size_t longest = 12;
-  const std::size_t end = text.substr(0, longest).find(';');
+  constexpr std::size_t maxLength = 12;
+  const std::size_t end = text.substr(0, maxLength).find(';');
   if (!text.starts_with("&#") || end == text.npos) return 0;
   const bool isHexadecimal = text[2] == 'x';
   const char* digits = text.data() + (isHexadecimal ? 3 : 2);

@@ -19,13 +19,13 @@ namespace {
 // queue costs nothing.
 class Workers : public std::enable_shared_from_this<Workers> {
  public:
-  explicit Workers(int most) : most_(most) {}
+  explicit Workers(int maxThreads) : maxThreads_(maxThreads) {}
 
   void add(std::function<void()> block) {
     beginBackgroundOperation();
     std::lock_guard lock(mutex_);
     blocks_.push_back(std::move(block));
-    if (count_ < most_) startOne();
+    if (count_ < maxThreads_) startOne();
   }
 
  private:
@@ -45,7 +45,7 @@ class Workers : public std::enable_shared_from_this<Workers> {
       endBackgroundOperation();
       RunLoop::main().wake();
     }
-    if (most_ > 1) giveFreedMemoryBack();
+    if (maxThreads_ > 1) giveFreedMemoryBack();
   }
 
   std::function<void()> next() {
@@ -59,7 +59,7 @@ class Workers : public std::enable_shared_from_this<Workers> {
     return block;
   }
 
-  const int most_;
+  const int maxThreads_;
   std::mutex mutex_;
   std::deque<std::function<void()>> blocks_;
   int count_ = 0;

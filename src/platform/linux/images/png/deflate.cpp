@@ -35,7 +35,7 @@ inflate_state& threadsInflater() {
 }
 
 // Bytes that cannot be compressed are stored, in blocks of at most 65535.
-std::size_t mostDeflatedBytes(std::size_t rawSize) {
+std::size_t maxDeflatedBytes(std::size_t rawSize) {
   constexpr std::size_t storedBlock = 65535;
   constexpr std::size_t storedHeader = 5;
   constexpr std::size_t spare = 512;
@@ -51,7 +51,7 @@ std::uint8_t* pointer(std::span<const std::uint8_t> bytes) {
 
 Bytes deflatePiece(std::span<const std::uint8_t> raw) {
   Deflater& deflater = threadsDeflater();
-  if (const std::size_t needed = mostDeflatedBytes(raw.size()); needed > deflater.roomSize) {
+  if (const std::size_t needed = maxDeflatedBytes(raw.size()); needed > deflater.roomSize) {
     deflater.roomSize = 0;
     deflater.room.reset(new std::uint8_t[needed]);
     deflater.roomSize = needed;

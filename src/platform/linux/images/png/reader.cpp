@@ -69,10 +69,10 @@ class RecentPictures {
   }
 
   void add(const ImageRef& image) {
-    constexpr std::size_t most = 4;
+    constexpr std::size_t maxCount = 4;
     std::lock_guard lock(mutex_);
     recent_.emplace_front(image);
-    if (recent_.size() > most) recent_.pop_back();
+    if (recent_.size() > maxCount) recent_.pop_back();
   }
 
   // Returns an image in use whose strips have the same meaning, or nullptr if there is none.
@@ -222,8 +222,8 @@ ImageRef readAnyPng(const Bytes& file) {
 ImageRef decodePng(const NSData& data) {
   return unlessOutOfMemory([&data]() -> ImageRef {
     // A larger file has more pixels than can be decoded.
-    constexpr std::size_t largest = static_cast<std::size_t>(maxPixels) * 5;
-    if (data.length() > largest) return nullptr;
+    constexpr std::size_t maxSize = static_cast<std::size_t>(maxPixels) * 5;
+    if (data.length() > maxSize) return nullptr;
     Bytes file(data.length());
     file.resize(ByteReader(data.impl()).read(file));
     if (auto image = OwnPng(file).read()) return image;

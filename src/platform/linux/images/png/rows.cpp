@@ -1,6 +1,5 @@
 #include "platform/linux/images/png/rows.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "platform/linux/images/png/deflate.h"
@@ -97,7 +96,7 @@ bool unfilter(std::span<std::uint8_t> coded, std::size_t stride) {
   return true;
 }
 
-bool liesAsCoded(RowCoding coding) {
+bool isStoredAsCoded(RowCoding coding) {
   return coding == RowCoding::Indexed8;
 }
 
@@ -111,7 +110,7 @@ Bytes codedRows(const Strip& strip, RowCoding coding, int width, RowFilter filte
   return coded;
 }
 
-void takeRow(const std::uint8_t* coded, RowCoding coding, int width, std::uint8_t* row) {
+void decodeRow(const std::uint8_t* coded, RowCoding coding, int width, std::uint8_t* row) {
   if (coding == RowCoding::RGB) {
     addAlpha(coded, width, row);
   } else if (coding == RowCoding::RGBA) {
@@ -156,7 +155,7 @@ std::shared_ptr<const CompressedRows> compressRows(const Strip& strip, RowCoding
                                                    RowFilter filter) {
   Bytes coded;
   std::span<const std::uint8_t> bytes = strip.bytes();
-  if (!liesAsCoded(coding) || filter != RowFilter::None) {
+  if (!isStoredAsCoded(coding) || filter != RowFilter::None) {
     bytes = coded = codedRows(strip, coding, width, filter);
   }
   return std::make_shared<const CompressedRows>(
@@ -168,7 +167,7 @@ std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& 
   const std::size_t stride = codedRowLength(rows.coding, shape.width) + 1;
   Bytes coded;
   std::span<std::uint8_t> bytes = strip->bytes();
-  if (!liesAsCoded(rows.coding)) {
+  if (!isStoredAsCoded(rows.coding)) {
     coded.resize(stride * static_cast<std::size_t>(strip->rowCount()));
     bytes = coded;
   }
@@ -177,8 +176,8 @@ std::shared_ptr<Strip> decompressRows(CompressedRows& rows, const PictureShape& 
   rows.length = bytes.size();
   if (!unfilter(bytes, stride)) return nullptr;
   for (int row = 0; !coded.empty() && row < strip->rowCount(); ++row) {
-    takeRow(&coded[static_cast<std::size_t>(row) * stride + 1], rows.coding, shape.width,
-            strip->row(row));
+    decodeRow(&coded[static_cast<std::size_t>(row) * stride + 1], rows.coding, shape.width,
+              strip->row(row));
   }
   return strip;
 }
