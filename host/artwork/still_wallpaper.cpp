@@ -1,6 +1,5 @@
 #include "host/artwork/still_wallpaper.h"
 
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <memory>

@@ -64,12 +64,13 @@ void ControlService::registerStates() {
     void (*change)(SpringBoard&);
   };
   constexpr StateChange changes[] = {
-      {service::method::lock, [](SpringBoard& device) { device.lock(); }},
-      {service::method::home, [](SpringBoard& device) { device.goHome(); }},
-      {service::method::openApp, [](SpringBoard& device) { device.openApp(); }},
-      {service::method::closeApp, [](SpringBoard& device) { device.closeApp(); }},
-      {service::method::displayOn, [](SpringBoard& device) { device.turnDisplay(true); }},
-      {service::method::displayOff, [](SpringBoard& device) { device.turnDisplay(false); }},
+      {service::method::lock, [](SpringBoard& springBoard) { springBoard.lock(); }},
+      {service::method::home, [](SpringBoard& springBoard) { springBoard.goHome(); }},
+      {service::method::openApp, [](SpringBoard& springBoard) { springBoard.openApp(); }},
+      {service::method::closeApp, [](SpringBoard& springBoard) { springBoard.closeApp(); }},
+      {service::method::displayOn, [](SpringBoard& springBoard) { springBoard.turnDisplay(true); }},
+      {service::method::displayOff,
+       [](SpringBoard& springBoard) { springBoard.turnDisplay(false); }},
   };
   for (const auto& [method, change] : changes) {
     object_->registerMethod(method)

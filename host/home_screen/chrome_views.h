@@ -1,8 +1,6 @@
 // The views above the wallpaper: status bar, icons, lock screen and an open app. Main thread.
 #pragma once
 
-#include <string>
-
 #include "host/home_screen/cached_view.h"
 #include "host/home_screen/wall_clock.h"
 #include "host/options/idiom.h"

@@ -18,12 +18,6 @@ cairo_status_t append(void* closure, const unsigned char* data, unsigned int len
 
 }  // namespace
 
-void drawScreen(Screen& screen, cairo_surface_t* surface, int scale) {
-  drawPartOfScreen(
-      screen, surface, scale,
-      {0, 0, cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)});
-}
-
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const cairo_rectangle_int_t& part) {
   cairo_t* context = cairo_create(surface);
@@ -37,10 +31,10 @@ void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
 
 int takeScreenshot(Screen& screen, int scale) {
   const platform::CGSize size = screen.size();
-  cairo_surface_t* surface = cairo_image_surface_create(
-      CAIRO_FORMAT_RGB24, static_cast<int>(std::lround(size.width)) * scale,
-      static_cast<int>(std::lround(size.height)) * scale);
-  drawScreen(screen, surface, scale);
+  const int width = static_cast<int>(std::lround(size.width)) * scale;
+  const int height = static_cast<int>(std::lround(size.height)) * scale;
+  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+  drawPartOfScreen(screen, surface, scale, {0, 0, width, height});
   platform::backend::FileDescriptor png(memfd_create("screenshot", MFD_CLOEXEC));
   const cairo_status_t status =
       png ? cairo_surface_write_to_png_stream(surface, append, &png) : CAIRO_STATUS_NO_MEMORY;

@@ -7,8 +7,7 @@
 
 namespace host {
 
-// Draw the screen, or a part of it in pixels, on an image surface. scale: pixels per point.
-void drawScreen(Screen& screen, cairo_surface_t* surface, int scale);
+// Draws a part of the screen, in pixels, on an image surface. scale: pixels per point.
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const cairo_rectangle_int_t& part);
 

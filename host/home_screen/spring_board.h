@@ -2,14 +2,10 @@
 // Main thread.
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 
 #include "host/home_screen/screen.h"
 #include "host/options/host_options.h"
-#include "platform/linux/views/view_class.h"
 
 namespace host {
 
@@ -36,7 +32,7 @@ class SpringBoard {
   // Switches the display on or off. It comes on with the lock screen.
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
-  // Sets if something outside of the home screen covers all of it. The wallpapers are hidden then.
+  // Sets whether something outside of the home screen covers all of it, which hides the wallpapers.
   void setCovered(bool isCovered);
 
   ScreenState state() const { return state_; }

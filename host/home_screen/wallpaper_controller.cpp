@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "host/home_screen/cached_view.h"
+#include "platform/linux/views/view_class.h"
+
 namespace host {
 namespace {
 

@@ -5,9 +5,7 @@
 #include <memory>
 
 #include "host/artwork/still_wallpaper.h"
-#include "host/home_screen/cached_view.h"
 #include "platform/linux/views/strong_ivar.h"
-#include "platform/linux/views/view_class.h"
 
 namespace host {
 
