@@ -199,7 +199,7 @@ TEST(Placement, LeavesRoomForTheSideDockOnLandscapePhones) {
 }
 
 TEST(Placement, LeavesRoomForTheBottomDockOnPads) {
-  Furnished stage("1", {.isPad = true});
+  Furnished stage("1", {.idiom = host::Idiom::Pad});
   install(stage);
   EXPECT_EQ(Stage::view("SHARED")->frame(), (CGRect{0, 0, 820, 1180 - 110}));
   stage.rotate(UIInterfaceOrientation::LandscapeLeft);
