@@ -12,7 +12,6 @@
 #include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/views/picture_surface.h"
-#include "platform/property_list.h"
 #include "settings/settings_store.h"
 
 namespace {

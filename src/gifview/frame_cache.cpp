@@ -1,5 +1,7 @@
 #include "gifview/frame_cache.h"
 
+#include <memory>
+
 #include "platform/file_manager.h"
 #include "platform/property_list.h"
 #include "platform/string_value.h"

@@ -14,6 +14,7 @@ class NSAutoreleasePool {
   NSAutoreleasePool& operator=(const NSAutoreleasePool&) = delete;
 
  private:
+  // The platform's pool; nullptr on a platform without one.
   [[maybe_unused]] void* pool_;
 };
 

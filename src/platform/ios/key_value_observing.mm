@@ -10,7 +10,8 @@
 using platform::KeyValueObserver;
 
 // The observer that is registered with the platform. The platform does not retain its observers, so
-// Listeners does. A registration that is never removed keeps its observer for good.
+// Listeners does. A registration that is never removed keeps its observer for good. It has the name
+// of the library's listener class, because it is the one that other code meets among the observers.
 @interface LWWallpaperListener : NSObject {
  @private
   std::shared_ptr<KeyValueObserver> observer_;

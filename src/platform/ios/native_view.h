@@ -10,7 +10,8 @@
 #include "platform/view.h"
 
 // The native object of a view that the library creates. The portable view retains it; while it has
-// a superview, it retains the portable view, as a superview retains its subviews.
+// a superview, it retains the portable view, as a superview retains its subviews. It has the name
+// of the library's view class, because it is the view that other code meets in the host's tree.
 @interface LWGIFView : UIView {
  @private
   platform::UIView* portable_;

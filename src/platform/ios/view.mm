@@ -1,6 +1,5 @@
 #include "platform/view.h"
 
-#import "platform/ios/native_string.h"
 #import "platform/ios/native_view.h"
 
 @implementation LWGIFView

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/random.h>
