@@ -20,10 +20,10 @@ namespace darwin = platform::backend::darwin;
 
 // All methods except stop.
 constexpr const char* methods[] = {
-    control::method::lock,     control::method::home,       control::method::openApp,
-    control::method::closeApp, control::method::displayOn,  control::method::displayOff,
-    control::method::rotate,   control::method::advance,    control::method::settle,
-    control::method::status,   control::method::screenshot, "Nothing"};
+    service::method::lock,     service::method::home,       service::method::openApp,
+    service::method::closeApp, service::method::displayOn,  service::method::displayOff,
+    service::method::rotate,   service::method::advance,    service::method::settle,
+    service::method::status,   service::method::screenshot, "Nothing"};
 
 // Reads the input from front to back. After its end, reads zeros.
 class Source {
@@ -74,7 +74,7 @@ void addArgument(sdbus::Message& message, Source& source) {
 class Client {
  public:
   void call(const char* method, Source& source) {
-    auto message = proxy_->createMethodCall(control::interface, method);
+    auto message = proxy_->createMethodCall(service::interface, method);
     addArguments(message, source);
     bool isAnswered = false;
     const auto call = proxy_->callMethod(
@@ -99,7 +99,7 @@ class Client {
   std::unique_ptr<sdbus::IConnection> connection_ =
       sdbus::createSessionBusConnectionWithAddress(fuzz::busAddress());
   std::unique_ptr<sdbus::IProxy> proxy_ =
-      sdbus::createProxy(*connection_, control::busName, control::path);
+      sdbus::createProxy(*connection_, service::busName, service::path);
   std::unique_ptr<sdbus::IObject> notifier_ = sdbus::createObject(*connection_, darwin::path);
 };
 
