@@ -64,7 +64,7 @@ class HomeScreen {
     options.hasManualClock = true;
     // They live until the process ends, as in the home screen's own program.
     springBoard_ = new SpringBoard(options);
-    control_ = new host::ControlService(*springBoard_);
+    control_ = new host::ControlService(*springBoard_, [] { return -1; });
     lumora::installHooks();
     springBoard_->launch();
     control_->announce();

@@ -18,6 +18,7 @@
 #include "host/control/control_service.h"
 #include "host/displays/desktop_display.h"
 #include "host/displays/window_display.h"
+#include "host/home_screen/screen_drawing.h"
 #include "host/home_screen/spring_board.h"
 #include "host/options/host_options.h"
 #include "platform/linux/bus/bus.h"
@@ -42,7 +43,13 @@ struct Arguments {
 constexpr int exitFailed = 1;
 constexpr int exitWrongUse = 2;
 
-bool busWasLost = false;
+// Why the run loop was stopped, if it was not asked to.
+const char* failure = nullptr;
+
+void failBecause(const char* reason) {
+  failure = reason;
+  RunLoop::main().stop();
+}
 
 void declareArguments(CLI::App& command, Arguments& arguments) {
   command.add_option("--root", arguments.root, "device folder")
@@ -75,27 +82,34 @@ void stopOnSignals() {
 }
 
 void openBus(const std::string& address) {
-  platform::backend::Bus::open(address, [] {
-    busWasLost = true;
-    RunLoop::main().stop();
-  });
+  platform::backend::Bus::open(address, [] { failBecause("the D-Bus daemon has ended"); });
 }
 
 void runHomeScreen(const Arguments& arguments) {
   platform::backend::setDeviceRoot(arguments.root);
   stopOnSignals();
   openBus(arguments.bus);
+  host::HostOptions options = arguments.host;
+  std::unique_ptr<host::DesktopDisplay> desktop;
+  if (options.display == host::DisplayKind::Desktop) {
+    desktop = std::make_unique<host::DesktopDisplay>(
+        options.look, [] { failBecause("the Wayland compositor has ended"); });
+    options.width = static_cast<int>(desktop->size().width);
+    options.height = static_cast<int>(desktop->size().height);
+    options.scale = 1;
+  }
   // Never deleted, because blocks of the libraries may use them until the process ends.
-  auto* springBoard = new host::SpringBoard(arguments.host);
-  auto* control = new host::ControlService(*springBoard);
+  auto* springBoard = new host::SpringBoard(options);
+  auto* control = new host::ControlService(*springBoard, [springBoard, shown = desktop.get()] {
+    return shown ? shown->takeScreenshot()
+                 : host::takeScreenshot(springBoard->screen(), springBoard->options().scale);
+  });
   loadLibraries(arguments.libraries);
   std::unique_ptr<host::WindowDisplay> window;
-  std::unique_ptr<host::DesktopDisplay> desktop;
-  if (arguments.host.display == host::DisplayKind::Window) {
+  if (options.display == host::DisplayKind::Window) {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
-  } else if (arguments.host.display == host::DisplayKind::Desktop) {
-    desktop = std::make_unique<host::DesktopDisplay>(*springBoard);
   }
+  if (desktop) desktop->start(*springBoard);
   springBoard->launch();
   RunLoop::main().perform([control] { control->announce(); });
   bool isVisibilityReported = false;
@@ -112,7 +126,7 @@ void runHomeScreen(const Arguments& arguments) {
       isVisibilityReported = true;
     }
   }
-  if (busWasLost) throw std::runtime_error("the D-Bus daemon has ended");
+  if (failure != nullptr) throw std::runtime_error(failure);
 }
 
 int parseAndRun(int argc, char** argv) {

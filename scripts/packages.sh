@@ -2,12 +2,15 @@
 
 build_packages=(
   cmake g++ ninja-build pkg-config
-  libcairo2-dev libcli11-dev libexpat1-dev libisal-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libx11-dev libxss-dev
+  libcairo2-dev libcli11-dev libexpat1-dev libisal-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libwayland-dev libx11-dev
+  libxext-dev libxrandr-dev libxss-dev wayland-protocols
   zlib1g-dev
   nlohmann-json3-dev
 )
 run_packages=(dbus fontconfig fonts-inter)
-test_packages=(libgtest-dev openbox python3 xvfb)
+test_packages=(
+  foot grim libgtest-dev openbox python3 sway x11-utils x11-xserver-utils xserver-xephyr xvfb
+)
 bench_packages=(
   ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv
   python3 python3-pil time xvfb

@@ -15,6 +15,7 @@
 #include "tool/commands/host_commands.h"
 #include "tool/commands/live_settings_commands.h"
 #include "tool/commands/notification_commands.h"
+#include "tool/commands/outputs_command.h"
 #include "tool/commands/play_command.h"
 #include "tool/commands/remove_command.h"
 #include "tool/commands/run_command.h"
@@ -46,6 +47,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addLiveSettingsCommands(lumora, context);
   addBlurCommand(lumora, context);
   addStatusCommand(lumora, context);
+  addOutputsCommand(lumora, context);
   addNotificationCommands(lumora, context);
   addPlayCommand(lumora, context);
   addFramesCommand(lumora, context);

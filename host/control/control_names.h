@@ -8,8 +8,8 @@ constexpr auto busName = "com.brightfen.lumora.SpringBoard";
 constexpr auto path = "/com/brightfen/lumora/SpringBoard";
 constexpr auto interface = "com.brightfen.lumora.SpringBoard";
 
-// Methods. One that fails gives a text for the user. Those up to rotate answer when the device has
-// settled, or after two seconds.
+// Methods. One that fails gives a text for the user. Those up to rotate fail on a desktop; they
+// answer when the device has settled, or after two seconds.
 namespace method {
 constexpr auto lock = "Lock";
 constexpr auto home = "Home";
@@ -17,7 +17,7 @@ constexpr auto openApp = "OpenApp";
 constexpr auto closeApp = "CloseApp";
 constexpr auto displayOn = "DisplayOn";
 constexpr auto displayOff = "DisplayOff";
-// (orientation: "portrait", "left", "right" or "upside-down"). Fails on a desktop.
+// (orientation: "portrait", "left", "right" or "upside-down").
 constexpr auto rotate = "Rotate";
 // (nanoseconds, timeout in nanoseconds of real time). Advances the clock and answers when all
 // effects are there. Fails at the timeout, or if the clock is not manual.

@@ -7,7 +7,6 @@
 #include "host/control/control_names.h"
 #include "host/control/settling.h"
 #include "host/control/status_report.h"
-#include "host/home_screen/screen_drawing.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -43,8 +42,9 @@ constexpr std::chrono::seconds stateLimit{2};
 
 }  // namespace
 
-ControlService::ControlService(SpringBoard& springBoard)
+ControlService::ControlService(SpringBoard& springBoard, TakeScreenshot takeScreenshot)
     : springBoard_(springBoard),
+      takeScreenshot_(std::move(takeScreenshot)),
       object_(sdbus::createObject(platform::backend::Bus::current()->listener(), service::path)) {
   if (platform::backend::Bus::current()->nameHasOwner(service::busName)) {
     throw refusal("a home screen is already running on this bus");
@@ -76,6 +76,7 @@ void ControlService::registerStates() {
     object_->registerMethod(method)
         .onInterface(service::interface)
         .implementedAs([this, change = change](sdbus::Result<>&& result) {
+          if (refusesOnDesktop(result)) return;
           change(springBoard_);
           whenSettled(std::move(result));
         });
@@ -106,8 +107,7 @@ void ControlService::registerOtherMethods() {
 
 // Returns a file, because a screenshot may be larger than the largest message.
 sdbus::UnixFd ControlService::screenshot() {
-  springBoard_.screen().showTime();
-  const int file = takeScreenshot(springBoard_.screen(), springBoard_.options().scale);
+  const int file = takeScreenshot_();
   if (file < 0) throw refusal("not enough memory for a screenshot");
   return sdbus::UnixFd(file, sdbus::adopt_fd);
 }
@@ -133,16 +133,24 @@ void ControlService::whenSettled(sdbus::Result<>&& result) {
   });
 }
 
+// Returns true if it has answered that a desktop has no such state.
+bool ControlService::refusesOnDesktop(const sdbus::Result<>& result) const {
+  const bool isDesktop = springBoard_.options().display == DisplayKind::Desktop;
+  if (isDesktop) {
+    result.returnError(refusal(
+        "a desktop has no lock screen, apps or rotation; start `lumora run` without --display "
+        "desktop for a simulated phone"));
+  }
+  return isDesktop;
+}
+
 void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {
   const auto orientation = orientationNamed(name);
   if (!orientation) {
     result.returnError(refusal("no such orientation"));
     return;
   }
-  if (springBoard_.options().display == DisplayKind::Desktop) {
-    result.returnError(refusal("a desktop cannot be rotated"));
-    return;
-  }
+  if (refusesOnDesktop(result)) return;
   springBoard_.rotate(*orientation);
   whenSettled(std::move(result));
 }

@@ -14,9 +14,13 @@ namespace host {
 
 class ControlService {
  public:
+  // Returns a descriptor, owned by the caller, of a PNG file with an image of the screen, or -1 if
+  // it cannot be made.
+  using TakeScreenshot = std::function<int()>;
+
   // Requires an open bus (platform::backend::Bus). springBoard must outlive this object. Throws
   // sdbus::Error if another home screen is running on the bus.
-  explicit ControlService(SpringBoard& springBoard);
+  ControlService(SpringBoard& springBoard, TakeScreenshot takeScreenshot);
 
   // Takes the home screen's name on the bus, which tells clients that it has launched. Throws
   // sdbus::Error if another home screen has taken it since.
@@ -31,12 +35,14 @@ class ControlService {
   void registerOtherMethods();
   sdbus::UnixFd screenshot();
   void addJob(std::function<void()> job);
+  bool refusesOnDesktop(const sdbus::Result<>& result) const;
   void whenSettled(sdbus::Result<>&& result);
   void rotate(sdbus::Result<>&& result, const std::string& name);
   // Both numbers are in nanoseconds.
   void advance(sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout);
 
   SpringBoard& springBoard_;
+  const TakeScreenshot takeScreenshot_;
   std::unique_ptr<sdbus::IObject> object_;
   std::deque<std::function<void()>> jobs_;
 };

@@ -29,5 +29,17 @@ constexpr auto views = "views";
 constexpr auto frame = "frame";
 // False if the view or one that contains it is hidden.
 constexpr auto visible = "visible";
+// An array of a desktop's outputs, empty on other displays. Each is an object with these keys.
+constexpr auto outputs = "outputs";
+namespace output {
+// The display system's name, such as "HDMI-1".
+constexpr auto name = "name";
+// [x, y, width, height] in the display system's units.
+constexpr auto area = "area";
+// Pixels per unit.
+constexpr auto scale = "scale";
+// True if nothing of it can be seen.
+constexpr auto isUnseen = "unseen";
+}  // namespace output
 
 }  // namespace host::status

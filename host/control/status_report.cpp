@@ -47,11 +47,11 @@ const char* stateName(ScreenState state) {
     case ScreenState::Home:
       return "home";
     case ScreenState::App:
-      return "app";
+      return status::screenApp;
     case ScreenState::Off:
       break;
   }
-  return "off";
+  return status::screenOff;
 }
 
 void describeTree(const platform::UIView& view, bool isVisible, json& views) {
@@ -64,6 +64,13 @@ void describeTree(const platform::UIView& view, bool isVisible, json& views) {
   description[status::visible] = isShown;
   views.push_back(std::move(description));
   for (const auto& subview : view.subviews()) describeTree(*subview, isShown, views);
+}
+
+json describe(const Output& output) {
+  return {{status::output::name, output.name},
+          {status::output::area, {output.x, output.y, output.width, output.height}},
+          {status::output::scale, output.scale},
+          {status::output::isUnseen, output.isUnseen}};
 }
 
 }  // namespace
@@ -88,13 +95,17 @@ std::string statusReport(SpringBoard& springBoard) {
       {status::screen, stateName(springBoard.state())},
       {status::covered, springBoard.isCovered()},
       {status::orientation, orientationName(springBoard.orientation())},
-      {status::idiom, options.idiom == Idiom::Pad ? "pad" : "phone"},
+      {status::idiom, nameOf(options.idiom)},
       {status::size, {options.width, options.height}},
       {status::scale, options.scale},
       {status::outOfMemory, platform::backend::timesOutOfMemory()},
       {status::changesOffMainThread, platform::backend::timesOffMainThread()},
       {status::views, json::array()},
+      {status::outputs, json::array()},
   };
+  for (const Output& output : springBoard.outputs()) {
+    report[status::outputs].push_back(describe(output));
+  }
   describeTree(springBoard.screen().root(), true, report[status::views]);
   return report.dump();
 }

@@ -1,6 +1,6 @@
 #include "host/displays/desktop_cover.h"
 
-#include <stdexcept>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -10,6 +10,7 @@
 #include <X11/extensions/scrnsaver.h>
 #include <cairo.h>
 
+#include "host/displays/x11_connection.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
@@ -42,22 +43,26 @@ struct DesktopCover::Impl {
 
   bool handleEvents();
   void look();
-  bool isFullyCovered();
+  // Returns the part of the screen that can be seen.
+  Region seenPart();
   bool isSaverOn();
   // Returns the top-level windows above our own, from the lowest up.
   std::vector<Window> windowsAbove();
+  std::vector<Window> topLevelWindows();
   Window topLevel();
   void subtract(cairo_region_t* seen, Window window);
   void subtractOpaqueRegion(cairo_region_t* seen, Window window, int x, int y);
   // Returns the 32-bit numbers of a window's property, or none if it has no such property.
-  std::vector<unsigned long> numbers(Window window, const char* property);
+  std::vector<unsigned long> numbers(Window window, Atom property);
 
   const Window window_;
   const std::function<void()> changed_;
   Display* const display_;
   int saverEvents_ = 0;
   bool hasSaver_ = false;
-  bool isCovered_ = false;
+  const Atom opacity_;
+  const Atom opaqueRegion_;
+  Region seen_;
 };
 
 DesktopCover::DesktopCover(unsigned long window, std::function<void()> changed)
@@ -65,20 +70,23 @@ DesktopCover::DesktopCover(unsigned long window, std::function<void()> changed)
 
 DesktopCover::~DesktopCover() = default;
 
-bool DesktopCover::isCovered() const {
-  return impl_->isCovered_;
+bool DesktopCover::isCovered(const cairo_rectangle_int_t& part) const {
+  return cairo_region_contains_rectangle(impl_->seen_.get(), &part) == CAIRO_REGION_OVERLAP_OUT;
 }
 
 DesktopCover::Impl::Impl(Window window, std::function<void()> changed)
-    : window_(window), changed_(std::move(changed)), display_(XOpenDisplay(nullptr)) {
-  if (display_ == nullptr) throw std::runtime_error("cannot watch the desktop: no X11 screen");
+    : window_(window),
+      changed_(std::move(changed)),
+      display_(openX11Display()),
+      opacity_(XInternAtom(display_, "_NET_WM_WINDOW_OPACITY", False)),
+      opaqueRegion_(XInternAtom(display_, "_NET_WM_OPAQUE_REGION", False)) {
   const Window root = DefaultRootWindow(display_);
-  XSelectInput(display_, root, SubstructureNotifyMask);
+  XSelectInput(display_, root, SubstructureNotifyMask | StructureNotifyMask);
   int errors = 0;
   hasSaver_ = XScreenSaverQueryExtension(display_, &saverEvents_, &errors) != 0;
   if (hasSaver_) XScreenSaverSelectInput(display_, root, ScreenSaverNotifyMask);
   RunLoop::main().addSource(ConnectionNumber(display_), [this] { return handleEvents(); });
-  isCovered_ = isSaverOn() || isFullyCovered();
+  seen_ = seenPart();
 }
 
 DesktopCover::Impl::~Impl() {
@@ -88,19 +96,23 @@ DesktopCover::Impl::~Impl() {
 
 bool DesktopCover::Impl::handleEvents() {
   bool handled = false;
+  bool mustLook = false;
   while (XPending(display_) > 0) {
     XEvent event;
     XNextEvent(display_, &event);
     handled = true;
+    const bool isOtherProperty = event.type == PropertyNotify && event.xproperty.atom != opacity_ &&
+                                 event.xproperty.atom != opaqueRegion_;
+    mustLook = mustLook || !isOtherProperty;
   }
   // After the loop, because requests to the server may add events to the queue.
-  if (handled) look();
+  if (mustLook) look();
   return handled;
 }
 
 void DesktopCover::Impl::look() {
-  const bool isCovered = isSaverOn() || isFullyCovered();
-  if (std::exchange(isCovered_, isCovered) != isCovered) changed_();
+  const Region before = std::exchange(seen_, seenPart());
+  if (cairo_region_equal(before.get(), seen_.get()) == 0) changed_();
 }
 
 bool DesktopCover::Impl::isSaverOn() {
@@ -110,13 +122,15 @@ bool DesktopCover::Impl::isSaverOn() {
          info->state == ScreenSaverOn;
 }
 
-bool DesktopCover::Impl::isFullyCovered() {
-  XWindowAttributes ours{};
-  if (XGetWindowAttributes(display_, DefaultRootWindow(display_), &ours) == 0) return false;
-  const cairo_rectangle_int_t screen{0, 0, ours.width, ours.height};
-  const Region seen(cairo_region_create_rectangle(&screen));
+Region DesktopCover::Impl::seenPart() {
+  XWindowAttributes root{};
+  if (isSaverOn() || XGetWindowAttributes(display_, DefaultRootWindow(display_), &root) == 0) {
+    return Region(cairo_region_create());
+  }
+  const cairo_rectangle_int_t screen{0, 0, root.width, root.height};
+  Region seen(cairo_region_create_rectangle(&screen));
   for (const Window window : windowsAbove()) subtract(seen.get(), window);
-  return cairo_region_is_empty(seen.get()) != 0;
+  return seen;
 }
 
 // Returns our window, or the frame into which a window manager has put it.
@@ -133,7 +147,7 @@ Window DesktopCover::Impl::topLevel() {
   }
 }
 
-std::vector<Window> DesktopCover::Impl::windowsAbove() {
+std::vector<Window> DesktopCover::Impl::topLevelWindows() {
   Window root = 0;
   Window parent = 0;
   Window* children = nullptr;
@@ -142,21 +156,25 @@ std::vector<Window> DesktopCover::Impl::windowsAbove() {
     return {};
   }
   const XPointer<Window> owner(children);
+  return {children, children + count};
+}
+
+std::vector<Window> DesktopCover::Impl::windowsAbove() {
   const Window own = topLevel();
-  std::vector<Window> above;
-  bool isAbove = false;
-  for (unsigned index = 0; index < count; ++index) {
-    if (isAbove) above.push_back(children[index]);
-    isAbove = isAbove || children[index] == own;
-  }
-  return above;
+  std::vector<Window> windows = topLevelWindows();
+  // If a window manager has just put our window into a frame, its event makes us look again.
+  const auto at = std::ranges::find(windows, own);
+  if (at == windows.end()) return {};
+  windows.erase(windows.begin(), at + 1);
+  return windows;
 }
 
 void DesktopCover::Impl::subtract(cairo_region_t* seen, Window window) {
   XWindowAttributes attributes{};
   if (XGetWindowAttributes(display_, window, &attributes) == 0) return;
   if (attributes.map_state != IsViewable || attributes.c_class != InputOutput) return;
-  const auto opacity = numbers(window, "_NET_WM_WINDOW_OPACITY");
+  XSelectInput(display_, window, PropertyChangeMask);
+  const auto opacity = numbers(window, opacity_);
   if (!opacity.empty() && opacity.front() < fullOpacity) return;
   if (attributes.depth == depthWithTransparency) {
     return subtractOpaqueRegion(seen, window, attributes.x, attributes.y);
@@ -169,7 +187,7 @@ void DesktopCover::Impl::subtract(cairo_region_t* seen, Window window) {
 
 // A window with transparency hides only the region that it declares opaque.
 void DesktopCover::Impl::subtractOpaqueRegion(cairo_region_t* seen, Window window, int x, int y) {
-  const auto region = numbers(window, "_NET_WM_OPAQUE_REGION");
+  const auto region = numbers(window, opaqueRegion_);
   for (std::size_t at = 0; at + 4 <= region.size(); at += 4) {
     const cairo_rectangle_int_t part{
         x + static_cast<int>(region[at]), y + static_cast<int>(region[at + 1]),
@@ -178,7 +196,7 @@ void DesktopCover::Impl::subtractOpaqueRegion(cairo_region_t* seen, Window windo
   }
 }
 
-std::vector<unsigned long> DesktopCover::Impl::numbers(Window window, const char* property) {
+std::vector<unsigned long> DesktopCover::Impl::numbers(Window window, Atom property) {
   constexpr long maxNumbers = 1024;
   constexpr int numberBits = 32;
   Atom type = 0;
@@ -186,9 +204,8 @@ std::vector<unsigned long> DesktopCover::Impl::numbers(Window window, const char
   unsigned long count = 0;
   unsigned long rest = 0;
   unsigned char* data = nullptr;
-  const int result =
-      XGetWindowProperty(display_, window, XInternAtom(display_, property, False), 0, maxNumbers,
-                         False, XA_CARDINAL, &type, &format, &count, &rest, &data);
+  const int result = XGetWindowProperty(display_, window, property, 0, maxNumbers, False,
+                                        XA_CARDINAL, &type, &format, &count, &rest, &data);
   const XPointer<unsigned char> owner(data);
   if (result != Success || type != XA_CARDINAL || format != numberBits) return {};
   const auto* values = reinterpret_cast<const unsigned long*>(data);

@@ -1,17 +1,87 @@
 #include "host/displays/desktop_display.h"
 
-namespace host {
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
 
-DesktopDisplay::DesktopDisplay(SpringBoard& springBoard)
-    : springBoard_(springBoard),
-      window_(springBoard),
-      cover_(window_.number(), [this] { update(); }),
-      session_([this] { update(); }) {
+#include "host/desktop/output_painter.h"
+#include "host/displays/wayland/wayland_desktop.h"
+#include "host/displays/x11_desktop.h"
+#include "host/home_screen/drawn_surface.h"
+#include "host/home_screen/screen_drawing.h"
+#include "platform/linux/main_loop/run_loop.h"
+
+namespace host {
+namespace {
+
+using platform::backend::RunLoop;
+
+bool isWayland() {
+  const char* name = std::getenv("WAYLAND_DISPLAY");
+  return name != nullptr && *name != '\0';
+}
+
+}  // namespace
+
+DesktopDisplay::DesktopDisplay(const DesktopLook& look, std::function<void()> ended) : look_(look) {
+  auto changed = [this] { update(); };
+  if (isWayland()) {
+    outputs_ = std::make_unique<wayland::WaylandDesktop>(look, changed, std::move(ended));
+  } else {
+    outputs_ = std::make_unique<X11Desktop>(look, changed);
+  }
+}
+
+DesktopDisplay::~DesktopDisplay() {
+  RunLoop::main().setDrawing(nullptr);
+}
+
+platform::CGSize DesktopDisplay::size() const {
+  const auto outputs = outputs_->outputs();
+  if (outputs.empty() || outputs.front().width == 0) return {1920, 1080};
+  return {static_cast<platform::CGFloat>(outputs.front().width),
+          static_cast<platform::CGFloat>(outputs.front().height)};
+}
+
+void DesktopDisplay::start(SpringBoard& springBoard) {
+  springBoard_ = &springBoard;
+  session_.emplace([this] { update(); });
   update();
+  RunLoop::main().setDrawing([this](bool /*isAll*/) { draw(); });
+  RunLoop::main().setNeedsDisplay();
+}
+
+void DesktopDisplay::draw() {
+  const WallpaperPicture::Change change = picture_.look(springBoard_->screen().root());
+  outputs_->show(picture_, change);
+}
+
+int DesktopDisplay::takeScreenshot() {
+  // What is due must be drawn first, because drawing takes the picture's changes.
+  draw();
+  const auto outputs = outputs_->outputs();
+  if (outputs.empty()) return -1;
+  const auto pixels = [&outputs](int length) {
+    return static_cast<int>(std::lround(length * outputs.front().scale));
+  };
+  const cairo_rectangle_int_t all{0, 0, pixels(outputs.front().width),
+                                  pixels(outputs.front().height)};
+  const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
+  const platform::CGRect area{0, 0, static_cast<platform::CGFloat>(all.width),
+                              static_cast<platform::CGFloat>(all.height)};
+  OutputPainter(look_).paint(picture_, area, surface.get(), all);
+  return pngOf(surface.get());
 }
 
 void DesktopDisplay::update() {
-  springBoard_.setCovered(cover_.isCovered() || session_.isAway());
+  if (springBoard_ == nullptr) return;
+  const auto outputs = outputs_->outputs();
+  const bool isUnseen =
+      std::ranges::all_of(outputs, [](const Output& output) { return output.isUnseen; });
+  springBoard_->setOutputs(outputs);
+  const bool isCovered = isUnseen || session_->isAway();
+  if (isCovered != springBoard_->isCovered()) springBoard_->setCovered(isCovered);
 }
 
 }  // namespace host

@@ -1,26 +1,48 @@
-// Shows the screen on the X11 desktop, behind all windows. It counts as covered while the desktop
-// cannot be seen or the session is locked or inactive. Main thread.
+// Shows the wallpaper on the desktop, behind all windows, on every output. It counts as covered
+// while no output can be seen or the session is locked or inactive. Main thread.
 #pragma once
 
-#include "host/displays/desktop_cover.h"
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "host/desktop/desktop_outputs.h"
+#include "host/desktop/wallpaper_picture.h"
 #include "host/displays/session_watch.h"
-#include "host/displays/window_display.h"
+#include "host/home_screen/spring_board.h"
+#include "host/options/desktop_look.h"
 
 namespace host {
 
 class DesktopDisplay {
  public:
-  // springBoard must outlive this object. Throws std::runtime_error, with the reason, if there is
-  // no X11 screen.
-  explicit DesktopDisplay(SpringBoard& springBoard);
+  // Connects to the Wayland compositor if WAYLAND_DISPLAY is set, otherwise to the X server. ended
+  // is called if that is lost later. Throws std::runtime_error, with the reason, if neither can
+  // show a wallpaper.
+  DesktopDisplay(const DesktopLook& look, std::function<void()> ended);
+  ~DesktopDisplay();
+  DesktopDisplay(const DesktopDisplay&) = delete;
+  DesktopDisplay& operator=(const DesktopDisplay&) = delete;
+
+  // Returns the size of the first output, or of a usual one if there is none at the moment.
+  platform::CGSize size() const;
+
+  // Returns a descriptor, owned by the caller, of a PNG file with an image of the first output as
+  // it is shown, without windows. Returns -1 if it cannot be made.
+  int takeScreenshot();
+
+  // Makes the run loop draw the wallpaper. springBoard must outlive this object. Call it once.
+  void start(SpringBoard& springBoard);
 
  private:
+  void draw();
   void update();
 
-  SpringBoard& springBoard_;
-  WindowDisplay window_;
-  DesktopCover cover_;
-  SessionWatch session_;
+  const DesktopLook look_;
+  SpringBoard* springBoard_ = nullptr;
+  WallpaperPicture picture_;
+  std::unique_ptr<DesktopOutputs> outputs_;
+  std::optional<SessionWatch> session_;
 };
 
 }  // namespace host

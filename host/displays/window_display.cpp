@@ -12,7 +12,7 @@
 #include <X11/Xlib.h>
 #include <fcntl.h>
 
-#include "host/displays/x11_errors.h"
+#include "host/displays/x11_connection.h"
 #include "host/home_screen/screen_drawing.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -76,15 +76,13 @@ struct WindowDisplay::Impl {
 
   void open();
   SDL_SysWMinfo systemInfo() const;
-  bool isDesktop() const { return springBoard.options().display == DisplayKind::Desktop; }
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw(bool isAll);
   // Returns the surface to draw on: the window's own or, if that does not have 8 bits per color, a
   // converted one. Returns nullptr if there is no memory for it.
   SDL_Surface* canvas(SDL_Surface& shown);
-  // Resizes the window after a rotation. Returns true if the size has changed. SDL raises a window
-  // that it resizes, so a desktop, which does not rotate, is never resized.
+  // Resizes the window after a rotation. Returns true if the size has changed.
   bool fitToScreen();
   std::optional<SDL_Rect> takeChangedPart(const SDL_Surface& pixels);
 
@@ -106,10 +104,6 @@ WindowDisplay::WindowDisplay(SpringBoard& springBoard)
 
 WindowDisplay::~WindowDisplay() = default;
 
-unsigned long WindowDisplay::number() const {
-  return impl_->systemInfo().info.x11.window;
-}
-
 WindowDisplay::Impl::~Impl() {
   RunLoop::main().setDrawing(nullptr);
   if (window != nullptr) SDL_DestroyWindow(window);
@@ -124,15 +118,12 @@ void WindowDisplay::Impl::open() {
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   if (SDL_Init(SDL_INIT_VIDEO) != 0) fail();
   ignoreX11Errors();
-  if (isDesktop()) SDL_SetHint(SDL_HINT_X11_WINDOW_TYPE, "_NET_WM_WINDOW_TYPE_DESKTOP");
   width = springBoard.options().width * springBoard.options().scale;
   height = springBoard.options().height * springBoard.options().scale;
-  const int place = isDesktop() ? 0 : static_cast<int>(SDL_WINDOWPOS_CENTERED);
+  constexpr auto place = static_cast<int>(SDL_WINDOWPOS_CENTERED);
   // Created hidden and mapped below, because SDL would wait for the window to appear: forever, if a
   // window manager that is just starting drops the event.
-  const auto flags =
-      SDL_WINDOW_HIDDEN | (isDesktop() ? SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR : 0);
-  window = SDL_CreateWindow("Lumora", place, place, width, height, static_cast<Uint32>(flags));
+  window = SDL_CreateWindow("Lumora", place, place, width, height, SDL_WINDOW_HIDDEN);
   if (window == nullptr) fail();
   const auto& x11 = systemInfo().info.x11;
   // SDL draws nothing on such a screen and reports no error.
@@ -141,8 +132,6 @@ void WindowDisplay::Impl::open() {
     fail("screens of 30 bits are not supported, only those of 16 and 24");
   }
   XMapWindow(x11.display, x11.window);
-  // For the case that no window manager does.
-  if (isDesktop()) XLowerWindow(x11.display, x11.window);
   XFlush(x11.display);
   RunLoop::main().addSource(XConnectionNumber(x11.display), [this] { return handleEvents(); });
   RunLoop::main().setDrawing([this](bool isAll) { draw(isAll); });
@@ -161,7 +150,7 @@ bool WindowDisplay::Impl::handleEvents() {
   while (SDL_PollEvent(&event) != 0) {
     handled = true;
     if (event.type == SDL_QUIT) RunLoop::main().stop();
-    if (event.type == SDL_KEYDOWN && event.key.repeat == 0 && !isDesktop()) handleKey(event.key);
+    if (event.type == SDL_KEYDOWN && event.key.repeat == 0) handleKey(event.key);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
       RunLoop::main().setNeedsDisplay();
     }

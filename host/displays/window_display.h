@@ -1,5 +1,4 @@
-// Shows the screen in an X11 window: a normal one that takes keys, or one behind all others on the
-// desktop. Main thread.
+// Shows the screen in an X11 window that takes keys. Main thread.
 #pragma once
 
 #include <memory>
@@ -16,9 +15,6 @@ class WindowDisplay {
   ~WindowDisplay();
   WindowDisplay(const WindowDisplay&) = delete;
   WindowDisplay& operator=(const WindowDisplay&) = delete;
-
-  // Returns the window's X11 number.
-  unsigned long number() const;
 
  private:
   struct Impl;

@@ -1,9 +1,8 @@
 // A view that keeps its painting, so that an animation behind it does not repaint it. Main thread.
 #pragma once
 
-#include <memory>
-
 #include "host/artwork/geometry.h"
+#include "host/home_screen/drawn_surface.h"
 #include "platform/linux/views/drawn_view.h"
 
 namespace host {
@@ -19,11 +18,7 @@ class CachedView : public platform::backend::DrawnView {
   void forgetPainting();
 
  private:
-  struct DestroySurface {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  };
-
-  std::unique_ptr<cairo_surface_t, DestroySurface> painting_;
+  DrawnSurface painting_;
   platform::CGSize paintedSize_;
   double paintedScale_ = 0;
 };

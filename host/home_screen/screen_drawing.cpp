@@ -4,6 +4,7 @@
 
 #include <sys/mman.h>
 
+#include "host/home_screen/drawn_surface.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/views/view_renderer.h"
 
@@ -30,15 +31,19 @@ void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
 }
 
 int takeScreenshot(Screen& screen, int scale) {
+  screen.showTime();
   const platform::CGSize size = screen.size();
-  const int width = static_cast<int>(std::lround(size.width)) * scale;
-  const int height = static_cast<int>(std::lround(size.height)) * scale;
-  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
-  drawPartOfScreen(screen, surface, scale, {0, 0, width, height});
+  const cairo_rectangle_int_t all{0, 0, static_cast<int>(std::lround(size.width)) * scale,
+                                  static_cast<int>(std::lround(size.height)) * scale};
+  const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
+  drawPartOfScreen(screen, surface.get(), scale, all);
+  return pngOf(surface.get());
+}
+
+int pngOf(cairo_surface_t* surface) {
   platform::backend::FileDescriptor png(memfd_create("screenshot", MFD_CLOEXEC));
   const cairo_status_t status =
       png ? cairo_surface_write_to_png_stream(surface, append, &png) : CAIRO_STATUS_NO_MEMORY;
-  cairo_surface_destroy(surface);
   return status == CAIRO_STATUS_SUCCESS ? png.release() : -1;
 }
 

@@ -11,8 +11,9 @@ namespace host {
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const cairo_rectangle_int_t& part);
 
-// Returns a descriptor, owned by the caller, of an unnamed PNG file with a picture of the screen.
-// Returns -1 if it cannot be made.
+// Return a descriptor, owned by the caller, of an unnamed PNG file with an image of the screen,
+// with the clocks updated, or of a surface's contents. Return -1 if it cannot be made.
 int takeScreenshot(Screen& screen, int scale);
+int pngOf(cairo_surface_t* surface);
 
 }  // namespace host

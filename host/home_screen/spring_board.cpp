@@ -82,10 +82,11 @@ void SpringBoard::show(ScreenState state) {
 // A window updates its clock every minute while a clock is visible. Otherwise there is no alarm, so
 // that the process can sleep.
 void SpringBoard::keepTime() {
+  if (options_.display != DisplayKind::Window) return;
   auto& runLoop = platform::backend::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
   runLoop.clearAlarm();
-  if (!showsClock || options_.display != DisplayKind::Window) return;
+  if (!showsClock) return;
   runLoop.setAlarm(platform::backend::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <memory>
+#include <utility>
+#include <vector>
 
+#include "host/home_screen/output.h"
 #include "host/home_screen/screen.h"
 #include "host/options/host_options.h"
 
@@ -32,11 +35,15 @@ class SpringBoard {
   // Switches the display on or off. It comes on with the lock screen.
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
-  // Sets whether something outside of the home screen covers all of it, which hides the wallpapers.
+  // Tells the home screen that something outside of it covers all of it, or no longer does. The
+  // wallpapers are hidden then.
   void setCovered(bool isCovered);
+  // Records the outputs of a desktop, for the status report.
+  void setOutputs(std::vector<Output> outputs) { outputs_ = std::move(outputs); }
 
   ScreenState state() const { return state_; }
   bool isCovered() const { return isCovered_; }
+  const std::vector<Output>& outputs() const { return outputs_; }
   platform::UIInterfaceOrientation orientation() const { return orientation_; }
   const HostOptions& options() const { return options_; }
   Screen& screen() { return *screen_; }
@@ -52,6 +59,7 @@ class SpringBoard {
   std::unique_ptr<Screen> screen_;
   ScreenState state_ = ScreenState::Home;
   bool isCovered_ = false;
+  std::vector<Output> outputs_;
   platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
 };
 

@@ -1,8 +1,9 @@
 #include "host/options/host_options.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <map>
-#include <optional>
 #include <sstream>
 #include <utility>
 
@@ -21,6 +22,8 @@ const std::map<std::string, DisplayKind> displays = {{"auto", DisplayKind::Auto}
                                                      {"desktop", DisplayKind::Desktop},
                                                      {"headless", DisplayKind::Headless}};
 const std::map<std::string, Idiom> idioms = {{"phone", Idiom::Phone}, {"pad", Idiom::Pad}};
+const std::map<std::string, Filter> filters = {
+    {"auto", Filter::Auto}, {"nearest", Filter::Nearest}, {"smooth", Filter::Smooth}};
 
 template <typename Value>
 std::vector<std::string> namesOf(const std::map<std::string, Value>& values) {
@@ -29,27 +32,50 @@ std::vector<std::string> namesOf(const std::map<std::string, Value>& values) {
   return names;
 }
 
-// Returns the size of the X11 screen in pixels, or nothing if there is none.
-std::optional<std::pair<int, int>> x11Screen() {
+bool hasX11Server() {
   Display* display = XOpenDisplay(nullptr);
-  if (display == nullptr) return std::nullopt;
-  const int number = DefaultScreen(display);
-  const std::pair size(DisplayWidth(display, number), DisplayHeight(display, number));
-  XCloseDisplay(display);
-  return size;
+  if (display != nullptr) XCloseDisplay(display);
+  return display != nullptr;
 }
 
 constexpr int phoneSize[] = {390, 844};
 constexpr int padSize[] = {820, 1180};
 
-// A desktop is as large as the X11 screen, rounded up to whole points.
-void chooseSize(HostOptions& options, const std::optional<std::pair<int, int>>& screen) {
-  const auto& usual = options.idiom == Idiom::Pad ? padSize : phoneSize;
-  options.width = usual[0];
-  options.height = usual[1];
-  if (options.display != DisplayKind::Desktop || !screen) return;
-  options.width = (screen->first + options.scale - 1) / options.scale;
-  options.height = (screen->second + options.scale - 1) / options.scale;
+template <typename Value>
+std::string nameIn(const std::map<std::string, Value>& values, Value value) {
+  for (const auto& [name, each] : values) {
+    if (each == value) return name;
+  }
+  return "";
+}
+
+constexpr double maxChannel = 255;
+
+// Returns false if the text is neither "blur" nor "#" with six hexadecimal digits.
+bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
+  backdrop.kind = text == "blur" ? BackdropKind::Blur : BackdropKind::Color;
+  if (backdrop.kind == BackdropKind::Blur) return true;
+  unsigned channels[3];
+  int end = 0;
+  constexpr int lengthOfColor = 7;
+  const int count =
+      std::sscanf(text.c_str(), "#%2x%2x%2x%n", &channels[0], &channels[1], &channels[2], &end);
+  if (count != 3 || end != lengthOfColor || text.size() != lengthOfColor) return false;
+  backdrop.red = channels[0] / maxChannel;
+  backdrop.green = channels[1] / maxChannel;
+  backdrop.blue = channels[2] / maxChannel;
+  return true;
+}
+
+std::string textOf(const BackdropOptions& backdrop) {
+  if (backdrop.kind == BackdropKind::Blur) return "blur";
+  const auto channel = [](double value) {
+    return static_cast<unsigned>(std::lround(value * maxChannel));
+  };
+  char text[16];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", channel(backdrop.red), channel(backdrop.green),
+                channel(backdrop.blue));
+  return text;
 }
 
 bool parseSize(const std::string& text, HostOptions& options) {
@@ -68,27 +94,22 @@ std::string sizeProblem() {
 }  // namespace
 
 std::string nameOf(DisplayKind display) {
-  for (const auto& [name, kind] : displays) {
-    if (kind == display) return name;
-  }
-  return "";
+  return nameIn(displays, display);
 }
 
-void addHostOptions(CLI::App& command, HostOptions& options) {
+std::string nameOf(Idiom idiom) {
+  return nameIn(idioms, idiom);
+}
+
+namespace {
+
+void addDisplayOptions(CLI::App& command, HostOptions& options) {
   command
       .add_option_function<std::string>(
           "--display", [&options](const std::string& name) { options.display = displays.at(name); },
           "window, desktop (behind all windows), headless, or auto: a window if possible")
-      ->check(CLI::IsMember(namesOf(displays)))
+      ->check(CLI::IsMember(namesOf(displays)).description(""))
       ->type_name("auto|window|desktop|headless");
-  command
-      .add_option_function<std::string>(
-          "--screen",
-          [&options](const std::string& text) {
-            if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
-          },
-          "size of the upright device in points")
-      ->type_name("WxH");
   command.add_option("--scale", options.scale, "pixels per point")
       ->check(CLI::Range(1, maxScale))
       ->type_name("N");
@@ -97,24 +118,65 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       ->type_name("HZ");
   command
       .add_option_function<std::string>(
-          "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
-          "kind of device")
-      ->check(CLI::IsMember(namesOf(idioms)))
-      ->type_name("phone|pad");
-  command.add_flag("--locked", options.startsLocked, "start on the lock screen");
-  command
-      .add_option_function<std::string>(
           "--clock",
           [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
           "real, or manual: moved only by `lumora advance` (headless only)")
-      ->check(CLI::IsMember({"real", "manual"}))
+      ->check(CLI::IsMember({"real", "manual"}).description(""))
       ->type_name("real|manual");
+}
+
+void addDeviceOptions(CLI::App& command, HostOptions& options) {
+  command
+      .add_option_function<std::string>(
+          "--screen",
+          [&options](const std::string& text) {
+            if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
+          },
+          "size of the upright device in points")
+      ->type_name("WxH");
+  command
+      .add_option_function<std::string>(
+          "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
+          "kind of device")
+      ->check(CLI::IsMember(namesOf(idioms)).description(""))
+      ->type_name("phone|pad");
+  command.add_flag("--locked", options.startsLocked, "start on the lock screen");
+}
+
+void addLookOptions(CLI::App& command, DesktopLook& look) {
+  command
+      .add_option_function<std::string>(
+          "--filter", [&look](const std::string& name) { look.filter = filters.at(name); },
+          "how a desktop draws enlarged pixels: smooth, nearest, or auto: nearest for pixel art")
+      ->check(CLI::IsMember(namesOf(filters)).description(""))
+      ->type_name("auto|nearest|smooth");
+  command
+      .add_option_function<std::string>(
+          "--backdrop",
+          [&look](const std::string& text) {
+            if (!parseBackdrop(text, look.backdrop)) {
+              throw CLI::ValidationError("--backdrop", "must be blur or a color such as #203040");
+            }
+          },
+          "what a desktop shows beside the GIF: a blurred copy of it, or a color")
+      ->type_name("blur|COLOR");
+}
+
+}  // namespace
+
+void addHostOptions(CLI::App& command, HostOptions& options) {
+  addDisplayOptions(command, options);
+  addDeviceOptions(command, options);
+  addLookOptions(command, options.look);
   command.parse_complete_callback([&options] {
-    const auto screen = options.display == DisplayKind::Headless ? std::nullopt : x11Screen();
     if (options.display == DisplayKind::Auto) {
-      options.display = screen ? DisplayKind::Window : DisplayKind::Headless;
+      options.display = hasX11Server() ? DisplayKind::Window : DisplayKind::Headless;
     }
-    if (options.width == 0) chooseSize(options, screen);
+    if (options.width == 0) {
+      const auto& usual = options.idiom == Idiom::Pad ? padSize : phoneSize;
+      options.width = usual[0];
+      options.height = usual[1];
+    }
     if (options.hasManualClock && options.display != DisplayKind::Headless) {
       throw CLI::ValidationError("--clock", "manual needs --display headless");
     }
@@ -123,13 +185,14 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
 
 std::vector<std::string> hostArguments(const HostOptions& options) {
   std::vector<std::string> arguments{
-      "--display", nameOf(options.display),
-      "--scale",   std::to_string(options.scale),
-      "--refresh", std::to_string(options.refreshRate),
-      "--idiom",   options.idiom == Idiom::Pad ? "pad" : "phone",
-      "--clock",   options.hasManualClock ? "manual" : "real",
+      "--display",  nameOf(options.display),
+      "--scale",    std::to_string(options.scale),
+      "--refresh",  std::to_string(options.refreshRate),
+      "--idiom",    nameOf(options.idiom),
+      "--clock",    options.hasManualClock ? "manual" : "real",
+      "--filter",   nameIn(filters, options.look.filter),
+      "--backdrop", textOf(options.look.backdrop),
   };
-  // The host measures a desktop itself; it may be larger than --screen accepts.
   if (options.display != DisplayKind::Desktop) {
     arguments.emplace_back("--screen");
     arguments.push_back(std::to_string(options.width) + "x" + std::to_string(options.height));

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "host/options/desktop_look.h"
 #include "host/options/idiom.h"
 
 namespace host {
@@ -16,11 +17,13 @@ enum class DisplayKind { Auto, Window, Desktop, Headless };
 
 // Returns "auto", "window", "desktop" or "headless".
 std::string nameOf(DisplayKind display);
+// Returns "phone" or "pad".
+std::string nameOf(Idiom idiom);
 
 struct HostOptions {
   DisplayKind display = DisplayKind::Auto;
-  // The upright device in points. Parsing replaces 0 by the usual size of the device, or by the
-  // size of the X11 screen on a desktop.
+  // The upright device in points. Parsing replaces 0 by the usual size of the device. On a desktop
+  // the host replaces it by the size of an output.
   int width = 0;
   int height = 0;
   // Pixels per point.
@@ -29,6 +32,7 @@ struct HostOptions {
   Idiom idiom = Idiom::Phone;
   bool startsLocked = false;
   bool hasManualClock = false;
+  DesktopLook look;
 };
 
 // Declares the options. Parsing checks them and fills in options, which must outlive command.

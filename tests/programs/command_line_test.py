@@ -2,7 +2,6 @@
 
 usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
 """
-import ctypes
 import gzip
 import json
 import os
@@ -18,104 +17,15 @@ import stat
 import struct
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
-from gif_writer import plain_gif
+from device import LUMORA, PROGRAMS, RED_GREEN, Device, gif
 
-PROGRAMS = os.path.abspath(sys.argv.pop())
 SCENARIOS = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../../examples/scenarios')
-LUMORA = os.path.join(PROGRAMS, 'lumora')
 PREFERENCES = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
 LIBRARY = 'var/mobile/Library/Lumora'
-
-
-def gif(*colors, size=(8, 8)):
-    return plain_gif(colors, size)
-
-
-RED_GREEN = gif((255, 0, 0), (0, 255, 0))
-
-
-class Device(unittest.TestCase):
-    """A device in a temporary directory. start() starts its home screen."""
-
-    def setUp(self):
-        self.folder = tempfile.mkdtemp(prefix='lumora-test-')
-        self.root = os.path.join(self.folder, 'device')
-        self.host = None
-        self.gif = self.file('picture.gif', RED_GREEN)
-
-    def tearDown(self):
-        if self.host:
-            self.host.terminate()
-            self.host.communicate(timeout=20)
-        for place, folders, _ in os.walk(self.folder):
-            for folder in folders:
-                os.chmod(os.path.join(place, folder), 0o755)
-        shutil.rmtree(self.folder)
-
-    def file(self, name, contents):
-        path = os.path.join(self.folder, name)
-        with open(path, 'wb') as file:
-            file.write(contents)
-        return path
-
-    def on_device(self, path):
-        return os.path.join(self.root, path)
-
-    def lumora(self, *words):
-        return subprocess.run([LUMORA, '--root', self.root, *words], capture_output=True,
-                              text=True, timeout=180, stdin=subprocess.DEVNULL)
-
-    def ok(self, *words):
-        done = self.lumora(*words)
-        self.assertEqual((done.returncode, done.stderr), (0, ''), words)
-        return done.stdout
-
-    def fails(self, code, *words):
-        """Expects this exit code and one line of text, and a second one for code 2. Returns the text."""
-        done = self.lumora(*words)
-        self.assertEqual(done.returncode, code, (words, done.stderr))
-        self.assertTrue(done.stderr.startswith('lumora: '), words)
-        if code == 2:
-            self.assertIn('\nFor usage, run: lumora', done.stderr)
-        else:
-            self.assertEqual(done.stderr.count('\n'), 1, done.stderr)
-        return done.stderr
-
-    def start(self, *words, clock='manual', environment=None):
-        self.host = subprocess.Popen(
-            [LUMORA, 'run', '--root', self.root, '--display', 'headless', '--clock', clock, *words],
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, stdin=subprocess.DEVNULL,
-            env=environment)
-        self.ok('wait', '--timeout', '30')
-
-    def child(self, name):
-        with open(f'/proc/{self.host.pid}/task/{self.host.pid}/children') as file:
-            for child in file.read().split():
-                with open(f'/proc/{child}/comm') as comm:
-                    if comm.read().strip() == name:
-                        return int(child)
-        raise AssertionError(name + ' is not running')
-
-    def pixels(self, picture):
-        return subprocess.run([LUMORA, 'frames', '--raw', picture], capture_output=True, check=True,
-                              timeout=60).stdout
-
-    def eventually(self, condition):
-        deadline = time.monotonic() + 60
-        while not condition():
-            self.assertLess(time.monotonic(), deadline)
-            time.sleep(0.002)
-
-    def status(self):
-        return json.loads(self.ok('status', '--json'))
-
-    def shared(self):
-        return self.status()['locations']['shared']
 
 
 def dynamic_section(program):
@@ -758,93 +668,6 @@ class CommandWithHomeScreen(Device):
             self.assertEqual(json.loads(self.ok('settings', '--json'))['MODE_INDEX'], 1)
         self.start()
         self.ok('set', 'shared', self.gif)
-
-
-@unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox'), 'needs Xvfb and openbox')
-class DesktopWallpaper(Device):
-    """A device on its own X server with a window manager."""
-
-    def setUp(self):
-        super().setUp()
-        reading, writing = os.pipe()
-        self.programs = [subprocess.Popen(
-            ['Xvfb', '-displayfd', str(writing), '-screen', '0', '640x480x24', '-nolisten', 'tcp'],
-            pass_fds=[writing], stderr=subprocess.DEVNULL)]
-        os.close(writing)
-        with os.fdopen(reading) as file:
-            self.display = ':' + file.readline().strip()
-        self.environment = dict(os.environ, DISPLAY=self.display, HOME=self.folder,
-                                DBUS_SESSION_BUS_ADDRESS='unix:path=/nowhere',
-                                DBUS_SYSTEM_BUS_ADDRESS='unix:path=/nowhere')
-        self.xlib = ctypes.CDLL('libX11.so.6')
-        self.xlib.XOpenDisplay.restype = ctypes.c_void_p
-        self.screen = ctypes.c_void_p(self.xlib.XOpenDisplay(self.display.encode()))
-        self.start_window_manager()
-
-    def start_window_manager(self):
-        self.manager = self.show('openbox')
-        selection = self.xlib.XInternAtom(self.screen, b'WM_S0', 0)
-        deadline = time.monotonic() + 20
-        while not self.xlib.XGetSelectionOwner(self.screen, selection):
-            self.assertLess(time.monotonic(), deadline)
-            # It sometimes gives up if the X server has only just started.
-            if self.manager.poll() is not None:
-                self.manager = self.show('openbox')
-            time.sleep(0.02)
-
-    def tearDown(self):
-        self.xlib.XCloseDisplay(self.screen)
-        for program in reversed(self.programs):
-            program.terminate()
-            program.wait(20)
-        super().tearDown()
-
-    def show(self, *words):
-        self.programs.append(subprocess.Popen(words, env=self.environment, stdout=subprocess.DEVNULL,
-                                              stderr=subprocess.DEVNULL))
-        return self.programs[-1]
-
-    def becomes(self, playing, why):
-        deadline = time.monotonic() + 20
-        while (self.shared()['playing'], self.shared()['why']) != (playing, why):
-            self.assertLess(time.monotonic(), deadline, self.shared())
-            time.sleep(0.05)
-
-    def test_pauses_while_it_cannot_be_seen(self):
-        desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', self.gif)
-        self.ok('wait', '--timeout', '30')
-        self.becomes(True, 'shown')
-        self.assertEqual(self.shared()['frame'], [0, 0, 640, 480])
-        self.assertIn('cannot be rotated', self.fails(1, 'rotate', 'left'))
-        other = os.path.join(self.folder, 'other')
-        for size, has_manager, playing, why in (('700x900', True, False, 'covered'),
-                                                ('300x400', True, True, 'shown'),
-                                                ('700x900', False, False, 'covered')):
-            if not has_manager:
-                self.manager.terminate()
-                self.manager.wait(20)
-            window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
-                               '--screen', size)
-            subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
-            self.becomes(playing, why)
-            # The state is also right at the start.
-            desktop.terminate()
-            desktop.wait(20)
-            desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop')
-            self.ok('wait', '--timeout', '30')
-            self.becomes(playing, why)
-            window.terminate()
-            window.wait(20)
-            self.becomes(True, 'shown')
-        # The X server's own screen saver.
-        for mode, playing, why in ((1, False, 'covered'), (0, True, 'shown')):
-            self.xlib.XForceScreenSaver(self.screen, mode)
-            self.xlib.XSync(self.screen, 0)
-            self.becomes(playing, why)
-        picture = os.path.join(self.folder, 'picture.png')
-        self.ok('screenshot', picture)
-        with open(picture, 'rb') as file:
-            self.assertEqual(struct.unpack('>II', file.read(24)[16:]), (640, 480))
 
 
 if __name__ == '__main__':

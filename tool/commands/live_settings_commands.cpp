@@ -1,11 +1,10 @@
 #include "tool/commands/live_settings_commands.h"
 
-#include <map>
 #include <memory>
 
 #include "settings/notification_names.h"
-#include "settings/scaling.h"
 #include "settings/settings_store.h"
+#include "tool/commands/scaling_choice.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/stored_settings.h"
@@ -15,7 +14,6 @@ namespace {
 
 using lumora::nameOf;
 using lumora::WallpaperMode;
-using platform::UIViewContentMode;
 
 // A setting that each location has.
 struct LiveSetting {
@@ -49,12 +47,6 @@ constexpr LiveSetting scaling = {
     .notification = lumora::control::updateWallpaper,
     .valueName = "MODE",
     .valueDescription = "show the whole GIF, fill the screen with a part of it, or stretch it"};
-
-// The scaling modes as other wallpaper programs call them.
-const std::map<std::string, std::string> namesElsewhere = {
-    {"contain", nameOf(UIViewContentMode::ScaleAspectFit)},
-    {"cover", nameOf(UIViewContentMode::ScaleAspectFill)},
-    {"stretch", nameOf(UIViewContentMode::ScaleToFill)}};
 
 struct LiveSettingOptions {
   std::string location;
@@ -112,12 +104,6 @@ CLI::Option* addLiveSetting(CLI::App& lumora, Context& context, const LiveSettin
       ->required();
 }
 
-std::vector<std::string> scalingNames() {
-  std::vector<std::string> names;
-  for (const lumora::Scaling& each : lumora::scalings) names.emplace_back(each.name);
-  return names;
-}
-
 }  // namespace
 
 void addLiveSettingsCommands(CLI::App& lumora, Context& context) {
@@ -126,9 +112,7 @@ void addLiveSettingsCommands(CLI::App& lumora, Context& context) {
   constexpr long maxSpeed = 1000;
   addLiveSetting(lumora, context, speed)->check(numberUpTo(maxSpeed));
   addLiveSetting(lumora, context, alpha)->check(numberUpTo(1));
-  addLiveSetting(lumora, context, scaling)
-      ->check(CLI::IsMember(scalingNames(), CLI::ignore_case))
-      ->transform(CLI::Transformer(namesElsewhere, CLI::ignore_case).description(""));
+  acceptScaling(addLiveSetting(lumora, context, scaling));
 }
 
 }  // namespace tool

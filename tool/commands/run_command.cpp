@@ -20,10 +20,12 @@
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/files/signal_descriptor.h"
 #include "settings/notification_names.h"
+#include "tool/commands/scaling_choice.h"
 #include "tool/device/bus_daemon.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/frame_caches.h"
 #include "tool/device/host_connection.h"
+#include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_import.h"
 #include "tool/support/child_process.h"
 #include "tool/support/failure.h"
@@ -37,11 +39,14 @@ using std::chrono::steady_clock;
 
 struct RunOptions {
   std::string gif;
+  // "" if none is given.
+  std::string scaling;
   std::optional<double> seconds;
   host::HostOptions host;
 };
 
 constexpr auto busLogName = "bus.log";
+constexpr auto scalingKey = "_SCALING_MODE";
 
 // A launch takes about a tenth of a second, unless the machine is very busy.
 constexpr Seconds maxLaunchTime{30};
@@ -245,8 +250,21 @@ class HostRun {
   std::optional<steady_clock::time_point> end_;
 };
 
+// Stores the scaling. The wallpaper of a desktop fills the screen unless something else is stored.
+void storeScaling(const RunOptions& options) {
+  const bool isDesktop = options.host.display == host::DisplayKind::Desktop;
+  for (const lumora::Location& location : lumora::locations) {
+    if (!options.scaling.empty()) {
+      storeSettingOf(location, scalingKey, options.scaling);
+    } else if (isDesktop && !storedSetting(std::string(location.identifier) + scalingKey)) {
+      storeSettingOf(location, scalingKey, "FILL");
+    }
+  }
+}
+
 int runHost(const DeviceFolder& device, const RunOptions& options,
             const std::optional<ChosenGif>& gif) {
+  storeScaling(options);
   return HostRun(device, options, gif).run();
 }
 
@@ -256,6 +274,9 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<RunOptions>();
   CLI::App* command = lumora.add_subcommand("run", "start the home screen in the foreground");
   command->add_option("GIF", options->gif, "GIF to set as the wallpaper of both screens");
+  acceptScaling(command->add_option("--scaling", options->scaling,
+                                    "how the GIF fills the screen (default: FIT, on a desktop "
+                                    "FILL)"));
   host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
   command->add_option("--for", options->seconds, "time to run, then stop")

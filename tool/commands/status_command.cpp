@@ -11,6 +11,8 @@
 #include "host/control/status_keys.h"
 #include "settings/scaling.h"
 #include "settings/settings_store.h"
+#include "tool/device/host_connection.h"
+#include "tool/device/output_text.h"
 
 namespace tool {
 namespace {
@@ -125,11 +127,20 @@ void printLocation(const std::string& name, const ordered_json& location) {
   std::printf("%-11s %s\n", name.c_str(), what.c_str());
 }
 
+// A desktop has outputs instead of a screen that is locked or turned.
+void printScreen(const ordered_json& status) {
+  for (const auto& output : status[reported::outputs]) {
+    std::printf("output      %s\n", textOfOutput(output).c_str());
+  }
+  if (!status[reported::outputs].empty()) return;
+  std::printf("screen      %s, %s, %s\n", status.value(reported::screen, "").c_str(),
+              status.value(reported::orientation, "").c_str(),
+              status.value(reported::idiom, "").c_str());
+}
+
 void printStatus(const ordered_json& status) {
   if (status.value("running", false)) {
-    std::printf("screen      %s, %s, %s\n", status.value(reported::screen, "").c_str(),
-                status.value(reported::orientation, "").c_str(),
-                status.value(reported::idiom, "").c_str());
+    printScreen(status);
   }
   std::printf("mode        %s%s\n", lumora::nameOf(lumora::modeWithIndex(status.value("mode", 1))),
               status.value("enabled", true) ? "" : ", disabled");
@@ -145,6 +156,7 @@ ordered_json currentStatus(HostConnection* host) {
                           reported::scale}) {
     status[key] = report.value(key, ordered_json());
   }
+  status[reported::outputs] = report.value(reported::outputs, ordered_json::array());
   status["mode"] = lumora::getModeIndex();
   status["enabled"] = lumora::getEnabled();
   for (const std::string& name : locationNames) {

@@ -1,0 +1,27 @@
+// What an output shows where the wallpaper's picture leaves it free or is transparent. Main thread.
+#pragma once
+
+#include "host/desktop/wallpaper_picture.h"
+#include "host/home_screen/drawn_surface.h"
+#include "host/options/desktop_look.h"
+#include "platform/geometry.h"
+
+namespace host {
+
+class Backdrop {
+ public:
+  explicit Backdrop(const BackdropOptions& options) : options_(options) {}
+
+  // Fills the area, opaquely. Without a picture, paints the landscape of the still wallpaper.
+  void paint(const WallpaperPicture& picture, const platform::CGRect& area, cairo_t* context);
+
+ private:
+  void makeBlur(const WallpaperPicture& picture);
+
+  const BackdropOptions options_;
+  // A small copy of the first frame, blurred and darkened.
+  DrawnSurface blurred_;
+  unsigned generation_ = 0;
+};
+
+}  // namespace host

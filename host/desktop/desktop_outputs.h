@@ -1,0 +1,21 @@
+// The outputs of a desktop, as a display system gives them.
+#pragma once
+
+#include <vector>
+
+#include "host/desktop/wallpaper_picture.h"
+#include "host/home_screen/output.h"
+
+namespace host {
+
+// Main thread.
+class DesktopOutputs {
+ public:
+  virtual ~DesktopOutputs() = default;
+  // In the order in which the display system announced them. There may be none for a time.
+  virtual std::vector<Output> outputs() const = 0;
+  // Paints what has changed since the last call on every output, and everything on new ones.
+  virtual void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) = 0;
+};
+
+}  // namespace host

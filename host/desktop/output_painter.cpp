@@ -1,0 +1,100 @@
+#include "host/desktop/output_painter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/linux/views/picture_placement.h"
+
+namespace host {
+namespace {
+
+using platform::CGFloat;
+using platform::CGRect;
+
+// Returns where the picture lies on the output.
+CGRect placementOf(const WallpaperPicture& picture, const CGRect& area) {
+  CGRect at = platform::backend::placementOfPicture(
+      platform::CGSize{static_cast<CGFloat>(picture.width()),
+                       static_cast<CGFloat>(picture.height())},
+      {area.width, area.height}, picture.contentMode());
+  at.x += area.x;
+  at.y += area.y;
+  return at;
+}
+
+// Returns the pixels that are at least partly in the rectangle, as far as they are in the bounds.
+std::optional<cairo_rectangle_int_t> pixelsOf(CGRect rectangle,
+                                              const cairo_rectangle_int_t& bounds) {
+  const auto within = [](CGFloat value, int first, int length) {
+    return static_cast<int>(std::clamp<CGFloat>(value, first, first + length));
+  };
+  const int left = within(std::floor(rectangle.x), bounds.x, bounds.width);
+  const int top = within(std::floor(rectangle.y), bounds.y, bounds.height);
+  const int right = within(std::ceil(rectangle.x + rectangle.width), bounds.x, bounds.width);
+  const int bottom = within(std::ceil(rectangle.y + rectangle.height), bounds.y, bounds.height);
+  if (right <= left || bottom <= top) return std::nullopt;
+  return cairo_rectangle_int_t{left, top, right - left, bottom - top};
+}
+
+bool covers(const CGRect& rectangle, const cairo_rectangle_int_t& part) {
+  return rectangle.x <= part.x && rectangle.y <= part.y &&
+         rectangle.x + rectangle.width >= part.x + part.width &&
+         rectangle.y + rectangle.height >= part.y + part.height;
+}
+
+}  // namespace
+
+std::optional<cairo_rectangle_int_t> OutputPainter::affectedPart(
+    const WallpaperPicture& picture, const WallpaperPicture::Change& change, const CGRect& area,
+    cairo_rectangle_int_t output) const {
+  if (change.isAll) return output;
+  if (change.isNothing()) return std::nullopt;
+  CGRect at = placementOf(picture, area);
+  // Scaling mixes neighboring pixels, of the picture or of the output, whichever are larger.
+  const CGFloat scale = at.height / picture.height();
+  const CGFloat margin = 2 * std::max(scale, CGFloat{1}) + 1;
+  at.height = (change.rows.end - change.rows.first) * scale + 2 * margin;
+  at.y += change.rows.first * scale - margin;
+  return pixelsOf(at, output);
+}
+
+void OutputPainter::paint(const WallpaperPicture& picture, const CGRect& area,
+                          cairo_surface_t* surface, const cairo_rectangle_int_t& part) {
+  cairo_t* context = cairo_create(surface);
+  cairo_rectangle(context, part.x, part.y, part.width, part.height);
+  cairo_clip(context);
+  const bool hasPicture = picture.surface() != nullptr;
+  const CGRect at = hasPicture ? placementOf(picture, area) : CGRect();
+  if (!hasPicture || !picture.isOpaque() || !covers(at, part)) {
+    backdrop_.paint(picture, area, context);
+  }
+  if (hasPicture) paintPicture(picture, at, context);
+  cairo_destroy(context);
+  cairo_surface_flush(surface);
+}
+
+void OutputPainter::paintPicture(const WallpaperPicture& picture, const CGRect& at,
+                                 cairo_t* context) const {
+  cairo_save(context);
+  cairo_rectangle(context, at.x, at.y, at.width, at.height);
+  cairo_clip(context);
+  cairo_translate(context, at.x, at.y);
+  cairo_scale(context, at.width / picture.width(), at.height / picture.height());
+  cairo_set_source_surface(context, picture.surface(), 0, 0);
+  cairo_pattern_t* pattern = cairo_get_source(context);
+  // Padding prevents the edge pixels from blending with transparency when the picture is scaled.
+  cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
+  if (isPixelArt(picture, at)) cairo_pattern_set_filter(pattern, CAIRO_FILTER_NEAREST);
+  cairo_paint_with_alpha(context, picture.alpha());
+  cairo_restore(context);
+}
+
+bool OutputPainter::isPixelArt(const WallpaperPicture& picture, const CGRect& at) const {
+  if (look_.filter != Filter::Auto) return look_.filter == Filter::Nearest;
+  constexpr int maxSideOfPixelArt = 320;
+  const CGFloat scale = at.width / picture.width();
+  return std::max(picture.width(), picture.height()) <= maxSideOfPixelArt && scale >= 2 &&
+         scale == std::round(scale);
+}
+
+}  // namespace host

@@ -1,0 +1,42 @@
+// Paints the wallpaper on the outputs of a desktop. Coordinates are pixels of the output. Main
+// thread.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <cairo.h>
+
+#include "host/desktop/backdrop.h"
+#include "host/desktop/wallpaper_picture.h"
+#include "host/options/desktop_look.h"
+#include "platform/geometry.h"
+
+namespace host {
+
+class OutputPainter {
+ public:
+  explicit OutputPainter(const DesktopLook& look) : look_(look), backdrop_(look.backdrop) {}
+
+  // Returns the whole pixels of an output that a change of the picture affects, or nothing. area is
+  // the rectangle that the wallpaper fills: the output's own, or a larger one that spans several
+  // outputs.
+  std::optional<cairo_rectangle_int_t> affectedPart(const WallpaperPicture& picture,
+                                                    const WallpaperPicture::Change& change,
+                                                    const platform::CGRect& area,
+                                                    cairo_rectangle_int_t output) const;
+
+  // Paints a part of an output on its surface, which becomes opaque there.
+  void paint(const WallpaperPicture& picture, const platform::CGRect& area,
+             cairo_surface_t* surface, const cairo_rectangle_int_t& part);
+
+ private:
+  void paintPicture(const WallpaperPicture& picture, const platform::CGRect& at,
+                    cairo_t* context) const;
+  bool isPixelArt(const WallpaperPicture& picture, const platform::CGRect& at) const;
+
+  const DesktopLook look_;
+  Backdrop backdrop_;
+};
+
+}  // namespace host

@@ -1,0 +1,75 @@
+#include "host/desktop/wallpaper_picture.h"
+
+#include <utility>
+
+#include "platform/linux/views/drawn_view.h"
+#include "platform/linux/views/image_view.h"
+
+namespace host {
+namespace {
+
+using platform::UIImageView;
+using platform::UIView;
+
+// The wallpapers that can be seen in a tree. The host draws its own, behind the animated ones.
+struct Visible {
+  bool hasWallpaper = false;
+  // The last one, which is in front of the others.
+  UIImageView* imageView = nullptr;
+  double alpha = 1;
+};
+
+void look(UIView& view, double alpha, Visible& visible) {
+  alpha *= view.alpha();
+  if (view.hidden() || !(alpha > 0)) return;
+  if (dynamic_cast<platform::backend::DrawnView*>(&view) != nullptr) visible.hasWallpaper = true;
+  if (auto* imageView = dynamic_cast<UIImageView*>(&view)) {
+    visible.imageView = imageView;
+    visible.alpha = alpha;
+  }
+  for (const auto& subview : view.subviews()) look(*subview, alpha, visible);
+}
+
+}  // namespace
+
+WallpaperPicture::Change WallpaperPicture::look(UIView& root) {
+  Visible visible;
+  host::look(root, 1, visible);
+  if (!visible.hasWallpaper) return {};
+  if (visible.imageView == nullptr) return takeNothing();
+  const auto image = visible.imageView->image();
+  if (!image) {
+    hadGap_ = true;
+    return {};
+  }
+  return take(image, visible.imageView->contentMode(), visible.alpha);
+}
+
+WallpaperPicture::Change WallpaperPicture::takeNothing() {
+  hadGap_ = true;
+  image_ = nullptr;
+  return {.isAll = std::exchange(hasImage_, false), .rows = {}};
+}
+
+WallpaperPicture::Change WallpaperPicture::take(const platform::ImageRef& image,
+                                                platform::UIViewContentMode mode, double alpha) {
+  const bool isNew = std::exchange(hadGap_, false) || image->width() != width_ ||
+                     image->height() != height_ || !hasImage_;
+  if (isNew) ++generation_;
+  const bool isAll = isNew || mode != mode_ || alpha != alpha_;
+  hasImage_ = true;
+  width_ = image->width();
+  height_ = image->height();
+  mode_ = mode;
+  alpha_ = alpha;
+  if (image != image_) {
+    image_ = image;
+    const bool wasOpaque = surface_.isOpaque();
+    surface_.update(*image);
+    if (wasOpaque != surface_.isOpaque())
+      return {.isAll = true, .rows = surface_.takeChangedRows()};
+  }
+  return {.isAll = isAll, .rows = surface_.takeChangedRows()};
+}
+
+}  // namespace host

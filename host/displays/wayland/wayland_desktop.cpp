@@ -1,0 +1,152 @@
+#include "host/displays/wayland/wayland_desktop.h"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include <poll.h>
+
+#include "platform/linux/main_loop/run_loop.h"
+
+namespace host::wayland {
+namespace {
+
+using platform::backend::RunLoop;
+
+template <typename Pointer>
+void bindGlobal(wl_registry* registry, std::uint32_t name, const wl_interface& interface,
+                std::uint32_t version, Pointer& object) {
+  object.reset(static_cast<typename Pointer::pointer>(
+      wl_registry_bind(registry, name, &interface, version)));
+}
+
+}  // namespace
+
+struct WaylandDesktop::Listeners {
+  static WaylandDesktop& of(void* data) { return *static_cast<WaylandDesktop*>(data); }
+
+  static constexpr wl_registry_listener registry = {
+      .global = [](void* data, wl_registry*, std::uint32_t name, const char* interface,
+                   std::uint32_t version) { of(data).addGlobal(name, interface, version); },
+      .global_remove = [](void* data, wl_registry*,
+                          std::uint32_t name) { of(data).removeGlobal(name); },
+  };
+};
+
+WaylandDesktop::WaylandDesktop(const DesktopLook& look, std::function<void()> changed,
+                               std::function<void()> ended)
+    : look_(look),
+      changed_(std::move(changed)),
+      ended_(std::move(ended)),
+      display_(wl_display_connect(nullptr)) {
+  if (!display_) throw std::runtime_error("cannot connect to the Wayland compositor");
+  registry_.reset(wl_display_get_registry(display_.get()));
+  wl_registry_add_listener(registry_.get(), &Listeners::registry, this);
+  wl_display_roundtrip(display_.get());
+  if (!globals_.compositor || !globals_.memory || !globals_.layerShell) {
+    throw std::runtime_error(
+        "this Wayland compositor cannot show a wallpaper of another program: it lacks "
+        "zwlr_layer_shell_v1, which sway, Hyprland, KDE Plasma and others have; use --display "
+        "window");
+  }
+  isStarted_ = true;
+  for (const auto& output : outputs_) output->start();
+  // The first answers tell the sizes, the second the surfaces' configurations.
+  wl_display_roundtrip(display_.get());
+  wl_display_roundtrip(display_.get());
+  RunLoop::main().addSource(wl_display_get_fd(display_.get()), [this] { return handleEvents(); });
+}
+
+WaylandDesktop::~WaylandDesktop() {
+  RunLoop::main().removeSource(wl_display_get_fd(display_.get()));
+  RunLoop::main().clearAlarm();
+}
+
+void WaylandDesktop::addGlobal(std::uint32_t registryName, const std::string& interface,
+                               std::uint32_t version) {
+  wl_registry* const registry = registry_.get();
+  if (interface == wl_compositor_interface.name) {
+    constexpr std::uint32_t damageInPixels = 4;
+    bindGlobal(registry, registryName, wl_compositor_interface, damageInPixels,
+               globals_.compositor);
+  } else if (interface == wl_shm_interface.name) {
+    bindGlobal(registry, registryName, wl_shm_interface, 1, globals_.memory);
+  } else if (interface == zwlr_layer_shell_v1_interface.name) {
+    bindGlobal(registry, registryName, zwlr_layer_shell_v1_interface, 1, globals_.layerShell);
+  } else if (interface == wp_viewporter_interface.name) {
+    bindGlobal(registry, registryName, wp_viewporter_interface, 1, globals_.viewporter);
+  } else if (interface == zxdg_output_manager_v1_interface.name) {
+    constexpr std::uint32_t names = 2;
+    bindGlobal(registry, registryName, zxdg_output_manager_v1_interface, std::min(version, names),
+               globals_.outputs);
+  } else if (interface == wl_output_interface.name) {
+    constexpr std::uint32_t names = 4;
+    OutputObject object;
+    bindGlobal(registry, registryName, wl_output_interface, std::min(version, names), object);
+    outputs_.push_back(std::make_unique<WaylandOutput>(globals_, std::move(object), registryName,
+                                                       look_, changed_));
+    if (isStarted_) outputs_.back()->start();
+  }
+}
+
+void WaylandDesktop::removeGlobal(std::uint32_t registryName) {
+  const auto removed = std::erase_if(outputs_, [registryName](const auto& output) {
+    return output->registryName() == registryName;
+  });
+  if (removed > 0) changed_();
+}
+
+std::vector<Output> WaylandDesktop::outputs() const {
+  std::vector<Output> outputs;
+  for (const auto& output : outputs_) outputs.push_back(output->describe());
+  return outputs;
+}
+
+void WaylandDesktop::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
+  for (const auto& output : outputs_) output->show(picture, change);
+  setAlarm();
+  wl_display_flush(display_.get());
+}
+
+// Wakes the process when an output has not shown its last frame in time.
+void WaylandDesktop::setAlarm() {
+  std::optional<RunLoop::Clock::time_point> next;
+  for (const auto& output : outputs_) {
+    const auto deadline = output->deadline();
+    if (deadline) next = next ? std::min(*next, *deadline) : *deadline;
+  }
+  if (!next) return RunLoop::main().clearAlarm();
+  RunLoop::main().setAlarm(*next, [this] {
+    const auto now = RunLoop::Clock::now();
+    for (const auto& output : outputs_) {
+      const auto deadline = output->deadline();
+      if (deadline && *deadline <= now) output->noteDeadline();
+    }
+    setAlarm();
+  });
+}
+
+bool WaylandDesktop::handleEvents() {
+  bool hasHandled = false;
+  while (wl_display_prepare_read(display_.get()) != 0) {
+    wl_display_dispatch_pending(display_.get());
+    hasHandled = true;
+  }
+  wl_display_flush(display_.get());
+  pollfd descriptor{wl_display_get_fd(display_.get()), POLLIN, 0};
+  if (poll(&descriptor, 1, 0) > 0) {
+    wl_display_read_events(display_.get());
+  } else {
+    wl_display_cancel_read(display_.get());
+  }
+  hasHandled = wl_display_dispatch_pending(display_.get()) > 0 || hasHandled;
+  if (wl_display_get_error(display_.get()) != 0) {
+    ended_();
+    return false;
+  }
+  if (hasHandled) setAlarm();
+  return hasHandled;
+}
+
+}  // namespace host::wayland

@@ -1,0 +1,46 @@
+// The outputs of a Wayland session whose compositor has the layer shell. Main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/desktop/desktop_outputs.h"
+#include "host/displays/wayland/wayland_output.h"
+
+namespace host::wayland {
+
+class WaylandDesktop final : public DesktopOutputs {
+ public:
+  // Connects to the compositor. changed is called when outputs() may give another result, and ended
+  // if the connection is lost. Throws std::runtime_error, with the reason, if there is no
+  // compositor or it has no layer shell.
+  WaylandDesktop(const DesktopLook& look, std::function<void()> changed,
+                 std::function<void()> ended);
+  ~WaylandDesktop() override;
+  WaylandDesktop(const WaylandDesktop&) = delete;
+  WaylandDesktop& operator=(const WaylandDesktop&) = delete;
+
+  std::vector<Output> outputs() const override;
+  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+
+ private:
+  struct Listeners;
+
+  void addGlobal(std::uint32_t registryName, const std::string& interface, std::uint32_t version);
+  void removeGlobal(std::uint32_t registryName);
+  bool handleEvents();
+  void setAlarm();
+
+  const DesktopLook look_;
+  const std::function<void()> changed_;
+  const std::function<void()> ended_;
+  const Display display_;
+  Registry registry_;
+  Globals globals_;
+  std::vector<std::unique_ptr<WaylandOutput>> outputs_;
+  bool isStarted_ = false;
+};
+
+}  // namespace host::wayland

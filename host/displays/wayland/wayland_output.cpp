@@ -1,0 +1,205 @@
+#include "host/displays/wayland/wayland_output.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "host/desktop/pixel_rectangle.h"
+
+namespace host::wayland {
+namespace {
+
+using platform::backend::RunLoop;
+
+constexpr std::uint32_t allEdges =
+    ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
+    ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
+
+}  // namespace
+
+struct WaylandOutput::Listeners {
+  static WaylandOutput& of(void* data) { return *static_cast<WaylandOutput*>(data); }
+
+  static constexpr wl_output_listener output = {
+      .geometry =
+          [](void* data, wl_output*, int x, int y, int, int, int, const char*, const char*,
+             int transform) {
+            of(data).notePosition(x, y);
+            // The odd transforms are those by 90 and 270 degrees.
+            of(data).isOnItsSide_ = transform % 2 != 0;
+          },
+      .mode = [](void* data, wl_output*, std::uint32_t flags, int width, int height,
+                 int) { of(data).noteMode(flags, width, height); },
+      .done =
+          [](void* data, wl_output*) {
+            of(data).fitBuffers();
+            of(data).changed_();
+          },
+      .scale = [](void* data, wl_output*, int factor) { of(data).integerScale_ = factor; },
+      .name = [](void* data, wl_output*, const char* name) { of(data).name_ = name; },
+      .description = [](void*, wl_output*, const char*) {},
+  };
+
+  static constexpr zxdg_output_v1_listener logicalOutput = {
+      .logical_position =
+          [](void* data, zxdg_output_v1*, int x, int y) {
+            of(data).x_ = x;
+            of(data).y_ = y;
+          },
+      .logical_size = [](void*, zxdg_output_v1*, int, int) {},
+      .done = [](void*, zxdg_output_v1*) {},
+      .name = [](void* data, zxdg_output_v1*, const char* name) { of(data).name_ = name; },
+      .description = [](void*, zxdg_output_v1*, const char*) {},
+  };
+
+  static constexpr zwlr_layer_surface_v1_listener layerSurface = {
+      .configure =
+          [](void* data, zwlr_layer_surface_v1*, std::uint32_t serial, std::uint32_t width,
+             std::uint32_t height) {
+            of(data).configure(serial, static_cast<int>(width), static_cast<int>(height));
+          },
+      // The compositor removes the output next.
+      .closed = [](void* data, zwlr_layer_surface_v1*) { of(data).width_ = 0; },
+  };
+
+  static constexpr wl_callback_listener frame = {
+      .done = [](void* data, wl_callback*, std::uint32_t) { of(data).noteFrameShown(); },
+  };
+};
+
+WaylandOutput::WaylandOutput(const Globals& globals, OutputObject object,
+                             std::uint32_t registryName, const DesktopLook& look,
+                             std::function<void()> changed)
+    : globals_(globals),
+      registryName_(registryName),
+      changed_(std::move(changed)),
+      object_(std::move(object)),
+      name_("output-" + std::to_string(registryName)),
+      painter_(look) {
+  wl_output_add_listener(object_.get(), &Listeners::output, this);
+}
+
+void WaylandOutput::start() {
+  if (globals_.outputs) {
+    logicalOutput_.reset(
+        zxdg_output_manager_v1_get_xdg_output(globals_.outputs.get(), object_.get()));
+    zxdg_output_v1_add_listener(logicalOutput_.get(), &Listeners::logicalOutput, this);
+  }
+  surface_.reset(wl_compositor_create_surface(globals_.compositor.get()));
+  const std::unique_ptr<wl_region, Destroy> nothing(
+      wl_compositor_create_region(globals_.compositor.get()));
+  wl_surface_set_input_region(surface_.get(), nothing.get());
+  if (globals_.viewporter) {
+    viewport_.reset(wp_viewporter_get_viewport(globals_.viewporter.get(), surface_.get()));
+  }
+  layerSurface_.reset(zwlr_layer_shell_v1_get_layer_surface(
+      globals_.layerShell.get(), surface_.get(), object_.get(),
+      ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND, "wallpaper"));
+  zwlr_layer_surface_v1_add_listener(layerSurface_.get(), &Listeners::layerSurface, this);
+  zwlr_layer_surface_v1_set_anchor(layerSurface_.get(), allEdges);
+  zwlr_layer_surface_v1_set_exclusive_zone(layerSurface_.get(), -1);
+  wl_surface_commit(surface_.get());
+}
+
+// The logical output gives the position for scaled outputs, too.
+void WaylandOutput::notePosition(int x, int y) {
+  if (logicalOutput_) return;
+  x_ = x;
+  y_ = y;
+}
+
+void WaylandOutput::noteMode(std::uint32_t flags, int width, int height) {
+  if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) mode_ = {width, height};
+}
+
+Output WaylandOutput::describe() const {
+  const PixelSize pixels = pixelSize();
+  const double scale = width_ > 0 ? static_cast<double>(pixels.width) / width_ : integerScale_;
+  return {.name = name_,
+          .x = x_,
+          .y = y_,
+          .width = width_,
+          .height = height_,
+          .scale = scale,
+          .isUnseen = isUnseen_};
+}
+
+// The surface covers the whole output, so its pixels are those of the output's mode. Without a
+// viewport the compositor accepts only whole multiples of the logical size.
+WaylandOutput::PixelSize WaylandOutput::pixelSize() const {
+  if (!viewport_ || mode_.width == 0) return {width_ * integerScale_, height_ * integerScale_};
+  return isOnItsSide_ ? PixelSize{mode_.height, mode_.width} : mode_;
+}
+
+void WaylandOutput::configure(std::uint32_t serial, int width, int height) {
+  zwlr_layer_surface_v1_ack_configure(layerSurface_.get(), serial);
+  width_ = width;
+  height_ = height;
+  // The next commit must answer the event, even if the size has not changed.
+  buffers_.reset();
+  fitBuffers();
+  changed_();
+}
+
+void WaylandOutput::fitBuffers() {
+  const PixelSize size = pixelSize();
+  if (width_ == 0 || size.width == 0 || size.height == 0) return;
+  if (buffers_ && buffers_->width() == size.width && buffers_->height() == size.height) return;
+  buffers_ = std::make_unique<Buffers>(globals_.memory.get(), size.width, size.height);
+  damage_ = {0, 0, size.width, size.height};
+  // A callback for the old size may never come.
+  frameCallback_.reset();
+  RunLoop::main().setNeedsPartialDisplay();
+}
+
+void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
+  if (!buffers_) return;
+  const platform::CGRect area{0, 0, static_cast<platform::CGFloat>(buffers_->width()),
+                              static_cast<platform::CGFloat>(buffers_->height())};
+  const auto changed =
+      painter_.affectedPart(picture, change, area, {0, 0, buffers_->width(), buffers_->height()});
+  if (changed) {
+    damage_ = unionOf(damage_, *changed);
+    buffers_->addStale(*changed);
+  }
+  if (!damage_ || frameCallback_) return;
+  Buffers::OneBuffer* buffer = buffers_->free();
+  if (buffer == nullptr) return;
+  painter_.paint(picture, area, buffer->surface.get(), *buffer->stale);
+  commit(*buffer);
+}
+
+void WaylandOutput::commit(Buffers::OneBuffer& buffer) {
+  buffer.stale.reset();
+  buffer.isBusy = true;
+  wl_surface_attach(surface_.get(), buffer.object.get(), 0, 0);
+  wl_surface_damage_buffer(surface_.get(), damage_->x, damage_->y, damage_->width, damage_->height);
+  damage_.reset();
+  if (viewport_) {
+    wp_viewport_set_destination(viewport_.get(), width_, height_);
+  } else {
+    wl_surface_set_buffer_scale(surface_.get(), integerScale_);
+  }
+  frameCallback_.reset(wl_surface_frame(surface_.get()));
+  wl_callback_add_listener(frameCallback_.get(), &Listeners::frame, this);
+  committedAt_ = Clock::now();
+  wl_surface_commit(surface_.get());
+}
+
+void WaylandOutput::noteFrameShown() {
+  frameCallback_.reset();
+  if (damage_) RunLoop::main().setNeedsPartialDisplay();
+  if (std::exchange(isUnseen_, false)) changed_();
+}
+
+std::optional<WaylandOutput::Clock::time_point> WaylandOutput::deadline() const {
+  constexpr std::chrono::seconds patience{1};
+  if (!frameCallback_ || isUnseen_) return std::nullopt;
+  return committedAt_ + patience;
+}
+
+void WaylandOutput::noteDeadline() {
+  if (!std::exchange(isUnseen_, true)) changed_();
+}
+
+}  // namespace host::wayland

@@ -1,0 +1,86 @@
+// An output of a Wayland session with the surface that shows the wallpaper on it. Main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/desktop/output_painter.h"
+#include "host/displays/wayland/buffers.h"
+#include "host/displays/wayland/wayland_objects.h"
+#include "host/home_screen/output.h"
+#include "platform/linux/main_loop/run_loop.h"
+
+namespace host::wayland {
+
+class WaylandOutput {
+ public:
+  using Clock = platform::backend::RunLoop::Clock;
+
+  // changed is called when describe() may give another result. globals must outlive this object.
+  WaylandOutput(const Globals& globals, OutputObject object, std::uint32_t registryName,
+                const DesktopLook& look, std::function<void()> changed);
+  WaylandOutput(const WaylandOutput&) = delete;
+  WaylandOutput& operator=(const WaylandOutput&) = delete;
+
+  // Returns the number by which the compositor announced the output.
+  std::uint32_t registryName() const { return registryName_; }
+  Output describe() const;
+
+  // Makes the surface, in the background layer. Call it once.
+  void start();
+
+  // Paints what has changed, unless the compositor is not ready for it: then the next call does.
+  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change);
+
+  // Returns when the output counts as unseen unless the compositor shows the last frame before; or
+  // nothing if no frame is on its way.
+  std::optional<Clock::time_point> deadline() const;
+  // Call it when the deadline has passed.
+  void noteDeadline();
+
+ private:
+  struct PixelSize {
+    int width = 0;
+    int height = 0;
+    friend bool operator==(const PixelSize&, const PixelSize&) = default;
+  };
+  struct Listeners;
+
+  void notePosition(int x, int y);
+  void noteMode(std::uint32_t flags, int width, int height);
+  void configure(std::uint32_t serial, int width, int height);
+  void noteFrameShown();
+  PixelSize pixelSize() const;
+  void fitBuffers();
+  void commit(Buffers::OneBuffer& buffer);
+
+  const Globals& globals_;
+  const std::uint32_t registryName_;
+  const std::function<void()> changed_;
+  const OutputObject object_;
+  LogicalOutput logicalOutput_;
+  std::string name_;
+  int x_ = 0;
+  int y_ = 0;
+  int integerScale_ = 1;
+  bool isOnItsSide_ = false;
+  PixelSize mode_;
+
+  Surface surface_;
+  LayerSurface layerSurface_;
+  Viewport viewport_;
+  // The surface's size in logical pixels; 0 until the compositor has chosen it.
+  int width_ = 0;
+  int height_ = 0;
+  std::unique_ptr<Buffers> buffers_;
+  OutputPainter painter_;
+  // The part of the surface's contents that differs from the last commit.
+  std::optional<cairo_rectangle_int_t> damage_;
+  FrameCallback frameCallback_;
+  Clock::time_point committedAt_;
+  bool isUnseen_ = false;
+};
+
+}  // namespace host::wayland

@@ -1,0 +1,31 @@
+// The outputs of an X11 screen and one window behind all others that shows the wallpaper on them.
+// Main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "host/desktop/desktop_outputs.h"
+#include "host/options/desktop_look.h"
+
+namespace host {
+
+class X11Desktop final : public DesktopOutputs {
+ public:
+  // Opens the window. changed is called when outputs() may give another result. Throws
+  // std::runtime_error, with the reason, if there is no X server.
+  X11Desktop(const DesktopLook& look, std::function<void()> changed);
+  ~X11Desktop() override;
+  X11Desktop(const X11Desktop&) = delete;
+  X11Desktop& operator=(const X11Desktop&) = delete;
+
+  std::vector<Output> outputs() const override;
+  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace host

@@ -1,0 +1,338 @@
+"""Tests the wallpaper of a desktop on real X servers and a real Wayland compositor.
+
+usage: desktop_test.py DIRECTORY-OF-THE-PROGRAMS
+"""
+import ctypes
+import glob
+import json
+import os
+import re
+import shutil
+import struct
+import subprocess
+import sys
+import time
+import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+from device import LUMORA, Device
+from gif_writer import gif, image, lzw
+
+RED, BLUE, WHITE, BLACK = (255, 0, 0), (0, 0, 255), (255, 255, 255), (0, 0, 0)
+NO_BUSES = {'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/nowhere',
+            'DBUS_SYSTEM_BUS_ADDRESS': 'unix:path=/nowhere'}
+
+
+def two_colors(size, one, other, choose):
+    """A GIF of two equal frames: the pixel (x, y) has the other color if choose(x, y)."""
+    indices = bytes(bool(choose(x, y)) for y in range(size[1]) for x in range(size[0]))
+    frame = image(size, lzw(indices), bytes(one + other), delay=4)
+    return gif(size, [frame, frame])
+
+
+def halves(one, other):
+    return two_colors((64, 64), one, other, lambda x, y: x >= 32)
+
+
+def some(length):
+    """Places along a side: every eleventh and the last."""
+    return sorted({*range(0, length, 11), length - 1})
+
+
+def is_like(color, expected, tolerance):
+    return expected is None or all(abs(one - other) <= tolerance
+                                   for one, other in zip(color, expected))
+
+
+class Desktop(Device):
+    """A device whose programs run in a session of its own; show() starts them."""
+
+    def setUp(self):
+        super().setUp()
+        self.programs = []
+        self.servers = []
+        self.environment = dict(os.environ, HOME=self.folder, **NO_BUSES)
+        for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'SWAYSOCK'):
+            self.environment.pop(name, None)
+
+    def tearDown(self):
+        # A connection that outlives its server ends the process.
+        for server in self.servers:
+            server.close()
+        for program in reversed(self.programs):
+            program.terminate()
+            program.wait(20)
+        super().tearDown()
+
+    def show(self, *words, **options):
+        self.programs.append(subprocess.Popen(words, env=self.environment, stdout=subprocess.DEVNULL,
+                                              stderr=subprocess.DEVNULL, **options))
+        return self.programs[-1]
+
+    def show_desktop(self, *words):
+        desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', *words)
+        self.ok('wait', '--timeout', '30')
+        return desktop
+
+    def becomes(self, playing, why):
+        self.eventually(lambda: (self.shared()['playing'], self.shared()['why']) == (playing, why),
+                        self.shared)
+
+
+class XServer:
+    """A connection to an X server, which keeps it from resetting itself."""
+
+    def __init__(self, name):
+        self.xlib = ctypes.CDLL('libX11.so.6')
+        for function in ('XOpenDisplay', 'XGetImage'):
+            getattr(self.xlib, function).restype = ctypes.c_void_p
+        self.xlib.XDefaultRootWindow.restype = self.xlib.XInternAtom.restype = ctypes.c_ulong
+        self.xlib.XGetSelectionOwner.argtypes = [ctypes.c_void_p, ctypes.c_ulong]
+        self.xlib.XGetPixel.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(name.encode()))
+
+    def close(self):
+        self.xlib.XCloseDisplay(self.display)
+
+    def has_window_manager(self):
+        selection = self.xlib.XInternAtom(self.display, b'WM_S0', 0)
+        return self.xlib.XGetSelectionOwner(self.display, selection) != 0
+
+    def pixel(self, x, y):
+        """The pixel in the format of the screen."""
+        root = ctypes.c_ulong(self.xlib.XDefaultRootWindow(self.display))
+        all_planes, as_pixels = ctypes.c_ulong(2**32 - 1), 2
+        part = ctypes.c_void_p(self.xlib.XGetImage(self.display, root, x, y, 1, 1, all_planes,
+                                                   as_pixels))
+        pixel = self.xlib.XGetPixel(part, 0, 0)
+        self.xlib.XDestroyImage(part)
+        return pixel
+
+    def set_saver(self, on):
+        self.xlib.XForceScreenSaver(self.display, on)
+        self.xlib.XSync(self.display, 0)
+
+
+@unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox') and shutil.which('xrandr') and
+                     shutil.which('Xephyr'), 'needs Xvfb, Xephyr, xrandr and openbox')
+class X11Desktop(Desktop):
+    """A desktop with its own X servers and a window manager."""
+
+    def start_server(self, *command):
+        reading, writing = os.pipe()
+        self.show(command[0], '-displayfd', str(writing), '-nolisten', 'tcp', *command[1:],
+                  pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading) as file:
+            self.environment['DISPLAY'] = ':' + file.readline().strip()
+        self.servers.append(XServer(self.environment['DISPLAY']))
+        return self.servers[-1]
+
+    def start_window_manager(self, server):
+        manager = self.show('openbox')
+        while not server.has_window_manager():
+            # It sometimes gives up if the X server has only just started.
+            if manager.poll() is not None:
+                manager = self.show('openbox')
+            time.sleep(0.02)
+        return manager
+
+    def in_session(self, *words):
+        return subprocess.run(words, env=self.environment, capture_output=True, text=True, check=True,
+                              timeout=20).stdout
+
+    def test_pauses_while_it_cannot_be_seen(self):
+        server = self.start_server('Xvfb', '-screen', '0', '640x480x24')
+        manager = self.start_window_manager(server)
+        desktop = self.show_desktop(self.gif)
+        self.becomes(True, 'shown')
+        self.assertEqual(self.shared()['frame'], [0, 0, 640, 480])
+        self.assertIn('a desktop has no', self.fails(1, 'rotate', 'left'))
+        self.assertIn('a desktop has no', self.fails(1, 'app', 'open'))
+        other = os.path.join(self.folder, 'other')
+        for size, has_manager, playing, why in (('700x900', True, False, 'covered'),
+                                                ('300x400', True, True, 'shown'),
+                                                ('700x900', False, False, 'covered')):
+            if not has_manager:
+                manager.terminate()
+                manager.wait(20)
+            window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
+                               '--screen', size)
+            subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
+            self.becomes(playing, why)
+            # The state is also right at the start.
+            desktop.terminate()
+            desktop.wait(20)
+            desktop = self.show_desktop()
+            self.becomes(playing, why)
+            window.terminate()
+            window.wait(20)
+            self.becomes(True, 'shown')
+        # The X server's own screen saver.
+        for on, playing, why in ((1, False, 'covered'), (0, True, 'shown')):
+            server.set_saver(on)
+            self.becomes(playing, why)
+        picture = os.path.join(self.folder, 'picture.png')
+        self.ok('screenshot', picture)
+        with open(picture, 'rb') as file:
+            self.assertEqual(struct.unpack('>II', file.read(24)[16:]), (640, 480))
+
+    def test_fills_each_monitor_and_follows_changes(self):
+        self.start_server('Xvfb', '-screen', '0', '1200x900x24')
+        server = self.start_server('Xephyr', '-screen', '800x600', '-resizeable')
+        self.start_window_manager(server)
+        self.show_desktop('--scaling', 'FULLSCREEN', self.file('halves.gif', halves(RED, BLUE)))
+        colors = {'red': 0xff0000, 'blue': 0x0000ff}
+
+        def shows(**places):
+            self.eventually(lambda: all(server.pixel(*place) == colors[name[:-1].rstrip('_')]
+                                        for name, place in places.items()),
+                            lambda: {name: hex(server.pixel(*place))
+                                     for name, place in places.items()})
+
+        shows(red_1=(10, 590), red_2=(390, 10), blue_1=(410, 10), blue_2=(790, 590))
+        self.in_session('xrandr', '--setmonitor', 'LEFT', '400/100x600/100+0+0', 'default')
+        self.in_session('xrandr', '--setmonitor', 'RIGHT', '400/100x600/100+400+0', 'none')
+        shows(red_1=(190, 300), blue_1=(210, 300), red_2=(590, 300), blue_2=(610, 300))
+        outputs = json.loads(self.ok('outputs', '--json'))
+        self.assertEqual([(output['name'], output['area']) for output in outputs],
+                         [('LEFT', [0, 0, 400, 600]), ('RIGHT', [400, 0, 400, 600])])
+        self.in_session('xrandr', '--delmonitor', 'RIGHT')
+        self.in_session('xrandr', '--delmonitor', 'LEFT')
+        self.in_session('xrandr', '-s', '1024x768')
+        shows(red_1=(10, 760), red_2=(500, 10), blue_1=(524, 10), blue_2=(1014, 760))
+        # Clicks go through the window, and other programs find a copy of it.
+        self.assertRegex(self.in_session('xprop', '-root', '_XROOTPMAP_ID'), 'pixmap id # 0x')
+        window = re.search('(0x[0-9a-f]+) "Lumora"', self.in_session('xwininfo', '-root', '-tree'))[1]
+        self.assertIn('Input shape: 0 rectangles',
+                      self.input_shape(server, int(window, 16)))
+
+    def input_shape(self, server, window):
+        shape = ctypes.CDLL('libXext.so.6')
+        shape.XShapeGetRectangles.restype = ctypes.c_void_p
+        count, order, of_input = ctypes.c_int(-1), ctypes.c_int(), 2
+        shape.XShapeGetRectangles(server.display, ctypes.c_ulong(window), of_input,
+                                  ctypes.byref(count), ctypes.byref(order))
+        return f'Input shape: {count.value} rectangles'
+
+    def test_has_the_right_colors_on_every_screen(self):
+        for depth, red in ((16, 0xf800), (24, 0xff0000), (30, 0x3ff00000)):
+            server = self.start_server('Xvfb', '-screen', '0', f'320x240x{depth}')
+            desktop = self.show_desktop('--scaling', 'FULLSCREEN',
+                                        self.file('halves.gif', halves(RED, BLUE)))
+            self.eventually(lambda: server.pixel(20, 20) == red)
+            desktop.terminate()
+            desktop.wait(20)
+
+
+@unittest.skipUnless(shutil.which('sway') and shutil.which('grim') and shutil.which('foot') and
+                     os.geteuid() == 0, 'needs sway, grim, foot and root')
+class WaylandDesktop(Desktop):
+    """A desktop with its own compositor, which runs as another user because it refuses root."""
+    NOBODY = 65534
+
+    def start_compositor(self, outputs):
+        os.chmod(self.folder, 0o755)
+        self.session = os.path.join(self.folder, 'session')
+        os.mkdir(self.session, 0o700)
+        os.chown(self.session, self.NOBODY, self.NOBODY)
+        self.environment.update(XDG_RUNTIME_DIR=self.session, WLR_BACKENDS='headless',
+                                WLR_HEADLESS_OUTPUTS=str(outputs), WLR_LIBINPUT_NO_DEVICES='1',
+                                WLR_RENDERER='pixman')
+        configuration = self.file('sway.conf', b'''
+            xwayland disable
+            default_border none
+            output HEADLESS-1 resolution 1280x720 position 0,0 scale 1.5
+            output HEADLESS-2 resolution 640x480 position 2000,0
+        ''')
+        self.show_as_nobody('sway', '-c', configuration)
+        self.eventually(lambda: glob.glob(self.session + '/sway-ipc*'))
+        self.eventually(lambda: glob.glob(self.session + '/wayland-?'))
+        self.environment['SWAYSOCK'] = glob.glob(self.session + '/sway-ipc*')[0]
+        self.environment['WAYLAND_DISPLAY'] = os.path.basename(glob.glob(self.session + '/wayland-?')[0])
+
+    def show_as_nobody(self, *words):
+        return self.show(*words, user=self.NOBODY, group=self.NOBODY, extra_groups=[])
+
+    def sway(self, *words):
+        subprocess.run(['swaymsg', *words], env=self.environment, check=True, timeout=20,
+                       capture_output=True)
+
+    def pixels(self, output, scale):
+        """The size of an output and a function that gives its pixels. grim scales the picture unless
+        the scale is the largest of all outputs, which is its default."""
+        scaling = ['-s', str(scale)] if scale else []
+        ppm = subprocess.run(['grim', '-t', 'ppm', *scaling, '-o', output, '-'], env=self.environment,
+                             capture_output=True, check=True, timeout=20).stdout
+        kind, width, height, _, data = ppm.split(maxsplit=4)
+        width, height = int(width), int(height)
+        data = data[-3 * width * height:]
+        return (width, height), lambda x, y: tuple(data[3 * (y * width + x):][:3])
+
+    def eventually_shows(self, output, size, expected, scale=None, tolerance=4):
+        """Waits until each pixel is like expected(x, y); None is any color."""
+        def differing():
+            found, pixel = self.pixels(output, scale)
+            if found != size:
+                return found
+            return [(x, y, pixel(x, y)) for y in some(size[1]) for x in some(size[0])
+                    if not is_like(pixel(x, y), expected(x, y), tolerance)][:5]
+        self.eventually(lambda: not differing(), differing)
+
+    def test_is_exact_on_every_output_and_follows_them(self):
+        self.start_compositor(outputs=2)
+        checks = two_colors((1280, 720), BLACK, WHITE, lambda x, y: (x + y) % 2)
+        self.show_desktop('--scaling', 'FULLSCREEN', self.file('checks.gif', checks))
+
+        def check(x, y):
+            return WHITE if (x + y) % 2 else BLACK
+
+        # grim moves pixels by fractions. If the compositor scaled the surface, all would be gray.
+        self.eventually_shows('HEADLESS-1', (1280, 720), check, tolerance=80)
+        self.ok('set', self.file('halves.gif', halves(RED, BLUE)))
+        self.sway('output', 'HEADLESS-1', 'scale', '1.25')
+
+        def half(width):
+            # The filter mixes colors in the middle.
+            return lambda x, y: RED if x < width * 0.45 else BLUE if x > width * 0.55 else None
+
+        self.eventually_shows('HEADLESS-1', (1280, 720), half(1280))
+        self.eventually_shows('HEADLESS-2', (640, 480), half(640), scale=1)
+        self.sway('output', 'HEADLESS-2', 'resolution', '800x600', 'transform', '90')
+        self.eventually_shows('HEADLESS-2', (600, 800), half(600), scale=1)
+        self.sway('create_output')
+        self.sway('output', 'HEADLESS-3', 'resolution', '320x240')
+        self.eventually_shows('HEADLESS-3', (320, 240), half(320), scale=1)
+        self.assertIn('HEADLESS-3  320x240', self.ok('status'))
+
+    def test_fills_the_screen_unless_told_otherwise(self):
+        self.start_compositor(outputs=2)
+        wide = two_colors((64, 32), RED, BLUE, lambda x, y: y >= 16)
+        self.show_desktop('--backdrop', '#102030', self.file('wide.gif', wide))
+        self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: RED if y < 220 else
+                              BLUE if y > 260 else None, scale=1)
+        self.ok('scaling', 'shared', 'contain')
+        self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: (16, 32, 48)
+                              if not 79 <= y <= 401 else RED if 90 < y < 220 else None, scale=1)
+
+    def test_pauses_while_a_window_fills_every_output(self):
+        self.start_compositor(outputs=1)
+        self.show_desktop(self.gif)
+        self.becomes(True, 'shown')
+        window = self.show_as_nobody('foot', '--fullscreen', 'sleep', '1000')
+        self.becomes(False, 'covered')
+        window.terminate()
+        self.becomes(True, 'shown')
+
+    def test_says_what_is_missing(self):
+        for environment, reason in (({'WAYLAND_DISPLAY': 'nowhere'}, 'cannot connect to the Wayland'),
+                                    ({'WAYLAND_DISPLAY': '', 'DISPLAY': ''}, 'DISPLAY is not set')):
+            done = subprocess.run([LUMORA, 'run', '--root', self.root, '--display', 'desktop'],
+                                  env=dict(self.environment, **environment), capture_output=True,
+                                  text=True, timeout=60)
+            self.assertEqual((done.returncode, done.stdout), (1, ''))
+            self.assertIn(reason, done.stderr)
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
