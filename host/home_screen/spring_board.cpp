@@ -4,7 +4,7 @@
 #include "platform/linux/device.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
-#include "platform/linux/notification_center.h"
+#include "platform/linux/views/notification_center.h"
 #include "platform/linux/views/objc_runtime.h"
 
 namespace host {

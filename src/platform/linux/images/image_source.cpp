@@ -93,4 +93,10 @@ std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) c
   return ImageProperties{gif};
 }
 
+ImageRef imageWithContentsOfFile(const std::string& path) {
+  const auto contents = NSData::dataWithContentsOfFile(path);
+  const auto source = contents ? CGImageSource::createWithData(contents) : nullptr;
+  return source ? source->createImageAtIndex(0) : nullptr;
+}
+
 }  // namespace platform

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/image_source.h"
 #include "platform/linux/images/picture/picture.h"
 
 namespace platform {
@@ -21,12 +20,6 @@ int UIImage::width() const {
 
 int UIImage::height() const {
   return impl_->shape.height;
-}
-
-ImageRef imageWithContentsOfFile(const std::string& path) {
-  const auto contents = NSData::dataWithContentsOfFile(path);
-  const auto source = contents ? CGImageSource::createWithData(contents) : nullptr;
-  return source ? source->createImageAtIndex(0) : nullptr;
 }
 
 }  // namespace platform

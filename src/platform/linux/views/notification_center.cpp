@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/notification_center.h"
+#include "platform/linux/views/notification_center.h"
 
 namespace platform {
 using namespace backend;
