@@ -21,12 +21,12 @@ using platform::CGRect;
 using platform::UIView;
 
 // The host's wallpaper view of each location; nullptr for locations that the mode does not use.
-using HostViews = std::array<std::shared_ptr<UIView>, 3>;
+using HostViews = std::array<std::shared_ptr<UIView>, locations.size()>;
 
 // Returns true if the wallpaper selected in the settings can be decoded. The other locations' files
 // are decoded, too, although their results are not used.
 bool hasImageForSettings() {
-  std::array<bool, 3> isImage{};
+  std::array<bool, locations.size()> isImage{};
   for (std::size_t at = 0; at < locations.size(); ++at) {
     isImage[at] = platform::imageWithContentsOfFile(locations[at].gifPath) != nullptr;
   }
@@ -53,12 +53,13 @@ HostViews listenToHostViews(platform::id controller) {
   HostViews hostViews;
   const WallpaperMode mode = wallpaperMode();
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
-    if (!isUsed(locations[at], mode)) continue;
-    hostViews[at] = hostWallpaperView(controller, viewSlots[at]);
-    LWWallpaperListener::addListenerToObject(hostViews[at], viewSlots[at].listener);
+    const ViewSlot& slot = viewSlots[at];
+    if (!isUsed(slot.location, mode)) continue;
+    hostViews[at] = hostWallpaperView(controller, slot);
+    LWWallpaperListener::addListenerToObject(hostViews[at], slot.listener);
   }
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
-    if (hostViews[at]) hostViews[at]->setTag(static_cast<int>(locations[at].id));
+    if (hostViews[at]) hostViews[at]->setTag(static_cast<int>(viewSlots[at].location.id));
   }
   return hostViews;
 }
@@ -74,7 +75,8 @@ void takeOverAnimatedView(const std::shared_ptr<UIView>& hostView, const ViewSlo
 void takeOverAnimatedViews(const HostViews& hostViews) {
   const WallpaperMode mode = wallpaperMode();
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
-    if (isUsed(locations[at], mode)) takeOverAnimatedView(hostViews[at], viewSlots[at]);
+    const ViewSlot& slot = viewSlots[at];
+    if (isUsed(slot.location, mode)) takeOverAnimatedView(hostViews[at], slot);
   }
 }
 
@@ -97,9 +99,8 @@ void createViewIfMissing(const std::shared_ptr<UIView>& hostView, const ViewSlot
 void createMissingViews(const HostViews& hostViews, Deadline deadline) {
   const WallpaperMode mode = wallpaperMode();
   for (std::size_t at = hostViews.size(); at-- > 0;) {
-    if (isUsed(locations[at], mode)) {
-      createViewIfMissing(hostViews[at], viewSlots[at], deadline);
-    }
+    const ViewSlot& slot = viewSlots[at];
+    if (isUsed(slot.location, mode)) createViewIfMissing(hostViews[at], slot, deadline);
   }
 }
 
@@ -133,32 +134,33 @@ void reattachViews(const HostViews& hostViews, Deadline deadline) {
       [hostViews] {
         const WallpaperMode mode = wallpaperMode();
         for (std::size_t at = 0; at < hostViews.size(); ++at) {
-          if (!isUsed(locations[at], mode)) continue;
-          const auto view = viewSlots[at].view.load();
+          const ViewSlot& slot = viewSlots[at];
+          if (!isUsed(slot.location, mode)) continue;
+          const auto view = slot.view.load();
           if (view && !view->superview()) attach(hostViews[at], view);
         }
       },
       deadline);
 }
 
-void markIfFilePresent(const Location& location) {
+void recordIfFilePresent(const Location& location) {
   bool isDirectory = false;
   if (platform::fileExistsAtPath(location.gifPath, isDirectory) && !isDirectory) {
     setPreferencesObjectKey("TRUE", location.wallpaperSetKey);
   }
 }
 
-void startView(const ViewSlot& slot) {
+void passGif(const ViewSlot& slot) {
   if (auto view = slot.view.load()) view->startAnimationWithGIFAtPath(slot.location.gifPath);
 }
 
-void markAndStart() {
+void recordAndPassGifs() {
   const WallpaperMode mode = wallpaperMode();
   for (const ViewSlot& slot : viewSlots) {
-    if (isUsed(slot.location, mode)) markIfFilePresent(slot.location);
+    if (isUsed(slot.location, mode)) recordIfFilePresent(slot.location);
   }
   for (const ViewSlot& slot : viewSlots) {
-    if (isUsed(slot.location, mode)) startView(slot);
+    if (isUsed(slot.location, mode)) passGif(slot);
   }
 }
 
@@ -177,7 +179,7 @@ void install() {
   setFrames(screen, deadline);
   scaleViews();
   reattachViews(hostViews, deadline);
-  markAndStart();
+  recordAndPassGifs();
   setPreferencesObjectKey("TRUE", "WALLPAPER_SET");
 }
 

@@ -9,13 +9,10 @@ namespace {
 
 std::atomic<LWWallpaperListener::VisibilityHandler> visibilityHandler = nullptr;
 
-void removeOldListener(const std::shared_ptr<platform::UIView>& object, ListenerGlobal& newest) {
-  const auto old = newest.load();
-  if (!old) return;
-  const bool removed = platform::swallowingNSException([&] {
-    if (object) object->removeObserver(*old, LWWallpaperListener::keyPath);
-  });
-  if (removed) newest.store(nullptr);
+// Does nothing if the listener observes another view, or none.
+void remove(const LWWallpaperListener& listener, platform::UIView& object) {
+  platform::swallowingNSException(
+      [&] { object.removeObserver(listener, LWWallpaperListener::keyPath); });
 }
 
 ScreenLocation locationOfTag(int tag) {
@@ -31,7 +28,7 @@ void LWWallpaperListener::setVisibilityHandler(VisibilityHandler handler) {
 
 void LWWallpaperListener::addListenerToObject(const std::shared_ptr<platform::UIView>& object,
                                               ListenerGlobal& newest) {
-  removeOldListener(object, newest);
+  if (const auto old = newest.load(); old && object) remove(*old, *object);
   auto listener = std::make_shared<LWWallpaperListener>();
   newest.store(listener);
   // The context only has to be a distinct address for each location.
