@@ -6,6 +6,7 @@
 #include "gifview/gif_frame_delay.h"
 #include "gifview/view_settings.h"
 #include "platform/autorelease_pool.h"
+#include "platform/image_source.h"
 #include "platform/notify_center.h"
 #include "settings/notification_names.h"
 
@@ -15,13 +16,6 @@ namespace {
 using platform::CGImageSource;
 using platform::DarwinNotifyCenter;
 using platform::ImageRef;
-
-// Returns nullptr, and posts nothing, for a frame that cannot be decoded.
-ImageRef decodeFrame(CGImageSource& source, std::int32_t index) {
-  ImageRef image = source.createImageAtIndex(index);
-  if (image) DarwinNotifyCenter::post(frameFoundNotification);
-  return image;
-}
 
 }  // namespace
 
@@ -50,8 +44,9 @@ void FrameExtraction::rebuildFrameCache(const FrameCacheLayout& layout,
   std::vector<double> durations;
   for (std::int32_t index = 0; index < animationNumFrames_; ++index) {
     const platform::NSAutoreleasePool pool;
-    ImageRef image = decodeFrame(*source, index);
+    ImageRef image = source->createImageAtIndex(index);
     if (!image) continue;
+    DarwinNotifyCenter::post(frameFoundNotification);
     durations.push_back(CGImageSourceGetGifFrameDelay(*source, index));
     const float blur = blurOf(location_);
     if (blur > 0) image = blurImageWithRadius(image, blurRadius(blur));
@@ -69,8 +64,10 @@ void FrameExtraction::rewriteFrames() const {
   const std::int32_t count = source ? source->count() : 0;
   for (std::int32_t index = 0; index < count; ++index) {
     const platform::NSAutoreleasePool pool;
-    const ImageRef image = decodeFrame(*source, index);
-    if (image) writeFrame(layout, index, blurImageWithRadius(image, radius));
+    const ImageRef image = source->createImageAtIndex(index);
+    if (!image) continue;
+    DarwinNotifyCenter::post(frameFoundNotification);
+    writeFrame(layout, index, blurImageWithRadius(image, radius));
   }
   DarwinNotifyCenter::post(blurDidFinishNotification);
 }

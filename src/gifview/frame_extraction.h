@@ -7,7 +7,7 @@
 #include <string>
 
 #include "gifview/frame_cache.h"
-#include "platform/image_source.h"
+#include "platform/data.h"
 #include "settings/locations.h"
 #include "threads/guarded.h"
 
@@ -19,13 +19,15 @@ class FrameExtraction {
   explicit FrameExtraction(const Location* location) : location_(location) {}
 
   // Reads the GIF and rebuilds its cache, unless the cache was made from the same bytes. Posts
-  // notifications about its progress to the settings program. Returns false, with only the layout
-  // changed, if the GIF cannot be read. Background threads.
+  // frameFoundNotification for each decoded frame, and didStartAnimatingNotification after a
+  // rebuilding; if the cache was valid, only the latter, and only if the settings select the
+  // location. Returns false, with only the layout changed, if the GIF cannot be read. Background
+  // threads.
   bool extract(const std::string& path);
 
-  // Writes every frame of the GIF again, with the blur that is set now, even if its radius is 0,
-  // and posts blurDidFinishNotification, even if the GIF cannot be read. Does nothing before the
-  // first extraction. Background threads.
+  // Writes every frame of the GIF again, with the blur that is set now, even if its radius is 0.
+  // Posts frameFoundNotification for each decoded frame, and at the end blurDidFinishNotification,
+  // even if the GIF cannot be read. Does nothing before the first extraction. Background threads.
   void rewriteFrames() const;
 
   FrameCacheLayout layout() const { return layout_.load(); }

@@ -25,9 +25,12 @@ constexpr auto alphaNeedsUpdatingNotification = "kLWGIFViewGIFAlphaNeedsUpdating
 constexpr auto blurNeedsUpdatingNotification = "kLWGIFViewGIFBlurNeedsUpdating";
 constexpr auto removeUnneededViewNotification = "kLWGIFViewNeedsToRemoveUnneededViewNotification";
 
-// Posted by the views.
+// Posted by the views, observed by the settings program.
+// A frame of the GIF has been decoded, to make the frames or to rewrite them.
 constexpr auto frameFoundNotification = "kLWGIFViewFrameFoundNotification";
+// All frames are made. Playback need not have started.
 constexpr auto didStartAnimatingNotification = "kLWGIFViewDidStartAnimatingNotification";
+// The rewriting of the frames with another blur has ended.
 constexpr auto blurDidFinishNotification = "kLWGIFViewGIFBlurDidFinish";
 
 // Messages to a view. Its messaging center's name is the prefix followed by the view's identifier.
