@@ -16,7 +16,8 @@ namespace {
 
 using platform::DarwinNotifyCenter;
 
-// Separate from the center of the control notifications, whose observers must not be removed here.
+// Separate from the center of the control notifications, which are registered without an observer:
+// observeSettings removes such registrations.
 DarwinNotifyCenter& viewNotifyCenter() {
   static auto* center = new DarwinNotifyCenter;
   return *center;
@@ -44,6 +45,8 @@ void observeSettings(const std::shared_ptr<LWGIFView>& view) {
       {blurNeedsUpdatingNotification, updateGIFBlur},
       {removeUnneededViewNotification, removeUnneededViews},
   };
+  // Required before a view registers. It removes nothing: every registration with this center has a
+  // view as its observer.
   viewNotifyCenter().removeEveryObserver(nullptr);
   for (const auto& [name, handler] : updates) {
     viewNotifyCenter().addObserver(

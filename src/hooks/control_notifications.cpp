@@ -38,8 +38,8 @@ constexpr Control controls[] = {
     {control::updateAnimating, updateAnimating},
 };
 
-// Separate from the views' center: a view removes all registrations without an observer, and must
-// not remove these.
+// Separate from the views' center, because these registrations have no observer: each new view
+// would remove them (observeSettings of gifview/live_settings.h).
 platform::DarwinNotifyCenter& controlCenter() {
   static auto* center = new platform::DarwinNotifyCenter;
   return *center;

@@ -9,8 +9,9 @@
 namespace platform {
 
 // One set of registrations. Every object in a process gets all notifications, but
-// removeEveryObserver only affects registrations that were made through the same object. So parts
-// of a program that register without an identity (nullptr) do not remove each other's observers.
+// removeEveryObserver only affects registrations that were made through the same object. So a part
+// of a program that calls it with nullptr does not remove what other parts have registered without
+// an observer.
 class DarwinNotifyCenter {
  public:
   using Callback = std::function<void(const std::string& name)>;
