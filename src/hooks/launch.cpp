@@ -4,7 +4,6 @@
 #include "hooks/rotation.h"
 #include "placement/gating.h"
 #include "placement/tweak_queue.h"
-#include "placement/wallpaper_listener.h"
 #include "platform/file_manager.h"
 #include "platform/notification_center.h"
 #include "settings/device_paths.h"
@@ -30,7 +29,7 @@ void startFirstWallpaper() {
 
 void setUp(platform::id application) {
   createTweakQueue();
-  LWWallpaperListener::setVisibilityHandler(setWallpaperAnimating);
+  gateWallpapers();
   createLibraryDirectory();
   observeControlNotifications();
   platform::NSNotificationCenter_addObserver(application,

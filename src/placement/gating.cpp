@@ -8,6 +8,7 @@
 #include "placement/installation.h"
 #include "placement/tweak_queue.h"
 #include "placement/view_slots.h"
+#include "placement/wallpaper_listener.h"
 #include "platform/messaging_center.h"
 #include "settings/notification_names.h"
 #include "settings/settings_store.h"
@@ -44,12 +45,13 @@ void setAnimating(const ViewSlot* slot, bool shouldAnimate) {
 
 void resumeVisible() {
   const platform::id controller = sharedWallpaperController();
-  std::array<std::shared_ptr<UIView>, 3> hostViews;
+  std::array<std::shared_ptr<UIView>, locations.size()> hostViews;
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
     hostViews[at] = hostWallpaperView(controller, viewSlots[at]);
   }
   for (std::size_t at = 0; at < hostViews.size(); ++at) {
-    if (hostViews[at] && !hostViews[at]->hidden()) setWallpaperAnimating(locations[at].id, true);
+    if (hostViews[at] && !hostViews[at]->hidden())
+      setWallpaperAnimating(viewSlots[at].location.id, true);
   }
 }
 
@@ -60,6 +62,10 @@ void setWallpaperAnimating(ScreenLocation location, bool shouldAnimate) {
   const ViewSlot* slot = slotOf(location);
   if (slot != nullptr && !isPresent(*slot)) updateWallpaperImages();
   addToTweakQueue([slot, shouldAnimate] { setAnimating(slot, shouldAnimate); });
+}
+
+void gateWallpapers() {
+  LWWallpaperListener::setVisibilityHandler(setWallpaperAnimating);
 }
 
 void resumeVisibleWallpapers() {

@@ -11,6 +11,10 @@ namespace lumora {
 // paused. Does nothing while "ENABLED" is off.
 void setWallpaperAnimating(ScreenLocation location, bool shouldAnimate);
 
+// Makes the host's hiding and showing of a wallpaper call setWallpaperAnimating from now on. At
+// launch.
+void gateWallpapers();
+
 // Resumes the view of every location whose host view is not hidden.
 void resumeVisibleWallpapers();
 

@@ -1,4 +1,4 @@
-// Observes when the host hides and shows its wallpaper views.
+// Observes when the host hides and shows its wallpaper views, on behalf of gating.h.
 #pragma once
 
 #include <memory>
