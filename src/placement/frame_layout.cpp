@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "placement/host_wallpaper.h"
+#include "placement/host_dock.h"
 #include "platform/device.h"
 #include "platform/string_value.h"
 #include "settings/settings_store.h"

@@ -14,10 +14,4 @@ std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller, con
   return platform::viewAtOffset(controller, platform::ivar_getOffset(variable));
 }
 
-platform::CGFloat defaultDockHeight() {
-  static const platform::Class dockClass = platform::objc_getClass("SBDockView");
-  return platform::objc_msgSend<platform::CGFloat>(platform::classObject(dockClass),
-                                                   "defaultHeight");
-}
-
 }  // namespace lumora

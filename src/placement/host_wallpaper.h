@@ -1,11 +1,10 @@
-// Access to the host's wallpaper and dock, by name at run time. Any thread. Functions return
-// nullptr or 0 if the host lacks the class, method or variable.
+// Access to the host's wallpaper, by name at run time. Any thread. Functions return
+// nullptr if the host lacks the class, method or variable.
 #pragma once
 
 #include <memory>
 
 #include "placement/view_slots.h"
-#include "platform/geometry.h"
 #include "platform/objc_runtime.h"
 #include "platform/view.h"
 
@@ -16,8 +15,5 @@ platform::id sharedWallpaperController();
 
 // Returns the controller's present wallpaper view for a location.
 std::shared_ptr<platform::UIView> hostWallpaperView(platform::id controller, const ViewSlot& slot);
-
-// Returns the default height of the host's dock, in points.
-platform::CGFloat defaultDockHeight();
 
 }  // namespace lumora
