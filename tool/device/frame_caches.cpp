@@ -37,7 +37,7 @@ bool isWholePng(int directory, const std::string& name) {
 
 // Returns the number of frames in a cache's directory, or -1 if one of them is incomplete.
 int countFrames(const std::string& path) {
-  const auto location = platform::backend::locateItem(path);
+  const auto location = platform::backend::findItem(path);
   if (!location) return 0;
   const int descriptor = openat(location->directory.get(), location->name.c_str(),
                                 O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);

@@ -142,7 +142,7 @@ void WallpaperImport::handOver() {
   report_(progress_);
   limit_ = TimeLimit(maxImportTime);
   unlinkat(device_.hostFolder(), oldFileName, 0);
-  if (const auto old = platform::backend::locateItem(location_.gifPath)) {
+  if (const auto old = platform::backend::findItem(location_.gifPath)) {
     hasOldFile_ =
         linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), oldFileName, 0) == 0;
     isOldFileLost_ = !hasOldFile_ && errno != ENOENT;
@@ -255,7 +255,7 @@ void WallpaperImport::restore() {
   const auto old =
       hasOldFile_ ? platform::backend::openFileAt(device_.hostFolder(), oldFileName) : std::nullopt;
   if (old) {
-    const auto incoming = platform::backend::locateItem(incomingPath(location_));
+    const auto incoming = platform::backend::findItem(incomingPath(location_));
     platform::removeItemAtPath(incomingPath(location_));
     if (!incoming || linkat(device_.hostFolder(), oldFileName, incoming->directory.get(),
                             incoming->name.c_str(), 0) != 0) {

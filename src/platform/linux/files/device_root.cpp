@@ -50,7 +50,7 @@ bool endsInDots(std::string_view devicePath) {
   return devicePath.ends_with("/.") || devicePath.ends_with("/..");
 }
 
-std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
+std::optional<ItemPlace> placeOf(const std::string& devicePath, bool make) {
   std::vector<std::string> names = components(devicePath);
   if (names.empty() || rootFolder().empty() || endsInDots(devicePath)) return std::nullopt;
   // The kernel would ignore the NUL and everything after it.
@@ -64,7 +64,7 @@ std::optional<ItemLocation> locate(const std::string& devicePath, bool make) {
     directory = openDirectory(directory.get(), name, make);
   }
   if (!directory) return std::nullopt;
-  return ItemLocation{std::move(directory), std::move(last)};
+  return ItemPlace{std::move(directory), std::move(last)};
 }
 
 }  // namespace
@@ -78,12 +78,12 @@ FileDescriptor openHostFolder() {
   return root ? openDirectory(root.get(), hostFolderName, false) : FileDescriptor();
 }
 
-std::optional<ItemLocation> locateItem(const std::string& devicePath) {
-  return locate(devicePath, false);
+std::optional<ItemPlace> findItem(const std::string& devicePath) {
+  return placeOf(devicePath, false);
 }
 
-std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath) {
-  return locate(devicePath, true);
+std::optional<ItemPlace> findItemMakingDirectories(const std::string& devicePath) {
+  return placeOf(devicePath, true);
 }
 
 }  // namespace platform::backend

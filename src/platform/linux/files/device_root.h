@@ -14,13 +14,13 @@ constexpr auto hostFolderName = ".host";
 
 // The directory of an item, opened as a path (O_PATH), and the item's name in it. The item itself
 // may be missing.
-struct ItemLocation {
+struct ItemPlace {
   FileDescriptor directory;
   std::string name;
 };
 
 // Sets the folder, which must exist; "/" makes device paths paths of this machine. Call it once,
-// before any file is used. Until then no device path can be located.
+// before any file is used. Until then no device path leads to an item.
 void setDeviceRoot(const std::string& folder);
 
 // Opens the host's folder as a path (O_PATH). Returns no descriptor if it is missing or a link.
@@ -28,8 +28,8 @@ FileDescriptor openHostFolder();
 
 // Opens the directory of an item. Returns nothing if the path is the root or in the host's folder,
 // ends in "/." or "/..", or contains a NUL, or if a directory on the way is missing or is a link.
-std::optional<ItemLocation> locateItem(const std::string& devicePath);
+std::optional<ItemPlace> findItem(const std::string& devicePath);
 // Does the same, and creates missing directories on the way.
-std::optional<ItemLocation> locateItemMakingDirectories(const std::string& devicePath);
+std::optional<ItemPlace> findItemMakingDirectories(const std::string& devicePath);
 
 }  // namespace platform::backend

@@ -34,7 +34,7 @@ bool flushToDisk(int directory, const std::string& name) {
 }  // namespace
 
 std::optional<OpenFile> openFile(const std::string& path, std::size_t limit) {
-  auto item = locateItem(path);
+  auto item = findItem(path);
   return item ? openFileAt(item->directory.get(), item->name, limit) : std::nullopt;
 }
 
@@ -105,7 +105,7 @@ FileDescriptor createFile(int directory, const std::string& name) {
 }
 
 bool replaceFile(const std::string& path, const MakeFile& make, Durability durability) {
-  auto item = locateItem(path);
+  auto item = findItem(path);
   return item && replaceFileAt(item->directory.get(), item->name, make, durability);
 }
 
@@ -131,7 +131,7 @@ bool writeToFileAtomically(const Bytes& contents, const std::string& path, Durab
 }
 
 bool makeDurable(const std::string& path) {
-  const auto item = locateItem(path);
+  const auto item = findItem(path);
   return item && flushToDisk(item->directory.get(), item->name) &&
          flushToDisk(item->directory.get(), ".");
 }

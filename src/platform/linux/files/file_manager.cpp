@@ -17,13 +17,13 @@ using namespace backend;
 
 namespace {
 
-bool statusOf(const ItemLocation& item, struct stat& status) {
+bool statusOf(const ItemPlace& item, struct stat& status) {
   return fstatat(item.directory.get(), item.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 // Returns false for a link, too.
-bool findItem(const std::string& path, struct stat& status) {
-  auto item = locateItem(path);
+bool itemExists(const std::string& path, struct stat& status) {
+  auto item = findItem(path);
   return item && statusOf(*item, status) && !S_ISLNK(status.st_mode);
 }
 
@@ -75,29 +75,29 @@ std::string stringByDeletingPathExtension(const std::string& path) {
 
 bool fileExistsAtPath(const std::string& path) {
   struct stat status {};
-  return findItem(path, status);
+  return itemExists(path, status);
 }
 
 bool fileExistsAtPath(const std::string& path, bool& isDirectory) {
   struct stat status {};
-  if (!findItem(path, status)) return false;
+  if (!itemExists(path, status)) return false;
   isDirectory = S_ISDIR(status.st_mode);
   return true;
 }
 
 bool createDirectoryAtPath(const std::string& path) {
   // This creates the parent of an item in the directory, but not the item.
-  return locateItemMakingDirectories(path + "/item").has_value();
+  return findItemMakingDirectories(path + "/item").has_value();
 }
 
 bool removeItemAtPath(const std::string& path) {
-  auto item = locateItem(path);
+  auto item = findItem(path);
   return item && removeTree(item->directory.get(), item->name);
 }
 
 bool moveItemAtPath(const std::string& path, const std::string& target) {
-  auto from = locateItem(path);
-  auto to = locateItem(target);
+  auto from = findItem(path);
+  auto to = findItem(target);
   struct stat status {};
   if (!from || !to || statusOf(*to, status)) return false;
   if (renameat(from->directory.get(), from->name.c_str(), to->directory.get(), to->name.c_str()) ==
@@ -109,7 +109,7 @@ bool moveItemAtPath(const std::string& path, const std::string& target) {
 
 bool copyItemAtPath(const std::string& path, const std::string& target) {
   const auto contents = NSData::dataWithContentsOfFile(path);
-  const auto to = locateItem(target);
+  const auto to = findItem(target);
   struct stat status {};
   if (!contents || !to || statusOf(*to, status)) return false;
   return contents->writeToFileAtomically(target);

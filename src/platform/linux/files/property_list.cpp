@@ -70,7 +70,7 @@ Stamp stampOf(const struct stat& status) {
 
 // Returns an empty stamp if there is no file.
 Stamp stampOfFile(const std::string& path) {
-  const auto item = locateItem(path);
+  const auto item = findItem(path);
   struct stat status {};
   const bool exists =
       item && fstatat(item->directory.get(), item->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;

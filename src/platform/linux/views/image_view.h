@@ -11,7 +11,7 @@ namespace platform {
 
 struct UIImageView::Impl {
   ImageRef image;
-  // Updated only when the view is drawn.
+  // Of the image when the view was drawn last, or examined by takePictureDamage.
   backend::PictureSurface surface;
   // True while takeViewsWithNewPicture is to return the view.
   bool hasNewPicture = false;

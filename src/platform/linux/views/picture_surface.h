@@ -2,6 +2,8 @@
 // are converted again that the next image does not share with this one. Main thread.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
