@@ -27,6 +27,7 @@ class Screen {
   void showTime();
   void toggleKeyHelp();
 
+  platform::UIInterfaceOrientation orientation() const { return orientation_; }
   // Returns the size in points in the current orientation.
   platform::CGSize size() const;
   platform::UIView& root() const { return *root_; }

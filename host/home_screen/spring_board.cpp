@@ -120,8 +120,7 @@ void SpringBoard::setCovered(bool isCovered) {
 }
 
 void SpringBoard::rotate(UIInterfaceOrientation orientation) {
-  if (orientation == orientation_) return;
-  orientation_ = orientation;
+  if (orientation == screen_->orientation()) return;
   platform::backend::setStatusBarOrientation(orientation);
   screen_->turn(orientation);
   platform::backend::postNotification("UIDeviceOrientationDidChangeNotification");

@@ -27,10 +27,13 @@ class SpringBoard {
   // wallpaper at launch that is not shown. Call it once the work that launch has started is done.
   void reportVisibility();
 
+  // Goes to the lock screen, unless the display is off.
   void lock();
   // Goes to the home screen, from the lock screen or from an app. Switches the display on.
   void goHome();
+  // Opens the app from any screen, also from the lock screen. Switches the display on.
   void openApp();
+  // Goes to the home screen if the app is open.
   void closeApp();
   // Switches the display on or off. It comes on with the lock screen.
   void turnDisplay(bool on);
@@ -44,7 +47,7 @@ class SpringBoard {
   ScreenState state() const { return state_; }
   bool isCovered() const { return isCovered_; }
   const std::vector<Output>& outputs() const { return outputs_; }
-  platform::UIInterfaceOrientation orientation() const { return orientation_; }
+  platform::UIInterfaceOrientation orientation() const { return screen_->orientation(); }
   const HostOptions& options() const { return options_; }
   Screen& screen() { return *screen_; }
 
@@ -60,7 +63,6 @@ class SpringBoard {
   ScreenState state_ = ScreenState::Home;
   bool isCovered_ = false;
   std::vector<Output> outputs_;
-  platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
 };
 
 }  // namespace host
