@@ -189,6 +189,11 @@ class CommandWithoutHomeScreen(Device):
         with open(os.path.join(frames, 'frames'), 'rb') as file:
             self.assertEqual(file.read(), RED_GREEN)
         self.assertIn('not empty', self.fails(1, 'frames', self.gif, frames))
+        # A picture is one frame, and the directory may be named like a picture.
+        named = os.path.join(self.folder, 'named.png')
+        self.ok('frames', os.path.join(frames, 'frames_0.png'), named)
+        self.assertEqual(sorted(os.listdir(named)),
+                         ['named.png', 'named.png_0.png', 'named.png_durations.plist'])
         # An existing directory is not replaced.
         here = os.path.join(self.folder, 'here')
         os.mkdir(here, 0o700)

@@ -11,8 +11,10 @@
 
 #include "gifview/frame_cache.h"
 #include "gifview/gif_frame_delay.h"
+#include "platform/image_source.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/images/picture/picture.h"
+#include "tool/device/cache_contents.h"
 #include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
@@ -66,23 +68,22 @@ int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& fo
   lumora::prepareFrameCache(layout);
   const auto source = platform::CGImageSource::createWithData(gif.data);
   std::vector<double> durations;
-  int written = 0;
   for (std::int32_t index = 0; index < source->count(); ++index) {
     const auto image = source->createImageAtIndex(index);
     // The number of a damaged image has no file.
     if (!image) continue;
     durations.push_back(lumora::CGImageSourceGetGifFrameDelay(*source, index));
     lumora::writeFrame(layout, index, image);
-    if (fs::exists(layout.framePath(index))) ++written;
   }
   lumora::writeFrameDurations(layout, durations);
-  checkMemory(gif.path);
-  if (!lumora::loadFrameDurations(layout) || written < static_cast<int>(durations.size()))
+  checkMemory(gif.name);
+  const CacheContents contents = contentsOf(layout);
+  if (!contents.isComplete())
     throw Failure("cannot write all frames to " + folder.string() + "; check the free space");
   for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
     fs::rename(entry.path(), folder / entry.path().filename());
   }
-  return written;
+  return contents.written;
 }
 
 void writeFrames(const std::string& gifPath, const std::string& folderName) {

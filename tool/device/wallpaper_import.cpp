@@ -1,24 +1,24 @@
 #include "tool/device/wallpaper_import.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <chrono>
 #include <string>
 #include <utility>
 
-#include <fcntl.h>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 #include "gifview/frame_cache.h"
 #include "host/control/status_keys.h"
+#include "platform/data.h"
 #include "platform/file_manager.h"
-#include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "settings/device_paths.h"
 #include "settings/notification_names.h"
 #include "settings/settings_store.h"
+#include "tool/device/cache_contents.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
+#include "tool/device/old_wallpaper.h"
 #include "tool/device/stored_settings.h"
 #include "tool/support/failure.h"
 
@@ -29,8 +29,6 @@ using lumora::Location;
 using std::chrono::steady_clock;
 
 constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
-// A link to the old GIF, in the host folder during an import.
-constexpr auto oldFileName = "previous.gif";
 
 std::string incomingPath(const Location& location) {
   return std::string(incomingDirectory) + "/" + location.incomingName;
@@ -41,25 +39,11 @@ std::string adviceOnFolder() {
          " in the device folder exists, is writable and has free space";
 }
 
-// The number of frames in the list of delays, and of those with a file. Both are 0 if the cache is
-// not for exactly this GIF.
-struct Cache {
-  int listed = 0;
-  int written = 0;
-};
-
-Cache cacheOf(const Location& location, const ChosenGif& gif) {
+// Returns the contents of the location's cache, or of an empty one if it is not for exactly this
+// GIF.
+CacheContents cacheOf(const Location& location, const ChosenGif& gif) {
   const lumora::FrameCacheLayout layout(location.gifPath);
-  Cache cache;
-  if (!lumora::isFrameCacheValid(layout, *gif.data)) return cache;
-  if (const auto durations = lumora::loadFrameDurations(layout)) {
-    cache.listed = static_cast<int>(durations->size());
-  }
-  // The numbers of damaged images have no file.
-  for (int index = 0; index < gif.frameCount; ++index) {
-    if (platform::fileExistsAtPath(layout.framePath(index))) ++cache.written;
-  }
-  return cache;
+  return lumora::isFrameCacheValid(layout, *gif.data) ? contentsOf(layout) : CacheContents();
 }
 
 class WallpaperImport {
@@ -67,8 +51,6 @@ class WallpaperImport {
   // All must outlive this object.
   WallpaperImport(const DeviceFolder& device, HostConnection& host, const Import& import,
                   const std::function<void(const ImportProgress&)>& report);
-  // Deletes the link to the old GIF.
-  ~WallpaperImport();
   WallpaperImport(const WallpaperImport&) = delete;
   WallpaperImport& operator=(const WallpaperImport&) = delete;
 
@@ -91,7 +73,6 @@ class WallpaperImport {
   void restore();
   [[noreturn]] void giveUp(const std::string& problem);
 
-  const DeviceFolder& device_;
   HostConnection& host_;
   const Location& location_;
   const ChosenGif& gif_;
@@ -99,11 +80,8 @@ class WallpaperImport {
   TimeLimit limit_;
   const std::function<void(const ImportProgress&)>& report_;
   FileLock lock_;
-  std::string oldMode_;
-  std::string oldLocation_;
-  bool hasOldFile_ = false;
-  // There was one that could not be kept.
-  bool isOldFileLost_ = false;
+  // After the lock, so that its link is deleted while the lock is held.
+  OldWallpaper old_;
   int timesOutOfMemory_ = 0;
   bool isAnnounced_ = false;
   ImportProgress progress_;
@@ -112,22 +90,18 @@ class WallpaperImport {
 WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
                                  const Import& import,
                                  const std::function<void(const ImportProgress&)>& report)
-    : device_(device),
-      host_(host),
+    : host_(host),
       location_(import.location),
       gif_(import.gif),
       frames_(import.frames),
       limit_(import.limit),
       report_(report),
-      lock_(device, FileLock::import) {
+      lock_(device, FileLock::import),
+      old_(device) {
   host_.watch([this](const std::string& name) {
     if (name == lumora::frameFoundNotification) ++progress_.framesFound;
     if (name == lumora::didStartAnimatingNotification) isAnnounced_ = true;
   });
-}
-
-WallpaperImport::~WallpaperImport() {
-  if (hasOldFile_) unlinkat(device_.hostFolder(), oldFileName, 0);
 }
 
 void WallpaperImport::handOver() {
@@ -136,17 +110,11 @@ void WallpaperImport::handOver() {
   }
   awaitRest();
   timesOutOfMemory_ = timesOutOfMemory();
-  oldMode_ = storedSetting("MODE_INDEX").value_or("");
-  oldLocation_ = storedSetting("LOCATION_INDEX").value_or("");
+  old_.keepSettings();
   progress_.isChanging = true;
   report_(progress_);
   limit_ = TimeLimit(maxImportTime);
-  unlinkat(device_.hostFolder(), oldFileName, 0);
-  if (const auto old = platform::backend::findItem(location_.gifPath)) {
-    hasOldFile_ =
-        linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), oldFileName, 0) == 0;
-    isOldFileLost_ = !hasOldFile_ && errno != ENOENT;
-  }
+  old_.keepFile(location_);
   storeFile(*gif_.data);
   storeChoice();
   announce();
@@ -175,7 +143,7 @@ void WallpaperImport::awaitFrames() {
 void WallpaperImport::finish() {
   for (;;) {
     awaitFrames();
-    const Cache cache = cacheOf(location_, gif_);
+    const CacheContents cache = cacheOf(location_, gif_);
     if (timesOutOfMemory() > timesOutOfMemory_) giveUp("the home screen ran out of memory");
     if (cache.written < cache.listed) {
       giveUp("the home screen could not store all frames" + adviceOnFolder());
@@ -252,23 +220,14 @@ void WallpaperImport::checkChoice() const {
 
 void WallpaperImport::restore() {
   host_.settle(limit_.left());
-  const auto old =
-      hasOldFile_ ? platform::backend::openFileAt(device_.hostFolder(), oldFileName) : std::nullopt;
-  if (old) {
-    const auto incoming = platform::backend::findItem(incomingPath(location_));
-    platform::removeItemAtPath(incomingPath(location_));
-    if (!incoming || linkat(device_.hostFolder(), oldFileName, incoming->directory.get(),
-                            incoming->name.c_str(), 0) != 0) {
-      throw Failure("");
-    }
+  if (old_.putFileAt(incomingPath(location_))) {
     storeChoice();
     announce();
   } else {
     host_.post(location_.removalNotification, limit_.left());
   }
   host_.settle(limit_.left());
-  storeSetting("MODE_INDEX", oldMode_);
-  storeSetting("LOCATION_INDEX", oldLocation_);
+  old_.restoreSettings();
   host_.post(lumora::control::updateAnimating, limit_.left());
   host_.settle(limit_.left());
 }
@@ -276,9 +235,9 @@ void WallpaperImport::restore() {
 void WallpaperImport::giveUp(const std::string& problem) {
   try {
     restore();
-    reach(hasOldFile_      ? "the old wallpaper has been restored"
-          : isOldFileLost_ ? "the old wallpaper could not be kept, and none is set"
-                           : "no wallpaper is set, as before");
+    reach(old_.hasFile()      ? "the old wallpaper has been restored"
+          : old_.isFileLost() ? "the old wallpaper could not be kept, and none is set"
+                              : "no wallpaper is set, as before");
   } catch (const Failure&) {
     reach("the old wallpaper could not be restored");
   }

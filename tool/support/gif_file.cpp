@@ -79,25 +79,24 @@ ChosenGif readGif(const std::string& path, Wanted wanted) {
 }
 
 ChosenGif checkGif(const std::string& name, platform::DataRef data, Wanted wanted) {
-  ChosenGif gif{name, std::move(data), 0};
+  ChosenGif gif{name, std::move(data)};
   auto source = platform::CGImageSource::createWithData(gif.data);
   const bool isOfUse = source && gives(*source, wanted);
-  checkMemory(gif.path);
-  if (!isOfUse) throw Failure("cannot decode " + gif.path + ": " + problemOf(*gif.data));
-  gif.frameCount = source->count();
+  checkMemory(gif.name);
+  if (!isOfUse) throw Failure("cannot decode " + gif.name + ": " + problemOf(*gif.data));
   return gif;
 }
 
-void checkMemory(const std::string& path) {
-  if (platform::backend::timesOutOfMemory() > 0) throw Failure("not enough memory for " + path);
+void checkMemory(const std::string& name) {
+  if (platform::backend::timesOutOfMemory() > 0) throw Failure("not enough memory for " + name);
 }
 
 int countShownFrames(const ChosenGif& gif) {
   const auto found = platform::backend::gif::inspect(*gif.data);
   // Files of other formats are one picture.
-  if (found.all == 0) return gif.frameCount;
+  if (found.all == 0) return 1;
   if (!found.isSound()) {
-    const std::string line = "lumora: " + gif.path + " is damaged: " + lossIn(found);
+    const std::string line = "lumora: " + gif.name + " is damaged: " + lossIn(found);
     std::fprintf(stderr, "%s\n", printable(line, STDERR_FILENO).c_str());
   }
   return found.shown();

@@ -9,11 +9,9 @@
 namespace tool {
 
 struct ChosenGif {
-  // As the user named it; for messages.
-  std::string path;
+  // For messages: the path as the user gave it, or words such as "standard input".
+  std::string name;
   platform::DataRef data;
-  // The number of images in the file, including damaged ones.
-  int frameCount = 0;
 };
 
 // Which frame of a GIF must be decodable.
@@ -28,8 +26,8 @@ ChosenGif checkGif(const std::string& name, platform::DataRef data,
                    Wanted wanted = Wanted::FirstFrame);
 
 // Throws Failure if this process has run out of memory so far. Otherwise a lack of memory would
-// look like damage. path: named in the message.
-void checkMemory(const std::string& path);
+// look like damage. name: of the GIF, for the message.
+void checkMemory(const std::string& name);
 
 // Decodes the whole GIF. Returns how many frames can be shown. If the GIF is damaged, prints one
 // line about it on stderr.

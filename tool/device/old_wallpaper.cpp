@@ -1,0 +1,56 @@
+#include "tool/device/old_wallpaper.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "platform/file_manager.h"
+#include "platform/linux/files/device_root.h"
+#include "platform/linux/files/file_contents.h"
+#include "tool/device/stored_settings.h"
+#include "tool/support/failure.h"
+
+namespace tool {
+namespace {
+
+constexpr auto linkName = "previous.gif";
+
+}  // namespace
+
+OldWallpaper::~OldWallpaper() {
+  if (hasFile_) unlinkat(device_.hostFolder(), linkName, 0);
+}
+
+void OldWallpaper::keepSettings() {
+  mode_ = storedSetting("MODE_INDEX").value_or("");
+  location_ = storedSetting("LOCATION_INDEX").value_or("");
+}
+
+void OldWallpaper::keepFile(const lumora::Location& location) {
+  unlinkat(device_.hostFolder(), linkName, 0);
+  const auto old = platform::backend::findItem(location.gifPath);
+  if (!old) return;
+  hasFile_ =
+      linkat(old->directory.get(), old->name.c_str(), device_.hostFolder(), linkName, 0) == 0;
+  isFileLost_ = !hasFile_ && errno != ENOENT;
+}
+
+bool OldWallpaper::putFileAt(const std::string& path) const {
+  // What was kept may be something else than a readable file.
+  if (!hasFile_ || !platform::backend::openFileAt(device_.hostFolder(), linkName)) return false;
+  const auto place = platform::backend::findItem(path);
+  platform::removeItemAtPath(path);
+  if (!place ||
+      linkat(device_.hostFolder(), linkName, place->directory.get(), place->name.c_str(), 0) != 0) {
+    throw Failure("cannot put the old GIF at " + path);
+  }
+  return true;
+}
+
+void OldWallpaper::restoreSettings() const {
+  storeSetting("MODE_INDEX", mode_);
+  storeSetting("LOCATION_INDEX", location_);
+}
+
+}  // namespace tool
