@@ -26,7 +26,10 @@ struct Context {
   // performLine of command_line.h, for commands that perform other lines.
   std::function<int(std::vector<std::string>)> performLine;
 
+  // Throws Failure if the folder cannot be used.
   DeviceFolder device() const { return DeviceFolder(root); }
+  // The same, only for its effect: device paths lead into the folder.
+  void openDevice() const { device(); }
 };
 
 // Declares a command. perform does its work; it may throw Failure, otherwise the exit code is 0.

@@ -61,8 +61,7 @@ DeviceFolder::DeviceFolder(const std::string& given) {
   fs::create_directories(folder.parent_path(), error);
   // An existing folder keeps its mode.
   mkdir(folder.c_str(), mineAlone);
-  error.clear();
-  if (!error) path_ = fs::canonical(folder, error);
+  path_ = fs::canonical(folder, error);
   if (!error && !fs::is_directory(path_, error))
     error = std::make_error_code(std::errc::not_a_directory);
   if (error) {

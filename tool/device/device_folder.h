@@ -12,8 +12,9 @@ namespace tool {
 class DeviceFolder {
  public:
   // Uses the given folder; if that is "", $LUMORA_ROOT; else lumora in $XDG_DATA_HOME or
-  // ~/.local/share. Makes it where it is missing, and makes it the root of all device paths of the
-  // process. Throws Failure if it cannot be used.
+  // ~/.local/share. Makes it the root of all device paths of the process. Makes what is missing:
+  // the folder, those above it, ".host" in it and the directory of the settings. Throws Failure if
+  // the folder cannot be used; a failure to make something in it shows when that is used.
   explicit DeviceFolder(const std::string& given);
 
   // Absolute, without links.
