@@ -16,13 +16,14 @@ void takeScreenshot(const DeviceFolder& device, const std::string& path) {
   writeUserFile(path, HostConnection::require(device)->screenshot());
 }
 
-void call(const Context& context, const char* method) {
-  HostConnection::require(context.device())->call(method);
+void call(const Context& context, const char* methodName) {
+  HostConnection::require(context.device())->call(methodName);
 }
 
 void addScreenCommand(CLI::App& lumora, Context& context, const char* name, const char* description,
-                      const char* method) {
-  addCommand(lumora, context, name, description, [&context, method] { call(context, method); });
+                      const char* methodName) {
+  addCommand(lumora, context, name, description,
+             [&context, methodName] { call(context, methodName); });
 }
 
 void addScreenshotCommand(CLI::App& lumora, Context& context) {

@@ -2,10 +2,18 @@
 
 #include <cstdio>
 #include <memory>
+#include <string>
 #include <utility>
 
+#include "platform/data.h"
+#include "settings/locations.h"
+#include "settings/settings_store.h"
+#include "tool/device/device_folder.h"
 #include "tool/device/import_process.h"
 #include "tool/support/count.h"
+#include "tool/support/failure.h"
+#include "tool/support/gif_file.h"
+#include "tool/support/time_limit.h"
 
 namespace tool {
 namespace {
