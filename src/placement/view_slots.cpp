@@ -11,7 +11,7 @@ constinit ListenerGlobal sharedListener;
 constinit ListenerGlobal lockscreenListener;
 constinit ListenerGlobal homescreenListener;
 
-constinit const std::array<ViewSlot, 3> viewSlots = {{
+constinit const std::array<ViewSlot, locations.size()> viewSlots = {{
     {locations[0], sharedGIFView, sharedListener, "_sharedWallpaperView"},
     {locations[1], lockscreenGIFView, lockscreenListener, "_lockscreenWallpaperView"},
     {locations[2], homescreenGIFView, homescreenListener, "_homescreenWallpaperView"},

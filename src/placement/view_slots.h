@@ -32,7 +32,7 @@ struct ViewSlot {
 };
 
 // In the order of ScreenLocation.
-extern const std::array<ViewSlot, 3> viewSlots;
+extern const std::array<ViewSlot, locations.size()> viewSlots;
 
 // Returns the location's slot, or nullptr for an unknown location. Any thread.
 const ViewSlot* slotOf(ScreenLocation location);

@@ -28,7 +28,7 @@ constexpr auto removeUnneededViewNotification = "kLWGIFViewNeedsToRemoveUnneeded
 // Posted by the views, observed by the settings program.
 // A frame of the GIF has been decoded, to make the frames or to rewrite them.
 constexpr auto frameFoundNotification = "kLWGIFViewFrameFoundNotification";
-// All frames are made. Playback need not have started.
+// All frames that can be made are made. Playback need not have started.
 constexpr auto didStartAnimatingNotification = "kLWGIFViewDidStartAnimatingNotification";
 // The rewriting of the frames with another blur has ended.
 constexpr auto blurDidFinishNotification = "kLWGIFViewGIFBlurDidFinish";
