@@ -93,7 +93,7 @@ void runHomeScreen(const Arguments& arguments) {
   std::unique_ptr<host::DesktopDisplay> desktop;
   if (options.display == host::DisplayKind::Desktop) {
     desktop = std::make_unique<host::DesktopDisplay>(
-        options.look, [] { failBecause("the Wayland compositor has ended"); });
+        options.desktop, [] { failBecause("the Wayland compositor has ended"); });
     options.width = static_cast<int>(desktop->size().width);
     options.height = static_cast<int>(desktop->size().height);
     options.scale = 1;

@@ -3,7 +3,7 @@
 
 #include "host/desktop/wallpaper_picture.h"
 #include "host/home_screen/drawn_surface.h"
-#include "host/options/desktop_look.h"
+#include "host/options/desktop_options.h"
 #include "platform/geometry.h"
 
 namespace host {

@@ -47,7 +47,7 @@ bool covers(const CGRect& rectangle, const cairo_rectangle_int_t& part) {
 std::optional<cairo_rectangle_int_t> OutputPainter::affectedPart(
     const WallpaperPicture& picture, const WallpaperPicture::Change& change, const CGRect& area,
     cairo_rectangle_int_t output) const {
-  if (change.isAll) return output;
+  if (change.isAll || area != area_) return output;
   if (change.isNothing()) return std::nullopt;
   CGRect at = placementOf(picture, area);
   // Scaling mixes neighboring pixels, of the picture or of the output, whichever are larger.
@@ -60,6 +60,7 @@ std::optional<cairo_rectangle_int_t> OutputPainter::affectedPart(
 
 void OutputPainter::paint(const WallpaperPicture& picture, const CGRect& area,
                           cairo_surface_t* surface, const cairo_rectangle_int_t& part) {
+  area_ = area;
   cairo_t* context = cairo_create(surface);
   cairo_rectangle(context, part.x, part.y, part.width, part.height);
   cairo_clip(context);
@@ -90,7 +91,7 @@ void OutputPainter::paintPicture(const WallpaperPicture& picture, const CGRect& 
 }
 
 bool OutputPainter::isPixelArt(const WallpaperPicture& picture, const CGRect& at) const {
-  if (look_.filter != Filter::Auto) return look_.filter == Filter::Nearest;
+  if (options_.filter != Filter::Auto) return options_.filter == Filter::Nearest;
   constexpr int maxSideOfPixelArt = 320;
   const CGFloat scale = at.width / picture.width();
   return std::max(picture.width(), picture.height()) <= maxSideOfPixelArt && scale >= 2 &&

@@ -9,18 +9,19 @@
 
 #include "host/desktop/backdrop.h"
 #include "host/desktop/wallpaper_picture.h"
-#include "host/options/desktop_look.h"
+#include "host/options/desktop_options.h"
 #include "platform/geometry.h"
 
 namespace host {
 
 class OutputPainter {
  public:
-  explicit OutputPainter(const DesktopLook& look) : look_(look), backdrop_(look.backdrop) {}
+  explicit OutputPainter(const DesktopOptions& options)
+      : options_(options), backdrop_(options.backdrop) {}
 
-  // Returns the whole pixels of an output that a change of the picture affects, or nothing. area is
-  // the rectangle that the wallpaper fills: the output's own, or a larger one that spans several
-  // outputs.
+  // Returns the whole pixels of an output that must be painted after a change of the picture or of
+  // the area, or nothing. area is the rectangle that the wallpaper fills: the output's own, or a
+  // larger one that spans several outputs.
   std::optional<cairo_rectangle_int_t> affectedPart(const WallpaperPicture& picture,
                                                     const WallpaperPicture::Change& change,
                                                     const platform::CGRect& area,
@@ -35,8 +36,10 @@ class OutputPainter {
                     cairo_t* context) const;
   bool isPixelArt(const WallpaperPicture& picture, const platform::CGRect& at) const;
 
-  const DesktopLook look_;
+  const DesktopOptions options_;
   Backdrop backdrop_;
+  // The area that was painted last.
+  platform::CGRect area_;
 };
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "host/desktop/desktop_area.h"
 #include "host/desktop/output_painter.h"
 #include "host/displays/wayland/wayland_desktop.h"
 #include "host/displays/x11_desktop.h"
@@ -24,12 +25,13 @@ bool isWayland() {
 
 }  // namespace
 
-DesktopDisplay::DesktopDisplay(const DesktopLook& look, std::function<void()> ended) : look_(look) {
+DesktopDisplay::DesktopDisplay(const DesktopOptions& options, std::function<void()> ended)
+    : options_(options) {
   auto changed = [this] { update(); };
   if (isWayland()) {
-    outputs_ = std::make_unique<wayland::WaylandDesktop>(look, changed, std::move(ended));
+    outputs_ = std::make_unique<wayland::WaylandDesktop>(options, changed, std::move(ended));
   } else {
-    outputs_ = std::make_unique<X11Desktop>(look, changed);
+    outputs_ = std::make_unique<X11Desktop>(options, changed);
   }
 }
 
@@ -37,8 +39,14 @@ DesktopDisplay::~DesktopDisplay() {
   RunLoop::main().setDrawing(nullptr);
 }
 
+std::vector<Output> DesktopDisplay::chosenOutputs() const {
+  std::vector<Output> outputs = outputs_->outputs();
+  std::erase_if(outputs, [this](const Output& output) { return !isChosen(output, options_); });
+  return outputs;
+}
+
 platform::CGSize DesktopDisplay::size() const {
-  const auto outputs = outputs_->outputs();
+  const auto outputs = chosenOutputs();
   if (outputs.empty() || outputs.front().width == 0) return {1920, 1080};
   return {static_cast<platform::CGFloat>(outputs.front().width),
           static_cast<platform::CGFloat>(outputs.front().height)};
@@ -60,7 +68,7 @@ void DesktopDisplay::draw() {
 int DesktopDisplay::takeScreenshot() {
   // What is due must be drawn first, because drawing takes the picture's changes.
   draw();
-  const auto outputs = outputs_->outputs();
+  const auto outputs = chosenOutputs();
   if (outputs.empty()) return -1;
   const auto pixels = [&outputs](int length) {
     return static_cast<int>(std::lround(length * outputs.front().scale));
@@ -68,18 +76,17 @@ int DesktopDisplay::takeScreenshot() {
   const cairo_rectangle_int_t all{0, 0, pixels(outputs.front().width),
                                   pixels(outputs.front().height)};
   const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
-  const platform::CGRect area{0, 0, static_cast<platform::CGFloat>(all.width),
-                              static_cast<platform::CGFloat>(all.height)};
-  OutputPainter(look_).paint(picture_, area, surface.get(), all);
+  OutputPainter(options_).paint(picture_, areaOf(outputs.front(), outputs, options_), surface.get(),
+                                all);
   return pngOf(surface.get());
 }
 
 void DesktopDisplay::update() {
   if (springBoard_ == nullptr) return;
-  const auto outputs = outputs_->outputs();
+  const auto outputs = chosenOutputs();
   const bool isUnseen =
       std::ranges::all_of(outputs, [](const Output& output) { return output.isUnseen; });
-  springBoard_->setOutputs(outputs);
+  springBoard_->setOutputs(outputs_->outputs());
   const bool isCovered = isUnseen || session_->isAway();
   if (isCovered != springBoard_->isCovered()) springBoard_->setCovered(isCovered);
 }

@@ -10,7 +10,7 @@
 #include "host/desktop/wallpaper_picture.h"
 #include "host/displays/session_watch.h"
 #include "host/home_screen/spring_board.h"
-#include "host/options/desktop_look.h"
+#include "host/options/desktop_options.h"
 
 namespace host {
 
@@ -19,12 +19,13 @@ class DesktopDisplay {
   // Connects to the Wayland compositor if WAYLAND_DISPLAY is set, otherwise to the X server. ended
   // is called if that is lost later. Throws std::runtime_error, with the reason, if neither can
   // show a wallpaper.
-  DesktopDisplay(const DesktopLook& look, std::function<void()> ended);
+  DesktopDisplay(const DesktopOptions& options, std::function<void()> ended);
   ~DesktopDisplay();
   DesktopDisplay(const DesktopDisplay&) = delete;
   DesktopDisplay& operator=(const DesktopDisplay&) = delete;
 
-  // Returns the size of the first output, or of a usual one if there is none at the moment.
+  // Returns the size of the first output that shows the wallpaper, or of a usual one if there is
+  // none at the moment.
   platform::CGSize size() const;
 
   // Returns a descriptor, owned by the caller, of a PNG file with an image of the first output as
@@ -35,10 +36,11 @@ class DesktopDisplay {
   void start(SpringBoard& springBoard);
 
  private:
+  std::vector<Output> chosenOutputs() const;
   void draw();
   void update();
 
-  const DesktopLook look_;
+  const DesktopOptions options_;
   SpringBoard* springBoard_ = nullptr;
   WallpaperPicture picture_;
   std::unique_ptr<DesktopOutputs> outputs_;

@@ -12,6 +12,7 @@
 #include <X11/extensions/shape.h>
 #include <cairo-xlib.h>
 
+#include "host/desktop/desktop_area.h"
 #include "host/desktop/output_painter.h"
 #include "host/desktop/pixel_rectangle.h"
 #include "host/displays/desktop_cover.h"
@@ -43,7 +44,7 @@ struct PaintedOutput {
 }  // namespace
 
 struct X11Desktop::Impl {
-  Impl(const DesktopLook& look, std::function<void()> changed);
+  Impl(const DesktopOptions& options, std::function<void()> changed);
   ~Impl();
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
@@ -52,16 +53,18 @@ struct X11Desktop::Impl {
   void describeWindow();
   std::vector<Output> readOutputs();
   void update();
+  void showOnlyChosen();
   void noteCover();
   bool handleEvents();
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change);
   std::optional<cairo_rectangle_int_t> paint(PaintedOutput& painted,
+                                             const std::vector<Output>& shown,
                                              const WallpaperPicture& picture,
                                              const WallpaperPicture::Change& change);
   static void copy(const PaintedOutput& painted, const cairo_rectangle_int_t& part,
                    cairo_surface_t* target);
 
-  const DesktopLook look_;
+  const DesktopOptions options_;
   const std::function<void()> changed_;
   Display* const display_;
   const Window root_;
@@ -74,8 +77,8 @@ struct X11Desktop::Impl {
   std::vector<PaintedOutput> outputs_;
 };
 
-X11Desktop::X11Desktop(const DesktopLook& look, std::function<void()> changed)
-    : impl_(std::make_unique<Impl>(look, std::move(changed))) {}
+X11Desktop::X11Desktop(const DesktopOptions& options, std::function<void()> changed)
+    : impl_(std::make_unique<Impl>(options, std::move(changed))) {}
 
 X11Desktop::~X11Desktop() = default;
 
@@ -89,8 +92,8 @@ void X11Desktop::show(const WallpaperPicture& picture, const WallpaperPicture::C
   impl_->show(picture, change);
 }
 
-X11Desktop::Impl::Impl(const DesktopLook& look, std::function<void()> changed)
-    : look_(look),
+X11Desktop::Impl::Impl(const DesktopOptions& options, std::function<void()> changed)
+    : options_(options),
       changed_(std::move(changed)),
       display_(openX11Display()),
       root_(DefaultRootWindow(display_)) {
@@ -211,13 +214,27 @@ void X11Desktop::Impl::update() {
       continue;
     }
     updated.push_back({.output = output,
-                       .painter = OutputPainter(look_),
+                       .painter = OutputPainter(options_),
                        .canvas = DrawnSurface(cairo_image_surface_create(
                            CAIRO_FORMAT_RGB24, output.width, output.height))});
   }
   outputs_ = std::move(updated);
+  showOnlyChosen();
   changed_();
   RunLoop::main().setNeedsPartialDisplay();
+}
+
+// Where the window has no shape, the desktop is as without it.
+void X11Desktop::Impl::showOnlyChosen() {
+  std::vector<XRectangle> shape;
+  for (const auto& [output, painter, canvas, isNew, isStale] : outputs_) {
+    if (!isChosen(output, options_)) continue;
+    shape.push_back({static_cast<short>(output.x), static_cast<short>(output.y),
+                     static_cast<unsigned short>(output.width),
+                     static_cast<unsigned short>(output.height)});
+  }
+  XShapeCombineRectangles(display_, window_, ShapeBounding, 0, 0, shape.data(),
+                          static_cast<int>(shape.size()), ShapeSet, Unsorted);
 }
 
 void X11Desktop::Impl::noteCover() {
@@ -256,8 +273,13 @@ bool X11Desktop::Impl::handleEvents() {
 
 void X11Desktop::Impl::show(const WallpaperPicture& picture,
                             const WallpaperPicture::Change& change) {
+  std::vector<Output> shown;
+  for (const PaintedOutput& painted : outputs_) {
+    if (isChosen(painted.output, options_)) shown.push_back(painted.output);
+  }
   for (PaintedOutput& painted : outputs_) {
-    const auto part = paint(painted, picture, change);
+    if (!isChosen(painted.output, options_)) continue;
+    const auto part = paint(painted, shown, picture, change);
     if (!part) continue;
     copy(painted, *part, windowSurface_.get());
     rootPixmap_->noteChange(*part);
@@ -270,11 +292,10 @@ void X11Desktop::Impl::show(const WallpaperPicture& picture,
 
 // Returns the part of the screen that has been painted.
 std::optional<cairo_rectangle_int_t> X11Desktop::Impl::paint(
-    PaintedOutput& painted, const WallpaperPicture& picture,
+    PaintedOutput& painted, const std::vector<Output>& shown, const WallpaperPicture& picture,
     const WallpaperPicture::Change& change) {
   const cairo_rectangle_int_t all{0, 0, painted.output.width, painted.output.height};
-  const platform::CGRect area{0, 0, static_cast<platform::CGFloat>(all.width),
-                              static_cast<platform::CGFloat>(all.height)};
+  const platform::CGRect area = areaOf(painted.output, shown, options_);
   auto part = painted.painter.affectedPart(picture, change, area, all);
   if (painted.output.isUnseen && !painted.isNew) {
     painted.isStale = painted.isStale || part;

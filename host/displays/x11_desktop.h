@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/desktop/desktop_outputs.h"
-#include "host/options/desktop_look.h"
+#include "host/options/desktop_options.h"
 
 namespace host {
 
@@ -15,7 +15,7 @@ class X11Desktop final : public DesktopOutputs {
  public:
   // Opens the window. changed is called when outputs() may give another result. Throws
   // std::runtime_error, with the reason, if there is no X server.
-  X11Desktop(const DesktopLook& look, std::function<void()> changed);
+  X11Desktop(const DesktopOptions& options, std::function<void()> changed);
   ~X11Desktop() override;
   X11Desktop(const X11Desktop&) = delete;
   X11Desktop& operator=(const X11Desktop&) = delete;

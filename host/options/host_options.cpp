@@ -143,23 +143,29 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
   command.add_flag("--locked", options.startsLocked, "start on the lock screen");
 }
 
-void addLookOptions(CLI::App& command, DesktopLook& look) {
+void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
   command
       .add_option_function<std::string>(
-          "--filter", [&look](const std::string& name) { look.filter = filters.at(name); },
+          "--filter", [&desktop](const std::string& name) { desktop.filter = filters.at(name); },
           "how a desktop draws enlarged pixels: smooth, nearest, or auto: nearest for pixel art")
       ->check(CLI::IsMember(namesOf(filters)).description(""))
       ->type_name("auto|nearest|smooth");
   command
       .add_option_function<std::string>(
           "--backdrop",
-          [&look](const std::string& text) {
-            if (!parseBackdrop(text, look.backdrop)) {
+          [&desktop](const std::string& text) {
+            if (!parseBackdrop(text, desktop.backdrop)) {
               throw CLI::ValidationError("--backdrop", "must be blur or a color such as #203040");
             }
           },
           "what a desktop shows beside the GIF: a blurred copy of it, or a color")
       ->type_name("blur|COLOR");
+  command
+      .add_option("--output", desktop.outputs,
+                  "show the wallpaper of a desktop only on this output; may be given again")
+      ->allow_extra_args(false)
+      ->type_name("NAME");
+  command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs of a desktop");
 }
 
 }  // namespace
@@ -167,7 +173,7 @@ void addLookOptions(CLI::App& command, DesktopLook& look) {
 void addHostOptions(CLI::App& command, HostOptions& options) {
   addDisplayOptions(command, options);
   addDeviceOptions(command, options);
-  addLookOptions(command, options.look);
+  addDesktopOptions(command, options.desktop);
   command.parse_complete_callback([&options] {
     if (options.display == DisplayKind::Auto) {
       options.display = hasX11Server() ? DisplayKind::Window : DisplayKind::Headless;
@@ -190,14 +196,19 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
       "--refresh",  std::to_string(options.refreshRate),
       "--idiom",    nameOf(options.idiom),
       "--clock",    options.hasManualClock ? "manual" : "real",
-      "--filter",   nameIn(filters, options.look.filter),
-      "--backdrop", textOf(options.look.backdrop),
+      "--filter",   nameIn(filters, options.desktop.filter),
+      "--backdrop", textOf(options.desktop.backdrop),
   };
   if (options.display != DisplayKind::Desktop) {
     arguments.emplace_back("--screen");
     arguments.push_back(std::to_string(options.width) + "x" + std::to_string(options.height));
   }
   if (options.startsLocked) arguments.emplace_back("--locked");
+  for (const std::string& output : options.desktop.outputs) {
+    arguments.emplace_back("--output");
+    arguments.push_back(output);
+  }
+  if (options.desktop.isSpanning) arguments.emplace_back("--span");
   return arguments;
 }
 

@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "host/options/desktop_look.h"
+#include "host/options/desktop_options.h"
 #include "host/options/idiom.h"
 
 namespace host {
@@ -32,7 +32,7 @@ struct HostOptions {
   Idiom idiom = Idiom::Phone;
   bool startsLocked = false;
   bool hasManualClock = false;
-  DesktopLook look;
+  DesktopOptions desktop;
 };
 
 // Declares the options. Parsing checks them and fills in options, which must outlive command.

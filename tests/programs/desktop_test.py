@@ -19,6 +19,8 @@ from device import LUMORA, Device
 from gif_writer import gif, image, lzw
 
 RED, BLUE, WHITE, BLACK = (255, 0, 0), (0, 0, 255), (255, 255, 255), (0, 0, 0)
+# What the compositor shows on an output without a wallpaper.
+EMPTY = (62, 62, 62)
 NO_BUSES = {'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/nowhere',
             'DBUS_SYSTEM_BUS_ADDRESS': 'unix:path=/nowhere'}
 
@@ -181,7 +183,8 @@ class X11Desktop(Desktop):
         self.start_server('Xvfb', '-screen', '0', '1200x900x24')
         server = self.start_server('Xephyr', '-screen', '800x600', '-resizeable')
         self.start_window_manager(server)
-        self.show_desktop('--scaling', 'FULLSCREEN', self.file('halves.gif', halves(RED, BLUE)))
+        desktop = self.show_desktop('--scaling', 'FULLSCREEN',
+                                    self.file('halves.gif', halves(RED, BLUE)))
         colors = {'red': 0xff0000, 'blue': 0x0000ff}
 
         def shows(**places):
@@ -197,6 +200,16 @@ class X11Desktop(Desktop):
         outputs = json.loads(self.ok('outputs', '--json'))
         self.assertEqual([(output['name'], output['area']) for output in outputs],
                          [('LEFT', [0, 0, 400, 600]), ('RIGHT', [400, 0, 400, 600])])
+        desktop.terminate()
+        desktop.wait(20)
+        background = server.pixel(10, 300)
+        self.assertNotIn(background, colors.values())
+        self.show_desktop('--output', 'RIGHT')
+        shows(red_1=(590, 300), blue_1=(610, 300))
+        self.assertEqual(server.pixel(10, 300), background)
+        self.ok('stop')
+        self.show_desktop()
+        shows(red_1=(190, 300), blue_1=(610, 300))
         self.in_session('xrandr', '--delmonitor', 'RIGHT')
         self.in_session('xrandr', '--delmonitor', 'LEFT')
         self.in_session('xrandr', '-s', '1024x768')
@@ -304,6 +317,19 @@ class WaylandDesktop(Desktop):
         self.sway('output', 'HEADLESS-3', 'resolution', '320x240')
         self.eventually_shows('HEADLESS-3', (320, 240), half(320), scale=1)
         self.assertIn('HEADLESS-3  320x240', self.ok('status'))
+
+    def test_shows_only_chosen_outputs_or_spans_them(self):
+        self.start_compositor(outputs=2)
+        picture = self.file('halves.gif', halves(RED, BLUE))
+        desktop = self.show_desktop('--output', 'HEADLESS-2', '--scaling', 'stretch', picture)
+        self.eventually_shows('HEADLESS-2', (640, 480),
+                              lambda x, y: RED if x < 280 else BLUE if x > 360 else None, scale=1)
+        self.eventually_shows('HEADLESS-1', (1280, 720), lambda x, y: EMPTY)
+        desktop.terminate()
+        desktop.wait(20)
+        self.show_desktop('--span')
+        self.eventually_shows('HEADLESS-1', (1280, 720), lambda x, y: RED)
+        self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: BLUE, scale=1)
 
     def test_fills_the_screen_unless_told_otherwise(self):
         self.start_compositor(outputs=2)

@@ -7,6 +7,7 @@
 
 #include <poll.h>
 
+#include "host/desktop/desktop_area.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host::wayland {
@@ -34,9 +35,9 @@ struct WaylandDesktop::Listeners {
   };
 };
 
-WaylandDesktop::WaylandDesktop(const DesktopLook& look, std::function<void()> changed,
+WaylandDesktop::WaylandDesktop(const DesktopOptions& options, std::function<void()> changed,
                                std::function<void()> ended)
-    : look_(look),
+    : options_(options),
       changed_(std::move(changed)),
       ended_(std::move(ended)),
       display_(wl_display_connect(nullptr)) {
@@ -50,10 +51,11 @@ WaylandDesktop::WaylandDesktop(const DesktopLook& look, std::function<void()> ch
         "zwlr_layer_shell_v1, which sway, Hyprland, KDE Plasma and others have; use --display "
         "window");
   }
-  isStarted_ = true;
-  for (const auto& output : outputs_) output->start();
-  // The first answers tell the sizes, the second the surfaces' configurations.
+  hasGlobals_ = true;
+  for (const auto& output : outputs_) output->askForPlace();
+  // The first answers tell the names, the second the surfaces' configurations.
   wl_display_roundtrip(display_.get());
+  startOutputs();
   wl_display_roundtrip(display_.get());
   RunLoop::main().addSource(wl_display_get_fd(display_.get()), [this] { return handleEvents(); });
 }
@@ -85,16 +87,29 @@ void WaylandDesktop::addGlobal(std::uint32_t registryName, const std::string& in
     OutputObject object;
     bindGlobal(registry, registryName, wl_output_interface, std::min(version, names), object);
     outputs_.push_back(std::make_unique<WaylandOutput>(globals_, std::move(object), registryName,
-                                                       look_, changed_));
-    if (isStarted_) outputs_.back()->start();
+                                                       options_, [this] { noteChange(); }));
+    if (hasGlobals_) outputs_.back()->askForPlace();
   }
+}
+
+void WaylandDesktop::startOutputs() {
+  for (const auto& output : outputs_) {
+    if (isChosen(output->describe(), options_)) output->start();
+  }
+}
+
+void WaylandDesktop::noteChange() {
+  if (!hasGlobals_) return;
+  startOutputs();
+  changed_();
+  RunLoop::main().setNeedsPartialDisplay();
 }
 
 void WaylandDesktop::removeGlobal(std::uint32_t registryName) {
   const auto removed = std::erase_if(outputs_, [registryName](const auto& output) {
     return output->registryName() == registryName;
   });
-  if (removed > 0) changed_();
+  if (removed > 0) noteChange();
 }
 
 std::vector<Output> WaylandDesktop::outputs() const {
@@ -104,7 +119,11 @@ std::vector<Output> WaylandDesktop::outputs() const {
 }
 
 void WaylandDesktop::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
-  for (const auto& output : outputs_) output->show(picture, change);
+  std::vector<Output> shown = outputs();
+  std::erase_if(shown, [this](const Output& output) { return !isChosen(output, options_); });
+  for (const auto& output : outputs_) {
+    output->show(picture, change, areaOf(output->describe(), shown, options_));
+  }
   setAlarm();
   wl_display_flush(display_.get());
 }

@@ -16,7 +16,7 @@ class WaylandDesktop final : public DesktopOutputs {
   // Connects to the compositor. changed is called when outputs() may give another result, and ended
   // if the connection is lost. Throws std::runtime_error, with the reason, if there is no
   // compositor or it has no layer shell.
-  WaylandDesktop(const DesktopLook& look, std::function<void()> changed,
+  WaylandDesktop(const DesktopOptions& options, std::function<void()> changed,
                  std::function<void()> ended);
   ~WaylandDesktop() override;
   WaylandDesktop(const WaylandDesktop&) = delete;
@@ -30,17 +30,19 @@ class WaylandDesktop final : public DesktopOutputs {
 
   void addGlobal(std::uint32_t registryName, const std::string& interface, std::uint32_t version);
   void removeGlobal(std::uint32_t registryName);
+  void startOutputs();
+  void noteChange();
   bool handleEvents();
   void setAlarm();
 
-  const DesktopLook look_;
+  const DesktopOptions options_;
   const std::function<void()> changed_;
   const std::function<void()> ended_;
   const Display display_;
   Registry registry_;
   Globals globals_;
   std::vector<std::unique_ptr<WaylandOutput>> outputs_;
-  bool isStarted_ = false;
+  bool hasGlobals_ = false;
 };
 
 }  // namespace host::wayland

@@ -32,6 +32,7 @@ struct WaylandOutput::Listeners {
                  int) { of(data).noteMode(flags, width, height); },
       .done =
           [](void* data, wl_output*) {
+            of(data).isDescribed_ = true;
             of(data).fitBuffers();
             of(data).changed_();
           },
@@ -46,7 +47,11 @@ struct WaylandOutput::Listeners {
             of(data).x_ = x;
             of(data).y_ = y;
           },
-      .logical_size = [](void*, zxdg_output_v1*, int, int) {},
+      .logical_size =
+          [](void* data, zxdg_output_v1*, int width, int height) {
+            of(data).logicalWidth_ = width;
+            of(data).logicalHeight_ = height;
+          },
       .done = [](void*, zxdg_output_v1*) {},
       .name = [](void* data, zxdg_output_v1*, const char* name) { of(data).name_ = name; },
       .description = [](void*, zxdg_output_v1*, const char*) {},
@@ -68,23 +73,26 @@ struct WaylandOutput::Listeners {
 };
 
 WaylandOutput::WaylandOutput(const Globals& globals, OutputObject object,
-                             std::uint32_t registryName, const DesktopLook& look,
+                             std::uint32_t registryName, const DesktopOptions& options,
                              std::function<void()> changed)
     : globals_(globals),
       registryName_(registryName),
       changed_(std::move(changed)),
       object_(std::move(object)),
       name_("output-" + std::to_string(registryName)),
-      painter_(look) {
+      painter_(options) {
   wl_output_add_listener(object_.get(), &Listeners::output, this);
 }
 
+void WaylandOutput::askForPlace() {
+  if (!globals_.outputs) return;
+  logicalOutput_.reset(
+      zxdg_output_manager_v1_get_xdg_output(globals_.outputs.get(), object_.get()));
+  zxdg_output_v1_add_listener(logicalOutput_.get(), &Listeners::logicalOutput, this);
+}
+
 void WaylandOutput::start() {
-  if (globals_.outputs) {
-    logicalOutput_.reset(
-        zxdg_output_manager_v1_get_xdg_output(globals_.outputs.get(), object_.get()));
-    zxdg_output_v1_add_listener(logicalOutput_.get(), &Listeners::logicalOutput, this);
-  }
+  if (surface_ || !isDescribed_) return;
   surface_.reset(wl_compositor_create_surface(globals_.compositor.get()));
   const std::unique_ptr<wl_region, Destroy> nothing(
       wl_compositor_create_region(globals_.compositor.get()));
@@ -118,8 +126,8 @@ Output WaylandOutput::describe() const {
   return {.name = name_,
           .x = x_,
           .y = y_,
-          .width = width_,
-          .height = height_,
+          .width = width_ > 0 ? width_ : logicalWidth_,
+          .height = width_ > 0 ? height_ : logicalHeight_,
           .scale = scale,
           .isUnseen = isUnseen_};
 }
@@ -152,10 +160,9 @@ void WaylandOutput::fitBuffers() {
   RunLoop::main().setNeedsPartialDisplay();
 }
 
-void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
+void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
+                         const platform::CGRect& area) {
   if (!buffers_) return;
-  const platform::CGRect area{0, 0, static_cast<platform::CGFloat>(buffers_->width()),
-                              static_cast<platform::CGFloat>(buffers_->height())};
   const auto changed =
       painter_.affectedPart(picture, change, area, {0, 0, buffers_->width(), buffers_->height()});
   if (changed) {

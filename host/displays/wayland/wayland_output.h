@@ -20,7 +20,7 @@ class WaylandOutput {
 
   // changed is called when describe() may give another result. globals must outlive this object.
   WaylandOutput(const Globals& globals, OutputObject object, std::uint32_t registryName,
-                const DesktopLook& look, std::function<void()> changed);
+                const DesktopOptions& options, std::function<void()> changed);
   WaylandOutput(const WaylandOutput&) = delete;
   WaylandOutput& operator=(const WaylandOutput&) = delete;
 
@@ -28,11 +28,16 @@ class WaylandOutput {
   std::uint32_t registryName() const { return registryName_; }
   Output describe() const;
 
-  // Makes the surface, in the background layer. Call it once.
+  // Asks the compositor for the place among the other outputs. Call it once, when all globals are
+  // known.
+  void askForPlace();
+  // Makes the surface, in the background layer, if there is none and the name is known.
   void start();
 
-  // Paints what has changed, unless the compositor is not ready for it: then the next call does.
-  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change);
+  // Paints what has changed on the area, unless the compositor is not ready for it: then the next
+  // call does.
+  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
+            const platform::CGRect& area);
 
   // Returns when the output counts as unseen unless the compositor shows the last frame before; or
   // nothing if no frame is on its way.
@@ -62,10 +67,14 @@ class WaylandOutput {
   const OutputObject object_;
   LogicalOutput logicalOutput_;
   std::string name_;
+  // In logical pixels.
   int x_ = 0;
   int y_ = 0;
+  int logicalWidth_ = 0;
+  int logicalHeight_ = 0;
   int integerScale_ = 1;
   bool isOnItsSide_ = false;
+  bool isDescribed_ = false;
   PixelSize mode_;
 
   Surface surface_;

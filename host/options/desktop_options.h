@@ -1,5 +1,8 @@
-// How a desktop shows the wallpaper's picture, apart from its scaling.
+// Where and how a desktop shows the wallpaper, apart from its scaling.
 #pragma once
+
+#include <string>
+#include <vector>
 
 namespace host {
 
@@ -18,7 +21,11 @@ struct BackdropOptions {
   double blue = 0;
 };
 
-struct DesktopLook {
+struct DesktopOptions {
+  // The names of the outputs that show the wallpaper; all do if there is none.
+  std::vector<std::string> outputs;
+  // True if one picture spans all of these outputs.
+  bool isSpanning = false;
   Filter filter = Filter::Auto;
   BackdropOptions backdrop;
 };
