@@ -11,11 +11,11 @@
 
 #include "tool/commands/blur_command.h"
 #include "tool/commands/command.h"
+#include "tool/commands/desktop_commands.h"
 #include "tool/commands/frames_command.h"
 #include "tool/commands/host_commands.h"
 #include "tool/commands/live_settings_commands.h"
 #include "tool/commands/notification_commands.h"
-#include "tool/commands/outputs_command.h"
 #include "tool/commands/play_command.h"
 #include "tool/commands/remove_command.h"
 #include "tool/commands/run_command.h"
@@ -47,7 +47,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addLiveSettingsCommands(lumora, context);
   addBlurCommand(lumora, context);
   addStatusCommand(lumora, context);
-  addOutputsCommand(lumora, context);
+  addDesktopCommands(lumora, context);
   addNotificationCommands(lumora, context);
   addPlayCommand(lumora, context);
   addFramesCommand(lumora, context);

@@ -9,7 +9,7 @@ constexpr auto path = "/com/brightfen/lumora/SpringBoard";
 constexpr auto interface = "com.brightfen.lumora.SpringBoard";
 
 // Methods. One that fails gives a text for the user. Those up to rotate fail on a desktop; they
-// answer when the device has settled, or after two seconds.
+// and the next two answer when the device has settled, or after two seconds.
 namespace method {
 constexpr auto lock = "Lock";
 constexpr auto home = "Home";
@@ -19,6 +19,9 @@ constexpr auto displayOn = "DisplayOn";
 constexpr auto displayOff = "DisplayOff";
 // (orientation: "portrait", "left", "right" or "upside-down").
 constexpr auto rotate = "Rotate";
+// Pause and resume a desktop's wallpaper. Fail on other displays.
+constexpr auto pause = "Pause";
+constexpr auto resume = "Resume";
 // (nanoseconds, timeout in nanoseconds of real time). Advances the clock and answers when all
 // effects are there. Fails at the timeout, or if the clock is not manual.
 constexpr auto advance = "Advance";

@@ -90,6 +90,10 @@ void ControlService::registerOtherMethods() {
   add(service::method::rotate, [this](sdbus::Result<>&& result, const std::string& orientation) {
     rotate(std::move(result), orientation);
   });
+  add(service::method::pause,
+      [this](sdbus::Result<>&& result) { setPaused(std::move(result), true); });
+  add(service::method::resume,
+      [this](sdbus::Result<>&& result) { setPaused(std::move(result), false); });
   add(service::method::advance,
       [this](sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout) {
         advance(std::move(result), nanoseconds, timeout);
@@ -142,6 +146,16 @@ bool ControlService::refusesOnDesktop(const sdbus::Result<>& result) const {
         "desktop for a simulated phone"));
   }
   return isDesktop;
+}
+
+void ControlService::setPaused(sdbus::Result<>&& result, bool isPaused) {
+  if (springBoard_.options().display != DisplayKind::Desktop) {
+    result.returnError(refusal(
+        "only the wallpaper of a desktop can be paused; on a phone, `lumora app open` hides it"));
+    return;
+  }
+  springBoard_.setPaused(isPaused);
+  whenSettled(std::move(result));
 }
 
 void ControlService::rotate(sdbus::Result<>&& result, const std::string& name) {

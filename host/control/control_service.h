@@ -37,6 +37,7 @@ class ControlService {
   void addJob(std::function<void()> job);
   bool refusesOnDesktop(const sdbus::Result<>& result) const;
   void whenSettled(sdbus::Result<>&& result);
+  void setPaused(sdbus::Result<>&& result, bool isPaused);
   void rotate(sdbus::Result<>&& result, const std::string& name);
   // Both numbers are in nanoseconds.
   void advance(sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout);

@@ -9,6 +9,8 @@ constexpr auto screenApp = "app";
 constexpr auto screenOff = "off";
 // True if something outside of the home screen hides it, such as windows or a locked session.
 constexpr auto covered = "covered";
+// True if a desktop's wallpaper has been paused by hand.
+constexpr auto paused = "paused";
 // "portrait", "left", "right" or "upside-down".
 constexpr auto orientation = "orientation";
 // "phone" or "pad".

@@ -94,6 +94,7 @@ std::string statusReport(SpringBoard& springBoard) {
   json report = {
       {status::screen, stateName(springBoard.state())},
       {status::covered, springBoard.isCovered()},
+      {status::paused, springBoard.isPaused()},
       {status::orientation, orientationName(springBoard.orientation())},
       {status::idiom, nameOf(options.idiom)},
       {status::size, {options.width, options.height}},

@@ -75,7 +75,7 @@ void SpringBoard::finishLaunching() {
 void SpringBoard::show(ScreenState state) {
   state_ = state;
   screen_->showTime();
-  screen_->show(state, isCovered_);
+  screen_->show(state, hidesWallpapers());
   keepTime();
 }
 
@@ -116,7 +116,12 @@ void SpringBoard::turnDisplay(bool on) {
 
 void SpringBoard::setCovered(bool isCovered) {
   isCovered_ = isCovered;
-  screen_->show(state_, isCovered_);
+  screen_->show(state_, hidesWallpapers());
+}
+
+void SpringBoard::setPaused(bool isPaused) {
+  isPaused_ = isPaused;
+  screen_->show(state_, hidesWallpapers());
 }
 
 void SpringBoard::rotate(UIInterfaceOrientation orientation) {

@@ -41,11 +41,15 @@ class SpringBoard {
   // Tells the home screen that something outside of it covers all of it, or no longer does. The
   // wallpapers are hidden then.
   void setCovered(bool isCovered);
+  // Hides the wallpapers of a desktop, which keeps what it has painted, until this is called again
+  // with false.
+  void setPaused(bool isPaused);
   // Records the outputs of a desktop, for the status report.
   void setOutputs(std::vector<Output> outputs) { outputs_ = std::move(outputs); }
 
   ScreenState state() const { return state_; }
   bool isCovered() const { return isCovered_; }
+  bool isPaused() const { return isPaused_; }
   const std::vector<Output>& outputs() const { return outputs_; }
   platform::UIInterfaceOrientation orientation() const { return screen_->orientation(); }
   const HostOptions& options() const { return options_; }
@@ -55,6 +59,7 @@ class SpringBoard {
   struct Object;
   void finishLaunching();
   void show(ScreenState state);
+  bool hidesWallpapers() const { return isCovered_ || isPaused_; }
   void keepTime();
 
   const HostOptions options_;
@@ -62,6 +67,7 @@ class SpringBoard {
   std::unique_ptr<Screen> screen_;
   ScreenState state_ = ScreenState::Home;
   bool isCovered_ = false;
+  bool isPaused_ = false;
   std::vector<Output> outputs_;
 };
 

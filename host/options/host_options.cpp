@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <sstream>
 #include <utility>
@@ -103,6 +104,21 @@ std::string nameOf(Idiom idiom) {
 
 namespace {
 
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+void chooseDisplay(HostOptions& options) {
+  options.display = hasX11Server() ? DisplayKind::Window : DisplayKind::Headless;
+  if (options.display == DisplayKind::Window) return;
+  if (const std::string name = environment("DISPLAY"); !name.empty()) {
+    options.missingDisplay = "cannot connect to the X server " + name;
+  } else if (!environment("WAYLAND_DISPLAY").empty()) {
+    options.missingDisplay = "it needs an X server, such as Xwayland (--display desktop does not)";
+  }
+}
+
 void addDisplayOptions(CLI::App& command, HostOptions& options) {
   command
       .add_option_function<std::string>(
@@ -175,9 +191,7 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
   addDeviceOptions(command, options);
   addDesktopOptions(command, options.desktop);
   command.parse_complete_callback([&options] {
-    if (options.display == DisplayKind::Auto) {
-      options.display = hasX11Server() ? DisplayKind::Window : DisplayKind::Headless;
-    }
+    if (options.display == DisplayKind::Auto) chooseDisplay(options);
     if (options.width == 0) {
       const auto& usual = options.idiom == Idiom::Pad ? padSize : phoneSize;
       options.width = usual[0];

@@ -22,6 +22,8 @@ std::string nameOf(Idiom idiom);
 
 struct HostOptions {
   DisplayKind display = DisplayKind::Auto;
+  // Why Auto has become Headless although the user has a display; otherwise "".
+  std::string missingDisplay;
   // The upright device in points. Parsing replaces 0 by the usual size of the device. On a desktop
   // the host replaces it by the size of an output.
   int width = 0;

@@ -276,6 +276,19 @@ class CommandWithoutHomeScreen(Device):
             self.assertEqual(file.read(), b'mine')
 
 
+class RunInBackground(Device):
+    def test_returns_when_the_wallpaper_is_set(self):
+        run = ['run', '--display', 'headless', '--background']
+        self.assertIn('running', self.ok(*run, self.gif))
+        try:
+            self.assertEqual(self.shared()['frames_in_cache'], 2)
+            self.assertIn('already running', self.fails(1, *run))
+            self.assertIn('not on a desktop', self.ok('outputs'))
+            self.assertIn('only the wallpaper of a desktop', self.fails(1, 'pause'))
+        finally:
+            self.ok('stop')
+
+
 class CommandWithHomeScreen(Device):
     def test_plays_pauses_and_removes_a_gif(self):
         self.start('--refresh', '64')

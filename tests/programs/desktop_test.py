@@ -151,6 +151,10 @@ class X11Desktop(Desktop):
         self.assertEqual(self.shared()['frame'], [0, 0, 640, 480])
         self.assertIn('a desktop has no', self.fails(1, 'rotate', 'left'))
         self.assertIn('a desktop has no', self.fails(1, 'app', 'open'))
+        self.assertEqual(self.ok('toggle'), 'paused\n')
+        self.becomes(False, 'by hand')
+        self.assertEqual(self.ok('toggle'), 'playing\n')
+        self.becomes(True, 'shown')
         other = os.path.join(self.folder, 'other')
         for size, has_manager, playing, why in (('700x900', True, False, 'covered'),
                                                 ('300x400', True, True, 'shown'),

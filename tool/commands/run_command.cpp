@@ -4,7 +4,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -25,8 +27,10 @@
 #include "tool/device/file_lock.h"
 #include "tool/device/frame_caches.h"
 #include "tool/device/host_connection.h"
+#include "tool/device/import_process.h"
 #include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_import.h"
+#include "tool/support/background.h"
 #include "tool/support/child_process.h"
 #include "tool/support/failure.h"
 #include "tool/support/progress_bar.h"
@@ -42,6 +46,7 @@ struct RunOptions {
   // "" if none is given.
   std::string scaling;
   std::optional<double> seconds;
+  bool isInBackground = false;
   host::HostOptions host;
 };
 
@@ -84,11 +89,13 @@ bool isSameFile(int descriptor, const std::filesystem::path& path) {
 // arguments must outlive the object.
 class HostRun {
  public:
+  // Calls launched once the home screen has launched and the greeting is printed.
   HostRun(const DeviceFolder& device, const RunOptions& options,
-          const std::optional<ChosenGif>& gif)
+          const std::optional<ChosenGif>& gif, const std::function<void()>& launched)
       : device_(device),
         options_(options),
         gif_(gif),
+        launched_(launched),
         signals_(platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP, SIGCHLD})),
         lock_(device, FileLock::host, true),
         moves_(movesOf(device)) {
@@ -173,11 +180,13 @@ class HostRun {
     // Launch starts only a wallpaper that has been installed before.
     if (hasUnfinishedCache_) host->post(lumora::control::updateAnimating);
     if (options_.seconds) end_ = TimeLimit(Seconds(*options_.seconds)).end();
-    std::printf("home screen running (%s, files in %s); Ctrl-C or `lumora stop` stops it\n",
-                host::nameOf(options_.host.display).c_str(), device_.path().c_str());
+    std::printf("home screen running (%s, files in %s); %s`lumora stop` stops it\n",
+                host::nameOf(options_.host.display).c_str(), device_.path().c_str(),
+                options_.isInBackground ? "" : "Ctrl-C or ");
     if (options_.host.display == host::DisplayKind::Window)
       std::printf("in the window, ? lists the keys\n");
     std::fflush(stdout);
+    launched_();
     if (gif_) import_ = startProcess([this] { return import(); });
   }
 
@@ -237,6 +246,7 @@ class HostRun {
   const DeviceFolder& device_;
   const RunOptions& options_;
   const std::optional<ChosenGif>& gif_;
+  const std::function<void()>& launched_;
   const platform::backend::FileDescriptor signals_;
   FileLock lock_;
   const platform::backend::FileDescriptor moves_;
@@ -262,17 +272,44 @@ void storeScaling(const RunOptions& options) {
   }
 }
 
+// Says why there is no window, unless a script runs this.
+void warnOfNoDisplay(const RunOptions& options) {
+  if (options.host.missingDisplay.empty() || isatty(STDERR_FILENO) == 0) return;
+  std::fprintf(stderr, "lumora: no window: %s; running headless\n",
+               options.host.missingDisplay.c_str());
+}
+
 int runHost(const DeviceFolder& device, const RunOptions& options,
-            const std::optional<ChosenGif>& gif) {
+            const std::optional<ChosenGif>& gif, const std::function<void()>& launched) {
   storeScaling(options);
-  return HostRun(device, options, gif).run();
+  return HostRun(device, options, gif, launched).run();
+}
+
+// Returns once the home screen has launched and, if there is a GIF, has its frames.
+int runHostInBackground(const Context& context, const RunOptions& options,
+                        const std::optional<ChosenGif>& gif) {
+  const DeviceFolder device = context.device();
+  const platform::backend::FileDescriptor log(
+      openat(device.hostFolder(), "run.log",
+             O_RDWR | O_CREAT | O_TRUNC | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600));
+  bool isParent = true;
+  const int code = inBackground(log.get(), [&](const std::function<void()>& ready) {
+    isParent = false;
+    return runHost(device, options, std::nullopt, ready);
+  });
+  if (!isParent || code != ExitCode::Done || !gif) return code;
+  importInOwnProcess(device,
+                     {lumora::locationOf(lumora::ScreenLocation::Shared), *gif,
+                      countShownFrames(*gif), TimeLimit(maxImportTime)},
+                     WaitFor::Frames);
+  return ExitCode::Done;
 }
 
 }  // namespace
 
 void addRunCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<RunOptions>();
-  CLI::App* command = lumora.add_subcommand("run", "start the home screen in the foreground");
+  CLI::App* command = lumora.add_subcommand("run", "start the home screen");
   command->add_option("GIF", options->gif, "GIF to set as the wallpaper of both screens");
   acceptScaling(command->add_option("--scaling", options->scaling,
                                     "how the GIF fills the screen (default: FIT, on a desktop "
@@ -282,11 +319,14 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   command->add_option("--for", options->seconds, "time to run, then stop")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
+  command->add_flag("--background", options->isInBackground, "return once the home screen runs");
   command->callback([&context, options] {
     context.action = [&context, options] {
       std::optional<ChosenGif> gif;
       if (!options->gif.empty()) gif = readGif(options->gif);
-      return runHost(context.device(), *options, gif);
+      warnOfNoDisplay(*options);
+      if (options->isInBackground) return runHostInBackground(context, *options, gif);
+      return runHost(context.device(), *options, gif, [] {});
     };
   });
 }
