@@ -19,6 +19,8 @@ constexpr auto displayOn = "DisplayOn";
 constexpr auto displayOff = "DisplayOff";
 // (orientation: "portrait", "left", "right" or "upside-down").
 constexpr auto rotate = "Rotate";
+// Tells that another GIF has been imported. A desktop fades to it and adapts its backdrop.
+constexpr auto noteNewWallpaper = "NoteNewWallpaper";
 // Pause and resume a desktop's wallpaper. Fail on other displays.
 constexpr auto pause = "Pause";
 constexpr auto resume = "Resume";

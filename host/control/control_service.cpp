@@ -90,6 +90,7 @@ void ControlService::registerOtherMethods() {
   add(service::method::rotate, [this](sdbus::Result<>&& result, const std::string& orientation) {
     rotate(std::move(result), orientation);
   });
+  add(service::method::noteNewWallpaper, [this] { springBoard_.noteNewWallpaper(); });
   add(service::method::pause,
       [this](sdbus::Result<>&& result) { setPaused(std::move(result), true); });
   add(service::method::resume,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/linux/views/picture_placement.h"
 
@@ -47,7 +48,7 @@ bool covers(const CGRect& rectangle, const cairo_rectangle_int_t& part) {
 std::optional<cairo_rectangle_int_t> OutputPainter::affectedPart(
     const WallpaperPicture& picture, const WallpaperPicture::Change& change, const CGRect& area,
     cairo_rectangle_int_t output) const {
-  if (change.isAll || area != area_) return output;
+  if (change.isAll || area != area_ || isFading()) return output;
   if (change.isNothing()) return std::nullopt;
   CGRect at = placementOf(picture, area);
   // Scaling mixes neighboring pixels, of the picture or of the output, whichever are larger.
@@ -60,6 +61,7 @@ std::optional<cairo_rectangle_int_t> OutputPainter::affectedPart(
 
 void OutputPainter::paint(const WallpaperPicture& picture, const CGRect& area,
                           cairo_surface_t* surface, const cairo_rectangle_int_t& part) {
+  startTransition(picture, surface);
   area_ = area;
   cairo_t* context = cairo_create(surface);
   cairo_rectangle(context, part.x, part.y, part.width, part.height);
@@ -70,8 +72,35 @@ void OutputPainter::paint(const WallpaperPicture& picture, const CGRect& area,
     backdrop_.paint(picture, area, context);
   }
   if (hasPicture) paintPicture(picture, at, context);
+  if (isFading()) paintBefore(context);
   cairo_destroy(context);
   cairo_surface_flush(surface);
+}
+
+// The surface still has what was painted for the last wallpaper.
+void OutputPainter::startTransition(const WallpaperPicture& picture, cairo_surface_t* surface) {
+  const bool isFirst = area_ == CGRect();
+  if (std::exchange(generation_, picture.generation()) == picture.generation() || isFirst) return;
+  if (options_.transition == std::chrono::duration<double>::zero()) return;
+  before_.reset(cairo_image_surface_create(CAIRO_FORMAT_RGB24,
+                                           cairo_image_surface_get_width(surface),
+                                           cairo_image_surface_get_height(surface)));
+  cairo_t* context = cairo_create(before_.get());
+  cairo_set_source_surface(context, surface, 0, 0);
+  cairo_paint(context);
+  cairo_destroy(context);
+  fadingSince_ = std::chrono::steady_clock::now();
+}
+
+void OutputPainter::paintBefore(cairo_t* context) {
+  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - fadingSince_;
+  const double progress = elapsed / options_.transition;
+  if (progress >= 1) {
+    before_.reset();
+    return;
+  }
+  cairo_set_source_surface(context, before_.get(), 0, 0);
+  cairo_paint_with_alpha(context, 1 - progress);
 }
 
 void OutputPainter::paintPicture(const WallpaperPicture& picture, const CGRect& at,

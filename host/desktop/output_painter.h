@@ -2,7 +2,7 @@
 // thread.
 #pragma once
 
-#include <memory>
+#include <chrono>
 #include <optional>
 
 #include <cairo.h>
@@ -20,8 +20,8 @@ class OutputPainter {
       : options_(options), backdrop_(options.backdrop) {}
 
   // Returns the whole pixels of an output that must be painted after a change of the picture or of
-  // the area, or nothing. area is the rectangle that the wallpaper fills: the output's own, or a
-  // larger one that spans several outputs.
+  // the area and during a transition, or nothing. area is the rectangle that the wallpaper fills:
+  // the output's own, or a larger one that spans several outputs.
   std::optional<cairo_rectangle_int_t> affectedPart(const WallpaperPicture& picture,
                                                     const WallpaperPicture::Change& change,
                                                     const platform::CGRect& area,
@@ -31,7 +31,12 @@ class OutputPainter {
   void paint(const WallpaperPicture& picture, const platform::CGRect& area,
              cairo_surface_t* surface, const cairo_rectangle_int_t& part);
 
+  // Returns true from the first painting of another wallpaper until that of the transition's end.
+  bool isFading() const { return before_ != nullptr; }
+
  private:
+  void startTransition(const WallpaperPicture& picture, cairo_surface_t* surface);
+  void paintBefore(cairo_t* context);
   void paintPicture(const WallpaperPicture& picture, const platform::CGRect& at,
                     cairo_t* context) const;
   bool isPixelArt(const WallpaperPicture& picture, const platform::CGRect& at) const;
@@ -40,6 +45,10 @@ class OutputPainter {
   Backdrop backdrop_;
   // The area that was painted last.
   platform::CGRect area_;
+  unsigned generation_ = 0;
+  // During a transition: what the output showed before.
+  DrawnSurface before_;
+  std::chrono::steady_clock::time_point fadingSince_;
 };
 
 }  // namespace host

@@ -32,10 +32,11 @@ void look(UIView& view, double alpha, Visible& visible) {
 
 }  // namespace
 
-WallpaperPicture::Change WallpaperPicture::look(UIView& root) {
+WallpaperPicture::Change WallpaperPicture::look(UIView& root, unsigned wallpaper) {
   Visible visible;
   host::look(root, 1, visible);
   if (!visible.hasWallpaper) return {};
+  if (std::exchange(wallpaper_, wallpaper) != wallpaper) hadGap_ = true;
   if (visible.imageView == nullptr) return takeNothing();
   const auto image = visible.imageView->image();
   if (!image) {
@@ -48,6 +49,7 @@ WallpaperPicture::Change WallpaperPicture::look(UIView& root) {
 WallpaperPicture::Change WallpaperPicture::takeNothing() {
   hadGap_ = true;
   image_ = nullptr;
+  if (hasImage_) ++generation_;
   return {.isAll = std::exchange(hasImage_, false), .rows = {}};
 }
 

@@ -20,8 +20,9 @@ class WallpaperPicture {
 
   // Looks for the last visible image in the tree. The picture stays as it was while all wallpapers
   // are hidden and while the animated view has no image, which happens between two GIFs. There is
-  // none if a wallpaper is shown without an animated view.
-  Change look(platform::UIView& root);
+  // none if a wallpaper is shown without an animated view. wallpaper is a number that changes when
+  // another wallpaper has been chosen, as far as that is known.
+  Change look(platform::UIView& root, unsigned wallpaper);
 
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const { return hasImage_ ? surface_.surface() : nullptr; }
@@ -30,8 +31,8 @@ class WallpaperPicture {
   bool isOpaque() const { return surface_.isOpaque() && alpha_ >= 1; }
   platform::UIViewContentMode contentMode() const { return mode_; }
   double alpha() const { return alpha_; }
-  // Returns a number that changes whenever the picture becomes one of another wallpaper: after a
-  // time without an image, or if its size changes.
+  // Returns a number that changes whenever the picture becomes one of another wallpaper: with the
+  // number given to look, after a time without an image, or if its size changes.
   unsigned generation() const { return generation_; }
 
  private:
@@ -47,6 +48,7 @@ class WallpaperPicture {
   platform::UIViewContentMode mode_ = platform::UIViewContentMode::ScaleToFill;
   double alpha_ = 1;
   unsigned generation_ = 0;
+  unsigned wallpaper_ = 0;
 };
 
 }  // namespace host

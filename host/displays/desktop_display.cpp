@@ -37,6 +37,7 @@ DesktopDisplay::DesktopDisplay(const DesktopOptions& options, std::function<void
 
 DesktopDisplay::~DesktopDisplay() {
   RunLoop::main().setDrawing(nullptr);
+  RunLoop::main().clearAlarm(this);
 }
 
 std::vector<Output> DesktopDisplay::chosenOutputs() const {
@@ -61,8 +62,13 @@ void DesktopDisplay::start(SpringBoard& springBoard) {
 }
 
 void DesktopDisplay::draw() {
-  const WallpaperPicture::Change change = picture_.look(springBoard_->screen().root());
+  const WallpaperPicture::Change change =
+      picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
   outputs_->show(picture_, change);
+  constexpr std::chrono::milliseconds step{16};
+  if (!outputs_->isFading()) return;
+  RunLoop::main().setAlarm(this, RunLoop::Clock::now() + step,
+                           [] { RunLoop::main().setNeedsPartialDisplay(); });
 }
 
 int DesktopDisplay::takeScreenshot() {

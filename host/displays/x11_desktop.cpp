@@ -92,6 +92,12 @@ void X11Desktop::show(const WallpaperPicture& picture, const WallpaperPicture::C
   impl_->show(picture, change);
 }
 
+bool X11Desktop::isFading() const {
+  return std::ranges::any_of(impl_->outputs_, [](const PaintedOutput& painted) {
+    return painted.painter.isFading() && !painted.output.isUnseen;
+  });
+}
+
 X11Desktop::Impl::Impl(const DesktopOptions& options, std::function<void()> changed)
     : options_(options),
       changed_(std::move(changed)),

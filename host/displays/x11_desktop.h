@@ -22,6 +22,7 @@ class X11Desktop final : public DesktopOutputs {
 
   std::vector<Output> outputs() const override;
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+  bool isFading() const override;
 
  private:
   struct Impl;

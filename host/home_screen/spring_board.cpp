@@ -85,9 +85,9 @@ void SpringBoard::keepTime() {
   if (options_.display != DisplayKind::Window) return;
   auto& runLoop = platform::backend::RunLoop::main();
   const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
-  runLoop.clearAlarm();
+  runLoop.clearAlarm(this);
   if (!showsClock) return;
-  runLoop.setAlarm(platform::backend::RunLoop::Clock::now() + untilNextMinute(), [this] {
+  runLoop.setAlarm(this, platform::backend::RunLoop::Clock::now() + untilNextMinute(), [this] {
     screen_->showTime();
     keepTime();
   });
@@ -117,6 +117,11 @@ void SpringBoard::turnDisplay(bool on) {
 void SpringBoard::setCovered(bool isCovered) {
   isCovered_ = isCovered;
   screen_->show(state_, hidesWallpapers());
+}
+
+void SpringBoard::noteNewWallpaper() {
+  ++wallpaperNumber_;
+  platform::backend::RunLoop::main().setNeedsDisplay();
 }
 
 void SpringBoard::setPaused(bool isPaused) {

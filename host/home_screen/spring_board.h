@@ -44,6 +44,10 @@ class SpringBoard {
   // Hides the wallpapers of a desktop, which keeps what it has painted, until this is called again
   // with false.
   void setPaused(bool isPaused);
+  // Tells a desktop that another wallpaper has been chosen.
+  void noteNewWallpaper();
+  // Returns how often that has been.
+  unsigned wallpaperNumber() const { return wallpaperNumber_; }
   // Records the outputs of a desktop, for the status report.
   void setOutputs(std::vector<Output> outputs) { outputs_ = std::move(outputs); }
 
@@ -68,6 +72,7 @@ class SpringBoard {
   ScreenState state_ = ScreenState::Home;
   bool isCovered_ = false;
   bool isPaused_ = false;
+  unsigned wallpaperNumber_ = 0;
   std::vector<Output> outputs_;
 };
 

@@ -1,6 +1,7 @@
 // Where and how a desktop shows the wallpaper, apart from its scaling.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ struct DesktopOptions {
   std::vector<std::string> outputs;
   // True if one picture spans all of these outputs.
   bool isSpanning = false;
+  // How long a new wallpaper takes to replace the old one.
+  std::chrono::duration<double> transition{0.5};
   Filter filter = Filter::Auto;
   BackdropOptions backdrop;
 };

@@ -1,6 +1,7 @@
 #include "host/options/host_options.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -66,6 +67,16 @@ bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
   backdrop.green = channels[1] / maxChannel;
   backdrop.blue = channels[2] / maxChannel;
   return true;
+}
+
+// Returns false if the text is neither "none" nor a number of seconds.
+bool parseTransition(const std::string& text, DesktopOptions& desktop) {
+  constexpr double maxSeconds = 60;
+  double seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  desktop.transition = std::chrono::duration<double>(isNumber ? seconds : 0);
+  return text == "none" || (isNumber && seconds >= 0 && seconds <= maxSeconds);
 }
 
 std::string textOf(const BackdropOptions& backdrop) {
@@ -181,6 +192,17 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
                   "show the wallpaper of a desktop only on this output; may be given again")
       ->allow_extra_args(false)
       ->type_name("NAME");
+  command
+      .add_option_function<std::string>(
+          "--transition",
+          [&desktop](const std::string& text) {
+            if (!parseTransition(text, desktop)) {
+              throw CLI::ValidationError("--transition",
+                                         "must be none or a number of seconds up to 60");
+            }
+          },
+          "how long a desktop fades to a new GIF (default: 0.5 seconds)")
+      ->type_name("SECONDS|none");
   command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs of a desktop");
 }
 
@@ -222,6 +244,8 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
     arguments.emplace_back("--output");
     arguments.push_back(output);
   }
+  arguments.emplace_back("--transition");
+  arguments.push_back(std::to_string(options.desktop.transition.count()));
   if (options.desktop.isSpanning) arguments.emplace_back("--span");
   return arguments;
 }

@@ -15,6 +15,7 @@ import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+import device
 from device import LUMORA, Device
 from gif_writer import gif, image, lzw
 
@@ -231,6 +232,19 @@ class X11Desktop(Desktop):
         shape.XShapeGetRectangles(server.display, ctypes.c_ulong(window), of_input,
                                   ctypes.byref(count), ctypes.byref(order))
         return f'Input shape: {count.value} rectangles'
+
+    def test_fades_to_a_new_wallpaper(self):
+        server = self.start_server('Xvfb', '-screen', '0', '320x240x24')
+        self.show_desktop('--transition', '1', self.file('red.gif', device.gif(RED, RED)))
+        self.eventually(lambda: server.pixel(20, 20) == 0xff0000)
+        self.ok('set', self.file('blue.gif', device.gif(BLUE, BLUE)))
+        seen = set()
+        while 0x0000ff not in seen:
+            seen.add(server.pixel(20, 20))
+            time.sleep(0.01)
+        self.assertGreater(len(seen), 2)
+        for color in seen:
+            self.assertAlmostEqual((color >> 16) + (color & 0xff), 255, delta=3, msg=hex(color))
 
     def test_has_the_right_colors_on_every_screen(self):
         for depth, red in ((16, 0xf800), (24, 0xff0000), (30, 0x3ff00000)):

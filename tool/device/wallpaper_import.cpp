@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "gifview/frame_cache.h"
+#include "host/control/control_names.h"
 #include "host/control/status_keys.h"
 #include "platform/data.h"
 #include "platform/file_manager.h"
@@ -156,6 +157,7 @@ void WallpaperImport::finish() {
     storeFile(*gif_.data);
     announce();
   }
+  host_.call(host::service::method::noteNewWallpaper, limit_.left());
   host_.post(lumora::control::updateAnimating, limit_.left());
   host_.settle(limit_.left());
 }

@@ -62,7 +62,7 @@ WaylandDesktop::WaylandDesktop(const DesktopOptions& options, std::function<void
 
 WaylandDesktop::~WaylandDesktop() {
   RunLoop::main().removeSource(wl_display_get_fd(display_.get()));
-  RunLoop::main().clearAlarm();
+  RunLoop::main().clearAlarm(this);
 }
 
 void WaylandDesktop::addGlobal(std::uint32_t registryName, const std::string& interface,
@@ -128,6 +128,10 @@ void WaylandDesktop::show(const WallpaperPicture& picture, const WallpaperPictur
   wl_display_flush(display_.get());
 }
 
+bool WaylandDesktop::isFading() const {
+  return std::ranges::any_of(outputs_, [](const auto& output) { return output->isFading(); });
+}
+
 // Wakes the process when an output has not shown its last frame in time.
 void WaylandDesktop::setAlarm() {
   std::optional<RunLoop::Clock::time_point> next;
@@ -135,8 +139,8 @@ void WaylandDesktop::setAlarm() {
     const auto deadline = output->deadline();
     if (deadline) next = next ? std::min(*next, *deadline) : *deadline;
   }
-  if (!next) return RunLoop::main().clearAlarm();
-  RunLoop::main().setAlarm(*next, [this] {
+  if (!next) return RunLoop::main().clearAlarm(this);
+  RunLoop::main().setAlarm(this, *next, [this] {
     const auto now = RunLoop::Clock::now();
     for (const auto& output : outputs_) {
       const auto deadline = output->deadline();

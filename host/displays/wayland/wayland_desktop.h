@@ -24,6 +24,7 @@ class WaylandDesktop final : public DesktopOutputs {
 
   std::vector<Output> outputs() const override;
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+  bool isFading() const override;
 
  private:
   struct Listeners;

@@ -39,6 +39,8 @@ class WaylandOutput {
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
             const platform::CGRect& area);
 
+  bool isFading() const { return painter_.isFading() && !isUnseen_; }
+
   // Returns when the output counts as unseen unless the compositor shows the last frame before; or
   // nothing if no frame is on its way.
   std::optional<Clock::time_point> deadline() const;

@@ -57,14 +57,12 @@ void RunLoop::removeSource(int fileDescriptor) {
   sources_.erase(fileDescriptor);
 }
 
-void RunLoop::setAlarm(Clock::time_point moment, Block block) {
-  alarmTime_ = moment;
-  alarm_ = std::move(block);
+void RunLoop::setAlarm(const void* owner, Clock::time_point moment, Block block) {
+  alarms_[owner] = {moment, std::move(block)};
 }
 
-void RunLoop::clearAlarm() {
-  alarmTime_.reset();
-  alarm_ = nullptr;
+void RunLoop::clearAlarm(const void* owner) {
+  alarms_.erase(owner);
 }
 
 void RunLoop::setDrawing(Draw draw) {
@@ -103,7 +101,7 @@ bool RunLoop::handleDue() {
 bool RunLoop::handleWhatMayBeDue() {
   bool worked = std::exchange(sourcesMayHaveMore_, false) && handleSources();
   worked = runMainQueue() || worked;
-  worked = callAlarm() || worked;
+  worked = callAlarms() || worked;
   DisplayClock::main().refreshIfDue(Clock::now());
   worked = drawIfNeeded() || worked;
   if (worked) sourcesMayHaveMore_ = true;
@@ -122,11 +120,18 @@ bool RunLoop::handleSources() {
   return worked;
 }
 
-bool RunLoop::callAlarm() {
-  if (!alarmTime_ || *alarmTime_ > Clock::now()) return false;
-  alarmTime_.reset();
-  std::exchange(alarm_, nullptr)();
-  return true;
+// A block may set and clear alarms.
+bool RunLoop::callAlarms() {
+  std::vector<const void*> due;
+  const auto now = Clock::now();
+  for (const auto& [owner, alarm] : alarms_) {
+    if (alarm.moment <= now) due.push_back(owner);
+  }
+  for (const void* owner : due) {
+    const auto alarm = alarms_.extract(owner);
+    if (alarm) alarm.mapped().block();
+  }
+  return !due.empty();
 }
 
 bool RunLoop::drawIfNeeded() {
@@ -146,7 +151,7 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
   auto sooner = [&until](Clock::time_point moment) {
     until = until ? std::min(*until, moment) : moment;
   };
-  if (alarmTime_) sooner(*alarmTime_);
+  for (const auto& [owner, alarm] : alarms_) sooner(alarm.moment);
   if (auto refresh = DisplayClock::main().nextRefresh()) sooner(*refresh);
 
   std::vector<pollfd> descriptors{{wakeDescriptor_, POLLIN, 0}};

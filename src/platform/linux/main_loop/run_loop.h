@@ -1,4 +1,4 @@
-// The main thread's run loop, which handles the main queue, file descriptors, an alarm, display
+// The main thread's run loop, which handles the main queue, file descriptors, alarms, display
 // refreshes and drawing, and sleeps while there is nothing to do. Main thread, except for perform,
 // setNeedsDisplay, setNeedsPartialDisplay, stop, isStopped and wake, which work on any thread. The
 // functions that it calls must not throw.
@@ -36,9 +36,10 @@ class RunLoop {
   void addSource(int fileDescriptor, Source handler);
   void removeSource(int fileDescriptor);
 
-  // Calls the block once, at the given time or later. There is only one alarm: this replaces it.
-  void setAlarm(Clock::time_point moment, Block block);
-  void clearAlarm();
+  // Calls the block once, at the given time or later. Each owner has one alarm: this replaces it.
+  void setAlarm(const void* owner, Clock::time_point moment, Block block);
+  // Call it before the owner is destroyed.
+  void clearAlarm(const void* owner);
 
   // Draws the screen: all of it, or only what has changed.
   using Draw = std::function<void(bool isAll)>;
@@ -66,7 +67,7 @@ class RunLoop {
   std::vector<Block> takeQueue();
   bool handleWhatMayBeDue();
   bool handleSources();
-  bool callAlarm();
+  bool callAlarms();
   bool drawIfNeeded();
   void sleep(std::optional<Clock::time_point> limit);
 
@@ -78,8 +79,11 @@ class RunLoop {
   int wakeDescriptor_;
   std::map<int, std::shared_ptr<Source>> sources_;
   bool sourcesMayHaveMore_ = true;
-  std::optional<Clock::time_point> alarmTime_;
-  Block alarm_;
+  struct Alarm {
+    Clock::time_point moment;
+    Block block;
+  };
+  std::map<const void*, Alarm> alarms_;
   Draw draw_;
 };
 
