@@ -303,7 +303,7 @@ void writeFish(const CLI::App& lumora) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   const std::string kind = argc == 2 ? argv[1] : "";
   if (kind == "host") {
     CLI::App springboard;
@@ -323,4 +323,7 @@ int main(int argc, char** argv) {
   }
   tool::withCommands(write);
   return 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "describe_commands: %s\n", error.what());
+  return 1;
 }

@@ -62,7 +62,7 @@ std::string besideThisProgram(const char* name) {
 
 // Installed apart from the programs; built beside them.
 std::string extensionLibrary() {
-  const std::string built = besideThisProgram("Lumora8.so");
+  std::string built = besideThisProgram("Lumora8.so");
   if (access(built.c_str(), F_OK) == 0) return built;
   return besideThisProgram(LUMORA_LIBRARY_DIR_FROM_PROGRAMS "/Lumora8.so");
 }

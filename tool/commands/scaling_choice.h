@@ -20,6 +20,7 @@ inline CLI::Option* acceptScaling(CLI::Option* option) {
       {"cover", lumora::nameOf(UIViewContentMode::ScaleAspectFill)},
       {"stretch", lumora::nameOf(UIViewContentMode::ScaleToFill)}};
   std::vector<std::string> names;
+  names.reserve(lumora::scalings.size());
   for (const lumora::Scaling& scaling : lumora::scalings) names.emplace_back(scaling.name);
   return option->check(CLI::IsMember(names, CLI::ignore_case))
       ->transform(CLI::Transformer(namesElsewhere, CLI::ignore_case).description(""));
