@@ -8,6 +8,7 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -85,6 +86,21 @@ void openBus(const std::string& address) {
   platform::backend::Bus::open(address, [] { failBecause("the D-Bus daemon has ended"); });
 }
 
+// desktop is nullptr on other displays.
+host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
+                                               host::SpringBoard* springBoard) {
+  if (desktop != nullptr) {
+    return {[desktop] { return desktop->takeScreenshot(); },
+            [desktop](std::vector<std::string> names) {
+              desktop->setExceptedOutputs(std::move(names));
+            }};
+  }
+  return {[springBoard] {
+            return host::takeScreenshot(springBoard->screen(), springBoard->options().scale);
+          },
+          nullptr};
+}
+
 void runHomeScreen(const Arguments& arguments) {
   platform::backend::setDeviceRoot(arguments.root);
   stopOnSignals();
@@ -100,10 +116,7 @@ void runHomeScreen(const Arguments& arguments) {
   }
   // Never deleted, because blocks of the libraries may use them until the process ends.
   auto* springBoard = new host::SpringBoard(options);
-  auto* control = new host::ControlService(*springBoard, [springBoard, shown = desktop.get()] {
-    return shown ? shown->takeScreenshot()
-                 : host::takeScreenshot(springBoard->screen(), springBoard->options().scale);
-  });
+  auto* control = new host::ControlService(*springBoard, actionsOf(desktop.get(), springBoard));
   loadLibraries(arguments.libraries);
   std::unique_ptr<host::WindowDisplay> window;
   if (options.display == host::DisplayKind::Window) {

@@ -21,6 +21,9 @@ constexpr auto displayOff = "DisplayOff";
 constexpr auto rotate = "Rotate";
 // Tells that another GIF has been imported. A desktop fades to it and adapts its backdrop.
 constexpr auto noteNewWallpaper = "NoteNewWallpaper";
+// (names of outputs). Replaces the outputs on which a desktop's wallpaper is not shown, although
+// they may be chosen. Fails on other displays.
+constexpr auto setExceptedOutputs = "SetExceptedOutputs";
 // Pause and resume a desktop's wallpaper. Fail on other displays.
 constexpr auto pause = "Pause";
 constexpr auto resume = "Resume";

@@ -42,9 +42,9 @@ constexpr std::chrono::seconds stateLimit{2};
 
 }  // namespace
 
-ControlService::ControlService(SpringBoard& springBoard, TakeScreenshot takeScreenshot)
+ControlService::ControlService(SpringBoard& springBoard, DisplayActions display)
     : springBoard_(springBoard),
-      takeScreenshot_(std::move(takeScreenshot)),
+      display_(std::move(display)),
       object_(sdbus::createObject(platform::backend::Bus::current()->listener(), service::path)) {
   if (platform::backend::Bus::current()->nameHasOwner(service::busName)) {
     throw refusal("a home screen is already running on this bus");
@@ -91,6 +91,10 @@ void ControlService::registerOtherMethods() {
     rotate(std::move(result), orientation);
   });
   add(service::method::noteNewWallpaper, [this] { springBoard_.noteNewWallpaper(); });
+  add(service::method::setExceptedOutputs,
+      [this](sdbus::Result<>&& result, std::vector<std::string> names) {
+        setExceptedOutputs(std::move(result), std::move(names));
+      });
   add(service::method::pause,
       [this](sdbus::Result<>&& result) { setPaused(std::move(result), true); });
   add(service::method::resume,
@@ -112,7 +116,7 @@ void ControlService::registerOtherMethods() {
 
 // Returns a file, because a screenshot may be larger than the largest message.
 sdbus::UnixFd ControlService::screenshot() {
-  const int file = takeScreenshot_();
+  const int file = display_.takeScreenshot();
   if (file < 0) throw refusal("not enough memory for a screenshot");
   return sdbus::UnixFd(file, sdbus::adopt_fd);
 }
@@ -147,6 +151,15 @@ bool ControlService::refusesOnDesktop(const sdbus::Result<>& result) const {
         "desktop for a simulated phone"));
   }
   return isDesktop;
+}
+
+void ControlService::setExceptedOutputs(sdbus::Result<>&& result, std::vector<std::string> names) {
+  if (!display_.setExceptedOutputs) {
+    result.returnError(refusal("it is not on a desktop"));
+    return;
+  }
+  display_.setExceptedOutputs(std::move(names));
+  result.returnResults();
 }
 
 void ControlService::setPaused(sdbus::Result<>&& result, bool isPaused) {

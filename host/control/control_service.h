@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -14,13 +15,18 @@ namespace host {
 
 class ControlService {
  public:
-  // Returns a descriptor, owned by the caller, of a PNG file with an image of the screen, or -1 if
-  // it cannot be made.
-  using TakeScreenshot = std::function<int()>;
+  // What the display does for clients.
+  struct DisplayActions {
+    // Returns a descriptor, owned by the caller, of a PNG file with an image of the screen, or -1
+    // if it cannot be made.
+    std::function<int()> takeScreenshot;
+    // Takes the names of the outputs that do not show the wallpaper. Empty if there are no outputs.
+    std::function<void(std::vector<std::string>)> setExceptedOutputs;
+  };
 
   // Requires an open bus (platform::backend::Bus). springBoard must outlive this object. Throws
   // sdbus::Error if another home screen is running on the bus.
-  ControlService(SpringBoard& springBoard, TakeScreenshot takeScreenshot);
+  ControlService(SpringBoard& springBoard, DisplayActions display);
 
   // Takes the home screen's name on the bus, which tells clients that it has launched. Throws
   // sdbus::Error if another home screen has taken it since.
@@ -37,13 +43,14 @@ class ControlService {
   void addJob(std::function<void()> job);
   bool refusesOnDesktop(const sdbus::Result<>& result) const;
   void whenSettled(sdbus::Result<>&& result);
+  void setExceptedOutputs(sdbus::Result<>&& result, std::vector<std::string> names);
   void setPaused(sdbus::Result<>&& result, bool isPaused);
   void rotate(sdbus::Result<>&& result, const std::string& name);
   // Both numbers are in nanoseconds.
   void advance(sdbus::Result<>&& result, std::int64_t nanoseconds, std::int64_t timeout);
 
   SpringBoard& springBoard_;
-  const TakeScreenshot takeScreenshot_;
+  const DisplayActions display_;
   std::unique_ptr<sdbus::IObject> object_;
   std::deque<std::function<void()>> jobs_;
 };

@@ -15,11 +15,6 @@ CGRect rectangleOf(const Output& output) {
 
 }  // namespace
 
-bool isChosen(const Output& output, const DesktopOptions& options) {
-  return options.outputs.empty() ||
-         std::ranges::find(options.outputs, output.name) != options.outputs.end();
-}
-
 CGRect areaOf(const Output& output, const std::vector<Output>& shown,
               const DesktopOptions& options) {
   CGRect area = rectangleOf(output);

@@ -1,4 +1,4 @@
-// Which outputs show the wallpaper, and which area it fills on each.
+// The area that the wallpaper fills on an output.
 #pragma once
 
 #include <vector>
@@ -8,9 +8,6 @@
 #include "platform/geometry.h"
 
 namespace host {
-
-// Returns true if the options choose this output.
-bool isChosen(const Output& output, const DesktopOptions& options);
 
 // Returns the rectangle that the wallpaper fills, in pixels from the output's corner: the output,
 // or one that spans all of the outputs shown.

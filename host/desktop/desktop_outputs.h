@@ -16,6 +16,8 @@ class DesktopOutputs {
   virtual std::vector<Output> outputs() const = 0;
   // Paints what has changed since the last call on every output, and everything on new ones.
   virtual void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) = 0;
+  // Call it when other outputs have been chosen.
+  virtual void noteChoice() = 0;
   // Returns true while an output that can be seen is in a transition, which needs further calls of
   // show.
   virtual bool isFading() const = 0;

@@ -8,6 +8,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/scrnsaver.h>
+#include <X11/extensions/shape.h>
 #include <cairo.h>
 
 #include "host/displays/x11_connection.h"
@@ -51,6 +52,7 @@ struct DesktopCover::Impl {
   std::vector<Window> topLevelWindows();
   Window topLevel();
   void subtract(cairo_region_t* seen, Window window);
+  void subtractShape(cairo_region_t* seen, Window window, int x, int y);
   void subtractOpaqueRegion(cairo_region_t* seen, Window window, int x, int y);
   // Returns the 32-bit numbers of a window's property, or none if it has no such property.
   std::vector<unsigned long> numbers(Window window, Atom property);
@@ -179,10 +181,22 @@ void DesktopCover::Impl::subtract(cairo_region_t* seen, Window window) {
   if (attributes.depth == depthWithTransparency) {
     return subtractOpaqueRegion(seen, window, attributes.x, attributes.y);
   }
-  const int border = 2 * attributes.border_width;
-  const cairo_rectangle_int_t frame{attributes.x, attributes.y, attributes.width + border,
-                                    attributes.height + border};
-  cairo_region_subtract_rectangle(seen, &frame);
+  subtractShape(seen, window, attributes.x + attributes.border_width,
+                attributes.y + attributes.border_width);
+}
+
+// A window without a shape has that of its border. x and y: the corner inside the border.
+void DesktopCover::Impl::subtractShape(cairo_region_t* seen, Window window, int x, int y) {
+  XShapeSelectInput(display_, window, ShapeNotifyMask);
+  int count = 0;
+  int order = 0;
+  const XPointer<XRectangle> shape(
+      XShapeGetRectangles(display_, window, ShapeBounding, &count, &order));
+  for (int at = 0; shape && at < count; ++at) {
+    const XRectangle& part = shape.get()[at];
+    const cairo_rectangle_int_t rectangle{x + part.x, y + part.y, part.width, part.height};
+    cairo_region_subtract_rectangle(seen, &rectangle);
+  }
 }
 
 // A window with transparency hides only the region that it declares opaque.

@@ -29,9 +29,9 @@ DesktopDisplay::DesktopDisplay(const DesktopOptions& options, std::function<void
     : options_(options) {
   auto changed = [this] { update(); };
   if (isWayland()) {
-    outputs_ = std::make_unique<wayland::WaylandDesktop>(options, changed, std::move(ended));
+    outputs_ = std::make_unique<wayland::WaylandDesktop>(options_, changed, std::move(ended));
   } else {
-    outputs_ = std::make_unique<X11Desktop>(options, changed);
+    outputs_ = std::make_unique<X11Desktop>(options_, changed);
   }
 }
 
@@ -42,7 +42,7 @@ DesktopDisplay::~DesktopDisplay() {
 
 std::vector<Output> DesktopDisplay::chosenOutputs() const {
   std::vector<Output> outputs = outputs_->outputs();
-  std::erase_if(outputs, [this](const Output& output) { return !isChosen(output, options_); });
+  std::erase_if(outputs, [this](const Output& output) { return !options_.isChosen(output.name); });
   return outputs;
 }
 
@@ -58,6 +58,13 @@ void DesktopDisplay::start(SpringBoard& springBoard) {
   session_.emplace([this] { update(); });
   update();
   RunLoop::main().setDrawing([this](bool /*isAll*/) { draw(); });
+  RunLoop::main().setNeedsDisplay();
+}
+
+void DesktopDisplay::setExceptedOutputs(std::vector<std::string> names) {
+  options_.exceptedOutputs = std::move(names);
+  outputs_->noteChoice();
+  update();
   RunLoop::main().setNeedsDisplay();
 }
 

@@ -32,6 +32,9 @@ class DesktopDisplay {
   // it is shown, without windows. Returns -1 if it cannot be made.
   int takeScreenshot();
 
+  // Replaces the excepted outputs of the options.
+  void setExceptedOutputs(std::vector<std::string> names);
+
   // Makes the run loop draw the wallpaper. springBoard must outlive this object. Call it once.
   void start(SpringBoard& springBoard);
 
@@ -40,7 +43,7 @@ class DesktopDisplay {
   void draw();
   void update();
 
-  const DesktopOptions options_;
+  DesktopOptions options_;
   SpringBoard* springBoard_ = nullptr;
   WallpaperPicture picture_;
   std::unique_ptr<DesktopOutputs> outputs_;

@@ -64,7 +64,7 @@ struct X11Desktop::Impl {
   static void copy(const PaintedOutput& painted, const cairo_rectangle_int_t& part,
                    cairo_surface_t* target);
 
-  const DesktopOptions options_;
+  const DesktopOptions& options_;
   const std::function<void()> changed_;
   Display* const display_;
   const Window root_;
@@ -90,6 +90,10 @@ std::vector<Output> X11Desktop::outputs() const {
 
 void X11Desktop::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
   impl_->show(picture, change);
+}
+
+void X11Desktop::noteChoice() {
+  impl_->update();
 }
 
 bool X11Desktop::isFading() const {
@@ -234,7 +238,7 @@ void X11Desktop::Impl::update() {
 void X11Desktop::Impl::showOnlyChosen() {
   std::vector<XRectangle> shape;
   for (const auto& [output, painter, canvas, isNew, isStale] : outputs_) {
-    if (!isChosen(output, options_)) continue;
+    if (!options_.isChosen(output.name)) continue;
     shape.push_back({static_cast<short>(output.x), static_cast<short>(output.y),
                      static_cast<unsigned short>(output.width),
                      static_cast<unsigned short>(output.height)});
@@ -281,18 +285,21 @@ void X11Desktop::Impl::show(const WallpaperPicture& picture,
                             const WallpaperPicture::Change& change) {
   std::vector<Output> shown;
   for (const PaintedOutput& painted : outputs_) {
-    if (isChosen(painted.output, options_)) shown.push_back(painted.output);
+    if (options_.isChosen(painted.output.name)) shown.push_back(painted.output);
   }
   for (PaintedOutput& painted : outputs_) {
-    if (!isChosen(painted.output, options_)) continue;
+    if (!options_.isChosen(painted.output.name)) continue;
     const auto part = paint(painted, shown, picture, change);
     if (!part) continue;
     copy(painted, *part, windowSurface_.get());
     rootPixmap_->noteChange(*part);
   }
-  rootPixmap_->publish([this](cairo_surface_t* target, const cairo_rectangle_int_t& part) {
-    for (const PaintedOutput& painted : outputs_) copy(painted, part, target);
-  });
+  // The pixmap is for all outputs, so a wallpaper of one does not replace that of the others.
+  if (options_.outputs.empty()) {
+    rootPixmap_->publish([this](cairo_surface_t* target, const cairo_rectangle_int_t& part) {
+      for (const PaintedOutput& painted : outputs_) copy(painted, part, target);
+    });
+  }
   XFlush(display_);
 }
 

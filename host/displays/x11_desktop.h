@@ -13,8 +13,8 @@ namespace host {
 
 class X11Desktop final : public DesktopOutputs {
  public:
-  // Opens the window. changed is called when outputs() may give another result. Throws
-  // std::runtime_error, with the reason, if there is no X server.
+  // Opens the window. changed is called when outputs() may give another result. options must
+  // outlive the object. Throws std::runtime_error, with the reason, if there is no X server.
   X11Desktop(const DesktopOptions& options, std::function<void()> changed);
   ~X11Desktop() override;
   X11Desktop(const X11Desktop&) = delete;
@@ -22,6 +22,7 @@ class X11Desktop final : public DesktopOutputs {
 
   std::vector<Output> outputs() const override;
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+  void noteChoice() override;
   bool isFading() const override;
 
  private:

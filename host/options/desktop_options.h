@@ -1,6 +1,7 @@
 // Where and how a desktop shows the wallpaper, apart from its scaling.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 #include <vector>
@@ -25,6 +26,15 @@ struct BackdropOptions {
 struct DesktopOptions {
   // The names of the outputs that show the wallpaper; all do if there is none.
   std::vector<std::string> outputs;
+  // The names of outputs that do not show it even so.
+  std::vector<std::string> exceptedOutputs;
+  // Returns true if the output with this name shows the wallpaper.
+  bool isChosen(const std::string& output) const {
+    const auto contains = [&output](const std::vector<std::string>& names) {
+      return std::ranges::find(names, output) != names.end();
+    };
+    return (outputs.empty() || contains(outputs)) && !contains(exceptedOutputs);
+  }
   // True if one picture spans all of these outputs.
   bool isSpanning = false;
   // How long a new wallpaper takes to replace the old one.

@@ -193,6 +193,11 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
       ->allow_extra_args(false)
       ->type_name("NAME");
   command
+      .add_option("--except", desktop.exceptedOutputs,
+                  "show the wallpaper of a desktop on all outputs but this one; may be given again")
+      ->allow_extra_args(false)
+      ->type_name("NAME");
+  command
       .add_option_function<std::string>(
           "--transition",
           [&desktop](const std::string& text) {
@@ -235,15 +240,16 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
       "--filter",   nameIn(filters, options.desktop.filter),
       "--backdrop", textOf(options.desktop.backdrop),
   };
-  if (options.display != DisplayKind::Desktop) {
+  if (options.display != DisplayKind::Desktop && options.width > 0) {
     arguments.emplace_back("--screen");
     arguments.push_back(std::to_string(options.width) + "x" + std::to_string(options.height));
   }
   if (options.startsLocked) arguments.emplace_back("--locked");
-  for (const std::string& output : options.desktop.outputs) {
-    arguments.emplace_back("--output");
-    arguments.push_back(output);
-  }
+  const auto add = [&arguments](const char* option, const std::vector<std::string>& values) {
+    for (const std::string& value : values) arguments.insert(arguments.end(), {option, value});
+  };
+  add("--output", options.desktop.outputs);
+  add("--except", options.desktop.exceptedOutputs);
   arguments.emplace_back("--transition");
   arguments.push_back(std::to_string(options.desktop.transition.count()));
   if (options.desktop.isSpanning) arguments.emplace_back("--span");

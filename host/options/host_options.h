@@ -24,8 +24,8 @@ struct HostOptions {
   DisplayKind display = DisplayKind::Auto;
   // Why Auto has become Headless although the user has a display; otherwise "".
   std::string missingDisplay;
-  // The upright device in points. Parsing replaces 0 by the usual size of the device. On a desktop
-  // the host replaces it by the size of an output.
+  // The upright device in points. 0: the usual size of the device, by which parsing replaces it. On
+  // a desktop the host replaces it by the size of an output.
   int width = 0;
   int height = 0;
   // Pixels per point.

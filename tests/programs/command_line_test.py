@@ -102,11 +102,11 @@ class CommandWithoutHomeScreen(Device):
         self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, 'stauts'))
 
     def test_reports_that_no_home_screen_is_running(self):
-        for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],
-                      ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
+        for words in (['remove', 'all'], ['lock'], ['unlock'], ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
                       ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')],
                       ['post', 'x'], ['watch'], ['bus'], ['advance', '1'], ['wait', '--timeout', '0.1']):
             self.assertIn('no home screen is running', self.fails(3, *words))
+        self.assertFalse(os.path.exists(self.root))
 
     def test_checks_files_before_looking_for_a_home_screen(self):
         huge = RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]
@@ -120,7 +120,7 @@ class CommandWithoutHomeScreen(Device):
             self.assertIn(reason, self.fails(1, 'set', 'shared', path))
             self.fails(1, 'run', path)
             self.fails(1, 'frames', '--raw', path)
-        self.assertFalse(os.path.exists(self.on_device(PREFERENCES)))
+        self.assertFalse(os.path.exists(self.root))
 
     def test_reads_and_writes_settings(self):
         settings = {'ENABLED': True, 'DOCK_ENABLED': True, 'DOCK_HEIGHT': 0, 'WALLPAPER_SET': False,
@@ -282,6 +282,11 @@ class RunInBackground(Device):
         self.assertIn('running', self.ok(*run, self.gif))
         try:
             self.assertEqual(self.shared()['frames_in_cache'], 2)
+            self.ok('stop')
+            three = self.file('three.gif', gif(*[(255, 0, 0)] * 3))
+            self.assertIn('3 frames; `lumora run` shows it', self.ok('set', three))
+            self.ok(*run)
+            self.assertEqual(self.shared()['frames_in_cache'], 3)
             self.assertIn('already running', self.fails(1, *run))
             self.assertIn('not on a desktop', self.ok('outputs'))
             self.assertIn('only the wallpaper of a desktop', self.fails(1, 'pause'))

@@ -215,6 +215,12 @@ class X11Desktop(Desktop):
         self.ok('stop')
         self.show_desktop()
         shows(red_1=(190, 300), blue_1=(610, 300))
+        self.ok('set', self.file('other.gif', device.gif(BLUE, BLUE)), '--output', 'LEFT')
+        shows(blue_1=(190, 300), red_1=(590, 300), blue_2=(610, 300))
+        for words in (['status'], ['status', '--output', 'LEFT']):
+            self.assertTrue(json.loads(self.ok(*words, '--json'))['locations']['shared']['playing'])
+        self.ok('remove', '--output', 'LEFT')
+        shows(red_1=(10, 300), blue_1=(210, 300), red_2=(590, 300))
         self.in_session('xrandr', '--delmonitor', 'RIGHT')
         self.in_session('xrandr', '--delmonitor', 'LEFT')
         self.in_session('xrandr', '-s', '1024x768')
@@ -348,6 +354,34 @@ class WaylandDesktop(Desktop):
         self.show_desktop('--span')
         self.eventually_shows('HEADLESS-1', (1280, 720), lambda x, y: RED)
         self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: BLUE, scale=1)
+
+    def test_gives_an_output_a_wallpaper_of_its_own(self):
+        self.start_compositor(outputs=2)
+        desktop = self.show_desktop(self.file('red.gif', device.gif(RED, RED)))
+
+        def shows(first, second):
+            self.eventually_shows('HEADLESS-1', (1280, 720), lambda x, y: first)
+            self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: second, scale=1)
+
+        shows(RED, RED)
+        blue = self.file('blue.gif', device.gif(BLUE, BLUE))
+        self.assertIn('HEADLESS-1, HEADLESS-2', self.fails(1, 'set', blue, '--output', 'HEADLESS-3'))
+        self.ok('set', blue, '--output', 'HEADLESS-2')
+        shows(RED, BLUE)
+        self.ok('toggle')
+        self.assertEqual(json.loads(self.ok('status', '--output', 'HEADLESS-2', '--json'))
+                         ['locations']['shared']['why'], 'by hand')
+        desktop.terminate()
+        desktop.wait(20)
+        # It is remembered, and can be changed while nothing runs.
+        white = self.file('white.gif', device.gif(WHITE, WHITE))
+        self.ok('set', white, '--output', 'HEADLESS-1')
+        self.show_desktop()
+        shows(WHITE, BLUE)
+        self.ok('remove', '--output', 'HEADLESS-2')
+        shows(WHITE, RED)
+        self.ok('stop')
+        shows(EMPTY, EMPTY)
 
     def test_fills_the_screen_unless_told_otherwise(self):
         self.start_compositor(outputs=2)

@@ -13,6 +13,7 @@
 
 #include "settings/locations.h"
 #include "tool/device/device_folder.h"
+#include "tool/device/output_devices.h"
 
 namespace tool {
 
@@ -20,16 +21,24 @@ namespace tool {
 struct Context {
   // The value of --root, or "".
   std::string root;
+  // The value of --output, or "".
+  std::string output;
   // Performs the command and returns the exit code. Set by parsing, and called after the whole line
   // has been parsed, so that a wrong line has no effect. May throw Failure.
   std::function<int()> action;
   // performLine of command_line.h, for commands that perform other lines.
   std::function<int(std::vector<std::string>)> performLine;
 
-  // Throws Failure if the folder cannot be used.
-  DeviceFolder device() const { return DeviceFolder(root); }
-  // The same, only for its effect: device paths lead into the folder.
-  void openDevice() const { device(); }
+  // Return the device that the command is for: the one of the output, if there is --output. Throw
+  // Failure if the folder cannot be used or the output has no wallpaper of its own.
+  DeviceFolder device() const { return DeviceFolder(folder()); }
+  DeviceFolder madeDevice() const { return DeviceFolder(folder(), IfMissing::Make); }
+
+ private:
+  std::string folder() const {
+    if (output.empty()) return root;
+    return existingFolderOfOutput(DeviceFolder(root), output);
+  }
 };
 
 // Declares a command. perform does its work; it may throw Failure, otherwise the exit code is 0.
@@ -78,6 +87,16 @@ inline void addTimeout(CLI::App* command, double& seconds) {
       ->check(numberUpTo(maxTimeout))
       ->type_name("SECONDS")
       ->capture_default_str();
+}
+
+// Adds the option --output to a command that can be for the wallpaper of one output.
+inline void addOutput(CLI::App* command, std::string& output) {
+  command
+      ->add_option("--output", output,
+                   "output of a desktop that has, or gets, a wallpaper of its own")
+      ->check(
+          CLI::Validator([](const std::string& name) { return problemWithOutputName(name); }, ""))
+      ->type_name("NAME");
 }
 
 inline const std::vector<std::string> locationNames = {"shared", "lockscreen", "homescreen"};

@@ -1,7 +1,10 @@
 #include "tool/commands/desktop_commands.h"
 
 #include <cstdio>
+#include <functional>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -26,11 +29,21 @@ void listOutputs(const DeviceFolder& device, bool asJson) {
   for (const auto& output : outputs) std::printf("%s\n", textOfOutput(output).c_str());
 }
 
-void toggle(const DeviceFolder& device) {
-  auto host = HostConnection::require(device);
-  const auto report = nlohmann::json::parse(host->status());
+// Without --output, includes the outputs that have a wallpaper of their own.
+void call(const Context& context, const char* method) {
+  const DeviceFolder device = context.device();
+  HostConnection::require(device)->call(method);
+  if (!context.output.empty()) return;
+  for (const std::string& output : outputsWithOwnWallpaper(device)) {
+    const auto host = HostConnection::find(DeviceFolder(folderOfOutput(device, output)));
+    if (host) host->call(method);
+  }
+}
+
+void toggle(const Context& context) {
+  const auto report = nlohmann::json::parse(HostConnection::require(context.device())->status());
   const bool isPaused = report.value(host::status::paused, false);
-  host->call(isPaused ? method::resume : method::pause);
+  call(context, isPaused ? method::resume : method::pause);
   std::printf(isPaused ? "playing\n" : "paused\n");
 }
 
@@ -41,12 +54,13 @@ void addDesktopCommands(CLI::App& lumora, Context& context) {
   auto* command = addCommand(lumora, context, "outputs", "list the outputs of a desktop",
                              [&context, asJson] { listOutputs(context.device(), *asJson); });
   command->add_flag("--json", *asJson, "print a JSON array");
-  addCommand(lumora, context, "pause", "pause the wallpaper of a desktop",
-             [&context] { HostConnection::require(context.device())->call(method::pause); });
-  addCommand(lumora, context, "resume", "let the wallpaper of a desktop play again",
-             [&context] { HostConnection::require(context.device())->call(method::resume); });
-  addCommand(lumora, context, "toggle", "pause or resume the wallpaper of a desktop",
-             [&context] { toggle(context.device()); });
+  const auto add = [&](const char* name, const char* description, std::function<void()> perform) {
+    addOutput(addCommand(lumora, context, name, description, std::move(perform)), context.output);
+  };
+  add("pause", "pause the wallpaper of a desktop", [&context] { call(context, method::pause); });
+  add("resume", "let the wallpaper of a desktop play again",
+      [&context] { call(context, method::resume); });
+  add("toggle", "pause or resume the wallpaper of a desktop", [&context] { toggle(context); });
 }
 
 }  // namespace tool

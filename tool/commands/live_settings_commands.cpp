@@ -66,7 +66,7 @@ void addModeCommand(CLI::App& lumora, Context& context) {
   auto mode = std::make_shared<std::string>();
   auto* command = addCommand(
       lumora, context, "mode", "use one wallpaper for both screens, or one each", [&context, mode] {
-        const DeviceFolder device = context.device();
+        const DeviceFolder device = context.madeDevice();
         const FileLock lock = lockOutImports(device);
         const bool isShared = *mode == nameOf(WallpaperMode::Shared);
         const auto chosen = isShared ? WallpaperMode::Shared : WallpaperMode::Separate;
@@ -82,7 +82,7 @@ void addDockCommand(CLI::App& lumora, Context& context) {
   auto state = std::make_shared<std::string>();
   auto* command =
       addCommand(lumora, context, "dock", "choose where the wallpaper ends", [&context, state] {
-        const DeviceFolder device = context.device();
+        const DeviceFolder device = context.madeDevice();
         storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
         notify(device, {lumora::control::updateWallpaper});
       });
@@ -95,11 +95,12 @@ void addDockCommand(CLI::App& lumora, Context& context) {
 CLI::Option* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting) {
   auto options = std::make_shared<LiveSettingOptions>();
   auto* command = addCommand(lumora, context, setting.command, setting.description, [=, &context] {
-    const DeviceFolder device = context.device();
+    const DeviceFolder device = context.madeDevice();
     storeSettingOf(locationNamed(options->location), setting.key, options->value);
     notify(device, {setting.notification});
   });
   addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to change");
+  addOutput(command, context.output);
   return command->add_option(setting.valueName, options->value, setting.valueDescription)
       ->required();
 }

@@ -1,11 +1,16 @@
 #include "tool/commands/remove_command.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
+#include "tool/device/host_lifetime.h"
+#include "tool/device/output_devices.h"
+#include "tool/support/failure.h"
 
 namespace tool {
 namespace {
@@ -22,15 +27,43 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location) {
   }
 }
 
+// The output shows the wallpaper of the desktop again.
+void removeOfOutput(const DeviceFolder& desktop, const std::string& output) {
+  const auto lock = lockOutputs(desktop);
+  const auto folder = existingFolderOfOutput(desktop, output);
+  const DeviceFolder device(folder);
+  if (HostConnection::find(device)) stopHost(device, usualTimeout);
+  // First out of use, because deleting takes a moment.
+  const auto unused = preparedFolderOfOutput(desktop, output);
+  std::error_code error;
+  std::filesystem::remove_all(unused, error);
+  std::filesystem::rename(folder, unused, error);
+  if (!error) std::filesystem::remove_all(unused, error);
+  if (error) throw Failure("cannot delete the wallpaper of " + output + ": " + error.message());
+  std::printf("%s shows the wallpaper of the desktop\n", output.c_str());
+}
+
 }  // namespace
 
 void addRemoveCommand(CLI::App& lumora, Context& context) {
   auto location = std::make_shared<std::string>();
-  auto* command = addCommand(lumora, context, "remove", "remove a wallpaper", [&context, location] {
-    removeWallpaper(context.device(), *location);
+  auto output = std::make_shared<std::string>();
+  auto* command = addCommand(lumora, context, "remove", "remove a wallpaper", [=, &context] {
+    if (output->empty()) {
+      removeWallpaper(context.device(), *location);
+    } else {
+      removeOfOutput(context.device(), *output);
+    }
   });
   addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
-            "wallpaper to remove with its GIF; all keeps the GIFs");
+            "wallpaper to remove with its GIF; all keeps the GIFs")
+      ->required(false);
+  addOutput(command, *output);
+  command->parse_complete_callback([=] {
+    if (location->empty() == output->empty()) {
+      throw CLI::ValidationError("remove", "needs either LOCATION or --output");
+    }
+  });
 }
 
 }  // namespace tool

@@ -1,15 +1,25 @@
 #include "tool/commands/set_command.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <utility>
 
+#include <nlohmann/json.hpp>
+
+#include "host/control/status_keys.h"
+#include "host/options/host_options.h"
 #include "platform/data.h"
 #include "settings/locations.h"
 #include "settings/settings_store.h"
 #include "tool/device/device_folder.h"
+#include "tool/device/host_connection.h"
+#include "tool/device/host_lifetime.h"
+#include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
+#include "tool/device/output_devices.h"
 #include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
@@ -25,19 +35,34 @@ struct SetOptions {
   // Or the GIF, if path is empty.
   std::string location;
   std::string path;
+  // The output that gets the wallpaper for itself, or "".
+  std::string output;
   double timeout = usualTimeout.count();
   bool keepsOther = false;
   bool noWait = false;
 };
 
+// Returns a home screen that makes the frames if none is running, otherwise nullptr.
+std::unique_ptr<HostProcess> hostForImport(const DeviceFolder& device, Seconds timeout) {
+  if (HostConnection::find(device, timeout)) return nullptr;
+  host::HostOptions headless;
+  headless.display = host::DisplayKind::Headless;
+  auto host = std::make_unique<HostProcess>(device, headless);
+  host->awaitLaunch();
+  return host;
+}
+
 void importAt(const DeviceFolder& device, const lumora::Location& location, const ChosenGif& gif,
               const SetOptions& options) {
   const int frames = countShownFrames(gif);
+  const auto host = hostForImport(device, Seconds(options.timeout));
+  const bool noWait = options.noWait && !host;
   importInOwnProcess(device, {location, gif, frames, TimeLimit(Seconds(options.timeout))},
-                     options.noWait ? WaitFor::Handover : WaitFor::Frames);
-  if (options.noWait) return;
+                     noWait ? WaitFor::Handover : WaitFor::Frames);
+  if (noWait) return;
   const auto place = static_cast<std::size_t>(location.id);
-  std::printf("%s wallpaper set: %s\n", placeNames[place], countOfFrames(frames).c_str());
+  std::printf("%s wallpaper set: %s%s\n", placeNames[place], countOfFrames(frames).c_str(),
+              host && options.output.empty() ? "; `lumora run` shows it" : "");
 }
 
 // Returns the other location of the separate mode. Requires one of the two.
@@ -58,8 +83,7 @@ ChosenGif sharedGif() {
   return checkGif("the shared wallpaper", std::move(data));
 }
 
-void set(const DeviceFolder& device, const SetOptions& options) {
-  const ChosenGif gif = readGif(options.path);
+void set(const DeviceFolder& device, const ChosenGif& gif, const SetOptions& options) {
   const lumora::Location& location = locationNamed(options.location);
   const bool endsSharedMode = location.mode == lumora::WallpaperMode::Separate &&
                               lumora::wallpaperMode() == lumora::WallpaperMode::Shared &&
@@ -71,6 +95,48 @@ void set(const DeviceFolder& device, const SetOptions& options) {
   if (options.keepsOther) return;
   std::printf("the shared wallpaper is no longer shown on the %s; --keep-other keeps it there\n",
               placeNames[static_cast<std::size_t>(other.id)]);
+}
+
+// Throws Failure if the running home screen has no such output.
+void checkOutput(HostConnection& host, const std::string& name) {
+  const auto report = nlohmann::json::parse(host.status());
+  std::string names;
+  for (const auto& output : report.at(host::status::outputs)) {
+    const std::string other = output.value(host::status::output::name, "");
+    if (other == name) return;
+    names += (names.empty() ? "" : ", ") + other;
+  }
+  if (names.empty()) throw Failure("the home screen is not on a desktop");
+  throw Failure("there is no output " + name + "; the outputs are " + names);
+}
+
+// Makes the frames in a folder that is not in use before the output gets it, so that the picture on
+// the output changes at once.
+void setNew(const DeviceFolder& desktop, const ChosenGif& gif, const SetOptions& options) {
+  const auto prepared = preparedFolderOfOutput(desktop, options.output);
+  std::error_code error;
+  std::filesystem::remove_all(prepared, error);
+  set(DeviceFolder(prepared, IfMissing::Make), gif, options);
+  std::filesystem::rename(prepared, folderOfOutput(desktop, options.output), error);
+  if (error) {
+    throw Failure("cannot store the wallpaper of " + options.output + ": " + error.message());
+  }
+}
+
+void setOfOutput(const DeviceFolder& desktop, const ChosenGif& gif, const SetOptions& options) {
+  const std::string& output = options.output;
+  const auto host = HostConnection::find(desktop, Seconds(options.timeout));
+  if (host) checkOutput(*host, output);
+  const auto lock = lockOutputs(desktop);
+  const auto folder = folderOfOutput(desktop, output);
+  const bool isNew = !std::filesystem::exists(folder);
+  if (isNew) {
+    setNew(desktop, gif, options);
+  } else {
+    set(DeviceFolder(folder, IfMissing::Make), gif, options);
+  }
+  if (!host) std::printf("`lumora run --display desktop` shows it on %s\n", output.c_str());
+  if (isNew && host) awaitHost(DeviceFolder(folder), Seconds(options.timeout));
 }
 
 // Returns what is wrong with the name of a location, or nothing.
@@ -90,8 +156,12 @@ void readArguments(SetOptions& options) {
 
 void addSetCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<SetOptions>();
-  auto* command = addCommand(lumora, context, "set", "set a GIF as a wallpaper",
-                             [&context, options] { set(context.device(), *options); });
+  auto* command =
+      addCommand(lumora, context, "set", "set a GIF as a wallpaper", [&context, options] {
+        const ChosenGif gif = readGif(options->path);
+        const auto work = options->output.empty() ? set : setOfOutput;
+        work(context.madeDevice(), gif, *options);
+      });
   command->add_option("LOCATION", options->location, "wallpaper to set (default: shared)")
       ->type_name("shared|lockscreen|homescreen");
   command->add_option("GIF", options->path, "GIF file; - is standard input");
@@ -103,6 +173,7 @@ void addSetCommand(CLI::App& lumora, Context& context) {
                     "keep a shared wallpaper on the other screen");
   command->add_flag("--no-wait", options->noWait, "return once the home screen has the GIF");
   addTimeout(command, options->timeout);
+  addOutput(command, options->output);
 }
 
 }  // namespace tool

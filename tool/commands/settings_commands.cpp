@@ -68,13 +68,13 @@ struct RawSetting {
 void addRawCommands(CLI::App& lumora, Context& context) {
   auto setting = std::make_shared<RawSetting>();
   auto* get = addCommand(lumora, context, "get", "print a setting as stored", [&context, setting] {
-    context.openDevice();
+    const DeviceFolder device = context.device();
     printSetting(setting->key);
   });
   get->add_option("KEY", setting->key, "key as `lumora settings` lists it")->required();
   auto* put = addCommand(lumora, context, "put", "store a setting without checking it",
                          [&context, setting] {
-                           context.openDevice();
+                           const DeviceFolder device = context.madeDevice();
                            storeSetting(setting->key, setting->value);
                          });
   put->add_option("KEY", setting->key, "key as `lumora settings` lists it")
@@ -87,7 +87,7 @@ void addRawCommands(CLI::App& lumora, Context& context) {
   auto* all =
       addCommand(lumora, context, "settings",
                  "print all settings, with defaults for those not stored", [&context, asJson] {
-                   context.openDevice();
+                   const DeviceFolder device = context.device();
                    printSettings(*asJson);
                  });
   all->add_flag("--json", *asJson, "print one JSON object");
@@ -95,11 +95,11 @@ void addRawCommands(CLI::App& lumora, Context& context) {
 
 void addSwitches(CLI::App& lumora, Context& context) {
   addCommand(lumora, context, "enable", "switch the extension on", [&context] {
-    context.openDevice();
+    const DeviceFolder device = context.madeDevice();
     storeSetting("ENABLED", "TRUE");
   });
   addCommand(lumora, context, "disable", "switch the extension off", [&context] {
-    context.openDevice();
+    const DeviceFolder device = context.madeDevice();
     storeSetting("ENABLED", "FALSE");
     std::printf("disabled; a wallpaper that is playing continues\n");
   });

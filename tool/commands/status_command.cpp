@@ -187,6 +187,7 @@ void addStatusCommand(CLI::App& lumora, Context& context) {
   auto* command = addCommand(lumora, context, "status", "print what the home screen is doing",
                              [&context, asJson] { reportStatus(context.device(), *asJson); });
   command->add_flag("--json", *asJson, "print one JSON object");
+  addOutput(command, context.output);
 }
 
 }  // namespace tool

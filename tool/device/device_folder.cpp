@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -30,63 +31,71 @@ std::string environment(const char* name) {
 fs::path chosenFolder(const std::string& given) {
   if (!given.empty()) return given;
   if (const std::string root = environment("LUMORA_ROOT"); !root.empty()) return root;
-  if (const std::string data = environment("XDG_DATA_HOME"); !data.empty()) {
-    return fs::path(data) / "lumora";
+  // Relative paths are invalid there and ignored (XDG Base Directory Specification, "Basics").
+  if (const fs::path data = environment("XDG_DATA_HOME"); data.is_absolute()) {
+    return data / "lumora";
   }
   const std::string home = environment("HOME");
   if (home.empty()) throw Failure("no device folder: pass --root DIR or set HOME");
   return fs::path(home) / ".local/share/lumora";
 }
 
-platform::backend::FileDescriptor openOrMakeHostFolder(const fs::path& root) {
-  const fs::path path = root / platform::backend::hostFolderName;
-  mkdir(path.c_str(), mineAlone);
-  platform::backend::FileDescriptor folder(
-      open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  struct stat status {};
-  if (!folder || fstat(folder.get(), &status) != 0) return folder;
-  if (status.st_uid != geteuid()) {
-    errno = EACCES;
-    return platform::backend::FileDescriptor();
-  }
-  if ((status.st_mode & ~S_IFMT) != mineAlone) fchmod(folder.get(), mineAlone);
-  return folder;
-}
-
 }  // namespace
 
-DeviceFolder::DeviceFolder(const std::string& given) {
+DeviceFolder::DeviceFolder(const std::string& given, IfMissing ifMissing) {
   const fs::path folder = chosenFolder(given);
   std::error_code error;
-  fs::create_directories(folder.parent_path(), error);
-  // An existing folder keeps its mode.
-  mkdir(folder.c_str(), mineAlone);
-  path_ = fs::canonical(folder, error);
-  if (!error && !fs::is_directory(path_, error))
+  if (ifMissing == IfMissing::Make) {
+    fs::create_directories(folder.parent_path(), error);
+    // An existing folder keeps its mode.
+    mkdir(folder.c_str(), mineAlone);
+    path_ = fs::canonical(folder, error);
+  } else {
+    path_ = fs::weakly_canonical(fs::absolute(folder), error);
+  }
+  if (!error && fs::exists(path_, error) && !fs::is_directory(path_, error)) {
     error = std::make_error_code(std::errc::not_a_directory);
+  }
   if (error) {
     throw Failure("cannot use " + folder.string() + " as the device folder: " + error.message());
   }
   platform::backend::setDeviceRoot(path_);
-  hostFolder_ = openOrMakeHostFolder(path_);
-  hostFolderError_ = errno;
-  // If this fails, the first write into it reports the error.
-  platform::createDirectoryAtPath(preferencesDirectory);
+  if (ifMissing == IfMissing::Make) {
+    mkdir((path_ / platform::backend::hostFolderName).c_str(), mineAlone);
+    // If this fails, the first write into it reports the error.
+    platform::createDirectoryAtPath(preferencesDirectory);
+  }
+  openHostFolder();
+}
+
+int DeviceFolder::openHostFolder() const {
+  if (hostFolder_) return 0;
+  const fs::path path = path_ / platform::backend::hostFolderName;
+  platform::backend::FileDescriptor folder(
+      open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  struct stat status {};
+  if (!folder || fstat(folder.get(), &status) != 0) return errno;
+  if (status.st_uid != geteuid()) return EACCES;
+  if ((status.st_mode & ~S_IFMT) != mineAlone) fchmod(folder.get(), mineAlone);
+  hostFolder_ = std::move(folder);
+  return 0;
 }
 
 int DeviceFolder::hostFolder() const {
-  if (hostFolder_) return hostFolder_.get();
+  const int error = openHostFolder();
+  if (error == 0) return hostFolder_.get();
   const std::string name = (path_ / platform::backend::hostFolderName).string();
-  if (hostFolderError_ == EACCES || hostFolderError_ == EPERM) {
+  if (error == EACCES || error == EPERM) {
     throw Failure("cannot use " + name + ": the device belongs to another user");
   }
-  throw Failure("cannot use " + name + ": " + std::strerror(hostFolderError_));
+  throw Failure("cannot use " + name + ": " + std::strerror(error));
 }
 
 std::optional<std::string> DeviceFolder::busAddress() const {
   constexpr std::size_t maxAddressLength = 4096;
-  // A read-only device has no home screen.
-  if (!hostFolder_ && hostFolderError_ == EROFS) return std::nullopt;
+  // A missing or read-only device has no home screen.
+  const int error = openHostFolder();
+  if (error == ENOENT || error == EROFS) return std::nullopt;
   const auto file = platform::backend::openFileAt(hostFolder(), addressFile, maxAddressLength);
   const auto contents = file ? platform::backend::contentsOf(*file) : std::nullopt;
   if (!contents || contents->empty()) return std::nullopt;

@@ -105,6 +105,11 @@ void HostConnection::rotate(const std::string& orientation) {
       [&](auto& invoker) { invoker.withArguments(orientation); });
 }
 
+void HostConnection::setExceptedOutputs(const std::vector<std::string>& names) {
+  ask(usualTimeout, service::method::setExceptedOutputs,
+      [&](auto& invoker) { invoker.withArguments(names); });
+}
+
 void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
   const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
   // The home screen gives up first and reports why.

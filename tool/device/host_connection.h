@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -27,6 +28,7 @@ class HostConnection {
   // Failure if the home screen does not answer before the timeout or refuses.
   void call(const std::string& method, Seconds timeout = usualTimeout);
   void rotate(const std::string& orientation);
+  void setExceptedOutputs(const std::vector<std::string>& names);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
   // Returns a PNG file without a name, which the caller owns.

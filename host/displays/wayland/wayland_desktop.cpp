@@ -94,7 +94,11 @@ void WaylandDesktop::addGlobal(std::uint32_t registryName, const std::string& in
 
 void WaylandDesktop::startOutputs() {
   for (const auto& output : outputs_) {
-    if (isChosen(output->describe(), options_)) output->start();
+    if (options_.isChosen(output->describe().name)) {
+      output->start();
+    } else {
+      output->stop();
+    }
   }
 }
 
@@ -120,7 +124,7 @@ std::vector<Output> WaylandDesktop::outputs() const {
 
 void WaylandDesktop::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
   std::vector<Output> shown = outputs();
-  std::erase_if(shown, [this](const Output& output) { return !isChosen(output, options_); });
+  std::erase_if(shown, [this](const Output& output) { return !options_.isChosen(output.name); });
   for (const auto& output : outputs_) {
     output->show(picture, change, areaOf(output->describe(), shown, options_));
   }

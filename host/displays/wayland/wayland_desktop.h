@@ -14,8 +14,8 @@ namespace host::wayland {
 class WaylandDesktop final : public DesktopOutputs {
  public:
   // Connects to the compositor. changed is called when outputs() may give another result, and ended
-  // if the connection is lost. Throws std::runtime_error, with the reason, if there is no
-  // compositor or it has no layer shell.
+  // if the connection is lost. options must outlive the object. Throws std::runtime_error, with the
+  // reason, if there is no compositor or it has no layer shell.
   WaylandDesktop(const DesktopOptions& options, std::function<void()> changed,
                  std::function<void()> ended);
   ~WaylandDesktop() override;
@@ -24,6 +24,7 @@ class WaylandDesktop final : public DesktopOutputs {
 
   std::vector<Output> outputs() const override;
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+  void noteChoice() override { noteChange(); }
   bool isFading() const override;
 
  private:
@@ -36,7 +37,7 @@ class WaylandDesktop final : public DesktopOutputs {
   bool handleEvents();
   void setAlarm();
 
-  const DesktopOptions options_;
+  const DesktopOptions& options_;
   const std::function<void()> changed_;
   const std::function<void()> ended_;
   const Display display_;

@@ -109,6 +109,17 @@ void WaylandOutput::start() {
   wl_surface_commit(surface_.get());
 }
 
+void WaylandOutput::stop() {
+  frameCallback_.reset();
+  buffers_.reset();
+  damage_.reset();
+  viewport_.reset();
+  layerSurface_.reset();
+  surface_.reset();
+  width_ = height_ = 0;
+  isUnseen_ = false;
+}
+
 // The logical output gives the position for scaled outputs, too.
 void WaylandOutput::notePosition(int x, int y) {
   if (logicalOutput_) return;

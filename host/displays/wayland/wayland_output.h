@@ -33,6 +33,8 @@ class WaylandOutput {
   void askForPlace();
   // Makes the surface, in the background layer, if there is none and the name is known.
   void start();
+  // Destroys the surface, if there is one.
+  void stop();
 
   // Paints what has changed on the area, unless the compositor is not ready for it: then the next
   // call does.
