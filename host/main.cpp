@@ -122,7 +122,6 @@ void runHomeScreen(const Arguments& arguments) {
   if (options.display == host::DisplayKind::Window) {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
   }
-  if (desktop) desktop->start(*springBoard);
   springBoard->launch();
   RunLoop::main().perform([control] { control->announce(); });
   bool isVisibilityReported = false;
@@ -135,6 +134,8 @@ void runHomeScreen(const Arguments& arguments) {
       platform::backend::noteOutOfMemory();
     }
     if (!isVisibilityReported && platform::backend::pendingBackgroundOperations() == 0) {
+      // Not before, so that the first picture on a desktop is that of the wallpaper.
+      if (desktop) desktop->start(*springBoard);
       springBoard->reportVisibility();
       isVisibilityReported = true;
     }

@@ -35,12 +35,14 @@ void look(UIView& view, double alpha, Visible& visible) {
 WallpaperPicture::Change WallpaperPicture::look(UIView& root, unsigned wallpaper) {
   Visible visible;
   host::look(root, 1, visible);
+  isAwaited_ = false;
   if (!visible.hasWallpaper) return {};
   if (std::exchange(wallpaper_, wallpaper) != wallpaper) hadGap_ = true;
   if (visible.imageView == nullptr) return takeNothing();
   const auto image = visible.imageView->image();
   if (!image) {
     hadGap_ = true;
+    isAwaited_ = !hasImage_;
     return {};
   }
   return take(image, visible.imageView->contentMode(), visible.alpha);

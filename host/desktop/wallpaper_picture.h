@@ -26,6 +26,8 @@ class WallpaperPicture {
 
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const { return hasImage_ ? surface_.surface() : nullptr; }
+  // Returns true if there is none because the animated view has not had an image yet.
+  bool isAwaited() const { return isAwaited_; }
   int width() const { return width_; }
   int height() const { return height_; }
   bool isOpaque() const { return surface_.isOpaque() && alpha_ >= 1; }
@@ -43,6 +45,7 @@ class WallpaperPicture {
   platform::ImageRef image_;
   bool hasImage_ = false;
   bool hadGap_ = false;
+  bool isAwaited_ = false;
   int width_ = 0;
   int height_ = 0;
   platform::UIViewContentMode mode_ = platform::UIViewContentMode::ScaleToFill;

@@ -71,6 +71,7 @@ void DesktopDisplay::setExceptedOutputs(std::vector<std::string> names) {
 void DesktopDisplay::draw() {
   const WallpaperPicture::Change change =
       picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
+  if (picture_.isAwaited()) return;
   outputs_->show(picture_, change);
   constexpr std::chrono::milliseconds step{16};
   if (!outputs_->isFading()) return;

@@ -241,13 +241,19 @@ class X11Desktop(Desktop):
 
     def test_fades_to_a_new_wallpaper(self):
         server = self.start_server('Xvfb', '-screen', '0', '320x240x24')
-        self.show_desktop('--transition', '1', self.file('red.gif', device.gif(RED, RED)))
-        self.eventually(lambda: server.pixel(20, 20) == 0xff0000)
+        self.ok('set', self.file('red.gif', device.gif(RED, RED)))
+        background = server.pixel(20, 20)
+
+        def seen_until(color):
+            seen = set()
+            self.eventually(lambda: seen.add(server.pixel(20, 20)) or color in seen)
+            return seen
+
+        self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', '--transition', '1')
+        # Nothing else is shown before the wallpaper.
+        self.assertLessEqual(seen_until(0xff0000), {background, 0xff0000})
         self.ok('set', self.file('blue.gif', device.gif(BLUE, BLUE)))
-        seen = set()
-        while 0x0000ff not in seen:
-            seen.add(server.pixel(20, 20))
-            time.sleep(0.01)
+        seen = seen_until(0x0000ff)
         self.assertGreater(len(seen), 2)
         for color in seen:
             self.assertAlmostEqual((color >> 16) + (color & 0xff), 255, delta=3, msg=hex(color))
