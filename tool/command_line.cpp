@@ -9,9 +9,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include "tool/commands/autostart_command.h"
 #include "tool/commands/blur_command.h"
 #include "tool/commands/command.h"
 #include "tool/commands/desktop_commands.h"
+#include "tool/commands/forget_command.h"
 #include "tool/commands/frames_command.h"
 #include "tool/commands/host_commands.h"
 #include "tool/commands/live_settings_commands.h"
@@ -48,6 +50,8 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addBlurCommand(lumora, context);
   addStatusCommand(lumora, context);
   addDesktopCommands(lumora, context);
+  addAutostartCommand(lumora, context);
+  addForgetCommand(lumora, context);
   addNotificationCommands(lumora, context);
   addPlayCommand(lumora, context);
   addFramesCommand(lumora, context);

@@ -7,6 +7,7 @@ import glob
 import json
 import os
 import re
+import shlex
 import shutil
 import struct
 import subprocess
@@ -55,7 +56,7 @@ class Desktop(Device):
         self.programs = []
         self.servers = []
         self.environment = dict(os.environ, HOME=self.folder, **NO_BUSES)
-        for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'SWAYSOCK'):
+        for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'SWAYSOCK', 'XDG_CONFIG_HOME'):
             self.environment.pop(name, None)
 
     def tearDown(self):
@@ -257,6 +258,29 @@ class X11Desktop(Desktop):
         self.assertGreater(len(seen), 2)
         for color in seen:
             self.assertAlmostEqual((color >> 16) + (color & 0xff), 255, delta=3, msg=hex(color))
+
+    def test_comes_back_at_login(self):
+        server = self.start_server('Xvfb', '-screen', '0', '320x240x24')
+        lumora = [LUMORA, '--root', self.root]
+        wide = two_colors((64, 32), RED, RED, lambda x, y: False)
+        self.show_desktop('--scaling', 'contain', '--backdrop', '#0000ff', self.file('wide.gif', wide))
+        self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x0000ff, 0xff0000))
+        self.ok('stop')
+        self.assertEqual(self.in_session(*lumora, 'autostart', 'status'), 'off\n')
+        self.in_session(*lumora, 'autostart', 'on')
+        with open(os.path.join(self.folder, '.config/autostart/lumora.desktop')) as file:
+            command = shlex.split(re.search('^Exec=(.*)$', file.read(), re.M)[1])
+        self.assertNotEqual(server.pixel(20, 120), 0xff0000)
+        self.show(*command)
+        self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x0000ff, 0xff0000))
+        self.in_session(*lumora, 'autostart', 'start')
+        self.in_session(*lumora, 'autostart', 'off')
+        self.assertIn('running', self.fails(1, 'forget'))
+        self.ok('stop')
+        self.in_session(*lumora, 'autostart', 'start')
+        self.fails(3, 'stop')
+        self.assertRegex(self.ok('forget'), 'deleted [1-9]')
+        self.assertFalse(os.path.exists(self.root))
 
     def test_has_the_right_colors_on_every_screen(self):
         for depth, red in ((16, 0xf800), (24, 0xff0000), (30, 0x3ff00000)):

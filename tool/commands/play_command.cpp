@@ -18,7 +18,7 @@ namespace {
 void performWords(const Context& context, const DeviceFolder& device,
                   std::vector<std::string> words) {
   if (words.front() == "expect") {
-    return expect(currentStatus(HostConnection::find(device).get()), words);
+    return expect(currentStatus(device, HostConnection::find(device).get()), words);
   }
   if (words.front() == "play") throw Failure("a script cannot play another");
   words.insert(words.begin(), {"--root", device.path()});

@@ -15,16 +15,21 @@
 namespace tool {
 namespace {
 
-void removeWallpaper(const DeviceFolder& device, const std::string& location) {
+void removeWallpaper(const DeviceFolder& device, const std::string& location, bool forgets) {
   auto host = HostConnection::require(device);
   const FileLock lock = lockOutImports(device);
-  host->post(location == "all" ? lumora::control::removeGIFFromAllWallpapers
-                               : locationNamed(location).removalNotification);
+  const bool isAll = location == "all";
+  host->post(isAll ? lumora::control::removeGIFFromAllWallpapers
+                   : locationNamed(location).removalNotification);
   host->settle();
-  if (location == "all") {
+  if (!isAll) return;
+  if (!forgets) {
     std::printf(
         "all wallpapers taken down; their files stay, and showing a screen brings them back\n");
+    return;
   }
+  for (const lumora::Location& each : lumora::locations) host->post(each.removalNotification);
+  host->settle();
 }
 
 // The output shows the wallpaper of the desktop again.
@@ -48,9 +53,10 @@ void removeOfOutput(const DeviceFolder& desktop, const std::string& output) {
 void addRemoveCommand(CLI::App& lumora, Context& context) {
   auto location = std::make_shared<std::string>();
   auto output = std::make_shared<std::string>();
+  auto forgets = std::make_shared<bool>(false);
   auto* command = addCommand(lumora, context, "remove", "remove a wallpaper", [=, &context] {
     if (output->empty()) {
-      removeWallpaper(context.device(), *location);
+      removeWallpaper(context.device(), *location, *forgets);
     } else {
       removeOfOutput(context.device(), *output);
     }
@@ -58,6 +64,7 @@ void addRemoveCommand(CLI::App& lumora, Context& context) {
   addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
             "wallpaper to remove with its GIF; all keeps the GIFs")
       ->required(false);
+  command->add_flag("--forget", *forgets, "with all: delete the GIFs and their frames, too");
   addOutput(command, *output);
   command->parse_complete_callback([=] {
     if (location->empty() == output->empty()) {

@@ -21,6 +21,7 @@
 #include "tool/device/host_connection.h"
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
+#include "tool/device/last_desktop.h"
 #include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_import.h"
 #include "tool/support/background.h"
@@ -40,6 +41,8 @@ struct RunOptions {
   std::string scaling;
   std::optional<double> seconds;
   bool isInBackground = false;
+  // True if it takes the options of the last run on a desktop.
+  bool isRestoring = false;
   // True if it runs for one output of a desktop whose own run started it.
   bool isForOneOutput = false;
   host::HostOptions host;
@@ -244,6 +247,8 @@ void warnOfNoDisplay(const RunOptions& options) {
 int runHost(const DeviceFolder& device, const RunOptions& options,
             const std::optional<ChosenGif>& gif, const std::function<void()>& launched) {
   storeScaling(options);
+  const bool isDesktop = options.host.display == host::DisplayKind::Desktop;
+  if (isDesktop && !options.isForOneOutput) storeLastDesktop(device, options.host);
   return HostRun(device, options, gif, launched).run();
 }
 
@@ -282,8 +287,17 @@ void addRunCommand(CLI::App& lumora, Context& context) {
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
   command->add_flag("--background", options->isInBackground, "return once the home screen runs");
+  command
+      ->add_flag("--restore", options->isRestoring,
+                 "run on the desktop as the last time; does nothing if it runs")
+      ->excludes(command->get_option("--display"));
   command->callback([&context, options] {
     context.action = [&context, options] {
+      if (options->isRestoring) {
+        const DeviceFolder device = context.madeDevice();
+        if (HostConnection::find(device)) return static_cast<int>(ExitCode::Done);
+        options->host = lastDesktop(device);
+      }
       std::optional<ChosenGif> gif;
       if (!options->gif.empty()) gif = readGif(options->gif);
       warnOfNoDisplay(*options);

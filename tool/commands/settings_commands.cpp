@@ -12,6 +12,7 @@
 #include "settings/settings_store.h"
 #include "tool/device/stored_settings.h"
 #include "tool/support/failure.h"
+#include "tool/support/json_text.h"
 #include "tool/support/terminal.h"
 
 namespace tool {
@@ -36,10 +37,6 @@ ordered_json allSettings() {
 #define SETTING(type, getter, key, otherwise) settings[key] = shown(lumora::getter());
 #include "settings/settings.def"
   return settings;
-}
-
-std::string dumped(const ordered_json& json, int indent = -1) {
-  return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
 }
 
 void printSettings(bool asJson) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
@@ -13,6 +14,10 @@
 #include "settings/settings_store.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/output_text.h"
+#include "tool/device/wallpaper_names.h"
+#include "tool/support/disk_use.h"
+#include "tool/support/json_text.h"
+#include "tool/support/terminal.h"
 
 namespace tool {
 namespace {
@@ -117,15 +122,21 @@ std::string viewSettings(const ordered_json& location) {
   return text.str();
 }
 
+std::string gifOf(const ordered_json& location) {
+  const std::string name =
+      location["gif"].is_null() ? "a GIF" : location.value("gif", std::string());
+  return name + " (" + textOfSize(location.value("gif_bytes", std::uint64_t{0})) + "): ";
+}
+
 void printLocation(const std::string& name, const ordered_json& location) {
   const bool isSet = location.value("set", false);
   std::string what = "not set";
   if (isSet && location.value("attached", false)) {
-    what = playback(location) + ", " + viewSettings(location);
+    what = gifOf(location) + playback(location) + ", " + viewSettings(location);
   } else if (isSet) {
-    what = "set, " + location.value("why", "");
+    what = gifOf(location) + location.value("why", "");
   }
-  std::printf("%-11s %s\n", name.c_str(), what.c_str());
+  std::printf("%-11s %s\n", name.c_str(), printable(what, STDOUT_FILENO).c_str());
 }
 
 // A desktop has outputs instead of a screen that is locked or turned.
@@ -146,11 +157,14 @@ void printStatus(const ordered_json& status) {
   std::printf("mode        %s%s\n", lumora::nameOf(lumora::modeWithIndex(status.value("mode", 1))),
               status.value("enabled", true) ? "" : ", disabled");
   for (const auto& [name, location] : status["locations"].items()) printLocation(name, location);
+  std::printf("files       %s in %s\n",
+              textOfSize(status.value("disk_bytes", std::uint64_t{0})).c_str(),
+              status.value("folder", "").c_str());
 }
 
 }  // namespace
 
-ordered_json currentStatus(HostConnection* host) {
+ordered_json currentStatus(const DeviceFolder& device, HostConnection* host) {
   const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
   ordered_json status = {{"running", !report.empty()}};
   for (const char* key : {reported::screen, reported::orientation, reported::idiom, reported::size,
@@ -161,7 +175,11 @@ ordered_json currentStatus(HostConnection* host) {
   status["mode"] = lumora::getModeIndex();
   status["enabled"] = lumora::getEnabled();
   for (const std::string& name : locationNames) {
-    status["locations"][name] = locationStatus(report, locationNamed(name));
+    const Location& location = locationNamed(name);
+    auto& described = status["locations"][name] = locationStatus(report, location);
+    const auto gif = nameOfWallpaper(device, location);
+    described["gif"] = gif ? ordered_json(*gif) : ordered_json();
+    described["gif_bytes"] = sizeOfWallpaper(location);
   }
   return status;
 }
@@ -170,9 +188,11 @@ namespace {
 
 void reportStatus(const DeviceFolder& device, bool asJson) {
   auto host = HostConnection::find(device);
-  const ordered_json status = currentStatus(host.get());
+  ordered_json status = currentStatus(device, host.get());
+  status["folder"] = device.path();
+  status["disk_bytes"] = diskUse(device.path());
   if (asJson) {
-    std::printf("%s\n", status.dump(2).c_str());
+    std::printf("%s\n", dumped(status, 2).c_str());
   } else if (host) {
     printStatus(status);
   }

@@ -10,7 +10,7 @@ namespace tool {
 
 // Returns the object that `lumora status --json` prints. host: nullptr if no home screen is
 // running. Throws Failure if the home screen does not answer.
-nlohmann::ordered_json currentStatus(HostConnection* host);
+nlohmann::ordered_json currentStatus(const DeviceFolder& device, HostConnection* host);
 
 void addStatusCommand(CLI::App& lumora, Context& context);
 

@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr auto preferencesDirectory = "/var/mobile/Library/Preferences";
-constexpr auto addressFile = "bus";
+constexpr auto addressNote = "bus";
 constexpr mode_t mineAlone = 0700;
 
 std::string environment(const char* name) {
@@ -91,31 +91,42 @@ int DeviceFolder::hostFolder() const {
   throw Failure("cannot use " + name + ": " + std::strerror(error));
 }
 
-std::optional<std::string> DeviceFolder::busAddress() const {
-  constexpr std::size_t maxAddressLength = 4096;
+std::optional<std::string> DeviceFolder::note(const std::string& name) const {
+  constexpr std::size_t maxLength = 1 << 16;
   // A missing or read-only device has no home screen.
   const int error = openHostFolder();
   if (error == ENOENT || error == EROFS) return std::nullopt;
-  const auto file = platform::backend::openFileAt(hostFolder(), addressFile, maxAddressLength);
+  const auto file = platform::backend::openFileAt(hostFolder(), name, maxLength);
   const auto contents = file ? platform::backend::contentsOf(*file) : std::nullopt;
   if (!contents || contents->empty()) return std::nullopt;
   return std::string(contents->begin(), contents->end());
 }
 
-void DeviceFolder::setBusAddress(const std::string& address) const {
-  const auto make = [&address](int directory, const std::string& name) {
-    const auto file = platform::backend::createFile(directory, name);
-    return file &&
-           platform::backend::writeAll(
-               file, {reinterpret_cast<const std::uint8_t*>(address.data()), address.size()});
+void DeviceFolder::setNote(const std::string& name, const std::string& text) const {
+  const auto make = [&text](int directory, const std::string& newName) {
+    const auto file = platform::backend::createFile(directory, newName);
+    return file && platform::backend::writeAll(
+                       file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
   };
-  if (platform::backend::replaceFileAt(hostFolder(), addressFile, make)) return;
+  if (platform::backend::replaceFileAt(hostFolder(), name, make)) return;
   throw Failure("cannot write into " + (path_ / platform::backend::hostFolderName).string() + ": " +
                 std::strerror(errno));
 }
 
+void DeviceFolder::removeNote(const std::string& name) const {
+  unlinkat(hostFolder(), name.c_str(), 0);
+}
+
+std::optional<std::string> DeviceFolder::busAddress() const {
+  return note(addressNote);
+}
+
+void DeviceFolder::setBusAddress(const std::string& address) const {
+  setNote(addressNote, address);
+}
+
 void DeviceFolder::forgetBusAddress() const {
-  unlinkat(hostFolder(), addressFile, 0);
+  removeNote(addressNote);
 }
 
 }  // namespace tool

@@ -29,10 +29,15 @@ class DeviceFolder {
   // cannot be used.
   int hostFolder() const;
 
+  // Small text files in ".host", by name. note returns nothing if there is none or it is empty. All
+  // throw Failure if hostFolder does, except note for a missing folder, and setNote also if it
+  // cannot write.
+  std::optional<std::string> note(const std::string& name) const;
+  void setNote(const std::string& name, const std::string& text) const;
+  void removeNote(const std::string& name) const;
+
   // The stored address of the home screen's bus. Returns nothing if no home screen was started, or
-  // if the last one was stopped; the address stays if it was killed. All throw Failure if
-  // hostFolder does, except busAddress for a missing folder, and setBusAddress also if it cannot
-  // write.
+  // if the last one was stopped; the address stays if it was killed. Throw as notes do.
   std::optional<std::string> busAddress() const;
   void setBusAddress(const std::string& address) const;
   void forgetBusAddress() const;

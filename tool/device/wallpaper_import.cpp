@@ -21,6 +21,7 @@
 #include "tool/device/host_connection.h"
 #include "tool/device/old_wallpaper.h"
 #include "tool/device/stored_settings.h"
+#include "tool/device/wallpaper_names.h"
 #include "tool/support/failure.h"
 
 namespace tool {
@@ -74,6 +75,7 @@ class WallpaperImport {
   void restore();
   [[noreturn]] void giveUp(const std::string& problem);
 
+  const DeviceFolder& device_;
   HostConnection& host_;
   const Location& location_;
   const ChosenGif& gif_;
@@ -91,7 +93,8 @@ class WallpaperImport {
 WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& host,
                                  const Import& import,
                                  const std::function<void(const ImportProgress&)>& report)
-    : host_(host),
+    : device_(device),
+      host_(host),
       location_(import.location),
       gif_(import.gif),
       frames_(import.frames),
@@ -122,6 +125,7 @@ void WallpaperImport::handOver() {
   if (!isTaken()) giveUp("the home screen could not import the GIF" + adviceOnFolder());
   // A GIF that is reported as set must survive a power failure. Frames can be made again.
   platform::backend::makeDurable(location_.gifPath);
+  nameWallpaper(device_, location_, gif_.name);
   progress_.isHandedOver = true;
   reach("the new GIF is in place, but not all of its frames are made yet");
 }

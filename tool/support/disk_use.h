@@ -1,0 +1,17 @@
+// How much of the disk files take.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace tool {
+
+// Returns the bytes that a folder and everything in it take. A file with several names in it counts
+// once. What cannot be read counts nothing.
+std::uint64_t diskUse(const std::filesystem::path& folder);
+
+// Returns a size such as "12.3 MB".
+std::string textOfSize(std::uint64_t bytes);
+
+}  // namespace tool
