@@ -218,6 +218,8 @@ class X11Desktop(Desktop):
         shows(red_1=(190, 300), blue_1=(610, 300))
         self.ok('set', self.file('other.gif', device.gif(BLUE, BLUE)), '--output', 'LEFT')
         shows(blue_1=(190, 300), red_1=(590, 300), blue_2=(610, 300))
+        self.assertIn('LEFT  400x600 at (0, 0), scale 1, a wallpaper of its own\n',
+                      self.ok('outputs'))
         for words in (['status'], ['status', '--output', 'LEFT']):
             self.assertTrue(json.loads(self.ok(*words, '--json'))['locations']['shared']['playing'])
         self.ok('remove', '--output', 'LEFT')

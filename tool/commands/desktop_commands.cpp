@@ -11,7 +11,7 @@
 #include "host/control/control_names.h"
 #include "host/control/status_keys.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/output_text.h"
+#include "tool/device/output_report.h"
 
 namespace tool {
 namespace {
@@ -20,7 +20,7 @@ namespace method = host::service::method;
 
 void listOutputs(const DeviceFolder& device, bool asJson) {
   const auto report = nlohmann::ordered_json::parse(HostConnection::require(device)->status());
-  const auto& outputs = report[host::status::outputs];
+  const auto outputs = outputsOf(report, device);
   if (asJson) {
     std::printf("%s\n", outputs.dump(2).c_str());
     return;

@@ -13,7 +13,7 @@
 #include "settings/scaling.h"
 #include "settings/settings_store.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/output_text.h"
+#include "tool/device/output_report.h"
 #include "tool/device/wallpaper_names.h"
 #include "tool/support/disk_use.h"
 #include "tool/support/json_text.h"
@@ -171,7 +171,7 @@ ordered_json currentStatus(const DeviceFolder& device, HostConnection* host) {
                           reported::scale}) {
     status[key] = report.value(key, ordered_json());
   }
-  status[reported::outputs] = report.value(reported::outputs, ordered_json::array());
+  status[reported::outputs] = outputsOf(report, device);
   status["mode"] = lumora::getModeIndex();
   status["enabled"] = lumora::getEnabled();
   for (const std::string& name : locationNames) {
