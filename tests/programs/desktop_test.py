@@ -294,13 +294,14 @@ class X11Desktop(Desktop):
             desktop.wait(20)
 
 
-@unittest.skipUnless(shutil.which('sway') and shutil.which('grim') and shutil.which('foot') and
-                     os.geteuid() == 0, 'needs sway, grim, foot and root')
+@unittest.skipUnless(shutil.which('sway') and shutil.which('swaybg') and
+                     shutil.which('grim') and shutil.which('foot') and
+                     os.geteuid() == 0, 'needs sway, swaybg, grim, foot and root')
 class WaylandDesktop(Desktop):
     """A desktop with its own compositor, which runs as another user because it refuses root."""
     NOBODY = 65534
 
-    def start_compositor(self, outputs):
+    def start_compositor(self, outputs, has_background=False):
         os.chmod(self.folder, 0o755)
         self.session = os.path.join(self.folder, 'session')
         os.mkdir(self.session, 0o700)
@@ -313,7 +314,7 @@ class WaylandDesktop(Desktop):
             default_border none
             output HEADLESS-1 resolution 1280x720 position 0,0 scale 1.5
             output HEADLESS-2 resolution 640x480 position 2000,0
-        ''')
+        ''' + b''.join(b'output * bg #00ff00 solid_color\n' for _ in range(has_background)))
         self.show_as_nobody('sway', '-c', configuration)
         self.eventually(lambda: glob.glob(self.session + '/sway-ipc*'))
         self.eventually(lambda: glob.glob(self.session + '/wayland-?'))
@@ -388,7 +389,9 @@ class WaylandDesktop(Desktop):
         self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: BLUE, scale=1)
 
     def test_gives_an_output_a_wallpaper_of_its_own(self):
-        self.start_compositor(outputs=2)
+        self.start_compositor(outputs=2, has_background=True)
+        green = (0, 255, 0)
+        self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: green, scale=1)
         desktop = self.show_desktop(self.file('red.gif', device.gif(RED, RED)))
 
         def shows(first, second):
@@ -413,7 +416,7 @@ class WaylandDesktop(Desktop):
         self.ok('remove', '--output', 'HEADLESS-2')
         shows(WHITE, RED)
         self.ok('stop')
-        shows(EMPTY, EMPTY)
+        shows(green, green)
 
     def test_fills_the_screen_unless_told_otherwise(self):
         self.start_compositor(outputs=2)

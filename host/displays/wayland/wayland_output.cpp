@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/desktop/pixel_rectangle.h"
+#include "host/displays/wayland/sway_background.h"
 
 namespace host::wayland {
 namespace {
@@ -100,9 +101,10 @@ void WaylandOutput::start() {
   if (globals_.viewporter) {
     viewport_.reset(wp_viewporter_get_viewport(globals_.viewporter.get(), surface_.get()));
   }
+  const auto layer =
+      hasSwayBackground() ? ZWLR_LAYER_SHELL_V1_LAYER_BOTTOM : ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND;
   layerSurface_.reset(zwlr_layer_shell_v1_get_layer_surface(
-      globals_.layerShell.get(), surface_.get(), object_.get(),
-      ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND, "wallpaper"));
+      globals_.layerShell.get(), surface_.get(), object_.get(), layer, "wallpaper"));
   zwlr_layer_surface_v1_add_listener(layerSurface_.get(), &Listeners::layerSurface, this);
   zwlr_layer_surface_v1_set_anchor(layerSurface_.get(), allEdges);
   zwlr_layer_surface_v1_set_exclusive_zone(layerSurface_.get(), -1);

@@ -31,7 +31,8 @@ class WaylandOutput {
   // Asks the compositor for the place among the other outputs. Call it once, when all globals are
   // known.
   void askForPlace();
-  // Makes the surface, in the background layer, if there is none and the name is known.
+  // Makes the surface if there is none and the name is known: in the background layer, or above a
+  // background of sway's own.
   void start();
   // Destroys the surface, if there is one.
   void stop();
