@@ -134,25 +134,14 @@ void addDisplayOptions(CLI::App& command, HostOptions& options) {
   command
       .add_option_function<std::string>(
           "--display", [&options](const std::string& name) { options.display = displays.at(name); },
-          "window, desktop (behind all windows), headless, or auto: a window if possible")
+          "where to show it; desktop: behind all windows; auto: in a window, or headless where "
+          "there is no display")
       ->check(CLI::IsMember(namesOf(displays)).description(""))
       ->type_name("auto|window|desktop|headless");
-  command.add_option("--scale", options.scale, "pixels per point")
-      ->check(CLI::Range(1, maxScale))
-      ->type_name("N");
-  command.add_option("--refresh", options.refreshRate, "display refreshes per second")
-      ->check(CLI::Range(1, maxRefreshRate))
-      ->type_name("HZ");
-  command
-      .add_option_function<std::string>(
-          "--clock",
-          [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
-          "real, or manual: moved only by `lumora advance` (headless only)")
-      ->check(CLI::IsMember({"real", "manual"}).description(""))
-      ->type_name("real|manual");
 }
 
 void addDeviceOptions(CLI::App& command, HostOptions& options) {
+  constexpr auto group = "Simulated phone";
   command
       .add_option_function<std::string>(
           "--screen",
@@ -160,23 +149,43 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
             if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
           },
           "size of the upright device in points")
-      ->type_name("WxH");
+      ->type_name("WxH")
+      ->group(group);
   command
       .add_option_function<std::string>(
           "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
-          "kind of device")
+          "kind of device; pad is a tablet")
       ->check(CLI::IsMember(namesOf(idioms)).description(""))
-      ->type_name("phone|pad");
-  command.add_flag("--locked", options.startsLocked, "start on the lock screen");
+      ->type_name("phone|pad")
+      ->group(group);
+  command.add_flag("--locked", options.startsLocked, "start on the lock screen")->group(group);
+  command.add_option("--scale", options.scale, "pixels per point, from 1 to 4")
+      ->check(CLI::Range(1, maxScale))
+      ->type_name("N")
+      ->group(group);
+  command.add_option("--refresh", options.refreshRate, "display refreshes per second, up to 240")
+      ->check(CLI::Range(1, maxRefreshRate))
+      ->type_name("HZ")
+      ->group(group);
+  command
+      .add_option_function<std::string>(
+          "--clock",
+          [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
+          "manual: moved only by `lumora advance`; needs --display headless")
+      ->check(CLI::IsMember({"real", "manual"}).description(""))
+      ->type_name("real|manual")
+      ->group(group);
 }
 
 void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
+  constexpr auto group = "Desktop";
   command
       .add_option_function<std::string>(
           "--filter", [&desktop](const std::string& name) { desktop.filter = filters.at(name); },
-          "how a desktop draws enlarged pixels: smooth, nearest, or auto: nearest for pixel art")
+          "how to draw enlarged pixels; auto: nearest for pixel art, otherwise smooth")
       ->check(CLI::IsMember(namesOf(filters)).description(""))
-      ->type_name("auto|nearest|smooth");
+      ->type_name("auto|nearest|smooth")
+      ->group(group);
   command
       .add_option_function<std::string>(
           "--backdrop",
@@ -185,13 +194,15 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
               throw CLI::ValidationError("--backdrop", "must be blur or a color such as #203040");
             }
           },
-          "what a desktop shows beside the GIF: a blurred copy of it, or a color")
-      ->type_name("blur|COLOR");
+          "what to show beside the GIF: a blurred copy of it, or a color such as #203040")
+      ->type_name("blur|COLOR")
+      ->group(group);
   command
       .add_option("--output", desktop.outputs,
-                  "show the wallpaper of a desktop only on this output; may be given again")
+                  "show the wallpaper only on this output of `lumora outputs`; may be given again")
       ->allow_extra_args(false)
-      ->type_name("NAME");
+      ->type_name("OUTPUT")
+      ->group(group);
   command
       .add_option_function<std::string>(
           "--transition",
@@ -201,17 +212,18 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
                                          "must be none or a number of seconds up to 60");
             }
           },
-          "how long a desktop fades to a new GIF (default: 0.5 seconds)")
-      ->type_name("SECONDS|none");
-  command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs of a desktop");
+          "how long to fade to a new GIF (default: 0.5)")
+      ->type_name("SECONDS|none")
+      ->group(group);
+  command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs")->group(group);
 }
 
 }  // namespace
 
 void addHostOptions(CLI::App& command, HostOptions& options) {
   addDisplayOptions(command, options);
-  addDeviceOptions(command, options);
   addDesktopOptions(command, options.desktop);
+  addDeviceOptions(command, options);
   command.parse_complete_callback([&options] {
     if (options.display == DisplayKind::Auto) chooseDisplay(options);
     if (options.width == 0) {

@@ -69,7 +69,9 @@ class Installation(Device):
                              capture_output=True, text=True, timeout=60)
         self.assertEqual((ran.returncode, ran.stderr), (0, ''))
         self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
-        commands = re.findall(r'^  (\w+)  ', self.ok('--help').split('Subcommands:')[1], re.M)
+        self.assertEqual(self.ok('help'), self.ok('--help'))
+        self.assertEqual(self.ok('help', 'set'), self.ok('set', '--help'))
+        commands = re.findall(r'^  ([a-z]+)  ', self.ok('help').split('\nOptions:')[0], re.M)
         with gzip.open(os.path.join(moved, 'share/man/man1/lumora.1.gz'), 'rt') as page:
             self.assertEqual(re.findall(r'^\.SS (\w+)', page.read(), re.M), commands)
         for line, expected in (('lumora ', {*commands, '--help', '--version', '--root'}),
@@ -99,7 +101,8 @@ class CommandWithoutHomeScreen(Device):
                       ['speed', 'moon', '1'], ['blur', 'shared', '-1'], ['speed', 'shared', '0x1']):
             self.fails(2, *words)
         self.assertIn("no command 'dance'\n", self.fails(2, 'dance'))
-        self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, 'stauts'))
+        for words in (['stauts'], ['help', 'stauts']):
+            self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, *words))
 
     def test_reports_that_no_home_screen_is_running(self):
         for words in (['set', 'shared', self.gif], ['remove', 'all'], ['lock'], ['unlock'],

@@ -26,11 +26,11 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location) {
 
 void addRemoveCommand(CLI::App& lumora, Context& context) {
   auto location = std::make_shared<std::string>();
-  auto* command = addCommand(lumora, context, "remove", "remove a wallpaper", [&context, location] {
-    removeWallpaper(context.device(), *location);
-  });
+  auto* command =
+      addCommand(lumora, context, "remove", "take a wallpaper away",
+                 [&context, location] { removeWallpaper(context.device(), *location); });
   addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
-            "wallpaper to remove with its GIF; all keeps the GIFs");
+            "wallpaper to remove with its GIF; with all, the GIFs stay");
 }
 
 }  // namespace tool

@@ -309,17 +309,19 @@ int runHostInBackground(const Context& context, const RunOptions& options,
 
 void addRunCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<RunOptions>();
-  CLI::App* command = lumora.add_subcommand("run", "start the home screen");
-  command->add_option("GIF", options->gif, "GIF to set as the wallpaper of both screens");
+  CLI::App* command =
+      lumora.add_subcommand("run", "show a GIF as the wallpaper until it is stopped");
+  command->add_option("GIF", options->gif, "GIF file; without it, the wallpaper that was set last");
   acceptScaling(command->add_option("--scaling", options->scaling,
                                     "how the GIF fills the screen (default: FIT, on a desktop "
-                                    "FILL)"));
+                                    "FILL)"))
+      ->type_name("FIT|FILL|FULLSCREEN");
   host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
-  command->add_option("--for", options->seconds, "time to run, then stop")
+  command->add_option("--for", options->seconds, "time to run; then it stops")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
-  command->add_flag("--background", options->isInBackground, "return once the home screen runs");
+  command->add_flag("--background", options->isInBackground, "return once the wallpaper is shown");
   command->callback([&context, options] {
     context.action = [&context, options] {
       std::optional<ChosenGif> gif;

@@ -90,18 +90,21 @@ void readArguments(SetOptions& options) {
 
 void addSetCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<SetOptions>();
-  auto* command = addCommand(lumora, context, "set", "set a GIF as a wallpaper",
+  auto* command = addCommand(lumora, context, "set", "choose the GIF of a wallpaper",
                              [&context, options] { set(context.device(), *options); });
-  command->add_option("LOCATION", options->location, "wallpaper to set (default: shared)")
+  command->add_option("LOCATION", options->location, "wallpaper to change")
+      ->default_str("shared")
       ->type_name("shared|lockscreen|homescreen");
-  command->add_option("GIF", options->path, "GIF file; - is standard input");
+  // Required, but the parser takes a single word for the location.
+  command->add_option("GIF", options->path, "GIF file; - is standard input")
+      ->option_text("REQUIRED");
   command->parse_complete_callback([options] {
     if (options->location.empty()) throw CLI::RequiredError("GIF");
     readArguments(*options);
   });
   command->add_flag("--keep-other", options->keepsOther,
                     "keep a shared wallpaper on the other screen");
-  command->add_flag("--no-wait", options->noWait, "return once the home screen has the GIF");
+  command->add_flag("--no-wait", options->noWait, "return without waiting for the frames");
   addTimeout(command, options->timeout);
 }
 

@@ -67,10 +67,11 @@ struct RawSetting {
 
 void addRawCommands(CLI::App& lumora, Context& context) {
   auto setting = std::make_shared<RawSetting>();
-  auto* get = addCommand(lumora, context, "get", "print a setting as stored", [&context, setting] {
-    context.openDevice();
-    printSetting(setting->key);
-  });
+  auto* get =
+      addCommand(lumora, context, "get", "print one setting as stored", [&context, setting] {
+        context.openDevice();
+        printSetting(setting->key);
+      });
   get->add_option("KEY", setting->key, "key as `lumora settings` lists it")->required();
   auto* put = addCommand(lumora, context, "put", "store a setting without checking it",
                          [&context, setting] {
@@ -94,11 +95,11 @@ void addRawCommands(CLI::App& lumora, Context& context) {
 }
 
 void addSwitches(CLI::App& lumora, Context& context) {
-  addCommand(lumora, context, "enable", "switch the extension on", [&context] {
+  addCommand(lumora, context, "enable", "let wallpapers be animated", [&context] {
     context.openDevice();
     storeSetting("ENABLED", "TRUE");
   });
-  addCommand(lumora, context, "disable", "switch the extension off", [&context] {
+  addCommand(lumora, context, "disable", "do not animate wallpapers from now on", [&context] {
     context.openDevice();
     storeSetting("ENABLED", "FALSE");
     std::printf("disabled; a wallpaper that is playing continues\n");
