@@ -115,8 +115,13 @@ class CommandWithoutHomeScreen(Device):
         huge = RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]
         for path, reason in ((self.file('text.gif', b'no picture'), 'it is not a GIF'),
                              (self.file('empty.gif', b''), 'it is empty'),
-                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP'),
-                             (self.file('cut.gif', RED_GREEN[:20]), 'it is damaged'),
+                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP, not a GIF'),
+                             (self.file('still.gif', b'\xff\xd8\xff\xe0'), 'it is JPEG'),
+                             (self.file('film.gif', b'....ftypisom'), 'it is MP4'),
+                             (self.file('cut.png', b'\x89PNG\r\n\x1a\n'), 'it is a damaged PNG'),
+                             (self.file('page.gif', b'<!DOCTYPE html>'), 'it is a web page'),
+                             (self.file('short.gif', RED_GREEN[:3]), 'it is not a GIF'),
+                             (self.file('cut.gif', RED_GREEN[:20]), 'it contains no frame'),
                              (self.file('huge.gif', huge), 'it is too large: 65535x65535 pixels'),
                              (self.folder, 'not a regular file'),
                              (os.path.join(self.folder, 'nothing.gif'), 'No such file')):

@@ -195,9 +195,10 @@ class HostRun {
     try {
       const TimeLimit limit(maxImportTime);
       const lumora::Location& shared = lumora::locationOf(lumora::ScreenLocation::Shared);
-      const int frames = countShownFrames(*gif_);
-      const ProgressBar bar("making frames", frames);
-      importWallpaper(device_, {shared, *gif_, frames, limit},
+      const FrameCheck found = checkFrames(*gif_);
+      printDamage(found);
+      const ProgressBar bar("making frames", found.shown);
+      importWallpaper(device_, {shared, *gif_, found.shown, limit},
                       [&bar](const ImportProgress& progress) { bar.show(progress.framesFound); });
       return ExitCode::Done;
     } catch (const std::exception& error) {
@@ -298,9 +299,11 @@ int runHostInBackground(const Context& context, const RunOptions& options,
     return runHost(device, options, std::nullopt, ready);
   });
   if (!isParent || code != ExitCode::Done || !gif) return code;
+  const FrameCheck found = checkFrames(*gif);
+  printDamage(found);
   importInOwnProcess(device,
-                     {lumora::locationOf(lumora::ScreenLocation::Shared), *gif,
-                      countShownFrames(*gif), TimeLimit(maxImportTime)},
+                     {lumora::locationOf(lumora::ScreenLocation::Shared), *gif, found.shown,
+                      TimeLimit(maxImportTime)},
                      WaitFor::Frames);
   return ExitCode::Done;
 }

@@ -32,12 +32,13 @@ struct SetOptions {
 
 void importAt(const DeviceFolder& device, const lumora::Location& location, const ChosenGif& gif,
               const SetOptions& options) {
-  const int frames = countShownFrames(gif);
-  importInOwnProcess(device, {location, gif, frames, TimeLimit(Seconds(options.timeout))},
+  const FrameCheck found = checkFrames(gif);
+  printDamage(found);
+  importInOwnProcess(device, {location, gif, found.shown, TimeLimit(Seconds(options.timeout))},
                      options.noWait ? WaitFor::Handover : WaitFor::Frames);
   if (options.noWait) return;
   const auto place = static_cast<std::size_t>(location.id);
-  std::printf("%s wallpaper set: %s\n", placeNames[place], countOfFrames(frames).c_str());
+  std::printf("%s wallpaper set: %s\n", placeNames[place], countOfFrames(found.shown).c_str());
 }
 
 // Returns the other location of the separate mode. Requires one of the two.
