@@ -20,9 +20,9 @@ Options optionsThat(const CLI::App& command, bool arePositional) {
   });
 }
 
-// The text of an argument says "REQUIRED" if the parser cannot know it.
-bool isRequired(const CLI::Option& argument) {
-  return argument.get_required() || !argument.get_option_text().empty();
+// Names of values that are not words to type.
+bool isPlaceholder(const std::string& word) {
+  return word == "SECONDS" || word == "COLOR" || word == "FILE";
 }
 
 // A value's name can contain its choices; an argument is named differently.
@@ -62,8 +62,13 @@ std::vector<std::string> choicesOf(const CLI::Option& option) {
   const auto open = type.find('{');
   if (open != type.npos) return splitAt(',', type.substr(open + 1, type.find('}') - open - 1));
   auto choices = splitAt('|', type);
-  if (choices.size() < 2) choices.clear();
+  if (choices.size() < 2) return {};
+  std::erase_if(choices, isPlaceholder);
   return choices;
+}
+
+bool isRequired(const CLI::Option& argument) {
+  return argument.get_required() || !argument.get_option_text().empty();
 }
 
 bool takesValue(const CLI::Option& option) {

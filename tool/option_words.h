@@ -20,8 +20,12 @@ std::string longName(const CLI::Option& option);
 // Returns the name of the value, such as DIR or on|off.
 std::string valueName(const CLI::Option& option);
 
-// Returns the words that the option accepts, empty if it accepts others, too.
+// Returns the words that the option accepts. It may accept others, too.
 std::vector<std::string> choicesOf(const CLI::Option& option);
+
+// Returns true if the argument cannot be left out. Its text says "REQUIRED" if the parser cannot
+// know that.
+bool isRequired(const CLI::Option& argument);
 
 bool takesValue(const CLI::Option& option);
 

@@ -74,20 +74,58 @@ class Installation(Device):
         commands = re.findall(r'^  ([a-z]+)  ', self.ok('help').split('\nOptions:')[0], re.M)
         with gzip.open(os.path.join(moved, 'share/man/man1/lumora.1.gz'), 'rt') as page:
             self.assertEqual(re.findall(r'^\.SS (\w+)', page.read(), re.M), commands)
-        for line, expected in (('lumora ', {*commands, '--help', '--version', '--root'}),
-                               ('lumora scaling --root x shared ', {'FIT', 'FILL', 'FULLSCREEN'}),
-                               ('lumora run --idiom ', {'phone', 'pad'}),
-                               ('lumora run --for ', set())):
-            self.assertEqual(self.completions(moved, line), expected)
+        self.checks_completions(moved, set(commands))
 
-    def completions(self, prefix, line):
+    def checks_completions(self, prefix, commands):
+        locations = {'shared', 'lockscreen', 'homescreen'}
+        folders = {'device', 'moved'}
+        files = {'picture.gif'} | folders
+        shells = {'bash': self.offers_of_bash, 'zsh': self.offers_of_zsh, 'fish': self.offers_of_fish}
+        for shell, offers in shells.items():
+            if not shutil.which(shell):
+                print(f'no {shell}: its completions are not tested')
+                continue
+            for line, expected in (('lumora ', commands), ('lumora --root x ', commands),
+                                   ('lumora help ', commands),
+                                   ('lumora set ', locations | files),
+                                   ('lumora set --timeout 5 shared ', files),
+                                   ('lumora scaling --root x shared ', {'FIT', 'FILL', 'FULLSCREEN'}),
+                                   ('lumora frames picture.gif ', folders),
+                                   ('lumora run --idiom ', {'phone', 'pad'}),
+                                   ('lumora run --transition ', {'none'}),
+                                   ('lumora run --for ', set()),
+                                   ('lumora get DOCK', {'DOCK_ENABLED', 'DOCK_HEIGHT'}),
+                                   ('lumora run x.gif --back', {'--background', '--backdrop'})):
+                found = {word.rstrip('/') for word in offers(prefix, line)}
+                if shell == 'bash' and not line.endswith('--back'):
+                    found -= {'--root', '--version', '--help'}
+                self.assertEqual(found, expected, (shell, line))
+
+    def offers(self, prefix, *words):
+        path = os.path.join(prefix, 'bin') + ':' + os.environ['PATH']
+        environment = dict(os.environ, PATH=path, HOME=self.folder, LUMORA_ROOT=self.root)
+        return subprocess.run(words, capture_output=True, text=True, check=True, timeout=60,
+                              cwd=self.folder, env=environment).stdout.splitlines()
+
+    def offers_of_bash(self, prefix, line):
         script = os.path.join(prefix, 'share/bash-completion/completions/lumora')
         words = line.split(' ')
         quoted = ' '.join(f'"{word}"' for word in words)
-        return set(subprocess.run(
-            ['bash', '-c', f'. {script}; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _lumora; '
-                           'printf "%s\\n" "${COMPREPLY[@]}"'],
-            capture_output=True, text=True, check=True).stdout.split())
+        offers = self.offers(
+            prefix, 'bash', '-c',
+            f'. {script}; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _lumora; '
+            'printf "%s\\n" "${COMPREPLY[@]}"')
+        return filter(None, offers)
+
+    def offers_of_zsh(self, prefix, line):
+        script = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture/completions.zsh')
+        functions = os.path.join(prefix, 'share/zsh/vendor-completions')
+        return filter(None, self.offers(prefix, 'zsh', '-f', script, functions, line))
+
+    def offers_of_fish(self, prefix, line):
+        script = os.path.join(prefix, 'share/fish/vendor_completions.d/lumora.fish')
+        offers = self.offers(prefix, 'fish', '-c', f"source {script}; complete -C '{line}'")
+        return (offer.split('\t')[0] for offer in offers)
 
 
 class CommandWithoutHomeScreen(Device):
