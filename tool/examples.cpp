@@ -31,7 +31,7 @@ std::vector<std::string> examplesOf(const std::string& name) {
       {"mode", {"lumora mode separate"}},
       {"screenshot", {"lumora screenshot wallpaper.png"}},
       {"put", {"lumora put DOCK_HEIGHT 96"}},
-      {"get", {"lumora get DOCK_HEIGHT"}},
+      {"get", {"lumora get SHARED_SCALING_MODE"}},
       {"play", {"lumora play my-script.txt"}},
       {"frames",
        {"lumora frames cat.gif cat-frames       # one PNG per frame, and the delays",
