@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <sstream>
 #include <utility>
@@ -53,10 +54,8 @@ std::string nameIn(const std::map<std::string, Value>& values, Value value) {
 
 constexpr double maxChannel = 255;
 
-// Returns false if the text is neither "blur" nor "#" with six hexadecimal digits.
-bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
-  backdrop.kind = text == "blur" ? BackdropKind::Blur : BackdropKind::Color;
-  if (backdrop.kind == BackdropKind::Blur) return true;
+// Returns false if the text is not "#" with six hexadecimal digits.
+bool parseColor(const std::string& text, BackdropOptions& backdrop) {
   unsigned channels[3];
   int end = 0;
   constexpr int lengthOfColor = 7;
@@ -67,6 +66,19 @@ bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
   backdrop.green = channels[1] / maxChannel;
   backdrop.blue = channels[2] / maxChannel;
   return true;
+}
+
+// Returns false if the text is none of "blur", a color and the path of a file, which may be
+// missing.
+bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
+  const bool isColor = text.starts_with('#');
+  backdrop.kind = text == "blur" ? BackdropKind::Blur
+                  : isColor      ? BackdropKind::Color
+                                 : BackdropKind::File;
+  if (backdrop.kind != BackdropKind::File) return !isColor || parseColor(text, backdrop);
+  std::error_code error;
+  backdrop.file = std::filesystem::weakly_canonical(text, error);
+  return !error && !text.empty();
 }
 
 // Returns false if the text is neither "none" nor a number of seconds.
@@ -81,6 +93,7 @@ bool parseTransition(const std::string& text, DesktopOptions& desktop) {
 
 std::string textOf(const BackdropOptions& backdrop) {
   if (backdrop.kind == BackdropKind::Blur) return "blur";
+  if (backdrop.kind == BackdropKind::File) return backdrop.file;
   const auto channel = [](double value) {
     return static_cast<unsigned>(std::lround(value * maxChannel));
   };
@@ -191,11 +204,13 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
           "--backdrop",
           [&desktop](const std::string& text) {
             if (!parseBackdrop(text, desktop.backdrop)) {
-              throw CLI::ValidationError("--backdrop", "must be blur or a color such as #203040");
+              throw CLI::ValidationError(
+                  "--backdrop", "must be blur, a color such as #203040, or a PNG or GIF file");
             }
           },
-          "what to show beside the GIF: a blurred copy of it, or a color such as #203040")
-      ->type_name("blur|COLOR")
+          "what to show beside the GIF: a blurred copy of it, a color such as #203040, or a PNG or "
+          "GIF file")
+      ->type_name("blur|COLOR|FILE")
       ->group(group);
   command
       .add_option("--output", desktop.outputs,

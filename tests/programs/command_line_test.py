@@ -153,7 +153,7 @@ class CommandWithoutHomeScreen(Device):
         huge = RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]
         for path, reason in ((self.file('text.gif', b'no picture'), 'it is not a GIF'),
                              (self.file('empty.gif', b''), 'it is empty'),
-                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP, not a GIF'),
+                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP, not a GIF or PNG'),
                              (self.file('still.gif', b'\xff\xd8\xff\xe0'), 'it is JPEG'),
                              (self.file('film.gif', b'....ftypisom'), 'it is MP4'),
                              (self.file('cut.png', b'\x89PNG\r\n\x1a\n'), 'it is a damaged PNG'),

@@ -329,6 +329,9 @@ void addRunCommand(CLI::App& lumora, Context& context) {
     context.action = [&context, options] {
       std::optional<ChosenGif> gif;
       if (!options->gif.empty()) gif = readGif(options->gif);
+      if (const auto& backdrop = options->host.desktop.backdrop.file; !backdrop.empty()) {
+        readGif(backdrop);
+      }
       warnOfNoDisplay(*options);
       if (options->isInBackground) return runHostInBackground(context, *options, gif);
       return runHost(context.device(), *options, gif, [] {});

@@ -83,7 +83,7 @@ std::string problemOfOtherFile(std::string_view start) {
     return start.size() > each.offset && start.substr(each.offset).starts_with(each.bytes);
   });
   if (format == std::end(formats)) return "it is not a GIF";
-  const std::string problem = "it is " + std::string(format->name) + ", not a GIF; ";
+  const std::string problem = "it is " + std::string(format->name) + ", not a GIF or PNG; ";
   if (format->name == webPage) return problem + "download the picture itself";
   return problem + "convert it, for example with ffmpeg";
 }
