@@ -56,12 +56,9 @@ std::string valueName(const CLI::Option& option) {
   return option.get_positional() ? option.get_name() : type.substr(0, type.find(':'));
 }
 
-// The name of the type is "on|off" or "TEXT:{on,off}".
+// The name of the type is "on|off".
 std::vector<std::string> choicesOf(const CLI::Option& option) {
-  const std::string type = option.get_type_name();
-  const auto open = type.find('{');
-  if (open != type.npos) return splitAt(',', type.substr(open + 1, type.find('}') - open - 1));
-  auto choices = splitAt('|', type);
+  auto choices = splitAt('|', option.get_type_name());
   if (choices.size() < 2) return {};
   std::erase_if(choices, isPlaceholder);
   return choices;

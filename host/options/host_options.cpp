@@ -12,6 +12,8 @@
 
 #include <X11/Xlib.h>
 
+#include "host/options/one_of.h"
+
 namespace host {
 namespace {
 
@@ -144,13 +146,12 @@ void chooseDisplay(HostOptions& options) {
 }
 
 void addDisplayOptions(CLI::App& command, HostOptions& options) {
-  command
-      .add_option_function<std::string>(
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--display", [&options](const std::string& name) { options.display = displays.at(name); },
           "where to show it; desktop: behind all windows; auto: in a window, or headless where "
-          "there is no display")
-      ->check(CLI::IsMember(namesOf(displays)).description(""))
-      ->type_name("auto|window|desktop|headless");
+          "there is no display"),
+      namesOf(displays));
 }
 
 void addDeviceOptions(CLI::App& command, HostOptions& options) {
@@ -164,12 +165,11 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
           "size of the upright device in points")
       ->type_name("WxH")
       ->group(group);
-  command
-      .add_option_function<std::string>(
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
-          "kind of device; pad is a tablet")
-      ->check(CLI::IsMember(namesOf(idioms)).description(""))
-      ->type_name("phone|pad")
+          "kind of device; pad is a tablet"),
+      namesOf(idioms))
       ->group(group);
   command.add_flag("--locked", options.startsLocked, "start on the lock screen")->group(group);
   command.add_option("--scale", options.scale, "pixels per point, from 1 to 4")
@@ -180,24 +180,22 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
       ->check(CLI::Range(1, maxRefreshRate))
       ->type_name("HZ")
       ->group(group);
-  command
-      .add_option_function<std::string>(
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--clock",
           [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
-          "manual: moved only by `lumora advance`; needs --display headless")
-      ->check(CLI::IsMember({"real", "manual"}).description(""))
-      ->type_name("real|manual")
+          "manual: moved only by `lumora advance`; needs --display headless"),
+      {"real", "manual"})
       ->group(group);
 }
 
 void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
   constexpr auto group = "Desktop";
-  command
-      .add_option_function<std::string>(
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--filter", [&desktop](const std::string& name) { desktop.filter = filters.at(name); },
-          "how to draw enlarged pixels; auto: nearest for pixel art, otherwise smooth")
-      ->check(CLI::IsMember(namesOf(filters)).description(""))
-      ->type_name("auto|nearest|smooth")
+          "how to draw enlarged pixels; auto: nearest for pixel art, otherwise smooth"),
+      namesOf(filters))
       ->group(group);
   command
       .add_option_function<std::string>(

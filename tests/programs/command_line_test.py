@@ -138,6 +138,8 @@ class CommandWithoutHomeScreen(Device):
                       ['put', '', 'value'], ['speed', 'shared'], ['alpha', 'shared', '1.01'],
                       ['speed', 'moon', '1'], ['blur', 'shared', '-1'], ['speed', 'shared', '0x1']):
             self.fails(2, *words)
+        self.assertIn('must be FIT, FILL or FULLSCREEN, not wide',
+                      self.fails(2, 'scaling', 'shared', 'wide'))
         self.assertIn("no command 'dance'\n", self.fails(2, 'dance'))
         for words in (['stauts'], ['help', 'stauts']):
             self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, *words))
@@ -181,7 +183,7 @@ class CommandWithoutHomeScreen(Device):
         self.assertEqual(self.ok('get', 'SHARED_GIF_SPEED'), '2.5\n')
         self.ok('disable')
         self.ok('dock', 'off')
-        self.ok('mode', 'separate')
+        self.ok('mode', 'Separate')
         self.ok('scaling', 'homescreen', 'Cover')
         self.ok('alpha', 'lockscreen', '0.5')
         self.ok('blur', 'homescreen', '3.9')
@@ -194,6 +196,8 @@ class CommandWithoutHomeScreen(Device):
         self.assertEqual((settings['SHARED_GIF_SPEED'], settings['ENABLED'],
                           settings['MODE_INDEX'], settings['LOCKSCREEN_SCALING_MODE']),
                          (2.5, False, 0, 'FIT'))
+        self.ok('dock', 'ON')
+        self.assertEqual(self.ok('get', 'DOCK_ENABLED'), 'TRUE\n')
         self.ok('enable')
         self.assertIn('ENABLED                      true', self.ok('settings'))
         self.fails(1, 'get', 'NOTHING')

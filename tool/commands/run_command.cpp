@@ -317,8 +317,7 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   command->add_option("GIF", options->gif, "GIF file; without it, the wallpaper that was set last");
   acceptScaling(command->add_option("--scaling", options->scaling,
                                     "how the GIF fills the screen (default: FIT, on a desktop "
-                                    "FILL)"))
-      ->type_name("FIT|FILL|FULLSCREEN");
+                                    "FILL)"));
   host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
   command->add_option("--for", options->seconds, "time to run; then it stops")

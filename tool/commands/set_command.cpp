@@ -75,8 +75,8 @@ void set(const DeviceFolder& device, const SetOptions& options) {
 }
 
 // Returns what is wrong with the name of a location, or nothing.
-std::string problemWithLocation(const std::string& name) {
-  return CLI::IsMember(locationNames, CLI::ignore_case)(name);
+std::string problemWithLocation(std::string name) {
+  return host::takeWord(locationNames, name);
 }
 
 // A single argument is the GIF.
