@@ -27,8 +27,8 @@ bool isPlaceholder(const std::string& word) {
 
 // A value's name can contain its choices; an argument is named differently.
 bool areChoicesKnown(const CLI::Option& option, const std::vector<std::string>& choices) {
-  return std::ranges::all_of(choices, [&option](const std::string& choice) {
-    const std::string text = option.get_description();
+  const std::string& text = option.get_description();
+  return std::ranges::all_of(choices, [&option, &text](const std::string& choice) {
     return text.find(choice) != text.npos || valueName(option).find(choice) != text.npos;
   });
 }
@@ -41,8 +41,8 @@ Options argumentsOf(const CLI::App& command) {
 
 Options optionsOf(const CLI::App& command) {
   Options options = optionsThat(command, false);
-  std::ranges::stable_partition(
-      options, [](const CLI::Option* option) { return option->get_name() != "--help"; });
+  std::stable_partition(options.begin(), options.end(),
+                        [](const CLI::Option* option) { return option->get_name() != "--help"; });
   return options;
 }
 
