@@ -238,7 +238,7 @@ class X11Desktop(Desktop):
         server = self.start_server('Xvfb', '-screen', '0', '320x240x24')
         self.show_desktop('--transition', '1', self.file('red.gif', device.gif(RED, RED)))
         self.eventually(lambda: server.pixel(20, 20) == 0xff0000)
-        self.ok('set', self.file('blue.gif', device.gif(BLUE, BLUE)))
+        self.ok('set', '--no-wait', self.file('blue.gif', device.gif(BLUE, BLUE)))
         seen = set()
         while 0x0000ff not in seen:
             seen.add(server.pixel(20, 20))
