@@ -1,8 +1,8 @@
-// Draws the sample wallpaper: an evening lake among misty mountains, under a full moon. Stars
+// Draws the sample wallpapers: an evening lake among misty mountains, under a full moon. Stars
 // twinkle, mist drifts, the moon glitters on the water, a boat with a lantern rocks and fireflies
 // wander. Every motion repeats a whole number of times, so the last frame leads into the first.
 //
-// Usage: draw_sample OUT.gif
+// Usage: draw_sample upright|wide OUT.gif
 //
 // Every run writes the same bytes.
 
@@ -14,6 +14,7 @@
 #include <iostream>
 #include <memory>
 #include <numbers>
+#include <string>
 #include <vector>
 
 #include <cairo.h>
@@ -21,19 +22,6 @@
 #include "examples/loop_gif.h"
 
 namespace {
-
-constexpr int pictureWidth = 360;
-constexpr int pictureHeight = 690;
-constexpr int frameCount = 60;
-constexpr int delayCentiseconds = 8;
-// Stars and mist move only every so many frames, so that most frames are small.
-constexpr int skyHold = 3;
-
-constexpr double waterline = 432;
-constexpr double waterDepth = pictureHeight - waterline;
-constexpr double moonX = 298;
-constexpr double moonY = 186;
-constexpr double moonRadius = 25;
 
 constexpr double fullTurn = 2 * std::numbers::pi;
 
@@ -53,6 +41,122 @@ constexpr Color fireflyLight = rgb(0xf4e58a);
 constexpr Color mistLight = rgb(0xc79ab4);
 constexpr Color deepWater = rgb(0x0c1130);
 constexpr Color silhouette = rgb(0x070a1c);
+
+struct Ridge {
+  // The y of the valley between the slopes.
+  double base;
+  // How much peaks rise and fall.
+  double relief;
+  // How far the ridge climbs toward the edges of the picture.
+  double riseAtLeft;
+  double riseAtRight;
+  double wavelength;
+  std::uint32_t seed;
+  Color top;
+  Color foot;
+};
+
+// What differs between the samples. Lengths are in pixels.
+struct Scene {
+  int width;
+  int height;
+  int frameCount;
+  int delayCentiseconds;
+  // Stars and mist move only every so many frames, so that most frames are small.
+  int skyHold;
+  double waterline;
+  // Where the sky is brightest.
+  double skyFoot;
+  double moonX;
+  double moonY;
+  double moonRadius;
+  // The opacity of the light around the moon.
+  double moonHaze;
+  int starCount;
+  double lowestStar;
+  std::array<Ridge, 5> ridges;
+  int spruceCount;
+  int mistBankCount;
+  // How far the waves bend the reflection.
+  double waveRows;
+  // How many times more waves there are from left to right.
+  double wavesAcross;
+  double boatX;
+  double boatY;
+  int reedCount;
+  double reedHeight;
+  // How steeply the reeds rise toward the edges.
+  double reedSlope;
+  int fireflyCount;
+
+  double waterDepth() const { return height - waterline; }
+};
+
+constexpr Scene upright{
+    .width = 360,
+    .height = 690,
+    .frameCount = 60,
+    .delayCentiseconds = 8,
+    .skyHold = 3,
+    .waterline = 432,
+    .skyFoot = 432,
+    .moonX = 298,
+    .moonY = 186,
+    .moonRadius = 25,
+    .moonHaze = 0.36,
+    .starCount = 130,
+    .lowestStar = 290,
+    .ridges{{
+        {358, 82, 6, 18, 88, 2, rgb(0x8a5f8c), rgb(0xc48a94)},
+        {378, 62, 42, 10, 74, 11, rgb(0x66508a), rgb(0xa87894)},
+        {400, 50, 16, 66, 66, 23, rgb(0x453f7a), rgb(0x84649a)},
+        {418, 34, 66, 24, 56, 31, rgb(0x2b2d62), rgb(0x574b86)},
+        {430, 14, 26, 40, 60, 47, rgb(0x141a42), rgb(0x1d2350)},
+    }},
+    .spruceCount = 110,
+    .mistBankCount = 5,
+    .waveRows = 5.5,
+    .wavesAcross = 1,
+    .boatX = 104,
+    .boatY = 528,
+    .reedCount = 120,
+    .reedHeight = 120,
+    .reedSlope = 2.4,
+    .fireflyCount = 14,
+};
+
+constexpr Scene wide{
+    .width = 960,
+    .height = 540,
+    .frameCount = 36,
+    .delayCentiseconds = 12,
+    .skyHold = 2,
+    .waterline = 348,
+    .skyFoot = 296,
+    .moonX = 706,
+    .moonY = 112,
+    .moonRadius = 27,
+    .moonHaze = 0.26,
+    .starCount = 300,
+    .lowestStar = 230,
+    .ridges{{
+        {274, 118, 10, 22, 150, 2, rgb(0x8a5f8c), rgb(0xc48a94)},
+        {294, 86, 60, 18, 118, 11, rgb(0x66508a), rgb(0xa87894)},
+        {316, 62, 24, 84, 98, 23, rgb(0x453f7a), rgb(0x84649a)},
+        {334, 42, 92, 36, 84, 31, rgb(0x2b2d62), rgb(0x574b86)},
+        {346, 16, 40, 56, 80, 47, rgb(0x141a42), rgb(0x1d2350)},
+    }},
+    .spruceCount = 280,
+    .mistBankCount = 9,
+    .waveRows = 4,
+    .wavesAcross = 2.4,
+    .boatX = 300,
+    .boatY = 424,
+    .reedCount = 230,
+    .reedHeight = 120,
+    .reedSlope = 5,
+    .fireflyCount = 26,
+};
 
 template <auto destroy>
 struct Destroyer {
@@ -94,8 +198,8 @@ double fraction(double value) {
 }
 
 // Returns the position of a frame in the loop, in [0, 1).
-double loopTime(int frame) {
-  return static_cast<double>(frame) / frameCount;
+double loopTime(const Scene& scene, int frame) {
+  return static_cast<double>(frame) / scene.frameCount;
 }
 
 void setColor(cairo_t* context, const Color& color, double alpha = 1) {
@@ -125,8 +229,8 @@ void drawGlow(cairo_t* context, double x, double y, double radiusX, double radiu
   cairo_restore(context);
 }
 
-void drawSky(cairo_t* context) {
-  const Pattern sky(cairo_pattern_create_linear(0, 0, 0, waterline));
+void drawSky(cairo_t* context, const Scene& scene) {
+  const Pattern sky(cairo_pattern_create_linear(0, 0, 0, scene.skyFoot));
   addStop(sky, 0.00, rgb(0x0a0f2c));
   addStop(sky, 0.25, rgb(0x171c4c));
   addStop(sky, 0.48, rgb(0x36316c));
@@ -138,18 +242,16 @@ void drawSky(cairo_t* context) {
   cairo_paint(context);
 }
 
-void drawStars(cairo_t* context, double time) {
-  constexpr int starCount = 130;
-  constexpr double maxY = 290;
+void drawStars(cairo_t* context, const Scene& scene, double time) {
   Chance chance(7);
-  for (int i = 0; i < starCount; ++i) {
-    const double x = chance.between(0, pictureWidth);
-    const double y = maxY * std::pow(chance.next(), 1.3);
+  for (int i = 0; i < scene.starCount; ++i) {
+    const double x = chance.between(0, scene.width);
+    const double y = scene.lowestStar * std::pow(chance.next(), 1.3);
     const double size = 0.45 + 0.85 * std::pow(chance.next(), 4);
     const double twinkle = chance.next() < 0.4 ? 0.45 : 0;
     const int turns = chance.next() < 0.5 ? 1 : 2;
     const double shine = 1 - twinkle * (1 + swing(time, turns, chance.next()));
-    const double fade = 1 - y / maxY;
+    const double fade = 1 - y / scene.lowestStar;
     setColor(context, moonlight, (0.25 + 0.65 * fade) * shine);
     cairo_arc(context, x, y, size, 0, fullTurn);
     cairo_fill(context);
@@ -157,11 +259,13 @@ void drawStars(cairo_t* context, double time) {
   }
 }
 
-void drawMoon(cairo_t* context) {
-  drawGlow(context, moonX, moonY, 7 * moonRadius, 7 * moonRadius, rgb(0xd9a6c0), 0.36);
-  drawGlow(context, moonX, moonY, 2.4 * moonRadius, 2.4 * moonRadius, moonlight, 0.40);
+void drawMoon(cairo_t* context, const Scene& scene) {
+  drawGlow(context, scene.moonX, scene.moonY, 7 * scene.moonRadius, 7 * scene.moonRadius,
+           rgb(0xd9a6c0), scene.moonHaze);
+  drawGlow(context, scene.moonX, scene.moonY, 2.4 * scene.moonRadius, 2.4 * scene.moonRadius,
+           moonlight, 0.40);
   cairo_save(context);
-  cairo_arc(context, moonX, moonY, moonRadius, 0, fullTurn);
+  cairo_arc(context, scene.moonX, scene.moonY, scene.moonRadius, 0, fullTurn);
   setColor(context, moonlight);
   cairo_fill_preserve(context);
   cairo_clip(context);
@@ -173,7 +277,8 @@ void drawMoon(cairo_t* context) {
   constexpr std::array<Sea, 5> seas{
       {{-8, -9, 15}, {3, -3, 14}, {10, -9, 9}, {-12, 5, 13}, {6, 13, 8}}};
   for (const Sea& sea : seas) {
-    drawGlow(context, moonX + sea.x, moonY + sea.y, sea.radius, sea.radius, rgb(0xd8b3a6), 0.55);
+    drawGlow(context, scene.moonX + sea.x, scene.moonY + sea.y, sea.radius, sea.radius,
+             rgb(0xd8b3a6), 0.55);
   }
   cairo_restore(context);
 }
@@ -187,29 +292,7 @@ double hills(double position, std::uint32_t seed) {
   return left + (right - left) * along * along * (3 - 2 * along);
 }
 
-struct Ridge {
-  // The y of the valley between the slopes.
-  double base;
-  // How much peaks rise and fall.
-  double relief;
-  // How far the ridge climbs toward the edges of the picture.
-  double riseAtLeft;
-  double riseAtRight;
-  double wavelength;
-  std::uint32_t seed;
-  Color top;
-  Color foot;
-};
-
-constexpr std::array<Ridge, 5> ridges{{
-    {358, 82, 6, 18, 88, 2, rgb(0x8a5f8c), rgb(0xc48a94)},
-    {378, 62, 42, 10, 74, 11, rgb(0x66508a), rgb(0xa87894)},
-    {400, 50, 16, 66, 66, 23, rgb(0x453f7a), rgb(0x84649a)},
-    {418, 34, 66, 24, 56, 31, rgb(0x2b2d62), rgb(0x574b86)},
-    {430, 14, 26, 40, 60, 47, rgb(0x141a42), rgb(0x1d2350)},
-}};
-
-double ridgeTop(const Ridge& ridge, double x) {
+double ridgeTop(const Scene& scene, const Ridge& ridge, double x) {
   constexpr int octaveCount = 5;
   double relief = 0;
   double amplitude = 0.55;
@@ -220,18 +303,18 @@ double ridgeTop(const Ridge& ridge, double x) {
     amplitude *= 0.45;
     scale *= 2.1;
   }
-  const double side = 2 * x / pictureWidth - 1;
+  const double side = 2 * x / scene.width - 1;
   const double rise = (side < 0 ? ridge.riseAtLeft : ridge.riseAtRight) * side * side;
   return ridge.base - ridge.relief * relief - rise;
 }
 
-void drawRidge(cairo_t* context, const Ridge& ridge) {
-  cairo_move_to(context, 0, waterline);
-  for (int x = 0; x <= pictureWidth; ++x) cairo_line_to(context, x, ridgeTop(ridge, x));
-  cairo_line_to(context, pictureWidth, waterline);
+void drawRidge(cairo_t* context, const Scene& scene, const Ridge& ridge) {
+  cairo_move_to(context, 0, scene.waterline);
+  for (int x = 0; x <= scene.width; ++x) cairo_line_to(context, x, ridgeTop(scene, ridge, x));
+  cairo_line_to(context, scene.width, scene.waterline);
   const double highest =
       ridge.base - ridge.relief - std::max(ridge.riseAtLeft, ridge.riseAtRight) * 0.5;
-  const Pattern slope(cairo_pattern_create_linear(0, highest, 0, waterline));
+  const Pattern slope(cairo_pattern_create_linear(0, highest, 0, scene.waterline));
   addStop(slope, 0, ridge.top);
   addStop(slope, 1, ridge.foot);
   cairo_set_source(context, slope.get());
@@ -254,27 +337,27 @@ void drawSpruce(cairo_t* context, double x, double foot, double height) {
 }
 
 // Draws spruces along the shore, taller toward the edges of the picture.
-void drawShoreForest(cairo_t* context, const Ridge& shore) {
-  constexpr int spruceCount = 110;
+void drawShoreForest(cairo_t* context, const Scene& scene) {
+  const Ridge& shore = scene.ridges.back();
   Chance chance(5);
   setColor(context, shore.top);
-  for (int i = 0; i < spruceCount; ++i) {
+  for (int i = 0; i < scene.spruceCount; ++i) {
     const double side = chance.between(-1, 1);
     const double height = 8 + 34 * std::pow(std::abs(side), 2.2) * chance.between(0.6, 1.1);
-    const double x = (side + 1) / 2 * pictureWidth;
-    drawSpruce(context, x, ridgeTop(shore, x) + 6, height * chance.between(0.7, 1.1));
+    const double x = (side + 1) / 2 * scene.width;
+    drawSpruce(context, x, ridgeTop(scene, shore, x) + 6, height * chance.between(0.7, 1.1));
   }
 }
 
 // Draws banks of mist. Each drifts to the right, appears and fades, in its own part of the loop.
-void drawMist(cairo_t* context, double time, std::size_t layer) {
-  constexpr int bankCount = 5;
+void drawMist(cairo_t* context, const Scene& scene, double time, std::size_t layer) {
   constexpr double drift = 46;
   Chance chance(100 + static_cast<std::uint32_t>(layer));
-  const double height = ridges[layer].base + 4;
-  for (int i = 0; i < bankCount; ++i) {
+  const double height = scene.ridges[layer].base + 4;
+  for (int i = 0; i < scene.mistBankCount; ++i) {
     const double phase = fraction(time + chance.next());
-    const double x = pictureWidth * (i + chance.next()) / bankCount + drift * (phase - 0.5);
+    const double x =
+        scene.width * (i + chance.next()) / scene.mistBankCount + drift * (phase - 0.5);
     const double y = height + chance.between(-8, 8);
     const double thickness = std::pow(std::sin(std::numbers::pi * phase), 2);
     const double length = chance.between(70, 130);
@@ -282,17 +365,17 @@ void drawMist(cairo_t* context, double time, std::size_t layer) {
   }
 }
 
-void drawLand(cairo_t* context, double mistTime) {
-  for (std::size_t layer = 0; layer < ridges.size(); ++layer) {
-    drawRidge(context, ridges[layer]);
-    if (layer + 1 < ridges.size()) drawMist(context, mistTime, layer);
+void drawLand(cairo_t* context, const Scene& scene, double mistTime) {
+  for (std::size_t layer = 0; layer < scene.ridges.size(); ++layer) {
+    drawRidge(context, scene, scene.ridges[layer]);
+    if (layer + 1 < scene.ridges.size()) drawMist(context, scene, mistTime, layer);
   }
-  drawShoreForest(context, ridges.back());
+  drawShoreForest(context, scene);
 }
 
 // Returns how far, in rows, the waves bend a reflection at a place on the lake. Closer waves look
 // larger and slower.
-double waveAt(double x, double depth, double time) {
+double waveAt(const Scene& scene, double x, double depth, double time) {
   struct Wave {
     double along;
     double across;
@@ -302,10 +385,11 @@ double waveAt(double x, double depth, double time) {
   constexpr std::array<Wave, 3> waves{
       {{7.0, 2.6, 0.50, 1}, {11.0, -4.2, 0.32, 2}, {17.0, 7.5, 0.18, -1}}};
   constexpr double minNearness = 0.16;
-  const double near = depth / waterDepth + minNearness;
+  const double near = depth / scene.waterDepth() + minNearness;
   double height = 0;
   for (const Wave& wave : waves) {
-    const double place = wave.along / near + wave.across * (x / pictureWidth - 0.5) / near;
+    const double place =
+        wave.along / near + scene.wavesAcross * wave.across * (x / scene.width - 0.5) / near;
     height += wave.height * swing(time, wave.turns, place / 2);
   }
   return height * near;
@@ -326,34 +410,33 @@ std::uint32_t* pixelsOf(cairo_surface_t* surface) {
 }
 
 // Mirrors the scene above the waterline, bent by the waves.
-void drawReflection(cairo_surface_t* surface, double time) {
+void drawReflection(cairo_surface_t* surface, const Scene& scene, double time) {
   // Rows of the scene per row of water. With more, the moon would be mirrored, too.
   constexpr double reach = 0.8;
-  constexpr double waveRows = 5.5;
-  constexpr int lastLandRow = static_cast<int>(waterline) - 1;
+  const int lastLandRow = static_cast<int>(scene.waterline) - 1;
   cairo_surface_flush(surface);
   std::uint32_t* pixels = pixelsOf(surface);
-  for (int y = lastLandRow + 1; y < pictureHeight; ++y) {
-    const double depth = y + 0.5 - waterline;
-    for (int x = 0; x < pictureWidth; ++x) {
-      const double bend = waveRows * waveAt(x, depth, time);
-      const double row =
-          std::clamp(waterline - 0.5 - reach * depth + bend, 0.0, static_cast<double>(lastLandRow));
+  for (int y = lastLandRow + 1; y < scene.height; ++y) {
+    const double depth = y + 0.5 - scene.waterline;
+    for (int x = 0; x < scene.width; ++x) {
+      const double bend = scene.waveRows * waveAt(scene, x, depth, time);
+      const double row = std::clamp(scene.waterline - 0.5 - reach * depth + bend, 0.0,
+                                    static_cast<double>(lastLandRow));
       const int above = std::min(static_cast<int>(row), lastLandRow - 1);
-      const std::uint32_t* source = pixels + above * pictureWidth + x;
-      pixels[y * pictureWidth + x] = mix(source[0], source[pictureWidth], row - above);
+      const std::uint32_t* source = pixels + above * scene.width + x;
+      pixels[y * scene.width + x] = mix(source[0], source[scene.width], row - above);
     }
   }
   cairo_surface_mark_dirty(surface);
 }
 
 // Darkens the water toward the viewer.
-void drawDepth(cairo_t* context) {
-  const Pattern depth(cairo_pattern_create_linear(0, waterline, 0, pictureHeight));
+void drawDepth(cairo_t* context, const Scene& scene) {
+  const Pattern depth(cairo_pattern_create_linear(0, scene.waterline, 0, scene.height));
   addStop(depth, 0, deepWater, 0.16);
   addStop(depth, 1, deepWater, 0.66);
   cairo_set_source(context, depth.get());
-  cairo_rectangle(context, 0, waterline, pictureWidth, waterDepth);
+  cairo_rectangle(context, 0, scene.waterline, scene.width, scene.waterDepth());
   cairo_fill(context);
 }
 
@@ -370,13 +453,13 @@ void drawFleck(cairo_t* context, double x, double y, double length, double thick
 }
 
 // Draws the moonlight on the water: spots that flash and fade, each at its own moment.
-void drawGlitter(cairo_t* context, double time) {
+void drawGlitter(cairo_t* context, const Scene& scene, double time) {
   constexpr int fleckCount = 330;
   Chance chance(17);
-  drawGlow(context, moonX, waterline + 105, 70, 110, moonlight, 0.17);
+  drawGlow(context, scene.moonX, scene.waterline + 105, 70, 110, moonlight, 0.17);
   for (int i = 0; i < fleckCount; ++i) {
     const double nearness = std::pow(chance.next(), 1.25);
-    const double y = waterline + 3 + nearness * (waterDepth - 40);
+    const double y = scene.waterline + 3 + nearness * (scene.waterDepth() - 40);
     const double spread = 9 + 46 * nearness;
     const double offset = chance.bell();
     const int turns = chance.next() < 0.5 ? 1 : 2;
@@ -386,7 +469,7 @@ void drawGlitter(cairo_t* context, double time) {
     const double length = (2 + 10 * nearness) * chance.between(0.5, 1.2);
     const double alpha = 0.95 * (1 - std::abs(offset)) * (1 - 0.45 * nearness);
     if (flash <= 0) continue;
-    drawFleck(context, moonX + spread * offset + drift, y, length * (0.6 + 0.4 * flash),
+    drawFleck(context, scene.moonX + spread * offset + drift, y, length * (0.6 + 0.4 * flash),
               0.6 + 1.5 * nearness, moonlight, alpha * flash);
   }
 }
@@ -405,17 +488,15 @@ void drawLanternReflection(cairo_t* context, double x, double y, double time) {
 }
 
 // Draws a rowboat with a lantern on a pole at its bow.
-void drawBoat(cairo_t* context, double time) {
-  constexpr double boatX = 104;
-  constexpr double boatY = 528;
+void drawBoat(cairo_t* context, const Scene& scene, double time) {
   constexpr double bowX = 25;
   constexpr double lanternY = -21;
   const double rock = 0.022 * swing(time, 1, 0);
   const double bob = 0.9 * swing(time, 1, 0.2);
-  drawFleck(context, boatX, boatY + 8, 42, 4.5, silhouette, 0.55);
-  drawLanternReflection(context, boatX + bowX + 5, boatY + 14, time);
+  drawFleck(context, scene.boatX, scene.boatY + 8, 42, 4.5, silhouette, 0.55);
+  drawLanternReflection(context, scene.boatX + bowX + 5, scene.boatY + 14, time);
   cairo_save(context);
-  cairo_translate(context, boatX, boatY + bob);
+  cairo_translate(context, scene.boatX, scene.boatY + bob);
   cairo_rotate(context, rock);
   setColor(context, silhouette);
   cairo_move_to(context, -35, -5);
@@ -437,8 +518,7 @@ void drawBoat(cairo_t* context, double time) {
   cairo_restore(context);
 }
 
-void drawReed(cairo_t* context, double x, double height, double lean) {
-  constexpr double foot = pictureHeight + 4;
+void drawReed(cairo_t* context, double foot, double x, double height, double lean) {
   const double thickness = 0.8 + height / 90;
   cairo_move_to(context, x - thickness, foot);
   cairo_curve_to(context, x - thickness, foot - height * 0.5, x + lean * 0.3, foot - height * 0.8,
@@ -449,27 +529,26 @@ void drawReed(cairo_t* context, double x, double height, double lean) {
 }
 
 // Draws the near bank: reeds that are taller toward both edges of the picture.
-void drawReeds(cairo_t* context, double time) {
-  constexpr int reedCount = 120;
+void drawReeds(cairo_t* context, const Scene& scene, double time) {
   Chance chance(41);
   setColor(context, silhouette);
-  for (int i = 0; i < reedCount; ++i) {
+  for (int i = 0; i < scene.reedCount; ++i) {
     const double side = chance.between(-1, 1);
-    const double height = 14 + 120 * std::pow(std::abs(side), 2.4) * chance.between(0.35, 1);
+    const double height =
+        14 + scene.reedHeight * std::pow(std::abs(side), scene.reedSlope) * chance.between(0.35, 1);
     const double lean = height * 0.28 * chance.bell();
     const double sway = height * 0.012 * swing(time, 1, 0.3 * side);
-    drawReed(context, (side + 1) / 2 * pictureWidth, height, lean + sway);
+    drawReed(context, scene.height + 4, (side + 1) / 2 * scene.width, height, lean + sway);
   }
-  drawGlow(context, 0.5 * pictureWidth, pictureHeight + 8, 0.9 * pictureWidth, 44, silhouette, 1);
+  drawGlow(context, 0.5 * scene.width, scene.height + 8, 0.9 * scene.width, 44, silhouette, 1);
 }
 
-void drawFireflies(cairo_t* context, double time) {
-  constexpr int fireflyCount = 14;
+void drawFireflies(cairo_t* context, const Scene& scene, double time) {
   Chance chance(53);
-  for (int i = 0; i < fireflyCount; ++i) {
+  for (int i = 0; i < scene.fireflyCount; ++i) {
     const double side = chance.next() < 0.5 ? -1 : 1;
-    const double homeX = pictureWidth * (0.5 + side * chance.between(0.12, 0.47));
-    const double homeY = chance.between(575, 672);
+    const double homeX = scene.width * (0.5 + side * chance.between(0.12, 0.47));
+    const double homeY = chance.between(scene.height - 115, scene.height - 18);
     const double wander = 12 * swing(time, 1, chance.next());
     const double x = homeX + wander + 4 * swing(time, 2, chance.next());
     const double y = homeY + 9 * swing(time, 1, chance.next());
@@ -479,26 +558,26 @@ void drawFireflies(cairo_t* context, double time) {
   }
 }
 
-Picture drawFrame(int frame) {
+Picture drawFrame(const Scene& scene, int frame) {
   const Handle<cairo_surface_t, cairo_surface_destroy> surface(
-      cairo_image_surface_create(CAIRO_FORMAT_RGB24, pictureWidth, pictureHeight));
+      cairo_image_surface_create(CAIRO_FORMAT_RGB24, scene.width, scene.height));
   const Handle<cairo_t, cairo_destroy> drawing(cairo_create(surface.get()));
   cairo_t* context = drawing.get();
-  const double time = loopTime(frame);
-  const double slowTime = loopTime(frame - frame % skyHold);
-  drawSky(context);
-  drawStars(context, slowTime);
-  drawMoon(context);
-  drawLand(context, slowTime);
-  drawReflection(surface.get(), time);
-  drawDepth(context);
-  drawMist(context, slowTime, ridges.size() - 1);
-  drawGlitter(context, time);
-  drawBoat(context, time);
-  drawReeds(context, time);
-  drawFireflies(context, time);
+  const double time = loopTime(scene, frame);
+  const double slowTime = loopTime(scene, frame - frame % scene.skyHold);
+  drawSky(context, scene);
+  drawStars(context, scene, slowTime);
+  drawMoon(context, scene);
+  drawLand(context, scene, slowTime);
+  drawReflection(surface.get(), scene, time);
+  drawDepth(context, scene);
+  drawMist(context, scene, slowTime, scene.ridges.size() - 1);
+  drawGlitter(context, scene, time);
+  drawBoat(context, scene, time);
+  drawReeds(context, scene, time);
+  drawFireflies(context, scene, time);
   cairo_surface_flush(surface.get());
-  Picture picture(pixelsOf(surface.get()), pixelsOf(surface.get()) + pictureWidth * pictureHeight);
+  Picture picture(pixelsOf(surface.get()), pixelsOf(surface.get()) + scene.width * scene.height);
   for (std::uint32_t& pixel : picture) pixel &= 0xffffff;
   return picture;
 }
@@ -506,16 +585,20 @@ Picture drawFrame(int frame) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::cerr << "usage: draw_sample OUT.gif\n";
+  const std::string kind = argc == 3 ? argv[1] : "";
+  if (kind != "upright" && kind != "wide") {
+    std::cerr << "usage: draw_sample upright|wide OUT.gif\n";
     return 2;
   }
+  const Scene& scene = kind == "wide" ? wide : upright;
   try {
     std::vector<Picture> frames;
-    for (int frame = 0; frame < frameCount; ++frame) frames.push_back(drawFrame(frame));
-    writeLoopGif(argv[1], {pictureWidth, pictureHeight, delayCentiseconds}, frames);
+    for (int frame = 0; frame < scene.frameCount; ++frame) {
+      frames.push_back(drawFrame(scene, frame));
+    }
+    writeLoopGif(argv[2], {scene.width, scene.height, scene.delayCentiseconds}, frames);
   } catch (const std::exception& error) {
-    std::cerr << "draw_sample: " << argv[1] << ": " << error.what() << '\n';
+    std::cerr << "draw_sample: " << argv[2] << ": " << error.what() << '\n';
     return 1;
   }
   return 0;

@@ -9,7 +9,8 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(
-  foot grim libgtest-dev openbox python3 sway swaybg x11-utils x11-xserver-utils xserver-xephyr xvfb
+  fish foot grim libgtest-dev openbox python3 sway swaybg x11-utils x11-xserver-utils xserver-xephyr
+  xvfb zsh
 )
 bench_packages=(
   ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv

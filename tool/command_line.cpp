@@ -25,37 +25,11 @@
 #include "tool/commands/set_command.h"
 #include "tool/commands/settings_commands.h"
 #include "tool/commands/status_command.h"
+#include "tool/help_text.h"
 #include "tool/support/failure.h"
 
 namespace tool {
 namespace {
-
-void declareCommands(CLI::App& lumora, Context& context) {
-  lumora.set_help_flag("-h,--help", "print this help");
-  lumora.set_version_flag("--version", "lumora " LUMORA_VERSION, "print the version");
-  lumora
-      .add_option(
-          "--root", context.root,
-          "device folder (default: $LUMORA_ROOT, or lumora in $XDG_DATA_HOME or ~/.local/share)")
-      ->type_name("DIR");
-  lumora.fallthrough();
-  lumora.require_subcommand(1);
-  addRunCommand(lumora, context);
-  addSetCommand(lumora, context);
-  addRemoveCommand(lumora, context);
-  addScreenCommands(lumora, context);
-  addHostCommands(lumora, context);
-  addSettingsCommands(lumora, context);
-  addLiveSettingsCommands(lumora, context);
-  addBlurCommand(lumora, context);
-  addStatusCommand(lumora, context);
-  addDesktopCommands(lumora, context);
-  addAutostartCommand(lumora, context);
-  addForgetCommand(lumora, context);
-  addNotificationCommands(lumora, context);
-  addPlayCommand(lumora, context);
-  addFramesCommand(lumora, context);
-}
 
 // Returns the Levenshtein distance: how many letters to add, remove or replace.
 std::size_t distance(const std::string& one, const std::string& other) {
@@ -86,11 +60,66 @@ std::string suggestion(const CLI::App& lumora, const std::string& word) {
   return name.empty() ? "" : "; did you mean '" + name + "'?";
 }
 
+std::string noSuchCommand(const CLI::App& lumora, const std::string& word) {
+  return "there is no command '" + word + "'" + suggestion(lumora, word);
+}
+
+// Returns the help of a command; "" is all of them.
+std::string helpOn(const CLI::App& lumora, const std::string& name) {
+  if (name.empty()) return lumora.get_formatter()->make_help(&lumora, "lumora", {});
+  for (const CLI::App* command : lumora.get_subcommands({})) {
+    if (command->get_name() == name) return command->help("lumora");
+  }
+  throw Failure(noSuchCommand(lumora, name), ExitCode::WrongUse, "For usage, run: lumora --help\n");
+}
+
+void addHelpCommand(CLI::App& lumora, Context& context) {
+  auto name = std::make_shared<std::string>();
+  CLI::App* command = lumora.add_subcommand("help", "explain a command");
+  command->add_option("COMMAND", *name, "command to explain");
+  command->callback([&lumora, &context, name] {
+    context.action = [text = helpOn(lumora, *name)] {
+      std::fputs(text.c_str(), stdout);
+      return 0;
+    };
+  });
+}
+
+void declareCommands(CLI::App& lumora, Context& context) {
+  lumora.formatter(helpFormatter());
+  lumora.set_help_flag("-h,--help", "print this help");
+  lumora
+      .add_option(
+          "--root", context.root,
+          "folder that holds everything about one home screen (default: $LUMORA_ROOT, or lumora in "
+          "$XDG_DATA_HOME or ~/.local/share)")
+      ->type_name("DIR");
+  lumora.set_version_flag("-V,--version", "lumora " LUMORA_VERSION, "print the version");
+  lumora.fallthrough();
+  lumora.require_subcommand(1);
+  addRunCommand(lumora, context);
+  addSetCommand(lumora, context);
+  addRemoveCommand(lumora, context);
+  addScreenCommands(lumora, context);
+  addHostCommands(lumora, context);
+  addSettingsCommands(lumora, context);
+  addLiveSettingsCommands(lumora, context);
+  addBlurCommand(lumora, context);
+  addStatusCommand(lumora, context);
+  addDesktopCommands(lumora, context);
+  addAutostartCommand(lumora, context);
+  addForgetCommand(lumora, context);
+  addNotificationCommands(lumora, context);
+  addPlayCommand(lumora, context);
+  addFramesCommand(lumora, context);
+  addHelpCommand(lumora, context);
+}
+
 std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
   if (!lumora.get_subcommands().empty()) return error.what();
   const auto unknown = lumora.remaining();
   if (unknown.empty()) return error.what();
-  return "there is no command '" + unknown.front() + "'" + suggestion(lumora, unknown.front());
+  return noSuchCommand(lumora, unknown.front());
 }
 
 [[noreturn]] void refuse(const CLI::App& lumora, const CLI::ParseError& error) {

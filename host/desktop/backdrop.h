@@ -17,11 +17,16 @@ class Backdrop {
 
  private:
   void makeBlur(const WallpaperPicture& picture);
+  // Makes the copy of the file's picture that fills an area of this size; it is black if the file
+  // cannot be read.
+  void makeFilled(const platform::CGRect& area);
 
   const BackdropOptions options_;
   // A small copy of the first frame, blurred and darkened.
   DrawnSurface blurred_;
   unsigned generation_ = 0;
+  // The part of the file's picture that can be seen, in the pixels of the output.
+  DrawnSurface filled_;
 };
 
 }  // namespace host

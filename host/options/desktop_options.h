@@ -12,8 +12,8 @@ namespace host {
 // a whole number, otherwise Smooth.
 enum class Filter { Auto, Nearest, Smooth };
 
-// Blur: a blurred and darkened copy of the picture.
-enum class BackdropKind { Blur, Color };
+// Blur: a blurred and darkened copy of the picture. File: another picture, which fills the output.
+enum class BackdropKind { Blur, Color, File };
 
 struct BackdropOptions {
   BackdropKind kind = BackdropKind::Blur;
@@ -21,6 +21,8 @@ struct BackdropOptions {
   double red = 0;
   double green = 0;
   double blue = 0;
+  // The absolute path of a PNG, or of a GIF, of which the first frame is shown.
+  std::string file;
 };
 
 struct DesktopOptions {

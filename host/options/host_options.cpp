@@ -5,11 +5,14 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <sstream>
 #include <utility>
 
 #include <X11/Xlib.h>
+
+#include "host/options/one_of.h"
 
 namespace host {
 namespace {
@@ -53,10 +56,8 @@ std::string nameIn(const std::map<std::string, Value>& values, Value value) {
 
 constexpr double maxChannel = 255;
 
-// Returns false if the text is neither "blur" nor "#" with six hexadecimal digits.
-bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
-  backdrop.kind = text == "blur" ? BackdropKind::Blur : BackdropKind::Color;
-  if (backdrop.kind == BackdropKind::Blur) return true;
+// Returns false if the text is not "#" with six hexadecimal digits.
+bool parseColor(const std::string& text, BackdropOptions& backdrop) {
   unsigned channels[3];
   int end = 0;
   constexpr int lengthOfColor = 7;
@@ -67,6 +68,19 @@ bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
   backdrop.green = channels[1] / maxChannel;
   backdrop.blue = channels[2] / maxChannel;
   return true;
+}
+
+// Returns false if the text is none of "blur", a color and the path of a file, which may be
+// missing.
+bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
+  const bool isColor = text.starts_with('#');
+  backdrop.kind = text == "blur" ? BackdropKind::Blur
+                  : isColor      ? BackdropKind::Color
+                                 : BackdropKind::File;
+  if (backdrop.kind != BackdropKind::File) return !isColor || parseColor(text, backdrop);
+  std::error_code error;
+  backdrop.file = std::filesystem::weakly_canonical(text, error);
+  return !error && !text.empty();
 }
 
 // Returns false if the text is neither "none" nor a number of seconds.
@@ -81,6 +95,7 @@ bool parseTransition(const std::string& text, DesktopOptions& desktop) {
 
 std::string textOf(const BackdropOptions& backdrop) {
   if (backdrop.kind == BackdropKind::Blur) return "blur";
+  if (backdrop.kind == BackdropKind::File) return backdrop.file;
   const auto channel = [](double value) {
     return static_cast<unsigned>(std::lround(value * maxChannel));
   };
@@ -131,28 +146,16 @@ void chooseDisplay(HostOptions& options) {
 }
 
 void addDisplayOptions(CLI::App& command, HostOptions& options) {
-  command
-      .add_option_function<std::string>(
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--display", [&options](const std::string& name) { options.display = displays.at(name); },
-          "window, desktop (behind all windows), headless, or auto: a window if possible")
-      ->check(CLI::IsMember(namesOf(displays)).description(""))
-      ->type_name("auto|window|desktop|headless");
-  command.add_option("--scale", options.scale, "pixels per point")
-      ->check(CLI::Range(1, maxScale))
-      ->type_name("N");
-  command.add_option("--refresh", options.refreshRate, "display refreshes per second")
-      ->check(CLI::Range(1, maxRefreshRate))
-      ->type_name("HZ");
-  command
-      .add_option_function<std::string>(
-          "--clock",
-          [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
-          "real, or manual: moved only by `lumora advance` (headless only)")
-      ->check(CLI::IsMember({"real", "manual"}).description(""))
-      ->type_name("real|manual");
+          "where to show it; desktop: behind all windows; auto: in a window, or headless where "
+          "there is no display"),
+      namesOf(displays));
 }
 
 void addDeviceOptions(CLI::App& command, HostOptions& options) {
+  constexpr auto group = "Simulated phone";
   command
       .add_option_function<std::string>(
           "--screen",
@@ -160,38 +163,59 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
             if (!parseSize(text, options)) throw CLI::ValidationError("--screen", sizeProblem());
           },
           "size of the upright device in points")
-      ->type_name("WxH");
-  command
-      .add_option_function<std::string>(
+      ->type_name("WxH")
+      ->group(group);
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
-          "kind of device")
-      ->check(CLI::IsMember(namesOf(idioms)).description(""))
-      ->type_name("phone|pad");
-  command.add_flag("--locked", options.startsLocked, "start on the lock screen");
+          "kind of device; pad is a tablet"),
+      namesOf(idioms))
+      ->group(group);
+  command.add_flag("--locked", options.startsLocked, "start on the lock screen")->group(group);
+  command.add_option("--scale", options.scale, "pixels per point, from 1 to 4")
+      ->check(CLI::Range(1, maxScale))
+      ->type_name("N")
+      ->group(group);
+  command.add_option("--refresh", options.refreshRate, "display refreshes per second, up to 240")
+      ->check(CLI::Range(1, maxRefreshRate))
+      ->type_name("HZ")
+      ->group(group);
+  acceptOneOf(
+      command.add_option_function<std::string>(
+          "--clock",
+          [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
+          "manual: moved only by `lumora advance`; needs --display headless"),
+      {"real", "manual"})
+      ->group(group);
 }
 
 void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
-  command
-      .add_option_function<std::string>(
+  constexpr auto group = "Desktop";
+  acceptOneOf(
+      command.add_option_function<std::string>(
           "--filter", [&desktop](const std::string& name) { desktop.filter = filters.at(name); },
-          "how a desktop draws enlarged pixels: smooth, nearest, or auto: nearest for pixel art")
-      ->check(CLI::IsMember(namesOf(filters)).description(""))
-      ->type_name("auto|nearest|smooth");
+          "how to draw enlarged pixels; auto: nearest for pixel art, otherwise smooth"),
+      namesOf(filters))
+      ->group(group);
   command
       .add_option_function<std::string>(
           "--backdrop",
           [&desktop](const std::string& text) {
             if (!parseBackdrop(text, desktop.backdrop)) {
-              throw CLI::ValidationError("--backdrop", "must be blur or a color such as #203040");
+              throw CLI::ValidationError(
+                  "--backdrop", "must be blur, a color such as #203040, or a PNG or GIF file");
             }
           },
-          "what a desktop shows beside the GIF: a blurred copy of it, or a color")
-      ->type_name("blur|COLOR");
+          "what to show beside the GIF: a blurred copy of it, a color such as #203040, or a PNG or "
+          "GIF file")
+      ->type_name("blur|COLOR|FILE")
+      ->group(group);
   command
       .add_option("--output", desktop.outputs,
-                  "show the wallpaper of a desktop only on this output; may be given again")
+                  "show the wallpaper only on this output of `lumora outputs`; may be given again")
       ->allow_extra_args(false)
-      ->type_name("NAME");
+      ->type_name("OUTPUT")
+      ->group(group);
   command
       .add_option("--except", desktop.exceptedOutputs,
                   "show the wallpaper of a desktop on all outputs but this one; may be given again")
@@ -206,17 +230,18 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
                                          "must be none or a number of seconds up to 60");
             }
           },
-          "how long a desktop fades to a new GIF (default: 0.5 seconds)")
-      ->type_name("SECONDS|none");
-  command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs of a desktop");
+          "how long to fade to a new GIF (default: 0.5)")
+      ->type_name("SECONDS|none")
+      ->group(group);
+  command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs")->group(group);
 }
 
 }  // namespace
 
 void addHostOptions(CLI::App& command, HostOptions& options) {
   addDisplayOptions(command, options);
-  addDeviceOptions(command, options);
   addDesktopOptions(command, options.desktop);
+  addDeviceOptions(command, options);
   command.parse_complete_callback([&options] {
     if (options.display == DisplayKind::Auto) chooseDisplay(options);
     if (options.width == 0) {

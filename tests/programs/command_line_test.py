@@ -69,23 +69,63 @@ class Installation(Device):
                              capture_output=True, text=True, timeout=60)
         self.assertEqual((ran.returncode, ran.stderr), (0, ''))
         self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
-        commands = re.findall(r'^  (\w+)  ', self.ok('--help').split('Subcommands:')[1], re.M)
+        self.assertEqual(self.ok('help'), self.ok('--help'))
+        self.assertEqual(self.ok('help', 'set'), self.ok('set', '--help'))
+        commands = re.findall(r'^  ([a-z]+)  ', self.ok('help').split('\nOptions:')[0], re.M)
         with gzip.open(os.path.join(moved, 'share/man/man1/lumora.1.gz'), 'rt') as page:
             self.assertEqual(re.findall(r'^\.SS (\w+)', page.read(), re.M), commands)
-        for line, expected in (('lumora ', {*commands, '--help', '--version', '--root'}),
-                               ('lumora scaling --root x shared ', {'FIT', 'FILL', 'FULLSCREEN'}),
-                               ('lumora run --idiom ', {'phone', 'pad'}),
-                               ('lumora run --for ', set())):
-            self.assertEqual(self.completions(moved, line), expected)
+        self.checks_completions(moved, set(commands))
 
-    def completions(self, prefix, line):
+    def checks_completions(self, prefix, commands):
+        locations = {'shared', 'lockscreen', 'homescreen'}
+        folders = {'device', 'moved'}
+        files = {'picture.gif'} | folders
+        shells = {'bash': self.offers_of_bash, 'zsh': self.offers_of_zsh, 'fish': self.offers_of_fish}
+        for shell, offers in shells.items():
+            if not shutil.which(shell):
+                print(f'no {shell}: its completions are not tested')
+                continue
+            for line, expected in (('lumora ', commands), ('lumora --root x ', commands),
+                                   ('lumora help ', commands),
+                                   ('lumora set ', locations | files),
+                                   ('lumora set --timeout 5 shared ', files),
+                                   ('lumora scaling --root x shared ', {'FIT', 'FILL', 'FULLSCREEN'}),
+                                   ('lumora frames picture.gif ', folders),
+                                   ('lumora run --idiom ', {'phone', 'pad'}),
+                                   ('lumora run --transition ', {'none'}),
+                                   ('lumora run --for ', set()),
+                                   ('lumora get DOCK', {'DOCK_ENABLED', 'DOCK_HEIGHT'}),
+                                   ('lumora run x.gif --back', {'--background', '--backdrop'})):
+                found = {word.rstrip('/') for word in offers(prefix, line)}
+                if shell == 'bash' and not line.endswith('--back'):
+                    found -= {'--root', '--version', '--help'}
+                self.assertEqual(found, expected, (shell, line))
+
+    def offers(self, prefix, *words):
+        path = os.path.join(prefix, 'bin') + ':' + os.environ['PATH']
+        environment = dict(os.environ, PATH=path, HOME=self.folder, LUMORA_ROOT=self.root)
+        return subprocess.run(words, capture_output=True, text=True, check=True, timeout=60,
+                              cwd=self.folder, env=environment).stdout.splitlines()
+
+    def offers_of_bash(self, prefix, line):
         script = os.path.join(prefix, 'share/bash-completion/completions/lumora')
         words = line.split(' ')
         quoted = ' '.join(f'"{word}"' for word in words)
-        return set(subprocess.run(
-            ['bash', '-c', f'. {script}; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _lumora; '
-                           'printf "%s\\n" "${COMPREPLY[@]}"'],
-            capture_output=True, text=True, check=True).stdout.split())
+        offers = self.offers(
+            prefix, 'bash', '-c',
+            f'. {script}; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _lumora; '
+            'printf "%s\\n" "${COMPREPLY[@]}"')
+        return filter(None, offers)
+
+    def offers_of_zsh(self, prefix, line):
+        script = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture/completions.zsh')
+        functions = os.path.join(prefix, 'share/zsh/vendor-completions')
+        return filter(None, self.offers(prefix, 'zsh', '-f', script, functions, line))
+
+    def offers_of_fish(self, prefix, line):
+        script = os.path.join(prefix, 'share/fish/vendor_completions.d/lumora.fish')
+        offers = self.offers(prefix, 'fish', '-c', f"source {script}; complete -C '{line}'")
+        return (offer.split('\t')[0] for offer in offers)
 
 
 class CommandWithoutHomeScreen(Device):
@@ -98,8 +138,11 @@ class CommandWithoutHomeScreen(Device):
                       ['put', '', 'value'], ['speed', 'shared'], ['alpha', 'shared', '1.01'],
                       ['speed', 'moon', '1'], ['blur', 'shared', '-1'], ['speed', 'shared', '0x1']):
             self.fails(2, *words)
+        self.assertIn('must be FIT, FILL or FULLSCREEN, not wide',
+                      self.fails(2, 'scaling', 'shared', 'wide'))
         self.assertIn("no command 'dance'\n", self.fails(2, 'dance'))
-        self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, 'stauts'))
+        for words in (['stauts'], ['help', 'stauts']):
+            self.assertIn("no command 'stauts'; did you mean 'status'?", self.fails(2, *words))
 
     def test_reports_that_no_home_screen_is_running(self):
         for words in (['remove', 'all'], ['lock'], ['unlock'], ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
@@ -112,8 +155,13 @@ class CommandWithoutHomeScreen(Device):
         huge = RED_GREEN[:6] + b'\xff\xff\xff\xff' + RED_GREEN[10:]
         for path, reason in ((self.file('text.gif', b'no picture'), 'it is not a GIF'),
                              (self.file('empty.gif', b''), 'it is empty'),
-                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP'),
-                             (self.file('cut.gif', RED_GREEN[:20]), 'it is damaged'),
+                             (self.file('web.gif', b'RIFF....WEBPVP8 '), 'it is WebP, not a GIF or PNG'),
+                             (self.file('still.gif', b'\xff\xd8\xff\xe0'), 'it is JPEG'),
+                             (self.file('film.gif', b'....ftypisom'), 'it is MP4'),
+                             (self.file('cut.png', b'\x89PNG\r\n\x1a\n'), 'it is a damaged PNG'),
+                             (self.file('page.gif', b'<!DOCTYPE html>'), 'it is a web page'),
+                             (self.file('short.gif', RED_GREEN[:3]), 'it is not a GIF'),
+                             (self.file('cut.gif', RED_GREEN[:20]), 'it contains no frame'),
                              (self.file('huge.gif', huge), 'it is too large: 65535x65535 pixels'),
                              (self.folder, 'not a regular file'),
                              (os.path.join(self.folder, 'nothing.gif'), 'No such file')):
@@ -135,7 +183,7 @@ class CommandWithoutHomeScreen(Device):
         self.assertEqual(self.ok('get', 'SHARED_GIF_SPEED'), '2.5\n')
         self.ok('disable')
         self.ok('dock', 'off')
-        self.ok('mode', 'separate')
+        self.ok('mode', 'Separate')
         self.ok('scaling', 'homescreen', 'Cover')
         self.ok('alpha', 'lockscreen', '0.5')
         self.ok('blur', 'homescreen', '3.9')
@@ -148,6 +196,8 @@ class CommandWithoutHomeScreen(Device):
         self.assertEqual((settings['SHARED_GIF_SPEED'], settings['ENABLED'],
                           settings['MODE_INDEX'], settings['LOCKSCREEN_SCALING_MODE']),
                          (2.5, False, 0, 'FIT'))
+        self.ok('dock', 'ON')
+        self.assertEqual(self.ok('get', 'DOCK_ENABLED'), 'TRUE\n')
         self.ok('enable')
         self.assertIn('ENABLED                      true', self.ok('settings'))
         self.fails(1, 'get', 'NOTHING')

@@ -73,8 +73,9 @@ class Desktop(Device):
                                               stderr=subprocess.DEVNULL, **options))
         return self.programs[-1]
 
-    def show_desktop(self, *words):
-        desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', *words)
+    def show_desktop(self, *words, **options):
+        desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', *words,
+                            **options)
         self.ok('wait', '--timeout', '30')
         return desktop
 
@@ -255,7 +256,7 @@ class X11Desktop(Desktop):
         self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', '--transition', '1')
         # Nothing else is shown before the wallpaper.
         self.assertLessEqual(seen_until(0xff0000), {background, 0xff0000})
-        self.ok('set', self.file('blue.gif', device.gif(BLUE, BLUE)))
+        self.ok('set', '--no-wait', self.file('blue.gif', device.gif(BLUE, BLUE)))
         seen = seen_until(0x0000ff)
         self.assertGreater(len(seen), 2)
         for color in seen:
@@ -427,6 +428,18 @@ class WaylandDesktop(Desktop):
         self.ok('scaling', 'shared', 'contain')
         self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: (16, 32, 48)
                               if not 79 <= y <= 401 else RED if 90 < y < 220 else None, scale=1)
+        # A picture behind it, named from its folder. Its left and right quarters are cut off.
+        self.ok('stop')
+        stripes = two_colors((1024, 384), WHITE, BLACK, lambda x, y: 200 <= x < 512)
+        self.file('stripes.gif', stripes)
+        self.show_desktop('--backdrop', 'stripes.gif', cwd=self.folder)
+        self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y:
+                              (BLACK if x < 315 else WHITE if x > 325 else None)
+                              if not 79 <= y <= 401 else RED if 90 < y < 220 else None, scale=1)
+        for text, code, reason in (('nothing.png', 1, 'No such file'), ('sway.conf', 1, 'not a GIF'),
+                                   ('#12', 2, 'a color such as')):
+            self.assertIn(reason, self.fails(code, 'run', '--display', 'desktop', '--backdrop',
+                                             text if code == 2 else os.path.join(self.folder, text)))
 
     def test_pauses_while_a_window_fills_every_output(self):
         self.start_compositor(outputs=1)

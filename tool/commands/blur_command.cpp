@@ -103,13 +103,14 @@ void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
 
 void addBlurCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<BlurOptions>();
-  auto* command = addCommand(lumora, context, "blur", "set the blur radius",
+  auto* command = addCommand(lumora, context, "blur", "blur the GIF",
                              [&context, options] { changeBlur(context.madeDevice(), *options); });
   constexpr long maxRadius = 1000;
   addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to blur");
   addOutput(command, context.output);
   command
-      ->add_option("RADIUS", options->radius, "standard deviation in pixels of the GIF; 0 is sharp")
+      ->add_option("RADIUS", options->radius,
+                   "strength, up to 1000: the standard deviation in pixels of the GIF; 0 is sharp")
       ->required()
       ->check(numberUpTo(maxRadius));
   addTimeout(command, options->timeout);

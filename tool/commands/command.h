@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "host/options/one_of.h"
 #include "settings/locations.h"
 #include "tool/device/device_folder.h"
 #include "tool/device/output_devices.h"
@@ -60,9 +61,7 @@ inline CLI::App* addCommand(CLI::App& parent, Context& context, const std::strin
 inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::string& value,
                               const std::vector<std::string>& words,
                               const std::string& description) {
-  return command->add_option(name, value, description)
-      ->required()
-      ->check(CLI::IsMember(words, CLI::ignore_case));
+  return host::acceptOneOf(command->add_option(name, value, description)->required(), words);
 }
 
 // Returns a check that accepts decimal numbers from 0 to max.

@@ -128,15 +128,15 @@ void addFramesCommand(CLI::App& lumora, Context& context) {
     bool isRaw = false;
   };
   auto options = std::make_shared<FramesOptions>();
-  auto* command = addCommand(lumora, context, "frames",
-                             "write the frames of a GIF as the library does", [options] {
-                               if (options->isRaw) {
-                                 printRawFrames(options->gif);
-                               } else {
-                                 writeFrames(options->gif, options->folder);
-                               }
-                             });
-  command->add_option("GIF", options->gif, "GIF file")->required();
+  auto* command =
+      addCommand(lumora, context, "frames", "write a GIF's frames as PNG files", [options] {
+        if (options->isRaw) {
+          printRawFrames(options->gif);
+        } else {
+          writeFrames(options->gif, options->folder);
+        }
+      });
+  command->add_option("GIF", options->gif, "GIF file; - is standard input")->required();
   auto* folder = command->add_option("DIR", options->folder, "new or empty folder to write to");
   auto* raw =
       command->add_flag("--raw", options->isRaw,

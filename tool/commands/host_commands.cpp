@@ -23,15 +23,16 @@ void advance(const DeviceFolder& device, const AdvanceOptions& options) {
 
 void addHostCommands(CLI::App& lumora, Context& context) {
   auto timeout = std::make_shared<double>(usualTimeout.count());
-  auto* wait = addCommand(lumora, context, "wait", "wait until the home screen has launched",
+  auto* wait = addCommand(lumora, context, "wait", "wait until the home screen runs",
                           [&context, timeout] { awaitHost(context.device(), Seconds(*timeout)); });
   addTimeout(wait, *timeout);
-  auto* stop = addCommand(lumora, context, "stop", "stop the home screen",
+  auto* stop = addCommand(lumora, context, "stop", "stop what `lumora run` has started",
                           [&context, timeout] { stopHost(context.device(), Seconds(*timeout)); });
   addTimeout(stop, *timeout);
   auto options = std::make_shared<AdvanceOptions>();
-  auto* move = addCommand(lumora, context, "advance", "advance a manual clock",
-                          [&context, options] { advance(context.device(), *options); });
+  auto* move =
+      addCommand(lumora, context, "advance", "advance the clock of `lumora run --clock manual`",
+                 [&context, options] { advance(context.device(), *options); });
   constexpr long maxAdvance = 1'000'000;
   move->add_option("SECONDS", options->seconds, "time to advance by")
       ->required()

@@ -29,24 +29,26 @@ struct LiveSetting {
 };
 
 constexpr LiveSetting speed = {.command = "speed",
-                               .description = "set the playback speed",
+                               .description = "play faster or slower",
                                .key = "_GIF_SPEED",
                                .notification = lumora::speedNeedsUpdatingNotification,
                                .valueName = "FACTOR",
-                               .valueDescription = "1 is normal speed, 0 freezes the GIF"};
+                               .valueDescription = "1 is normal, 0 freezes the GIF; at most 1000"};
 constexpr LiveSetting alpha = {.command = "alpha",
-                               .description = "set the opacity",
+                               .description = "let the still wallpaper behind the GIF show through",
                                .key = "_GIF_ALPHA",
                                .notification = lumora::alphaNeedsUpdatingNotification,
                                .valueName = "OPACITY",
                                .valueDescription = "from 0, invisible, to 1, opaque"};
 constexpr LiveSetting scaling = {
     .command = "scaling",
-    .description = "set how the GIF fills the screen",
+    .description = "choose how the GIF fills the screen",
     .key = "_SCALING_MODE",
     .notification = lumora::control::updateWallpaper,
     .valueName = "MODE",
-    .valueDescription = "show the whole GIF, fill the screen with a part of it, or stretch it"};
+    .valueDescription =
+        "FIT (or contain) shows the whole GIF, FILL (or cover) fills the screen "
+        "with a part of it, FULLSCREEN (or stretch) distorts it"};
 
 struct LiveSettingOptions {
   std::string location;
@@ -80,12 +82,12 @@ void addModeCommand(CLI::App& lumora, Context& context) {
 
 void addDockCommand(CLI::App& lumora, Context& context) {
   auto state = std::make_shared<std::string>();
-  auto* command =
-      addCommand(lumora, context, "dock", "choose where the wallpaper ends", [&context, state] {
-        const DeviceFolder device = context.madeDevice();
-        storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
-        notify(device, {lumora::control::updateWallpaper});
-      });
+  auto* command = addCommand(lumora, context, "dock", "let the wallpaper end at the dock, or not",
+                             [&context, state] {
+                               const DeviceFolder device = context.madeDevice();
+                               storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
+                               notify(device, {lumora::control::updateWallpaper});
+                             });
   addChoice(command, "STATE", *state, {"on", "off"},
             "on: end the wallpaper at the dock; off: fill the screen");
 }

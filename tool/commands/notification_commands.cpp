@@ -51,14 +51,15 @@ void addNotificationCommands(CLI::App& lumora, Context& context) {
   auto* post = addCommand(lumora, context, "post", "post a Darwin notification", [&context, name] {
     HostConnection::require(context.device())->post(*name);
   });
-  post->add_option("NAME", *name, "name of the notification")->required();
+  post->add_option("NAME", *name, "name, such as com.brightfen.lumora.updateAnimating")->required();
   addCommand(lumora, context, "watch", "print each notification as it is posted",
              [&context] { watchNotifications(context.device()); });
-  addCommand(lumora, context, "bus", "print the address of the device's D-Bus daemon", [&context] {
-    const DeviceFolder device = context.device();
-    HostConnection::require(device);
-    std::printf("%s\n", device.busAddress().value_or("").c_str());
-  });
+  addCommand(lumora, context, "bus", "print the address of the home screen's message bus",
+             [&context] {
+               const DeviceFolder device = context.device();
+               HostConnection::require(device);
+               std::printf("%s\n", device.busAddress().value_or("").c_str());
+             });
 }
 
 }  // namespace tool

@@ -55,10 +55,12 @@ void play(const Context& context, const std::string& script) {
 
 void addPlayCommand(CLI::App& lumora, Context& context) {
   auto script = std::make_shared<std::string>();
-  auto* command = addCommand(lumora, context, "play",
-                             "run a script of commands; `expect PATH VALUE` checks the status",
+  auto* command = addCommand(lumora, context, "play", "run a script of commands",
                              [&context, script] { play(context, *script); });
-  command->add_option("SCRIPT", *script, "text file with one command per line")->required();
+  command
+      ->add_option("SCRIPT", *script,
+                   "text file with one command per line; `expect PATH VALUE` checks the status")
+      ->required();
 }
 
 }  // namespace tool

@@ -54,7 +54,7 @@ void addRemoveCommand(CLI::App& lumora, Context& context) {
   auto location = std::make_shared<std::string>();
   auto output = std::make_shared<std::string>();
   auto forgets = std::make_shared<bool>(false);
-  auto* command = addCommand(lumora, context, "remove", "remove a wallpaper", [=, &context] {
+  auto* command = addCommand(lumora, context, "remove", "take a wallpaper away", [=, &context] {
     if (output->empty()) {
       removeWallpaper(context.device(), *location, *forgets);
     } else {
@@ -62,7 +62,7 @@ void addRemoveCommand(CLI::App& lumora, Context& context) {
     }
   });
   addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
-            "wallpaper to remove with its GIF; all keeps the GIFs")
+            "wallpaper to remove with its GIF; with all, the GIFs stay")
       ->required(false);
   command->add_flag("--forget", *forgets, "with all: delete the GIFs and their frames, too");
   addOutput(command, *output);

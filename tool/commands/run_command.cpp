@@ -113,9 +113,10 @@ class HostRun {
     return reportingFailure([this] {
       const TimeLimit limit(maxImportTime);
       const lumora::Location& shared = lumora::locationOf(lumora::ScreenLocation::Shared);
-      const int frames = countShownFrames(*gif_);
-      const ProgressBar bar("making frames", frames);
-      importWallpaper(device_, {shared, *gif_, frames, limit},
+      const FrameCheck found = checkFrames(*gif_);
+      printDamage(found);
+      const ProgressBar bar("making frames", found.shown);
+      importWallpaper(device_, {shared, *gif_, found.shown, limit},
                       [&bar](const ImportProgress& progress) { bar.show(progress.framesFound); });
       return ExitCode::Done;
     });
@@ -265,9 +266,11 @@ int runHostInBackground(const Context& context, const RunOptions& options,
     return runHost(device, options, std::nullopt, ready);
   });
   if (!isParent || code != ExitCode::Done || !gif) return code;
+  const FrameCheck found = checkFrames(*gif);
+  printDamage(found);
   importInOwnProcess(device,
-                     {lumora::locationOf(lumora::ScreenLocation::Shared), *gif,
-                      countShownFrames(*gif), TimeLimit(maxImportTime)},
+                     {lumora::locationOf(lumora::ScreenLocation::Shared), *gif, found.shown,
+                      TimeLimit(maxImportTime)},
                      WaitFor::Frames);
   return ExitCode::Done;
 }
@@ -276,17 +279,18 @@ int runHostInBackground(const Context& context, const RunOptions& options,
 
 void addRunCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<RunOptions>();
-  CLI::App* command = lumora.add_subcommand("run", "start the home screen");
-  command->add_option("GIF", options->gif, "GIF to set as the wallpaper of both screens");
+  CLI::App* command =
+      lumora.add_subcommand("run", "show a GIF as the wallpaper until it is stopped");
+  command->add_option("GIF", options->gif, "GIF file; without it, the wallpaper that was set last");
   acceptScaling(command->add_option("--scaling", options->scaling,
                                     "how the GIF fills the screen (default: FIT, on a desktop "
                                     "FILL)"));
   host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
-  command->add_option("--for", options->seconds, "time to run, then stop")
+  command->add_option("--for", options->seconds, "time to run; then it stops")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
-  command->add_flag("--background", options->isInBackground, "return once the home screen runs");
+  command->add_flag("--background", options->isInBackground, "return once the wallpaper is shown");
   command
       ->add_flag("--restore", options->isRestoring,
                  "run on the desktop as the last time; does nothing if it runs")
@@ -300,6 +304,9 @@ void addRunCommand(CLI::App& lumora, Context& context) {
       }
       std::optional<ChosenGif> gif;
       if (!options->gif.empty()) gif = readGif(options->gif);
+      if (const auto& backdrop = options->host.desktop.backdrop.file; !backdrop.empty()) {
+        readGif(backdrop);
+      }
       warnOfNoDisplay(*options);
       if (options->isInBackground) return runHostInBackground(context, *options, gif);
       return runHost(context.madeDevice(), *options, gif, [] {});

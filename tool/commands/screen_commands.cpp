@@ -28,9 +28,9 @@ void addScreenCommand(CLI::App& lumora, Context& context, const char* name, cons
 
 void addScreenshotCommand(CLI::App& lumora, Context& context) {
   auto path = std::make_shared<std::string>();
-  auto* command = addCommand(lumora, context, "screenshot", "save what the screen shows now",
+  auto* command = addCommand(lumora, context, "screenshot", "save a picture of the screen",
                              [&context, path] { takeScreenshot(context.device(), *path); });
-  command->add_option("FILE.png", *path, "file to write")->required();
+  command->add_option("FILE.png", *path, "PNG file to write")->required();
 }
 
 }  // namespace
@@ -44,7 +44,7 @@ void addScreenCommands(CLI::App& lumora, Context& context) {
   auto* app = addCommand(lumora, context, "app", "open or close an app", [&context, choice] {
     call(context, *choice == "open" ? method::openApp : method::closeApp);
   });
-  addChoice(app, "ACTION", *choice, {"open", "close"}, "what to do");
+  addChoice(app, "ACTION", *choice, {"open", "close"}, "open hides the wallpaper, which pauses it");
   auto* screen =
       addCommand(lumora, context, "screen", "switch the display on or off", [&context, choice] {
         call(context, *choice == "on" ? method::displayOn : method::displayOff);

@@ -54,14 +54,15 @@ std::unique_ptr<HostProcess> hostForImport(const DeviceFolder& device, Seconds t
 
 void importAt(const DeviceFolder& device, const lumora::Location& location, const ChosenGif& gif,
               const SetOptions& options) {
-  const int frames = countShownFrames(gif);
+  const FrameCheck found = checkFrames(gif);
+  printDamage(found);
   const auto host = hostForImport(device, Seconds(options.timeout));
   const bool noWait = options.noWait && !host;
-  importInOwnProcess(device, {location, gif, frames, TimeLimit(Seconds(options.timeout))},
+  importInOwnProcess(device, {location, gif, found.shown, TimeLimit(Seconds(options.timeout))},
                      noWait ? WaitFor::Handover : WaitFor::Frames);
   if (noWait) return;
   const auto place = static_cast<std::size_t>(location.id);
-  std::printf("%s wallpaper set: %s%s\n", placeNames[place], countOfFrames(frames).c_str(),
+  std::printf("%s wallpaper set: %s%s\n", placeNames[place], countOfFrames(found.shown).c_str(),
               host && options.output.empty() ? "; `lumora run` shows it" : "");
 }
 
@@ -140,8 +141,8 @@ void setOfOutput(const DeviceFolder& desktop, const ChosenGif& gif, const SetOpt
 }
 
 // Returns what is wrong with the name of a location, or nothing.
-std::string problemWithLocation(const std::string& name) {
-  return CLI::IsMember(locationNames, CLI::ignore_case)(name);
+std::string problemWithLocation(std::string name) {
+  return host::takeWord(locationNames, name);
 }
 
 // A single argument is the GIF.
@@ -157,21 +158,24 @@ void readArguments(SetOptions& options) {
 void addSetCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<SetOptions>();
   auto* command =
-      addCommand(lumora, context, "set", "set a GIF as a wallpaper", [&context, options] {
+      addCommand(lumora, context, "set", "choose the GIF of a wallpaper", [&context, options] {
         const ChosenGif gif = readGif(options->path);
         const auto work = options->output.empty() ? set : setOfOutput;
         work(context.madeDevice(), gif, *options);
       });
-  command->add_option("LOCATION", options->location, "wallpaper to set (default: shared)")
+  command->add_option("LOCATION", options->location, "wallpaper to change")
+      ->default_str("shared")
       ->type_name("shared|lockscreen|homescreen");
-  command->add_option("GIF", options->path, "GIF file; - is standard input");
+  // Required, but the parser takes a single word for the location.
+  command->add_option("GIF", options->path, "GIF file; - is standard input")
+      ->option_text("REQUIRED");
   command->parse_complete_callback([options] {
     if (options->location.empty()) throw CLI::RequiredError("GIF");
     readArguments(*options);
   });
   command->add_flag("--keep-other", options->keepsOther,
                     "keep a shared wallpaper on the other screen");
-  command->add_flag("--no-wait", options->noWait, "return once the home screen has the GIF");
+  command->add_flag("--no-wait", options->noWait, "return without waiting for the frames");
   addTimeout(command, options->timeout);
   addOutput(command, options->output);
 }

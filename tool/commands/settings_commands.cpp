@@ -64,10 +64,11 @@ struct RawSetting {
 
 void addRawCommands(CLI::App& lumora, Context& context) {
   auto setting = std::make_shared<RawSetting>();
-  auto* get = addCommand(lumora, context, "get", "print a setting as stored", [&context, setting] {
-    const DeviceFolder device = context.device();
-    printSetting(setting->key);
-  });
+  auto* get =
+      addCommand(lumora, context, "get", "print one setting as stored", [&context, setting] {
+        const DeviceFolder device = context.device();
+        printSetting(setting->key);
+      });
   get->add_option("KEY", setting->key, "key as `lumora settings` lists it")->required();
   auto* put = addCommand(lumora, context, "put", "store a setting without checking it",
                          [&context, setting] {
@@ -91,11 +92,11 @@ void addRawCommands(CLI::App& lumora, Context& context) {
 }
 
 void addSwitches(CLI::App& lumora, Context& context) {
-  addCommand(lumora, context, "enable", "switch the extension on", [&context] {
+  addCommand(lumora, context, "enable", "let wallpapers be animated", [&context] {
     const DeviceFolder device = context.madeDevice();
     storeSetting("ENABLED", "TRUE");
   });
-  addCommand(lumora, context, "disable", "switch the extension off", [&context] {
+  addCommand(lumora, context, "disable", "do not animate wallpapers from now on", [&context] {
     const DeviceFolder device = context.madeDevice();
     storeSetting("ENABLED", "FALSE");
     std::printf("disabled; a wallpaper that is playing continues\n");

@@ -204,8 +204,9 @@ void reportStatus(const DeviceFolder& device, bool asJson) {
 
 void addStatusCommand(CLI::App& lumora, Context& context) {
   auto asJson = std::make_shared<bool>(false);
-  auto* command = addCommand(lumora, context, "status", "print what the home screen is doing",
-                             [&context, asJson] { reportStatus(context.device(), *asJson); });
+  auto* command =
+      addCommand(lumora, context, "status", "print what plays, and why the others do not",
+                 [&context, asJson] { reportStatus(context.device(), *asJson); });
   command->add_flag("--json", *asJson, "print one JSON object");
   addOutput(command, context.output);
 }

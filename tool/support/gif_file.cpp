@@ -39,36 +39,81 @@ std::string lossIn(const platform::backend::gif::Inspection& gif) {
   return loss;
 }
 
-// Returns the format that the bytes begin with, as far as users may take it for a GIF; else "".
-std::string otherFormat(std::string_view start) {
-  if (start.starts_with("RIFF") &&
-      start.substr(std::min(start.size(), std::size_t{8}), 4) == "WEBP") {
-    return "WebP";
-  }
-  if (start.starts_with("\xff\xd8\xff")) return "JPEG";
-  if (start.substr(std::min(start.size(), std::size_t{4}), 4) == "ftyp") return "MP4 or AVIF";
-  if (start.starts_with("\x1a\x45\xdf\xa3")) return "WebM";
-  if (start.starts_with("<svg") || start.starts_with("<?xml")) return "SVG";
-  return "";
+// A kind of file that users may take for a GIF, and how it begins.
+struct Format {
+  std::size_t offset;
+  std::string_view bytes;
+  std::string_view name;
+};
+
+constexpr std::string_view webPage = "a web page";
+
+// The first one that fits counts.
+constexpr Format formats[] = {
+    {8, "WEBP", "WebP"},
+    {0, "\xff\xd8\xff", "JPEG"},
+    {0, "\x89PNG", "a damaged PNG"},
+    {4, "ftypavi", "AVIF"},
+    {4, "ftyphei", "HEIC"},
+    {4, "ftypmif", "HEIC"},
+    {4, "ftyp", "MP4"},
+    {0, "\x1a\x45\xdf\xa3", "WebM or Matroska"},
+    {8, "AVI ", "AVI"},
+    {0, "BM", "BMP"},
+    {0, "<svg", "SVG"},
+    {0, "<?xml", "SVG or other XML"},
+    {0, "<!DOCTYPE", webPage},
+    {0, "<!doctype", webPage},
+    {0, "<html", webPage},
+    {0, "PK\x03\x04", "a ZIP archive"},
+};
+
+constexpr std::size_t maxStart = 12;
+
+// Returns the file's first bytes, at most maxStart.
+std::string startOf(const platform::NSData& data) {
+  std::array<std::uint8_t, maxStart> bytes{};
+  platform::backend::ByteReader reader(data.impl());
+  const std::size_t count = reader.read(bytes);
+  return {reinterpret_cast<const char*>(bytes.data()), count};
+}
+
+std::string problemOfOtherFile(std::string_view start) {
+  const auto* format = std::ranges::find_if(formats, [start](const Format& each) {
+    return start.size() > each.offset && start.substr(each.offset).starts_with(each.bytes);
+  });
+  if (format == std::end(formats)) return "it is not a GIF";
+  const std::string problem = "it is " + std::string(format->name) + ", not a GIF or PNG; ";
+  if (format->name == webPage) return problem + "download the picture itself";
+  return problem + "convert it, for example with ffmpeg";
+}
+
+// Returns "" if the size that the header states can be used.
+std::string problemOfSize(std::string_view start) {
+  const auto byteAt = [start](std::size_t at) {
+    return at < start.size() ? static_cast<std::uint8_t>(start[at]) : 0;
+  };
+  const int width = byteAt(6) | byteAt(7) << 8;
+  const int height = byteAt(8) | byteAt(9) << 8;
+  if (width == 0 || height == 0 || platform::backend::isOfUsableSize(width, height)) return "";
+  return "it is too large: " + std::to_string(width) + "x" + std::to_string(height) +
+         " pixels; make it smaller";
+}
+
+std::string problemOfFrames(const platform::NSData& data) {
+  const auto found = platform::backend::gif::inspect(data);
+  if (found.all == 0) return "it is damaged: it contains no frame";
+  if (found.shown() == 0) return "it is damaged: none of its frames can be shown";
+  return "it is damaged: its first frame cannot be shown";
 }
 
 // Returns why no image can be made of the file.
 std::string problemOf(const platform::NSData& data) {
   if (data.length() == 0) return "it is empty";
-  // The signature, then width and height of the screen.
-  std::array<std::uint8_t, 12> bytes{};
-  platform::backend::ByteReader reader(data.impl());
-  const std::size_t count = reader.read(bytes);
-  const std::string_view start(reinterpret_cast<const char*>(bytes.data()), count);
-  const std::string other = otherFormat(start);
-  if (!other.empty()) return "it is " + other + ", not a GIF; convert it, for example with ffmpeg";
-  if (!start.starts_with("GIF8")) return "it is not a GIF";
-  const int width = bytes[6] | bytes[7] << 8;
-  const int height = bytes[8] | bytes[9] << 8;
-  if (width > 0 && height > 0 && !platform::backend::isOfUsableSize(width, height)) {
-    return "it is too large: " + std::to_string(width) + "x" + std::to_string(height) + " pixels";
-  }
-  return "it is damaged";
+  const std::string start = startOf(data);
+  if (!start.starts_with("GIF8")) return problemOfOtherFile(start);
+  const std::string problem = problemOfSize(start);
+  return problem.empty() ? problemOfFrames(data) : problem;
 }
 
 }  // namespace
@@ -91,19 +136,21 @@ void checkMemory(const std::string& name) {
   if (platform::backend::timesOutOfMemory() > 0) throw Failure("not enough memory for " + name);
 }
 
-int countShownFrames(const ChosenGif& gif) {
+FrameCheck checkFrames(const ChosenGif& gif) {
   const auto found = platform::backend::gif::inspect(*gif.data);
   // Files of other formats are one picture.
-  if (found.all == 0) return 1;
-  if (!found.isSound()) {
-    const std::string line = "lumora: " + gif.name + " is damaged: " + lossIn(found);
-    std::fprintf(stderr, "%s\n", printable(line, STDERR_FILENO).c_str());
-  }
-  return found.shown();
+  if (found.all == 0) return {1, ""};
+  return {found.shown(), found.isSound() ? "" : gif.name + " is damaged: " + lossIn(found)};
+}
+
+void printDamage(const FrameCheck& check) {
+  if (check.damage.empty()) return;
+  const std::string line = "lumora: " + check.damage;
+  std::fprintf(stderr, "%s\n", printable(line, STDERR_FILENO).c_str());
 }
 
 void warnOfDamage(const ChosenGif& gif) {
-  if (platform::backend::gif::timesDamaged() > 0) countShownFrames(gif);
+  if (platform::backend::gif::timesDamaged() > 0) printDamage(checkFrames(gif));
 }
 
 }  // namespace tool

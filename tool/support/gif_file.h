@@ -29,11 +29,20 @@ ChosenGif checkGif(const std::string& name, platform::DataRef data,
 // look like damage. name: of the GIF, for the message.
 void checkMemory(const std::string& name);
 
-// Decodes the whole GIF. Returns how many frames can be shown. If the GIF is damaged, prints one
-// line about it on stderr.
-int countShownFrames(const ChosenGif& gif);
+struct FrameCheck {
+  // How many frames can be shown.
+  int shown = 0;
+  // What is damaged, for users; "" if nothing is.
+  std::string damage;
+};
 
-// Prints that line if this process has found damage while it decoded the GIF.
+// Decodes the whole GIF.
+FrameCheck checkFrames(const ChosenGif& gif);
+
+// Prints one line on stderr if the GIF is damaged.
+void printDamage(const FrameCheck& check);
+
+// The same, but checks the GIF only if this process has found damage while it decoded it.
 void warnOfDamage(const ChosenGif& gif);
 
 }  // namespace tool

@@ -21,6 +21,12 @@ namespace {
   throw Failure(std::string("cannot ") + verb + " " + path + ": " + std::strerror(errno));
 }
 
+[[noreturn]] void failForSize(const std::string& path) {
+  const std::size_t mebibytes = platform::backend::maxFileSize >> 20;
+  throw Failure("cannot read " + path + ": it is larger than " + std::to_string(mebibytes) +
+                " MiB");
+}
+
 }  // namespace
 
 platform::DataRef openUserFile(const std::string& path) {
@@ -31,7 +37,7 @@ platform::DataRef openUserFile(const std::string& path) {
   if (!descriptor || fstat(descriptor.get(), &status) != 0) fail("read", path);
   if (!S_ISREG(status.st_mode)) throw Failure("cannot read " + path + ": not a regular file");
   const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > platform::backend::maxFileSize) throw Failure("cannot read " + path + ": too large");
+  if (size > platform::backend::maxFileSize) failForSize(path);
   return platform::backend::dataOfFile({std::move(descriptor), size});
 }
 
@@ -45,9 +51,7 @@ platform::DataRef readInput() {
     if (count < 0 && errno != EINTR) fail("read", "standard input");
     bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     if (count == 0) return platform::NSData::dataWithBytes(std::move(bytes));
-    if (bytes.size() > platform::backend::maxFileSize) {
-      throw Failure("cannot read standard input: too large");
-    }
+    if (bytes.size() > platform::backend::maxFileSize) failForSize("standard input");
   }
 }
 

@@ -1,0 +1,52 @@
+#include "tool/examples.h"
+
+#include <map>
+
+namespace tool {
+
+std::vector<std::string> examplesOf(const std::string& name) {
+  static const std::map<std::string, std::vector<std::string>> examples{
+      {"",
+       {"lumora run cat.gif --display desktop   # on every output, until Ctrl-C",
+        "lumora set rain.gif                    # another GIF, from another terminal",
+        "lumora scaling shared contain          # show all of it",
+        "lumora toggle                          # pause it, or let it play again",
+        "lumora autostart on                    # show it at every login",
+        "lumora status                          # what plays, and why not"}},
+      {"run",
+       {"lumora run cat.gif --display desktop --background   # until `lumora stop`",
+        "lumora run cat.gif --display desktop --scaling contain --backdrop '#203040'",
+        "lumora run cat.gif --idiom pad --locked             # in a window, on a tablet"}},
+      {"set",
+       {"lumora set rain.gif", "lumora set lockscreen rain.gif --keep-other",
+        "lumora set rain.gif --output HDMI-1    # only there",
+        "lumora set - < rain.gif                # from a pipe"}},
+      {"remove",
+       {"lumora remove lockscreen",
+        "lumora remove --output HDMI-1          # it shows the wallpaper of the others again"}},
+      {"forget", {"lumora forget"}},
+      {"autostart", {"lumora autostart on", "lumora autostart status"}},
+      {"scaling",
+       {"lumora scaling shared contain          # with bars beside it",
+        "lumora scaling lockscreen FILL         # without bars, cut off at the edges"}},
+      {"speed", {"lumora speed shared 0.5                # at half the speed"}},
+      {"alpha", {"lumora alpha homescreen 0.8"}},
+      {"blur",
+       {"lumora blur homescreen 6", "lumora blur homescreen 0               # sharp again"}},
+      {"outputs", {"lumora outputs", "lumora outputs --json"}},
+      {"mode", {"lumora mode separate"}},
+      {"screenshot", {"lumora screenshot wallpaper.png"}},
+      {"put", {"lumora put DOCK_HEIGHT 96"}},
+      {"get", {"lumora get SHARED_SCALING_MODE"}},
+      {"play", {"lumora play my-script.txt"}},
+      {"frames",
+       {"lumora frames cat.gif cat-frames       # one PNG per frame, and the delays",
+        "lumora frames --raw cat.gif > cat.rgba"}},
+      {"advance", {"lumora advance 0.1"}},
+      {"help", {"lumora help set"}},
+  };
+  const auto found = examples.find(name);
+  return found == examples.end() ? std::vector<std::string>() : found->second;
+}
+
+}  // namespace tool
