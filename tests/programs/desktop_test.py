@@ -8,6 +8,8 @@ import json
 import os
 import re
 import shutil
+import signal
+import socket
 import struct
 import subprocess
 import sys
@@ -257,7 +259,8 @@ class X11Desktop(Desktop):
 
 
 @unittest.skipUnless(shutil.which('sway') and shutil.which('grim') and shutil.which('foot') and
-                     os.geteuid() == 0, 'needs sway, grim, foot and root')
+                     shutil.which('swaylock') and os.geteuid() == 0,
+                     'needs sway, swaylock, grim, foot and root')
 class WaylandDesktop(Desktop):
     """A desktop with its own compositor, which runs as another user because it refuses root."""
     NOBODY = 65534
@@ -286,8 +289,8 @@ class WaylandDesktop(Desktop):
         return self.show(*words, user=self.NOBODY, group=self.NOBODY, extra_groups=[])
 
     def sway(self, *words):
-        subprocess.run(['swaymsg', *words], env=self.environment, check=True, timeout=20,
-                       capture_output=True)
+        return subprocess.run(['swaymsg', *words], env=self.environment, check=True, timeout=20,
+                              capture_output=True).stdout
 
     def pixels(self, output, scale):
         """The size of an output and a function that gives its pixels. grim scales the picture unless
@@ -359,14 +362,72 @@ class WaylandDesktop(Desktop):
         self.eventually_shows('HEADLESS-2', (640, 480), lambda x, y: (16, 32, 48)
                               if not 79 <= y <= 401 else RED if 90 < y < 220 else None, scale=1)
 
-    def test_pauses_while_a_window_fills_every_output(self):
+    def show_windows(self, count):
+        return [self.show_as_nobody('foot', 'sleep', '1000') for _ in range(count)]
+
+    def is_unseen(self):
+        return json.loads(self.ok('outputs', '--json'))[0]['unseen']
+
+    def test_pauses_while_windows_cover_every_output(self):
         self.start_compositor(outputs=1)
         self.show_desktop(self.gif)
         self.becomes(True, 'shown')
-        window = self.show_as_nobody('foot', '--fullscreen', 'sleep', '1000')
+        self.sway('bar', 'panel', 'position', 'top')
+        self.eventually(lambda: json.loads(self.sway('-t', 'get_workspaces'))[0]['rect']['y'] > 0)
+        self.show_windows(2)
+        self.becomes(False, 'covered')
+        for commands, playing, why in (
+                ('gaps outer all set 10; focus left', True, 'shown'),
+                ('gaps outer all set 0; layout tabbed; focus right', False, 'covered'),
+                ('workspace 2', True, 'shown')):
+            self.sway(commands)
+            self.becomes(playing, why)
+        window, = self.show_windows(1)
+        self.becomes(False, 'covered')
+        # It covers the output until it is moved, of which the compositor does not tell.
+        self.sway('floating enable, resize set width 100 ppt height 100 ppt, move position 0 0')
+        self.becomes(True, 'shown')
+        self.sway('fullscreen enable')
         self.becomes(False, 'covered')
         window.terminate()
         self.becomes(True, 'shown')
+
+    def test_pauses_without_a_list_of_all_windows(self):
+        self.start_compositor(outputs=1)
+        address = self.environment.pop('SWAYSOCK')
+        self.show_desktop(self.gif)
+        self.becomes(True, 'shown')
+        self.environment['SWAYSOCK'] = address
+        # The compositor does not show what lies below its lock screen.
+        lock = self.show_as_nobody('swaylock', '--color', '000000')
+        self.becomes(False, 'covered')
+        lock.send_signal(signal.SIGUSR1)
+        self.becomes(True, 'shown')
+        # Without playback there are no frames that could be late.
+        self.ok('pause')
+        self.show_as_nobody('foot', '--fullscreen', 'sleep', '1000')
+        self.eventually(self.is_unseen)
+        for commands, unseen in (('workspace 2', False), ('workspace 1', True),
+                                 ('fullscreen disable', False)):
+            self.sway(commands)
+            self.eventually(lambda: self.is_unseen() == unseen)
+
+    def test_plays_if_the_list_of_windows_is_garbled(self):
+        self.start_compositor(outputs=1)
+        for answer in (b'', b'garbage' * 9, b'i3-ipc' + struct.pack('=II', 14, 4) + b'{"nodes":[{}]}',
+                       b'i3-ipc' + struct.pack('=II', 2**31, 4)):
+            with socket.socket(socket.AF_UNIX) as server:
+                self.environment['SWAYSOCK'] = self.root + '.sock'
+                server.bind(self.environment['SWAYSOCK'])
+                server.listen()
+                desktop = self.show_desktop(self.gif)
+                with server.accept()[0] as connection:
+                    connection.sendall(answer)
+                    self.becomes(True, 'shown')
+                self.becomes(True, 'shown')
+                desktop.terminate()
+                self.assertEqual(desktop.wait(20), 0)
+            os.remove(self.environment['SWAYSOCK'])
 
     def test_says_what_is_missing(self):
         for environment, reason in (({'WAYLAND_DISPLAY': 'nowhere'}, 'cannot connect to the Wayland'),
