@@ -24,6 +24,10 @@ class WallpaperPicture {
   // another wallpaper has been chosen, as far as that is known.
   Change look(platform::UIView& root, unsigned wallpaper);
 
+  // Returns true if the last look at this wallpaper found its picture.
+  bool isOf(unsigned wallpaper) const {
+    return hasImage_ && !hadGap_ && !isStale_ && wallpaper_ == wallpaper;
+  }
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const { return hasImage_ ? surface_.surface() : nullptr; }
   int width() const { return width_; }
@@ -43,6 +47,9 @@ class WallpaperPicture {
   platform::ImageRef image_;
   bool hasImage_ = false;
   bool hadGap_ = false;
+  // True if another wallpaper has been chosen while all were hidden: then the view still has an
+  // image of the old one when it is shown.
+  bool isStale_ = false;
   int width_ = 0;
   int height_ = 0;
   platform::UIViewContentMode mode_ = platform::UIViewContentMode::ScaleToFill;

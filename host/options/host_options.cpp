@@ -203,6 +203,13 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
           },
           "how long a desktop fades to a new GIF (default: 0.5 seconds)")
       ->type_name("SECONDS|none");
+  command
+      .add_option_function<std::string>(
+          "--on-battery",
+          [&desktop](const std::string& choice) { desktop.pausesOnBattery = choice == "pause"; },
+          "what a desktop does on battery and in power-saver mode (default: play)")
+      ->check(CLI::IsMember({"pause", "play"}).description(""))
+      ->type_name("pause|play");
   command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs of a desktop");
 }
 
@@ -246,6 +253,8 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   }
   arguments.emplace_back("--transition");
   arguments.push_back(std::to_string(options.desktop.transition.count()));
+  arguments.emplace_back("--on-battery");
+  arguments.emplace_back(options.desktop.pausesOnBattery ? "pause" : "play");
   if (options.desktop.isSpanning) arguments.emplace_back("--span");
   return arguments;
 }

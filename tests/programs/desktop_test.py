@@ -18,6 +18,7 @@ import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 import device
+from bus_service import Service, start_bus
 from device import LUMORA, Device
 from gif_writer import gif, image, lzw
 
@@ -247,6 +248,29 @@ class X11Desktop(Desktop):
         self.assertGreater(len(seen), 2)
         for color in seen:
             self.assertAlmostEqual((color >> 16) + (color & 0xff), 255, delta=3, msg=hex(color))
+
+    def test_pauses_on_battery_if_asked_to(self):
+        daemon, address = start_bus(self.folder)
+        self.programs.append(daemon)
+        self.environment['DBUS_SYSTEM_BUS_ADDRESS'] = address
+        power = Service(address, 'org.freedesktop.UPower', '/org/freedesktop/UPower', True)
+        self.addCleanup(power.close)
+        server = self.start_server('Xvfb', '-screen', '0', '320x240x24')
+        desktop = self.show_desktop('--on-battery', 'pause', '--transition', 'none',
+                                    self.file('red.gif', device.gif(RED, RED)))
+        self.becomes(False, 'to save power')
+        self.eventually(lambda: server.pixel(20, 20) == 0xff0000)
+        self.ok('set', self.file('blue.gif', device.gif(BLUE, BLUE)))
+        self.eventually(lambda: server.pixel(20, 20) == 0x0000ff)
+        self.becomes(False, 'to save power')
+        power.set(False)
+        self.becomes(True, 'shown')
+        power.set(True)
+        self.becomes(False, 'to save power')
+        desktop.terminate()
+        desktop.wait(20)
+        self.show_desktop()
+        self.becomes(True, 'shown')
 
     def test_has_the_right_colors_on_every_screen(self):
         for depth, red in ((16, 0xf800), (24, 0xff0000), (30, 0x3ff00000)):
