@@ -9,7 +9,7 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(
-  foot grim libgtest-dev openbox python3 sway swaylock x11-utils x11-xserver-utils xserver-xephyr xvfb
+  foot grim libgtest-dev openbox python3 sway x11-utils x11-xserver-utils xserver-xephyr xvfb
 )
 bench_packages=(
   ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv
