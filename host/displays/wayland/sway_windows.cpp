@@ -56,7 +56,9 @@ void SwayWindows::receive(std::uint32_t type, std::string_view text) {
 }
 
 void SwayWindows::take(std::map<std::string, OutputUse> uses) {
-  if (std::exchange(uses_, uses) != uses) changed_();
+  if (uses == uses_) return;
+  uses_ = std::move(uses);
+  changed_();
 }
 
 void SwayWindows::refresh() {
