@@ -16,6 +16,7 @@ std::vector<std::string> examplesOf(const std::string& name) {
       {"run",
        {"lumora run cat.gif --display desktop --background   # until `lumora stop`",
         "lumora run cat.gif --display desktop --scaling contain --backdrop '#203040'",
+        "lumora run cat.gif --display desktop --on-battery pause",
         "lumora run cat.gif --idiom pad --locked             # in a window, on a tablet"}},
       {"set",
        {"lumora set rain.gif", "lumora set lockscreen rain.gif --keep-other",

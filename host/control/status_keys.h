@@ -11,6 +11,8 @@ constexpr auto screenOff = "off";
 constexpr auto covered = "covered";
 // True if a desktop's wallpaper has been paused by hand.
 constexpr auto paused = "paused";
+// True if a desktop's wallpaper is paused on battery or in power-saver mode.
+constexpr auto savingPower = "saving_power";
 // "portrait", "left", "right" or "upside-down".
 constexpr auto orientation = "orientation";
 // "phone" or "pad".

@@ -95,6 +95,7 @@ std::string statusReport(SpringBoard& springBoard) {
       {status::screen, stateName(springBoard.state())},
       {status::covered, springBoard.isCovered()},
       {status::paused, springBoard.isPaused()},
+      {status::savingPower, springBoard.isSavingPower()},
       {status::orientation, orientationName(springBoard.orientation())},
       {status::idiom, nameOf(options.idiom)},
       {status::size, {options.width, options.height}},

@@ -36,7 +36,10 @@ WallpaperPicture::Change WallpaperPicture::look(UIView& root, unsigned wallpaper
   Visible visible;
   host::look(root, 1, visible);
   isAwaited_ = false;
-  if (!visible.hasWallpaper) return {};
+  if (!visible.hasWallpaper) {
+    isStale_ = isStale_ || wallpaper != wallpaper_;
+    return {};
+  }
   if (std::exchange(wallpaper_, wallpaper) != wallpaper) hadGap_ = true;
   if (visible.imageView == nullptr) return takeNothing();
   const auto image = visible.imageView->image();
@@ -67,6 +70,7 @@ WallpaperPicture::Change WallpaperPicture::take(const platform::ImageRef& image,
   mode_ = mode;
   alpha_ = alpha;
   if (image != image_) {
+    isStale_ = false;
     image_ = image;
     const bool wasOpaque = surface_.isOpaque();
     surface_.update(*image);

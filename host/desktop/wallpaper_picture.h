@@ -24,6 +24,10 @@ class WallpaperPicture {
   // another wallpaper has been chosen, as far as that is known.
   Change look(platform::UIView& root, unsigned wallpaper);
 
+  // Returns true if the last look at this wallpaper found its picture.
+  bool isOf(unsigned wallpaper) const {
+    return hasImage_ && !hadGap_ && !isStale_ && wallpaper_ == wallpaper;
+  }
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const { return hasImage_ ? surface_.surface() : nullptr; }
   // Returns true if there is none because the animated view has not had an image yet.
@@ -46,6 +50,9 @@ class WallpaperPicture {
   bool hasImage_ = false;
   bool hadGap_ = false;
   bool isAwaited_ = false;
+  // True if another wallpaper has been chosen while all were hidden: then the view still has an
+  // image of the old one when it is shown.
+  bool isStale_ = false;
   int width_ = 0;
   int height_ = 0;
   platform::UIViewContentMode mode_ = platform::UIViewContentMode::ScaleToFill;

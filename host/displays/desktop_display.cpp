@@ -56,6 +56,7 @@ platform::CGSize DesktopDisplay::size() const {
 void DesktopDisplay::start(SpringBoard& springBoard) {
   springBoard_ = &springBoard;
   session_.emplace([this] { update(); });
+  if (options_.pausesOnBattery) power_.emplace([this] { savePower(); });
   update();
   RunLoop::main().setDrawing([this](bool /*isAll*/) { draw(); });
   RunLoop::main().setNeedsDisplay();
@@ -73,6 +74,7 @@ void DesktopDisplay::draw() {
       picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
   if (picture_.isAwaited()) return;
   outputs_->show(picture_, change);
+  savePower();
   constexpr std::chrono::milliseconds step{16};
   if (!outputs_->isFading()) return;
   RunLoop::main().setAlarm(this, RunLoop::Clock::now() + step,
@@ -93,6 +95,13 @@ int DesktopDisplay::takeScreenshot() {
   OutputPainter(options_).paint(picture_, areaOf(outputs.front(), outputs, options_), surface.get(),
                                 all);
   return pngOf(surface.get());
+}
+
+// A new wallpaper is shown first. Its picture stays while the wallpapers are hidden.
+void DesktopDisplay::savePower() {
+  const bool isSaving =
+      power_ && power_->isSaving() && picture_.isOf(springBoard_->wallpaperNumber());
+  if (isSaving != springBoard_->isSavingPower()) springBoard_->setSavingPower(isSaving);
 }
 
 void DesktopDisplay::update() {

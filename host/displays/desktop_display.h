@@ -8,6 +8,7 @@
 
 #include "host/desktop/desktop_outputs.h"
 #include "host/desktop/wallpaper_picture.h"
+#include "host/displays/power_watch.h"
 #include "host/displays/session_watch.h"
 #include "host/home_screen/spring_board.h"
 #include "host/options/desktop_options.h"
@@ -42,12 +43,14 @@ class DesktopDisplay {
   std::vector<Output> chosenOutputs() const;
   void draw();
   void update();
+  void savePower();
 
   DesktopOptions options_;
   SpringBoard* springBoard_ = nullptr;
   WallpaperPicture picture_;
   std::unique_ptr<DesktopOutputs> outputs_;
   std::optional<SessionWatch> session_;
+  std::optional<PowerWatch> power_;
 };
 
 }  // namespace host

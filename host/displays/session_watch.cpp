@@ -1,20 +1,13 @@
 #include "host/displays/session_watch.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <map>
 #include <string>
 #include <utility>
-
-#include "platform/linux/main_loop/run_loop.h"
+#include <vector>
 
 namespace host {
 namespace {
-
-using platform::backend::RunLoop;
-
-// The main thread waits for answers, so this is short.
-constexpr std::chrono::milliseconds maxAnswerTime{500};
 
 constexpr auto loginService = "org.freedesktop.login1";
 constexpr auto sessionInterface = "org.freedesktop.login1.Session";
@@ -40,32 +33,24 @@ SessionWatch::SessionWatch(std::function<void()> changed) : changed_(std::move(c
   try {
     watchSession();
   } catch (const sdbus::Error&) {
-    system_.proxies.clear();
+    system_.reset();
   }
   try {
     watchSavers();
   } catch (const sdbus::Error&) {
-    user_.proxies.clear();
-  }
-}
-
-SessionWatch::~SessionWatch() {
-  for (const Connection* connection : {&system_, &user_}) {
-    if (connection->descriptor >= 0) RunLoop::main().removeSource(connection->descriptor);
+    user_.reset();
   }
 }
 
 void SessionWatch::watchSession() {
-  system_.bus = sdbus::createSystemBusConnection();
-  system_.bus->setMethodCallTimeout(maxAnswerTime);
-  auto manager = sdbus::createProxy(*system_.bus, loginService, "/org/freedesktop/login1");
+  system_.emplace(sdbus::createSystemBusConnection());
+  sdbus::IProxy& manager = system_->addProxy(loginService, "/org/freedesktop/login1");
   sdbus::ObjectPath path;
-  manager->callMethod("GetSession")
+  manager.callMethod("GetSession")
       .onInterface("org.freedesktop.login1.Manager")
       .withArguments(sessionName())
       .storeResultsTo(path);
-  system_.proxies.push_back(sdbus::createProxy(*system_.bus, loginService, path));
-  sdbus::IProxy& session = *system_.proxies.back();
+  sdbus::IProxy& session = system_->addProxy(loginService, path);
   session.uponSignal("PropertiesChanged")
       .onInterface("org.freedesktop.DBus.Properties")
       .call([this, &session](const std::string&, const std::map<std::string, sdbus::Variant>&,
@@ -75,7 +60,6 @@ void SessionWatch::watchSession() {
       });
   session.finishRegistration();
   readSession(session);
-  listen(system_);
 }
 
 void SessionWatch::readSession(sdbus::IProxy& session) {
@@ -89,31 +73,15 @@ void SessionWatch::readSession(sdbus::IProxy& session) {
 }
 
 void SessionWatch::watchSavers() {
-  user_.bus = sdbus::createSessionBusConnection();
-  user_.bus->setMethodCallTimeout(maxAnswerTime);
+  user_.emplace(sdbus::createSessionBusConnection());
   for (const auto& [service, path] : savers) {
-    user_.proxies.push_back(sdbus::createProxy(*user_.bus, service, path));
-    user_.proxies.back()->uponSignal("ActiveChanged").onInterface(service).call([this](bool isOn) {
+    sdbus::IProxy& saver = user_->addProxy(service, path);
+    saver.uponSignal("ActiveChanged").onInterface(service).call([this](bool isOn) {
       isSaverOn_ = isOn;
       changed_();
     });
-    user_.proxies.back()->finishRegistration();
+    saver.finishRegistration();
   }
-  listen(user_);
-}
-
-void SessionWatch::listen(Connection& connection) {
-  connection.descriptor = connection.bus->getEventLoopPollData().fd;
-  RunLoop::main().addSource(connection.descriptor, [&connection] {
-    bool handled = false;
-    try {
-      while (connection.bus->processPendingRequest()) handled = true;
-    } catch (const sdbus::Error&) {
-      RunLoop::main().removeSource(connection.descriptor);
-      connection.descriptor = -1;
-    }
-    return handled;
-  });
 }
 
 }  // namespace host

@@ -129,6 +129,11 @@ void SpringBoard::setPaused(bool isPaused) {
   screen_->show(state_, hidesWallpapers());
 }
 
+void SpringBoard::setSavingPower(bool isSavingPower) {
+  isSavingPower_ = isSavingPower;
+  screen_->show(state_, hidesWallpapers());
+}
+
 void SpringBoard::rotate(UIInterfaceOrientation orientation) {
   if (orientation == screen_->orientation()) return;
   platform::backend::setStatusBarOrientation(orientation);

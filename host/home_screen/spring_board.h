@@ -44,6 +44,8 @@ class SpringBoard {
   // Hides the wallpapers of a desktop, which keeps what it has painted, until this is called again
   // with false.
   void setPaused(bool isPaused);
+  // Hides the wallpapers of a desktop likewise, to save power.
+  void setSavingPower(bool isSavingPower);
   // Tells a desktop that another wallpaper has been chosen.
   void noteNewWallpaper();
   // Returns how often that has been.
@@ -54,6 +56,7 @@ class SpringBoard {
   ScreenState state() const { return state_; }
   bool isCovered() const { return isCovered_; }
   bool isPaused() const { return isPaused_; }
+  bool isSavingPower() const { return isSavingPower_; }
   const std::vector<Output>& outputs() const { return outputs_; }
   platform::UIInterfaceOrientation orientation() const { return screen_->orientation(); }
   const HostOptions& options() const { return options_; }
@@ -63,7 +66,7 @@ class SpringBoard {
   struct Object;
   void finishLaunching();
   void show(ScreenState state);
-  bool hidesWallpapers() const { return isCovered_ || isPaused_; }
+  bool hidesWallpapers() const { return isCovered_ || isPaused_ || isSavingPower_; }
   void keepTime();
 
   const HostOptions options_;
@@ -72,6 +75,7 @@ class SpringBoard {
   ScreenState state_ = ScreenState::Home;
   bool isCovered_ = false;
   bool isPaused_ = false;
+  bool isSavingPower_ = false;
   unsigned wallpaperNumber_ = 0;
   std::vector<Output> outputs_;
 };

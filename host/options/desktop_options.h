@@ -41,6 +41,8 @@ struct DesktopOptions {
   bool isSpanning = false;
   // How long a new wallpaper takes to replace the old one.
   std::chrono::duration<double> transition{0.5};
+  // True if the wallpaper pauses while power is to be saved.
+  bool pausesOnBattery = false;
   Filter filter = Filter::Auto;
   BackdropOptions backdrop;
 };

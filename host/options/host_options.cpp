@@ -218,9 +218,10 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
       ->group(group);
   command
       .add_option("--except", desktop.exceptedOutputs,
-                  "show the wallpaper of a desktop on all outputs but this one; may be given again")
+                  "show it on all outputs but this one; may be given again")
       ->allow_extra_args(false)
-      ->type_name("NAME");
+      ->type_name("OUTPUT")
+      ->group(group);
   command
       .add_option_function<std::string>(
           "--transition",
@@ -232,6 +233,13 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
           },
           "how long to fade to a new GIF (default: 0.5)")
       ->type_name("SECONDS|none")
+      ->group(group);
+  acceptOneOf(
+      command.add_option_function<std::string>(
+          "--on-battery",
+          [&desktop](const std::string& choice) { desktop.pausesOnBattery = choice == "pause"; },
+          "what to do on battery and in power-saver mode (default: play)"),
+      {"pause", "play"})
       ->group(group);
   command.add_flag("--span", desktop.isSpanning, "let one picture span all outputs")->group(group);
 }
@@ -277,6 +285,8 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   add("--except", options.desktop.exceptedOutputs);
   arguments.emplace_back("--transition");
   arguments.push_back(std::to_string(options.desktop.transition.count()));
+  arguments.emplace_back("--on-battery");
+  arguments.emplace_back(options.desktop.pausesOnBattery ? "pause" : "play");
   if (options.desktop.isSpanning) arguments.emplace_back("--span");
   return arguments;
 }

@@ -9,6 +9,7 @@ import os
 import re
 import shlex
 import shutil
+import socket
 import struct
 import subprocess
 import sys
@@ -17,6 +18,7 @@ import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 import device
+from bus_service import Service, start_bus
 from device import LUMORA, Device
 from gif_writer import gif, image, lzw
 
@@ -285,6 +287,29 @@ class X11Desktop(Desktop):
         self.assertRegex(self.ok('forget'), 'deleted [1-9]')
         self.assertFalse(os.path.exists(self.root))
 
+    def test_pauses_on_battery_if_asked_to(self):
+        daemon, address = start_bus(self.folder)
+        self.programs.append(daemon)
+        self.environment['DBUS_SYSTEM_BUS_ADDRESS'] = address
+        power = Service(address, 'org.freedesktop.UPower', '/org/freedesktop/UPower', True)
+        self.addCleanup(power.close)
+        server = self.start_server('Xvfb', '-screen', '0', '320x240x24')
+        desktop = self.show_desktop('--on-battery', 'pause', '--transition', 'none',
+                                    self.file('red.gif', device.gif(RED, RED)))
+        self.becomes(False, 'to save power')
+        self.eventually(lambda: server.pixel(20, 20) == 0xff0000)
+        self.ok('set', self.file('blue.gif', device.gif(BLUE, BLUE)))
+        self.eventually(lambda: server.pixel(20, 20) == 0x0000ff)
+        self.becomes(False, 'to save power')
+        power.set(False)
+        self.becomes(True, 'shown')
+        power.set(True)
+        self.becomes(False, 'to save power')
+        desktop.terminate()
+        desktop.wait(20)
+        self.show_desktop()
+        self.becomes(True, 'shown')
+
     def test_has_the_right_colors_on_every_screen(self):
         for depth, red in ((16, 0xf800), (24, 0xff0000), (30, 0x3ff00000)):
             server = self.start_server('Xvfb', '-screen', '0', f'320x240x{depth}')
@@ -326,8 +351,8 @@ class WaylandDesktop(Desktop):
         return self.show(*words, user=self.NOBODY, group=self.NOBODY, extra_groups=[])
 
     def sway(self, *words):
-        subprocess.run(['swaymsg', *words], env=self.environment, check=True, timeout=20,
-                       capture_output=True)
+        return subprocess.run(['swaymsg', *words], env=self.environment, check=True, timeout=20,
+                              capture_output=True).stdout
 
     def pixels(self, output, scale):
         """The size of an output and a function that gives its pixels. grim scales the picture unless
@@ -441,14 +466,71 @@ class WaylandDesktop(Desktop):
             self.assertIn(reason, self.fails(code, 'run', '--display', 'desktop', '--backdrop',
                                              text if code == 2 else os.path.join(self.folder, text)))
 
-    def test_pauses_while_a_window_fills_every_output(self):
+    def show_windows(self, count):
+        return [self.show_as_nobody('foot', 'sleep', '1000') for _ in range(count)]
+
+    def is_unseen(self):
+        return json.loads(self.ok('outputs', '--json'))[0]['unseen']
+
+    def test_pauses_while_windows_cover_every_output(self):
         self.start_compositor(outputs=1)
         self.show_desktop(self.gif)
         self.becomes(True, 'shown')
-        window = self.show_as_nobody('foot', '--fullscreen', 'sleep', '1000')
+        self.sway('bar', 'panel', 'position', 'top')
+        self.eventually(lambda: json.loads(self.sway('-t', 'get_workspaces'))[0]['rect']['y'] > 0)
+        self.show_windows(2)
+        self.becomes(False, 'covered')
+        for commands, playing, why in (
+                ('gaps outer all set 10; focus left', True, 'shown'),
+                ('gaps outer all set 0; layout tabbed; focus right', False, 'covered'),
+                ('workspace 2', True, 'shown')):
+            self.sway(commands)
+            self.becomes(playing, why)
+        window, = self.show_windows(1)
+        self.becomes(False, 'covered')
+        # It covers the output until it is moved, of which the compositor does not tell.
+        self.sway('floating enable, resize set width 100 ppt height 100 ppt, move position 0 0')
+        self.becomes(True, 'shown')
+        self.sway('fullscreen enable')
         self.becomes(False, 'covered')
         window.terminate()
         self.becomes(True, 'shown')
+
+    def test_pauses_without_a_list_of_all_windows(self):
+        self.start_compositor(outputs=1)
+        address = self.environment.pop('SWAYSOCK')
+        self.show_desktop(self.gif)
+        self.becomes(True, 'shown')
+        self.environment['SWAYSOCK'] = address
+        # Without playback there are no frames that could be late.
+        self.ok('pause')
+        self.show_as_nobody('foot', '--fullscreen', 'sleep', '1000')
+        self.eventually(self.is_unseen)
+        for commands, unseen in (('workspace 2', False), ('workspace 1', True),
+                                 ('fullscreen disable', False)):
+            self.sway(commands)
+            self.eventually(lambda: self.is_unseen() == unseen)
+
+    def test_does_without_a_list_of_windows(self):
+        self.start_compositor(outputs=1)
+        for answer in (b'', b'garbage' * 9, b'i3-ipc' + struct.pack('=II', 14, 4) + b'{"nodes":[{}]}',
+                       b'i3-ipc' + struct.pack('=II', 2**31, 4)):
+            with socket.socket(socket.AF_UNIX) as server:
+                self.environment['SWAYSOCK'] = self.root + '.sock'
+                server.bind(self.environment['SWAYSOCK'])
+                server.listen()
+                desktop = self.show_desktop(self.gif)
+                with server.accept()[0] as connection:
+                    connection.sendall(answer)
+                    self.becomes(True, 'shown')
+                    # The compositor does not show frames below it.
+                    window = self.show_as_nobody('foot', '--fullscreen', 'sleep', '1000')
+                    self.becomes(False, 'covered')
+                window.terminate()
+                self.becomes(True, 'shown')
+                desktop.terminate()
+                self.assertEqual(desktop.wait(20), 0)
+            os.remove(self.environment['SWAYSOCK'])
 
     def test_says_what_is_missing(self):
         for environment, reason in (({'WAYLAND_DISPLAY': 'nowhere'}, 'cannot connect to the Wayland'),

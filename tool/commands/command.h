@@ -95,7 +95,7 @@ inline void addOutput(CLI::App* command, std::string& output) {
                    "output of a desktop that has, or gets, a wallpaper of its own")
       ->check(
           CLI::Validator([](const std::string& name) { return problemWithOutputName(name); }, ""))
-      ->type_name("NAME");
+      ->type_name("OUTPUT");
 }
 
 inline const std::vector<std::string> locationNames = {"shared", "lockscreen", "homescreen"};

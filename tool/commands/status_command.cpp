@@ -42,6 +42,7 @@ std::string whyNotPlaying(const ordered_json& view, const ordered_json& report) 
   if (screen == reported::screenApp) return "app open";
   if (screen == reported::screenOff) return "display off";
   if (report.value(reported::paused, false)) return "by hand";
+  if (report.value(reported::savingPower, false)) return "to save power";
   if (report.value(reported::covered, false)) return "covered";
   if (!view.value(reported::visible, false)) return "hidden";
   return "not started";

@@ -40,7 +40,8 @@ WaylandDesktop::WaylandDesktop(const DesktopOptions& options, std::function<void
     : options_(options),
       changed_(std::move(changed)),
       ended_(std::move(ended)),
-      display_(wl_display_connect(nullptr)) {
+      display_(wl_display_connect(nullptr)),
+      sway_([this] { updateCovers(); }) {
   if (!display_) throw std::runtime_error("cannot connect to the Wayland compositor");
   registry_.reset(wl_display_get_registry(display_.get()));
   wl_registry_add_listener(registry_.get(), &Listeners::registry, this);
@@ -82,6 +83,13 @@ void WaylandDesktop::addGlobal(std::uint32_t registryName, const std::string& in
     constexpr std::uint32_t names = 2;
     bindGlobal(registry, registryName, zxdg_output_manager_v1_interface, std::min(version, names),
                globals_.outputs);
+  } else if (interface == zwlr_foreign_toplevel_manager_v1_interface.name) {
+    constexpr std::uint32_t parents = 3;
+    ToplevelManager manager;
+    if (sway_.isConnected()) return;
+    bindGlobal(registry, registryName, zwlr_foreign_toplevel_manager_v1_interface,
+               std::min(version, parents), manager);
+    toplevels_.emplace(std::move(manager));
   } else if (interface == wl_output_interface.name) {
     constexpr std::uint32_t names = 4;
     OutputObject object;
@@ -94,17 +102,37 @@ void WaylandDesktop::addGlobal(std::uint32_t registryName, const std::string& in
 
 void WaylandDesktop::startOutputs() {
   for (const auto& output : outputs_) {
-    if (options_.isChosen(output->describe().name)) {
-      output->start();
-    } else {
+    if (!options_.isChosen(output->describe().name)) {
       output->stop();
+      continue;
     }
+    output->start();
+    if (sway_.isConnected()) output->measureUsableArea([this] { sway_.refresh(); });
   }
+}
+
+// Panels count as covered, because the windows' lists do not contain them. Behind a translucent one
+// only a strip of the wallpaper stands still.
+bool WaylandDesktop::isCovered(const WaylandOutput& output) const {
+  if (toplevels_) return toplevels_->isCovered(output.registryName());
+  const OutputUse use = sway_.useOf(output.describe().name);
+  const auto& usable = output.usableArea();
+  // Otherwise there are gaps between the panels and the workspace.
+  const bool isWorkspaceAll =
+      usable && use.workspaceWidth == usable->width() && use.workspaceHeight == usable->height();
+  return use.isFull || (use.isWorkspaceFull && isWorkspaceAll);
+}
+
+void WaylandDesktop::updateCovers() {
+  bool isNews = false;
+  for (const auto& output : outputs_) isNews = output->setCovered(isCovered(*output)) || isNews;
+  if (isNews) changed_();
 }
 
 void WaylandDesktop::noteChange() {
   if (!hasGlobals_) return;
   startOutputs();
+  sway_.refresh();
   changed_();
   RunLoop::main().setNeedsPartialDisplay();
 }
@@ -172,6 +200,7 @@ bool WaylandDesktop::handleEvents() {
     ended_();
     return false;
   }
+  if (toplevels_ && toplevels_->takeChange()) updateCovers();
   if (hasHandled) setAlarm();
   return hasHandled;
 }

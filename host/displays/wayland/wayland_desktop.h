@@ -3,10 +3,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/desktop/desktop_outputs.h"
+#include "host/displays/wayland/sway_windows.h"
+#include "host/displays/wayland/toplevels.h"
 #include "host/displays/wayland/wayland_output.h"
 
 namespace host::wayland {
@@ -34,6 +37,8 @@ class WaylandDesktop final : public DesktopOutputs {
   void removeGlobal(std::uint32_t registryName);
   void startOutputs();
   void noteChange();
+  bool isCovered(const WaylandOutput& output) const;
+  void updateCovers();
   bool handleEvents();
   void setAlarm();
 
@@ -45,6 +50,9 @@ class WaylandDesktop final : public DesktopOutputs {
   Globals globals_;
   std::vector<std::unique_ptr<WaylandOutput>> outputs_;
   bool hasGlobals_ = false;
+  SwayWindows sway_;
+  // The source of the same knowledge on other compositors, which tells less.
+  std::optional<Toplevels> toplevels_;
 };
 
 }  // namespace host::wayland

@@ -5,6 +5,7 @@
 
 #include <wayland-client.h>
 
+#include "foreign-toplevel-client-protocol.h"
 #include "layer-shell-client-protocol.h"
 #include "viewporter-client-protocol.h"
 #include "xdg-output-client-protocol.h"
@@ -26,6 +27,12 @@ struct Destroy {
   void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
   void operator()(zxdg_output_manager_v1* object) const { zxdg_output_manager_v1_destroy(object); }
   void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
+  void operator()(zwlr_foreign_toplevel_manager_v1* object) const {
+    zwlr_foreign_toplevel_manager_v1_destroy(object);
+  }
+  void operator()(zwlr_foreign_toplevel_handle_v1* object) const {
+    zwlr_foreign_toplevel_handle_v1_destroy(object);
+  }
   void operator()(wl_shm_pool* object) const { wl_shm_pool_destroy(object); }
   void operator()(wl_region* object) const { wl_region_destroy(object); }
 };
@@ -44,6 +51,8 @@ using Viewporter = std::unique_ptr<wp_viewporter, Destroy>;
 using Viewport = std::unique_ptr<wp_viewport, Destroy>;
 using OutputManager = std::unique_ptr<zxdg_output_manager_v1, Destroy>;
 using LogicalOutput = std::unique_ptr<zxdg_output_v1, Destroy>;
+using ToplevelManager = std::unique_ptr<zwlr_foreign_toplevel_manager_v1, Destroy>;
+using ToplevelHandle = std::unique_ptr<zwlr_foreign_toplevel_handle_v1, Destroy>;
 
 // The compositor's interfaces. viewporter and outputs are nullptr if it lacks them.
 struct Globals {

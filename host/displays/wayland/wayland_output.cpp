@@ -5,16 +5,15 @@
 #include <utility>
 
 #include "host/desktop/pixel_rectangle.h"
-#include "host/displays/wayland/sway_background.h"
+#include "host/displays/wayland/background_surface.h"
 
 namespace host::wayland {
 namespace {
 
 using platform::backend::RunLoop;
 
-constexpr std::uint32_t allEdges =
-    ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
-    ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
+// The surface extends below panels.
+constexpr int wholeOutput = -1;
 
 }  // namespace
 
@@ -85,6 +84,10 @@ WaylandOutput::WaylandOutput(const Globals& globals, OutputObject object,
   wl_output_add_listener(object_.get(), &Listeners::output, this);
 }
 
+const WaylandOutput& WaylandOutput::of(wl_output* object) {
+  return *static_cast<const WaylandOutput*>(wl_output_get_user_data(object));
+}
+
 void WaylandOutput::askForPlace() {
   if (!globals_.outputs) return;
   logicalOutput_.reset(
@@ -101,13 +104,8 @@ void WaylandOutput::start() {
   if (globals_.viewporter) {
     viewport_.reset(wp_viewporter_get_viewport(globals_.viewporter.get(), surface_.get()));
   }
-  const auto layer =
-      hasSwayBackground() ? ZWLR_LAYER_SHELL_V1_LAYER_BOTTOM : ZWLR_LAYER_SHELL_V1_LAYER_BACKGROUND;
-  layerSurface_.reset(zwlr_layer_shell_v1_get_layer_surface(
-      globals_.layerShell.get(), surface_.get(), object_.get(), layer, "wallpaper"));
+  layerSurface_ = makeBackgroundSurface(globals_, surface_.get(), object_.get(), wholeOutput);
   zwlr_layer_surface_v1_add_listener(layerSurface_.get(), &Listeners::layerSurface, this);
-  zwlr_layer_surface_v1_set_anchor(layerSurface_.get(), allEdges);
-  zwlr_layer_surface_v1_set_exclusive_zone(layerSurface_.get(), -1);
   wl_surface_commit(surface_.get());
 }
 
@@ -119,7 +117,13 @@ void WaylandOutput::stop() {
   layerSurface_.reset();
   surface_.reset();
   width_ = height_ = 0;
-  isUnseen_ = false;
+  isStalled_ = isCovered_ = false;
+  isBlank_ = true;
+  usableArea_.reset();
+}
+
+void WaylandOutput::measureUsableArea(std::function<void()> changed) {
+  if (surface_ && !usableArea_) usableArea_.emplace(globals_, object_.get(), std::move(changed));
 }
 
 // The logical output gives the position for scaled outputs, too.
@@ -142,7 +146,7 @@ Output WaylandOutput::describe() const {
           .width = width_ > 0 ? width_ : logicalWidth_,
           .height = width_ > 0 ? height_ : logicalHeight_,
           .scale = scale,
-          .isUnseen = isUnseen_};
+          .isUnseen = isUnseen()};
 }
 
 // The surface covers the whole output, so its pixels are those of the output's mode. Without a
@@ -168,6 +172,7 @@ void WaylandOutput::fitBuffers() {
   if (buffers_ && buffers_->width() == size.width && buffers_->height() == size.height) return;
   buffers_ = std::make_unique<Buffers>(globals_.memory.get(), size.width, size.height);
   damage_ = {0, 0, size.width, size.height};
+  isBlank_ = true;
   // A callback for the old size may never come.
   frameCallback_.reset();
   RunLoop::main().setNeedsPartialDisplay();
@@ -182,16 +187,22 @@ void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture
     damage_ = unionOf(damage_, *changed);
     buffers_->addStale(*changed);
   }
-  if (!damage_ || frameCallback_) return;
+  if (!damage_ || frameCallback_ || !mustPaint(picture)) return;
   Buffers::OneBuffer* buffer = buffers_->free();
   if (buffer == nullptr) return;
   painter_.paint(picture, area, buffer->surface.get(), *buffer->stale);
   commit(*buffer);
 }
 
+// Until the surface has been painted, the compositor shows nothing of it.
+bool WaylandOutput::mustPaint(const WallpaperPicture& picture) const {
+  return !isUnseen() || (isBlank_ && picture.surface() != nullptr);
+}
+
 void WaylandOutput::commit(Buffers::OneBuffer& buffer) {
   buffer.stale.reset();
   buffer.isBusy = true;
+  isBlank_ = false;
   wl_surface_attach(surface_.get(), buffer.object.get(), 0, 0);
   wl_surface_damage_buffer(surface_.get(), damage_->x, damage_->y, damage_->width, damage_->height);
   damage_.reset();
@@ -206,20 +217,28 @@ void WaylandOutput::commit(Buffers::OneBuffer& buffer) {
   wl_surface_commit(surface_.get());
 }
 
+bool WaylandOutput::setCovered(bool isCovered) {
+  if (std::exchange(isCovered_, isCovered) == isCovered) return false;
+  // What the compositor did not show below the windows is not late.
+  committedAt_ = Clock::now();
+  if (damage_) RunLoop::main().setNeedsPartialDisplay();
+  return true;
+}
+
 void WaylandOutput::noteFrameShown() {
   frameCallback_.reset();
   if (damage_) RunLoop::main().setNeedsPartialDisplay();
-  if (std::exchange(isUnseen_, false)) changed_();
+  if (std::exchange(isStalled_, false)) changed_();
 }
 
 std::optional<WaylandOutput::Clock::time_point> WaylandOutput::deadline() const {
   constexpr std::chrono::seconds patience{1};
-  if (!frameCallback_ || isUnseen_) return std::nullopt;
+  if (!frameCallback_ || isUnseen()) return std::nullopt;
   return committedAt_ + patience;
 }
 
 void WaylandOutput::noteDeadline() {
-  if (!std::exchange(isUnseen_, true)) changed_();
+  if (!std::exchange(isStalled_, true)) changed_();
 }
 
 }  // namespace host::wayland

@@ -8,6 +8,7 @@
 
 #include "host/desktop/output_painter.h"
 #include "host/displays/wayland/buffers.h"
+#include "host/displays/wayland/usable_area.h"
 #include "host/displays/wayland/wayland_objects.h"
 #include "host/home_screen/output.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -24,6 +25,9 @@ class WaylandOutput {
   WaylandOutput(const WaylandOutput&) = delete;
   WaylandOutput& operator=(const WaylandOutput&) = delete;
 
+  // Returns the output of an object that was passed to the constructor.
+  static const WaylandOutput& of(wl_output* object);
+
   // Returns the number by which the compositor announced the output.
   std::uint32_t registryName() const { return registryName_; }
   Output describe() const;
@@ -37,12 +41,19 @@ class WaylandOutput {
   // Destroys the surface, if there is one.
   void stop();
 
+  // Makes usableArea() known, and calls changed when it has changed. Call it after start().
+  void measureUsableArea(std::function<void()> changed);
+  const std::optional<UsableArea>& usableArea() const { return usableArea_; }
+
   // Paints what has changed on the area, unless the compositor is not ready for it: then the next
   // call does.
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
             const platform::CGRect& area);
 
-  bool isFading() const { return painter_.isFading() && !isUnseen_; }
+  bool isFading() const { return painter_.isFading() && !isUnseen(); }
+
+  // Tells if windows cover the output. Returns true if that is news.
+  bool setCovered(bool isCovered);
 
   // Returns when the output counts as unseen unless the compositor shows the last frame before; or
   // nothing if no frame is on its way.
@@ -64,6 +75,8 @@ class WaylandOutput {
   void noteFrameShown();
   PixelSize pixelSize() const;
   void fitBuffers();
+  bool isUnseen() const { return isStalled_ || isCovered_; }
+  bool mustPaint(const WallpaperPicture& picture) const;
   void commit(Buffers::OneBuffer& buffer);
 
   const Globals& globals_;
@@ -85,6 +98,7 @@ class WaylandOutput {
   Surface surface_;
   LayerSurface layerSurface_;
   Viewport viewport_;
+  std::optional<UsableArea> usableArea_;
   // The surface's size in logical pixels; 0 until the compositor has chosen it.
   int width_ = 0;
   int height_ = 0;
@@ -94,7 +108,11 @@ class WaylandOutput {
   std::optional<cairo_rectangle_int_t> damage_;
   FrameCallback frameCallback_;
   Clock::time_point committedAt_;
-  bool isUnseen_ = false;
+  // True if the compositor has not shown the last frame in time.
+  bool isStalled_ = false;
+  bool isCovered_ = false;
+  // True if the surface has no contents of this size.
+  bool isBlank_ = true;
 };
 
 }  // namespace host::wayland
