@@ -122,6 +122,7 @@ void runHomeScreen(const Arguments& arguments) {
   if (options.display == host::DisplayKind::Window) {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
   }
+  if (desktop) desktop->start(*springBoard);
   springBoard->launch();
   RunLoop::main().perform([control] { control->announce(); });
   bool isVisibilityReported = false;
@@ -134,8 +135,7 @@ void runHomeScreen(const Arguments& arguments) {
       platform::backend::noteOutOfMemory();
     }
     if (!isVisibilityReported && platform::backend::pendingBackgroundOperations() == 0) {
-      // Not before, so that the first picture on a desktop is that of the wallpaper.
-      if (desktop) desktop->start(*springBoard);
+      if (desktop) desktop->noteLaunched();
       springBoard->reportVisibility();
       isVisibilityReported = true;
     }

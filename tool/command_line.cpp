@@ -118,6 +118,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
 std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
   if (!lumora.get_subcommands().empty()) return error.what();
   const auto unknown = lumora.remaining();
+  if (unknown.empty() && lumora.count_all() == 0) return "a command is required";
   if (unknown.empty()) return error.what();
   return noSuchCommand(lumora, unknown.front());
 }

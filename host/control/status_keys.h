@@ -33,6 +33,8 @@ constexpr auto views = "views";
 constexpr auto frame = "frame";
 // False if the view or one that contains it is hidden.
 constexpr auto visible = "visible";
+// "window", "desktop" or "headless".
+constexpr auto display = "display";
 // An array of a desktop's outputs, empty on other displays. Each is an object with these keys.
 constexpr auto outputs = "outputs";
 namespace output {
@@ -44,6 +46,12 @@ constexpr auto area = "area";
 constexpr auto scale = "scale";
 // True if nothing of it can be seen.
 constexpr auto isUnseen = "unseen";
+// True if the options choose it, even if it is excepted later.
+constexpr auto isWanted = "wanted";
+// True if the wallpaper is to be shown on it.
+constexpr auto isChosen = "chosen";
+// True once the wallpaper is shown on it.
+constexpr auto isPainted = "painted";
 }  // namespace output
 
 }  // namespace host::status

@@ -1,5 +1,6 @@
 #include "host/control/status_report.h"
 
+#include <cmath>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -67,10 +68,15 @@ void describeTree(const platform::UIView& view, bool isVisible, json& views) {
 }
 
 json describe(const Output& output) {
+  // Of fractional scales (the Wayland protocol fractional-scale-v1).
+  constexpr double scaleSteps = 120;
   return {{status::output::name, output.name},
           {status::output::area, {output.x, output.y, output.width, output.height}},
-          {status::output::scale, output.scale},
-          {status::output::isUnseen, output.isUnseen}};
+          {status::output::scale, std::round(output.scale * scaleSteps) / scaleSteps},
+          {status::output::isUnseen, output.isUnseen},
+          {status::output::isWanted, output.isWanted},
+          {status::output::isChosen, output.isChosen},
+          {status::output::isPainted, output.isPainted}};
 }
 
 }  // namespace
@@ -92,6 +98,7 @@ std::optional<UIInterfaceOrientation> orientationNamed(const std::string& name) 
 std::string statusReport(SpringBoard& springBoard) {
   const HostOptions& options = springBoard.options();
   json report = {
+      {status::display, nameOf(options.display)},
       {status::screen, stateName(springBoard.state())},
       {status::covered, springBoard.isCovered()},
       {status::paused, springBoard.isPaused()},

@@ -37,6 +37,7 @@ WallpaperPicture::Change WallpaperPicture::look(UIView& root, unsigned wallpaper
   host::look(root, 1, visible);
   isAwaited_ = false;
   if (!visible.hasWallpaper) {
+    isAwaited_ = !hasImage_;
     isStale_ = isStale_ || wallpaper != wallpaper_;
     return {};
   }

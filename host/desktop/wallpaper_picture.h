@@ -30,7 +30,8 @@ class WallpaperPicture {
   }
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const { return hasImage_ ? surface_.surface() : nullptr; }
-  // Returns true if there is none because the animated view has not had an image yet.
+  // Returns true if there is none because the animated view has not had an image yet, or because
+  // all wallpapers have been hidden so far.
   bool isAwaited() const { return isAwaited_; }
   int width() const { return width_; }
   int height() const { return height_; }

@@ -69,11 +69,18 @@ void DesktopDisplay::setExceptedOutputs(std::vector<std::string> names) {
   RunLoop::main().setNeedsDisplay();
 }
 
+void DesktopDisplay::noteLaunched() {
+  isLaunched_ = true;
+  RunLoop::main().setNeedsDisplay();
+}
+
 void DesktopDisplay::draw() {
   const WallpaperPicture::Change change =
       picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
-  if (picture_.isAwaited()) return;
+  const bool isEmpty = picture_.surface() == nullptr;
+  if (isEmpty && (picture_.isAwaited() || !isLaunched_)) return;
   outputs_->show(picture_, change);
+  if (!arePainted_) update();
   savePower();
   constexpr std::chrono::milliseconds step{16};
   if (!outputs_->isFading()) return;
@@ -109,7 +116,14 @@ void DesktopDisplay::update() {
   const auto outputs = chosenOutputs();
   const bool isUnseen =
       std::ranges::all_of(outputs, [](const Output& output) { return output.isUnseen; });
-  springBoard_->setOutputs(outputs_->outputs());
+  std::vector<Output> all = outputs_->outputs();
+  for (Output& output : all) {
+    output.isWanted = options_.isWanted(output.name);
+    output.isChosen = options_.isChosen(output.name);
+  }
+  arePainted_ = std::ranges::all_of(
+      all, [](const Output& output) { return output.isPainted || !output.isChosen; });
+  springBoard_->setOutputs(std::move(all));
   const bool isCovered = isUnseen || session_->isAway();
   if (isCovered != springBoard_->isCovered()) springBoard_->setCovered(isCovered);
 }

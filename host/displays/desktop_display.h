@@ -33,6 +33,9 @@ class DesktopDisplay {
   // it is shown, without windows. Returns -1 if it cannot be made.
   int takeScreenshot();
 
+  // Call it when the libraries have launched: only then is a desktop without a wallpaper painted.
+  void noteLaunched();
+
   // Replaces the excepted outputs of the options.
   void setExceptedOutputs(std::vector<std::string> names);
 
@@ -48,6 +51,9 @@ class DesktopDisplay {
   DesktopOptions options_;
   SpringBoard* springBoard_ = nullptr;
   WallpaperPicture picture_;
+  bool isLaunched_ = false;
+  // True if all outputs that were known lately show the wallpaper.
+  bool arePainted_ = false;
   std::unique_ptr<DesktopOutputs> outputs_;
   std::optional<SessionWatch> session_;
   std::optional<PowerWatch> power_;

@@ -84,7 +84,10 @@ X11Desktop::~X11Desktop() = default;
 
 std::vector<Output> X11Desktop::outputs() const {
   std::vector<Output> outputs;
-  for (const auto& painted : impl_->outputs_) outputs.push_back(painted.output);
+  for (const auto& painted : impl_->outputs_) {
+    outputs.push_back(painted.output);
+    outputs.back().isPainted = !painted.isNew;
+  }
   return outputs;
 }
 
@@ -94,6 +97,7 @@ void X11Desktop::show(const WallpaperPicture& picture, const WallpaperPicture::C
 
 void X11Desktop::noteChoice() {
   impl_->update();
+  XFlush(impl_->display_);
 }
 
 bool X11Desktop::isFading() const {

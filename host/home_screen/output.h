@@ -18,6 +18,12 @@ struct Output {
   double scale = 1;
   // True if nothing of it can be seen.
   bool isUnseen = false;
+  // True if the options choose it, even if it is excepted later.
+  bool isWanted = true;
+  // True if the wallpaper is to be shown on it.
+  bool isChosen = true;
+  // True once the wallpaper is shown on it.
+  bool isPainted = false;
 
   friend bool operator==(const Output&, const Output&) = default;
 };

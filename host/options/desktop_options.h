@@ -30,12 +30,13 @@ struct DesktopOptions {
   std::vector<std::string> outputs;
   // The names of outputs that do not show it even so.
   std::vector<std::string> exceptedOutputs;
+  // Returns true if the output with this name is one of outputs.
+  bool isWanted(const std::string& output) const {
+    return outputs.empty() || std::ranges::find(outputs, output) != outputs.end();
+  }
   // Returns true if the output with this name shows the wallpaper.
   bool isChosen(const std::string& output) const {
-    const auto contains = [&output](const std::vector<std::string>& names) {
-      return std::ranges::find(names, output) != names.end();
-    };
-    return (outputs.empty() || contains(outputs)) && !contains(exceptedOutputs);
+    return isWanted(output) && std::ranges::find(exceptedOutputs, output) == exceptedOutputs.end();
   }
   // True if one picture spans all of these outputs.
   bool isSpanning = false;

@@ -257,6 +257,11 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
       options.width = usual[0];
       options.height = usual[1];
     }
+    const DesktopOptions& desktop = options.desktop;
+    const bool namesOutputs = !desktop.outputs.empty() || !desktop.exceptedOutputs.empty();
+    if ((namesOutputs || desktop.isSpanning) && options.display != DisplayKind::Desktop) {
+      throw CLI::ValidationError("--output, --except and --span", "need --display desktop");
+    }
     if (options.hasManualClock && options.display != DisplayKind::Headless) {
       throw CLI::ValidationError("--clock", "manual needs --display headless");
     }

@@ -9,6 +9,7 @@ import os
 import re
 import shlex
 import shutil
+import signal
 import socket
 import struct
 import subprocess
@@ -219,13 +220,31 @@ class X11Desktop(Desktop):
         self.ok('stop')
         self.show_desktop()
         shows(red_1=(190, 300), blue_1=(610, 300))
-        self.ok('set', self.file('other.gif', device.gif(BLUE, BLUE)), '--output', 'LEFT')
+        self.assertIn('no output NONE; the outputs are LEFT, RIGHT',
+                      self.fails(1, 'set', self.gif, '--output', 'NONE'))
+
+        def seen_until(color, *words):
+            program = self.show(LUMORA, '--root', self.root, *words)
+            seen = set()
+            self.eventually(lambda: seen.add(server.pixel(190, 300)) or
+                            (color in seen and program.poll() is not None))
+            self.assertEqual(program.returncode, 0, words)
+            return seen
+
+        other = self.file('other.gif', device.gif(BLUE, BLUE))
+        self.assertEqual(seen_until(0x0000ff, 'set', other, '--output', 'LEFT'), {0xff0000, 0x0000ff})
         shows(blue_1=(190, 300), red_1=(590, 300), blue_2=(610, 300))
+        # One that has died is started by the next command.
+        host = self.host_of(os.path.join(self.root, '.host/outputs/LEFT'))
+        os.kill(host, signal.SIGKILL)
+        shows(red_1=(190, 300))
+        self.ok('set', other, '--output', 'LEFT')
+        shows(blue_1=(190, 300))
         self.assertIn('LEFT  400x600 at (0, 0), scale 1, a wallpaper of its own\n',
                       self.ok('outputs'))
         for words in (['status'], ['status', '--output', 'LEFT']):
             self.assertTrue(json.loads(self.ok(*words, '--json'))['locations']['shared']['playing'])
-        self.ok('remove', '--output', 'LEFT')
+        self.assertEqual(seen_until(0xff0000, 'remove', '--output', 'LEFT'), {0x0000ff, 0xff0000})
         shows(red_1=(10, 300), blue_1=(210, 300), red_2=(590, 300))
         self.in_session('xrandr', '--delmonitor', 'RIGHT')
         self.in_session('xrandr', '--delmonitor', 'LEFT')
@@ -236,6 +255,17 @@ class X11Desktop(Desktop):
         window = re.search('(0x[0-9a-f]+) "Lumora"', self.in_session('xwininfo', '-root', '-tree'))[1]
         self.assertIn('Input shape: 0 rectangles',
                       self.input_shape(server, int(window, 16)))
+
+    def host_of(self, root):
+        for path in glob.glob('/proc/[0-9]*/cmdline'):
+            try:
+                with open(path, 'rb') as file:
+                    words = file.read().split(b'\0')
+            except OSError:
+                continue
+            if words[0].endswith(b'springboard') and root.encode() in words:
+                return int(path.split('/')[2])
+        raise AssertionError('no home screen for ' + root)
 
     def input_shape(self, server, window):
         shape = ctypes.CDLL('libXext.so.6')
@@ -284,8 +314,11 @@ class X11Desktop(Desktop):
         self.ok('stop')
         self.in_session(*lumora, 'autostart', 'start')
         self.fails(3, 'stop')
+        mine = self.file(os.path.join(self.root, 'var/mobile/mine'), b'')
         self.assertRegex(self.ok('forget'), 'deleted [1-9]')
-        self.assertFalse(os.path.exists(self.root))
+        self.assertEqual([path for path in glob.glob(self.root + '/**', recursive=True)
+                          if not os.path.isdir(path)], [mine])
+        self.assertFalse(os.path.exists(self.on_device('.host')))
 
     def test_pauses_on_battery_if_asked_to(self):
         daemon, address = start_bus(self.folder)

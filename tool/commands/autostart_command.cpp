@@ -21,8 +21,11 @@ void turnOn(const Context& context) {
   const std::string program = std::filesystem::read_symlink("/proc/self/exe");
   const std::vector<std::string> command{program, "run", "--restore", "--root",
                                          context.device().path()};
-  std::printf("the wallpaper starts at login as it was last run on the desktop, by\n");
-  for (const auto& file : writeAutostart(command)) std::printf("  %s\n", file.c_str());
+  const auto files = writeAutostart(command);
+  std::printf(
+      "the wallpaper will start at login with the options of the last run on a desktop; "
+      "written:\n");
+  for (const auto& file : files) std::printf("  %s\n", file.c_str());
   if (needsLineInConfiguration()) {
     std::printf(
         "sway and Hyprland do not read these; add to their configuration, unless it includes\n"
@@ -52,7 +55,7 @@ void addAutostartCommand(CLI::App& lumora, Context& context) {
   auto action = std::make_shared<std::string>();
   auto* command = lumora.add_subcommand("autostart", "start the wallpaper of the desktop at login");
   addChoice(command, "ACTION", *action, {"on", "off", "status", "start"},
-            "start: start it now if autostart is on, for compositors that do not do it");
+            "start: start it now if autostart is on, for the configuration of sway or Hyprland");
   command->callback([&context, action] {
     context.action = [&context, action] {
       if (*action == "start") return start(context);

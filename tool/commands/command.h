@@ -89,10 +89,10 @@ inline void addTimeout(CLI::App* command, double& seconds) {
 }
 
 // Adds the option --output to a command that can be for the wallpaper of one output.
-inline void addOutput(CLI::App* command, std::string& output) {
-  command
+inline CLI::Option* addOutput(CLI::App* command, std::string& output) {
+  return command
       ->add_option("--output", output,
-                   "output of a desktop that has, or gets, a wallpaper of its own")
+                   "only the output with this name, which has a wallpaper of its own")
       ->check(
           CLI::Validator([](const std::string& name) { return problemWithOutputName(name); }, ""))
       ->type_name("OUTPUT");

@@ -25,7 +25,11 @@ void listOutputs(const DeviceFolder& device, bool asJson) {
     std::printf("%s\n", outputs.dump(2).c_str());
     return;
   }
-  if (outputs.empty()) std::printf("no outputs: the home screen is not on a desktop\n");
+  const bool isDesktop = report.value(host::status::display, "") == "desktop";
+  if (outputs.empty()) {
+    std::printf(isDesktop ? "no outputs at the moment\n"
+                          : "no outputs: the home screen is not on a desktop\n");
+  }
   for (const auto& output : outputs) std::printf("%s\n", textOfOutput(output).c_str());
 }
 

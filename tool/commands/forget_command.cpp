@@ -2,11 +2,17 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "platform/linux/files/device_root.h"
+#include "settings/device_paths.h"
+#include "settings/locations.h"
+#include "tool/device/autostart.h"
+#include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/output_devices.h"
+#include "tool/device/wallpaper_import.h"
 #include "tool/support/disk_use.h"
 #include "tool/support/failure.h"
 
@@ -15,10 +21,34 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Deletes only what this program makes, because the folder may have other contents, too.
+void removeAll(const fs::path& path) {
+  std::error_code error;
+  fs::remove_all(path, error);
+  if (error) throw Failure("cannot delete " + path.string() + ": " + error.message());
+}
+
+// Deletes the folder and those above it, up to the device folder, as long as they are empty.
+void removeEmpty(const DeviceFolder& device, fs::path folder) {
+  std::error_code error;
+  while (folder != device.path().parent_path() && fs::remove(folder, error)) {
+    folder = folder.parent_path();
+  }
+}
+
+// Returns everything that the library and this program make outside of their own folders.
+std::vector<std::string> ownFiles() {
+  std::vector<std::string> files{lumora::settingsPath};
+  for (const lumora::Location& location : lumora::locations) {
+    files.push_back(incomingPath(location));
+  }
+  return files;
+}
+
+// Deletes only what is its own, because the folder may have other contents, too.
 void forget(const DeviceFolder& device) {
   std::error_code error;
-  if (!fs::is_directory(device.path() / platform::backend::hostFolderName, error)) {
+  const fs::path own = device.path() / platform::backend::hostFolderName;
+  if (!fs::is_directory(own, error)) {
     std::printf("nothing is stored in %s\n", device.path().c_str());
     return;
   }
@@ -28,15 +58,19 @@ void forget(const DeviceFolder& device) {
                   "; stop it with: lumora stop");
   }
   const std::uint64_t before = diskUse(device.path());
-  for (const fs::path& folder : {device.path() / "var/mobile", folderOfOutputs(device),
-                                 device.path() / platform::backend::hostFolderName}) {
-    fs::remove_all(folder, error);
-    if (error) throw Failure("cannot delete " + folder.string() + ": " + error.message());
-  }
-  // Fails if there is something else in them.
-  for (const fs::path& folder : {device.path() / "var", device.path()}) fs::remove(folder, error);
+  const auto onDisk = [&device](const std::string& path) {
+    return device.path() / fs::path(path).relative_path();
+  };
+  for (const std::string& file : ownFiles()) removeAll(onDisk(file));
+  removeAll(onDisk(lumora::libraryDirectory));
+  removeAll(own);
+  for (const std::string& file : ownFiles()) removeEmpty(device, onDisk(file).parent_path());
+  removeEmpty(device, onDisk(lumora::libraryDirectory).parent_path());
   const std::uint64_t after = fs::exists(device.path()) ? diskUse(device.path()) : 0;
   std::printf("deleted %s in %s\n", textOfSize(before - after).c_str(), device.path().c_str());
+  if (!autostartFiles().empty()) {
+    std::printf("autostart is still on; turn it off with: lumora autostart off\n");
+  }
 }
 
 }  // namespace

@@ -64,11 +64,16 @@ void notify(const DeviceFolder& device, std::initializer_list<const char*> names
   host->settle();
 }
 
+void requirePhone(const DeviceFolder& device) {
+  if (auto host = HostConnection::find(device)) host->requirePhone();
+}
+
 void addModeCommand(CLI::App& lumora, Context& context) {
   auto mode = std::make_shared<std::string>();
   auto* command = addCommand(
       lumora, context, "mode", "use one wallpaper for both screens, or one each", [&context, mode] {
         const DeviceFolder device = context.madeDevice();
+        requirePhone(device);
         const FileLock lock = lockOutImports(device);
         const bool isShared = *mode == nameOf(WallpaperMode::Shared);
         const auto chosen = isShared ? WallpaperMode::Shared : WallpaperMode::Separate;
@@ -85,6 +90,7 @@ void addDockCommand(CLI::App& lumora, Context& context) {
   auto* command = addCommand(lumora, context, "dock", "let the wallpaper end at the dock, or not",
                              [&context, state] {
                                const DeviceFolder device = context.madeDevice();
+                               requirePhone(device);
                                storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
                                notify(device, {lumora::control::updateWallpaper});
                              });

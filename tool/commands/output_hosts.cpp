@@ -25,7 +25,7 @@ OutputHosts::OutputHosts(const DeviceFolder& desktop, Names names, Run run)
       changes_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
   const auto folder = folderOfOutputs(desktop);
   mkdir(folder.c_str(), 0700);
-  constexpr auto kinds = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ONLYDIR;
+  constexpr auto kinds = IN_MOVED_FROM | IN_MOVED_TO | IN_ATTRIB | IN_ONLYDIR;
   inotify_add_watch(changes_.get(), folder.c_str(), kinds);
   int ends[2];
   if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) {
@@ -53,20 +53,43 @@ void OutputHosts::start(const std::string& name, bool isShown) {
 }
 
 void OutputHosts::update() {
-  char changes[4096];
-  while (read(changes_.get(), changes, sizeof changes) > 0) {
-  }
   noteLaunches();
   for (auto& [name, host] : hosts_) {
     if (host.process > 0 && waitpid(host.process, nullptr, WNOHANG) == host.process) host = {};
   }
   const auto names = names_();
-  std::erase_if(hosts_, [&names](const auto& entry) {
-    return entry.second.process < 0 && !std::ranges::binary_search(names, entry.first);
-  });
-  for (const std::string& name : names) {
-    if (!hosts_.contains(name)) start(name, false);
+  for (auto& [name, host] : hosts_) {
+    if (!std::ranges::binary_search(names, name)) host.isShown = false;
   }
+  const auto changed = takeChanges();
+  for (const std::string& name : names) {
+    const auto host = hosts_.find(name);
+    const bool isNew = host == hosts_.end();
+    if (isNew || (host->second.process < 0 && changed.contains(name))) start(name, false);
+  }
+}
+
+void OutputHosts::endRemoved() {
+  const auto names = names_();
+  std::erase_if(hosts_, [&names](const auto& entry) {
+    if (std::ranges::binary_search(names, entry.first)) return false;
+    if (entry.second.process > 0) endProgram(entry.second.process);
+    return true;
+  });
+}
+
+// Returns the names of the folders that were added, removed or touched.
+std::set<std::string> OutputHosts::takeChanges() {
+  std::set<std::string> names;
+  alignas(inotify_event) char changes[4096];
+  for (ssize_t size = 0; (size = read(changes_.get(), changes, sizeof changes)) > 0;) {
+    for (ssize_t at = 0; at < size;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(changes + at);
+      if (event->len > 0) names.emplace(event->name);
+      at += static_cast<ssize_t>(sizeof *event + event->len);
+    }
+  }
+  return names;
 }
 
 void OutputHosts::noteLaunches() {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -32,8 +33,10 @@ class OutputHosts {
   // do; it also has when a child process ends.
   std::vector<int> descriptors() const { return {changes_.get(), launches_.get()}; }
   // Starts those of outputs that got a wallpaper, and notices which have launched or ended. One
-  // that has ended is started again only for another wallpaper.
+  // that has ended by itself is started again when the output's folder is touched.
   void update();
+  // Ends those of outputs whose wallpapers were removed. Call it when the desktop's is shown there.
+  void endRemoved();
 
   // Returns the names of the outputs on which the wallpaper of the desktop is not needed.
   std::vector<std::string> shown() const;
@@ -46,6 +49,7 @@ class OutputHosts {
   };
 
   void start(const std::string& name, bool isShown);
+  std::set<std::string> takeChanges();
   void noteLaunches();
 
   const Names names_;

@@ -8,7 +8,6 @@
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/host_lifetime.h"
 #include "tool/device/output_devices.h"
 #include "tool/support/failure.h"
 
@@ -25,7 +24,8 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location, bo
   if (!isAll) return;
   if (!forgets) {
     std::printf(
-        "all wallpapers taken down; their files stay, and showing a screen brings them back\n");
+        "all wallpapers hidden; their files stay, and they come back when a screen is shown "
+        "anew\n");
     return;
   }
   for (const lumora::Location& each : lumora::locations) host->post(each.removalNotification);
@@ -36,13 +36,14 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location, bo
 void removeOfOutput(const DeviceFolder& desktop, const std::string& output) {
   const auto lock = lockOutputs(desktop);
   const auto folder = existingFolderOfOutput(desktop, output);
-  const DeviceFolder device(folder);
-  if (HostConnection::find(device)) stopHost(device, usualTimeout);
-  // First out of use, because deleting takes a moment.
+  FileLock hostLock(DeviceFolder(folder, IfMissing::Make), FileLock::host);
   const auto unused = preparedFolderOfOutput(desktop, output);
   std::error_code error;
-  std::filesystem::remove_all(unused, error);
   std::filesystem::rename(folder, unused, error);
+  // `lumora run` ends the home screen when the output shows the wallpaper of the desktop.
+  if (!error && !hostLock.take(usualTimeout)) {
+    throw Failure("the home screen of " + output + " has not ended before the timeout");
+  }
   if (!error) std::filesystem::remove_all(unused, error);
   if (error) throw Failure("cannot delete the wallpaper of " + output + ": " + error.message());
   std::printf("%s shows the wallpaper of the desktop\n", output.c_str());
@@ -62,10 +63,11 @@ void addRemoveCommand(CLI::App& lumora, Context& context) {
     }
   });
   addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
-            "wallpaper to remove with its GIF; with all, the GIFs stay")
+            "wallpaper whose GIF is deleted; all hides them and keeps the files")
       ->required(false);
   command->add_flag("--forget", *forgets, "with all: delete the GIFs and their frames, too");
-  addOutput(command, *output);
+  addOutput(command, *output)
+      ->description("the output with this name, which loses its own wallpaper");
   command->parse_complete_callback([=] {
     if (location->empty() == output->empty()) {
       throw CLI::ValidationError("remove", "needs either LOCATION or --output");

@@ -8,16 +8,21 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <thread>
 
 #include <fcntl.h>
+#include <nlohmann/json.hpp>
 #include <poll.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include "host/control/control_names.h"
+#include "host/control/status_keys.h"
 #include "host/options/host_options.h"
 #include "platform/linux/files/signal_descriptor.h"
 #include "tool/commands/output_hosts.h"
 #include "tool/commands/scaling_choice.h"
+#include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
@@ -94,12 +99,26 @@ class HostRun {
     if (!host) return;
     isLaunched_ = true;
     if (options_.seconds) end_ = TimeLimit(Seconds(*options_.seconds)).end();
-    if (!options_.isForOneOutput) greet();
+    if (!options_.isForOneOutput) greet(*host);
     launched_();
     if (gif_) import_ = startProcess([this] { return import(); });
   }
 
-  void greet() const {
+  void greet(HostConnection& host) const {
+    const auto report = nlohmann::json::parse(host.status());
+    std::string names;
+    for (const auto& output : report.at(host::status::outputs)) {
+      names += (names.empty() ? "" : ", ") + output.value(host::status::output::name, "");
+    }
+    for (const std::string& wanted : options_.host.desktop.outputs) {
+      const bool isThere =
+          std::ranges::any_of(report.at(host::status::outputs), [&](const auto& output) {
+            return output.value(host::status::output::name, "") == wanted;
+          });
+      if (isThere) continue;
+      std::fprintf(stderr, "lumora: there is no output %s; the outputs are %s\n",
+                   printable(wanted, STDERR_FILENO).c_str(), names.c_str());
+    }
     std::printf("home screen running (%s, files in %s); %s`lumora stop` stops it\n",
                 host::nameOf(options_.host.display).c_str(), device_.path().c_str(),
                 options_.isInBackground ? "" : "Ctrl-C or ");
@@ -134,10 +153,33 @@ class HostRun {
       options.host.desktop.isSpanning = false;
       const DeviceFolder device(folderOfOutput(device_, output), IfMissing::Make);
       return runHost(device, options, std::nullopt, [&] {
-        HostConnection::require(device)->settle();
+        const auto host = HostConnection::require(device);
+        host->settle();
+        if (isPaused()) host->call(host::service::method::pause);
+        awaitOutputs(*host);
         launched();
       });
     });
+  }
+
+  // Returns true if the wallpaper of the desktop has been paused by hand.
+  bool isPaused() const {
+    const auto desktop = HostConnection::find(device_);
+    return desktop && nlohmann::json::parse(desktop->status()).value(host::status::paused, false);
+  }
+
+  // Waits a moment until the home screen shows its wallpaper on all outputs that it fills.
+  static void awaitOutputs(HostConnection& host) {
+    constexpr Seconds patience{2};
+    constexpr std::chrono::milliseconds pause{10};
+    const auto isDone = [](const nlohmann::json& output) {
+      return output.value(host::status::output::isPainted, true) ||
+             !output.value(host::status::output::isChosen, true);
+    };
+    for (const TimeLimit limit(patience); !limit.isOver(); std::this_thread::sleep_for(pause)) {
+      const auto report = nlohmann::json::parse(host.status());
+      if (std::ranges::all_of(report.at(host::status::outputs), isDone)) return;
+    }
   }
 
   template <typename Work>
@@ -181,7 +223,9 @@ class HostRun {
     ownWallpapers_ = shown;
     if (const auto host = HostConnection::find(device_)) {
       host->setExceptedOutputs(exceptedOutputs());
+      awaitOutputs(*host);
     }
+    outputs_->endRemoved();
   }
 
   bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
@@ -203,7 +247,8 @@ class HostRun {
       waiting.push_back({descriptor, POLLIN, 0});
     }
     poll(waiting.data(), waiting.size(), pause);
-    process_->checkFolder();
+    // The run of the desktop ends that of an output.
+    if (!options_.isForOneOutput) process_->checkFolder();
     signalfd_siginfo info{};
     bool shouldStop = false;
     while (read(signals_.get(), &info, sizeof info) > 0) {
@@ -257,6 +302,7 @@ int runHost(const DeviceFolder& device, const RunOptions& options,
 int runHostInBackground(const Context& context, const RunOptions& options,
                         const std::optional<ChosenGif>& gif) {
   const DeviceFolder device = context.madeDevice();
+  requireNoHost(device);
   const platform::backend::FileDescriptor log(
       openat(device.hostFolder(), "run.log",
              O_RDWR | O_CREAT | O_TRUNC | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600));
@@ -273,6 +319,18 @@ int runHostInBackground(const Context& context, const RunOptions& options,
                       TimeLimit(maxImportTime)},
                      WaitFor::Frames);
   return ExitCode::Done;
+}
+
+// The next login must not fail because a picture is gone.
+void useBlurIfMissing(host::BackdropOptions& backdrop) {
+  if (backdrop.file.empty()) return;
+  try {
+    readGif(backdrop.file);
+  } catch (const Failure& failure) {
+    std::fprintf(stderr, "lumora: %s; using --backdrop blur\n",
+                 printable(failure.what(), STDERR_FILENO).c_str());
+    backdrop = {};
+  }
 }
 
 }  // namespace
@@ -293,14 +351,20 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   command->add_flag("--background", options->isInBackground, "return once the wallpaper is shown");
   command
       ->add_flag("--restore", options->isRestoring,
-                 "run on the desktop as the last time; does nothing if it runs")
-      ->excludes(command->get_option("--display"));
+                 "run on the desktop with the options of the last run there, unless it runs")
+      ->excludes(command->get_option("--display"))
+      ->excludes(command->get_option("--output"))
+      ->excludes(command->get_option("--except"))
+      ->excludes(command->get_option("--span"));
   command->callback([&context, options] {
     context.action = [&context, options] {
       if (options->isRestoring) {
         const DeviceFolder device = context.madeDevice();
-        if (HostConnection::find(device)) return static_cast<int>(ExitCode::Done);
+        const bool isRunning =
+            HostConnection::find(device) || !FileLock(device, FileLock::host).take(Seconds(0));
+        if (isRunning) return static_cast<int>(ExitCode::Done);
         options->host = lastDesktop(device);
+        useBlurIfMissing(options->host.desktop.backdrop);
       }
       std::optional<ChosenGif> gif;
       if (!options->gif.empty()) gif = readGif(options->gif);

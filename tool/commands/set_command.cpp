@@ -1,13 +1,17 @@
 #include "tool/commands/set_command.h"
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <utility>
 
+#include <fcntl.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include "host/control/status_keys.h"
 #include "host/options/host_options.h"
@@ -16,7 +20,6 @@
 #include "settings/settings_store.h"
 #include "tool/device/device_folder.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/host_lifetime.h"
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
 #include "tool/device/output_devices.h"
@@ -43,8 +46,12 @@ struct SetOptions {
 };
 
 // Returns a home screen that makes the frames if none is running, otherwise nullptr.
-std::unique_ptr<HostProcess> hostForImport(const DeviceFolder& device, Seconds timeout) {
-  if (HostConnection::find(device, timeout)) return nullptr;
+std::unique_ptr<HostProcess> hostForImport(const DeviceFolder& device,
+                                           const lumora::Location& location, Seconds timeout) {
+  if (const auto running = HostConnection::find(device, timeout)) {
+    if (location.mode == lumora::WallpaperMode::Separate) running->requirePhone();
+    return nullptr;
+  }
   host::HostOptions headless;
   headless.display = host::DisplayKind::Headless;
   auto host = std::make_unique<HostProcess>(device, headless);
@@ -56,13 +63,17 @@ void importAt(const DeviceFolder& device, const lumora::Location& location, cons
               const SetOptions& options) {
   const FrameCheck found = checkFrames(gif);
   printDamage(found);
-  const auto host = hostForImport(device, Seconds(options.timeout));
+  const auto host = hostForImport(device, location, Seconds(options.timeout));
+  const bool isPrepared = isPreparedFolder(device.path());
   const bool noWait = options.noWait && !host;
-  importInOwnProcess(device, {location, gif, found.shown, TimeLimit(Seconds(options.timeout))},
+  // A home screen for this import makes frames only as long as this process waits.
+  const TimeLimit limit(host ? maxImportTime : Seconds(options.timeout));
+  importInOwnProcess(device, {location, gif, found.shown, limit, !isPrepared},
                      noWait ? WaitFor::Handover : WaitFor::Frames);
   if (noWait) return;
-  const auto place = static_cast<std::size_t>(location.id);
-  std::printf("%s wallpaper set: %s%s\n", placeNames[place], countOfFrames(found.shown).c_str(),
+  const std::string place =
+      options.output.empty() ? placeNames[static_cast<std::size_t>(location.id)] : options.output;
+  std::printf("%s wallpaper set: %s%s\n", place.c_str(), countOfFrames(found.shown).c_str(),
               host && options.output.empty() ? "; `lumora run` shows it" : "");
 }
 
@@ -98,17 +109,28 @@ void set(const DeviceFolder& device, const ChosenGif& gif, const SetOptions& opt
               placeNames[static_cast<std::size_t>(other.id)]);
 }
 
-// Throws Failure if the running home screen has no such output.
-void checkOutput(HostConnection& host, const std::string& name) {
+// Returns the output of a running home screen. Throws Failure if there is no such output.
+nlohmann::json outputNamed(const std::string& name, HostConnection& host) {
   const auto report = nlohmann::json::parse(host.status());
   std::string names;
   for (const auto& output : report.at(host::status::outputs)) {
     const std::string other = output.value(host::status::output::name, "");
-    if (other == name) return;
+    if (other == name) return output;
     names += (names.empty() ? "" : ", ") + other;
   }
   if (names.empty()) throw Failure("the home screen is not on a desktop");
   throw Failure("there is no output " + name + "; the outputs are " + names);
+}
+
+// Waits until the desktop has left the output to its own wallpaper.
+void awaitOutput(HostConnection& host, const std::string& name, const TimeLimit& limit) {
+  constexpr std::chrono::milliseconds pause{20};
+  while (outputNamed(name, host).value(host::status::output::isChosen, false)) {
+    if (limit.isOver()) {
+      throw Failure("the wallpaper of " + name + " is stored, but not shown before the timeout");
+    }
+    std::this_thread::sleep_for(pause);
+  }
 }
 
 // Makes the frames in a folder that is not in use before the output gets it, so that the picture on
@@ -117,7 +139,12 @@ void setNew(const DeviceFolder& desktop, const ChosenGif& gif, const SetOptions&
   const auto prepared = preparedFolderOfOutput(desktop, options.output);
   std::error_code error;
   std::filesystem::remove_all(prepared, error);
-  set(DeviceFolder(prepared, IfMissing::Make), gif, options);
+  try {
+    set(DeviceFolder(prepared, IfMissing::Make), gif, options);
+  } catch (const Failure&) {
+    std::filesystem::remove_all(prepared, error);
+    throw;
+  }
   std::filesystem::rename(prepared, folderOfOutput(desktop, options.output), error);
   if (error) {
     throw Failure("cannot store the wallpaper of " + options.output + ": " + error.message());
@@ -127,7 +154,8 @@ void setNew(const DeviceFolder& desktop, const ChosenGif& gif, const SetOptions&
 void setOfOutput(const DeviceFolder& desktop, const ChosenGif& gif, const SetOptions& options) {
   const std::string& output = options.output;
   const auto host = HostConnection::find(desktop, Seconds(options.timeout));
-  if (host) checkOutput(*host, output);
+  const bool isWanted =
+      host && outputNamed(output, *host).value(host::status::output::isWanted, true);
   const auto lock = lockOutputs(desktop);
   const auto folder = folderOfOutput(desktop, output);
   const bool isNew = !std::filesystem::exists(folder);
@@ -136,8 +164,16 @@ void setOfOutput(const DeviceFolder& desktop, const ChosenGif& gif, const SetOpt
   } else {
     set(DeviceFolder(folder, IfMissing::Make), gif, options);
   }
-  if (!host) std::printf("`lumora run --display desktop` shows it on %s\n", output.c_str());
-  if (isNew && host) awaitHost(DeviceFolder(folder), Seconds(options.timeout));
+  if (!host) {
+    std::printf("`lumora run --display desktop` shows it on %s\n", output.c_str());
+  } else if (!isWanted) {
+    std::printf("`lumora run` has not chosen %s, so it will be shown by a later run\n",
+                output.c_str());
+  } else {
+    // A touched folder makes `lumora run` start a home screen that has ended.
+    utimensat(AT_FDCWD, folder.c_str(), nullptr, 0);
+    awaitOutput(*host, output, TimeLimit(Seconds(options.timeout)));
+  }
 }
 
 // Returns what is wrong with the name of a location, or nothing.
@@ -177,7 +213,8 @@ void addSetCommand(CLI::App& lumora, Context& context) {
                     "keep a shared wallpaper on the other screen");
   command->add_flag("--no-wait", options->noWait, "return without waiting for the frames");
   addTimeout(command, options->timeout);
-  addOutput(command, options->output);
+  addOutput(command, options->output)
+      ->description("give the output with this name its own wallpaper");
 }
 
 }  // namespace tool

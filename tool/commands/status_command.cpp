@@ -145,7 +145,7 @@ void printScreen(const ordered_json& status) {
   for (const auto& output : status[reported::outputs]) {
     std::printf("output      %s\n", textOfOutput(output).c_str());
   }
-  if (!status[reported::outputs].empty()) return;
+  if (status.value(reported::display, "") == "desktop") return;
   std::printf("screen      %s, %s, %s\n", status.value(reported::screen, "").c_str(),
               status.value(reported::orientation, "").c_str(),
               status.value(reported::idiom, "").c_str());
@@ -168,8 +168,8 @@ void printStatus(const ordered_json& status) {
 ordered_json currentStatus(const DeviceFolder& device, HostConnection* host) {
   const auto report = host ? ordered_json::parse(host->status()) : ordered_json::object();
   ordered_json status = {{"running", !report.empty()}};
-  for (const char* key : {reported::screen, reported::orientation, reported::idiom, reported::size,
-                          reported::scale}) {
+  for (const char* key : {reported::display, reported::screen, reported::orientation,
+                          reported::idiom, reported::size, reported::scale}) {
     status[key] = report.value(key, ordered_json());
   }
   status[reported::outputs] = outputsOf(report, device);

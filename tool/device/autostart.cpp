@@ -1,9 +1,16 @@
 #include "tool/device/autostart.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <system_error>
 
+#include <fcntl.h>
+#include <sys/wait.h>
+
+#include "platform/linux/files/file_descriptor.h"
+#include "tool/support/child_process.h"
 #include "tool/support/failure.h"
 
 namespace tool {
@@ -51,7 +58,14 @@ void write(const fs::path& path, const std::string& text) {
   fs::create_directories(path.parent_path(), error);
   std::ofstream file(path, std::ios::trunc);
   file << text << std::flush;
-  if (!file) throw Failure("cannot write " + path.string());
+  if (!file) throw Failure("cannot write " + path.string() + ": " + std::strerror(errno));
+}
+
+// The user manager may go on running between two logins.
+void letManagerRead() {
+  const platform::backend::FileDescriptor nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
+  const pid_t reload = startProgram({"systemctl", "--user", "daemon-reload"}, nothing.get());
+  waitpid(reload, nullptr, 0);
 }
 
 void writeUnit(const Files& files, const std::string& command) {
@@ -61,6 +75,8 @@ void writeUnit(const Files& files, const std::string& command) {
         "Documentation=man:lumora(1)\n"
         "PartOf=graphical-session.target\n"
         "After=graphical-session.target\n"
+        "StartLimitIntervalSec=120\n"
+        "StartLimitBurst=5\n"
         "\n"
         "[Service]\n"
         "ExecStart=" +
@@ -76,6 +92,7 @@ void writeUnit(const Files& files, const std::string& command) {
   fs::remove(files.wanted, error);
   fs::create_symlink("../lumora.service", files.wanted, error);
   if (error) throw Failure("cannot make " + files.wanted.string() + ": " + error.message());
+  letManagerRead();
 }
 
 void writeEntry(const Files& files, const std::string& command) {
@@ -111,11 +128,13 @@ std::vector<fs::path> writeAutostart(const std::vector<std::string>& command) {
 
 void removeAutostart() {
   const Files files;
+  const bool hadUnit = fs::exists(files.unit);
   for (const fs::path& path : {files.wanted, files.unit, files.entry}) {
     std::error_code error;
     fs::remove(path, error);
     if (error) throw Failure("cannot delete " + path.string() + ": " + error.message());
   }
+  if (hadUnit && hasUserManager()) letManagerRead();
 }
 
 }  // namespace tool

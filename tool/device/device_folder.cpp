@@ -48,8 +48,10 @@ DeviceFolder::DeviceFolder(const std::string& given, IfMissing ifMissing) {
   if (ifMissing == IfMissing::Make) {
     fs::create_directories(folder.parent_path(), error);
     // An existing folder keeps its mode.
-    mkdir(folder.c_str(), mineAlone);
-    path_ = fs::canonical(folder, error);
+    if (!error && mkdir(folder.c_str(), mineAlone) != 0 && errno != EEXIST) {
+      error = std::error_code(errno, std::generic_category());
+    }
+    if (!error) path_ = fs::canonical(folder, error);
   } else {
     path_ = fs::weakly_canonical(fs::absolute(folder), error);
   }
@@ -61,7 +63,8 @@ DeviceFolder::DeviceFolder(const std::string& given, IfMissing ifMissing) {
   }
   platform::backend::setDeviceRoot(path_);
   if (ifMissing == IfMissing::Make) {
-    mkdir((path_ / platform::backend::hostFolderName).c_str(), mineAlone);
+    const fs::path own = path_ / platform::backend::hostFolderName;
+    if (mkdir(own.c_str(), mineAlone) != 0 && errno != EEXIST) makingError_ = errno;
     // If this fails, the first write into it reports the error.
     platform::createDirectoryAtPath(preferencesDirectory);
   }
@@ -82,8 +85,9 @@ int DeviceFolder::openHostFolder() const {
 }
 
 int DeviceFolder::hostFolder() const {
-  const int error = openHostFolder();
-  if (error == 0) return hostFolder_.get();
+  const int openError = openHostFolder();
+  if (openError == 0) return hostFolder_.get();
+  const int error = makingError_ != 0 ? makingError_ : openError;
   const std::string name = (path_ / platform::backend::hostFolderName).string();
   if (error == EACCES || error == EPERM) {
     throw Failure("cannot use " + name + ": the device belongs to another user");

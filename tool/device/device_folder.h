@@ -49,6 +49,8 @@ class DeviceFolder {
 
   std::filesystem::path path_;
   mutable platform::backend::FileDescriptor hostFolder_;
+  // Why ".host" could not be made, or 0.
+  int makingError_ = 0;
 };
 
 }  // namespace tool

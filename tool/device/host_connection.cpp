@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include <nlohmann/json.hpp>
 #include <poll.h>
 
 #include "host/control/control_names.h"
+#include "host/control/status_keys.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/bus/darwin_bus_names.h"
 #include "tool/device/bus_address.h"
@@ -123,6 +125,12 @@ std::string HostConnection::status(Seconds timeout) {
   std::string report;
   ask(timeout, service::method::status, [&](auto& invoker) { invoker.storeResultsTo(report); });
   return report;
+}
+
+void HostConnection::requirePhone() {
+  if (nlohmann::json::parse(status()).value(host::status::display, "") != "desktop") return;
+  throw Failure(
+      "a desktop has one wallpaper, without lock screen or dock; change it with: lumora set GIF");
 }
 
 bool HostConnection::settle(Seconds timeout) {

@@ -31,6 +31,8 @@ class HostConnection {
   void setExceptedOutputs(const std::vector<std::string>& names);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
+  // Throws Failure if the home screen is on a desktop, which has one wallpaper and no dock.
+  void requirePhone();
   // Returns a PNG file without a name, which the caller owns.
   platform::backend::FileDescriptor screenshot();
 

@@ -54,7 +54,16 @@ bool isSameFile(int descriptor, const std::filesystem::path& path) {
          open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
+Failure alreadyRunning(const DeviceFolder& device) {
+  return Failure("a home screen is already running for " + device.path().string() +
+                 "; change its wallpaper with `lumora set`, or stop it with `lumora stop`");
+}
+
 }  // namespace
+
+void requireNoHost(const DeviceFolder& device) {
+  if (HostConnection::find(device)) throw alreadyRunning(device);
+}
 
 HostProcess::HostProcess(const DeviceFolder& device, const host::HostOptions& options)
     : device_(device),
@@ -79,9 +88,8 @@ HostProcess::~HostProcess() {
 // Waits a moment for a home screen that is ending.
 void HostProcess::takeLock() {
   constexpr Seconds patience{2};
-  if (!HostConnection::find(device_) && lock_.take(patience)) return;
-  throw Failure("a home screen is already running for " + device_.path().string() +
-                "; stop it with: lumora stop");
+  requireNoHost(device_);
+  if (!lock_.take(patience)) throw alreadyRunning(device_);
 }
 
 void HostProcess::start(const host::HostOptions& options) {

@@ -14,6 +14,9 @@
 
 namespace tool {
 
+// Throws Failure if a home screen is running for the device.
+void requireNoHost(const DeviceFolder& device);
+
 class HostProcess {
  public:
   // Starts both, after waiting a moment for a home screen that is ending. device must outlive the

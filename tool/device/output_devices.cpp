@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "platform/linux/files/device_root.h"
 #include "tool/support/failure.h"
 #include "tool/support/time_limit.h"
 
@@ -25,7 +26,7 @@ std::string problemWithOutputName(const std::string& name) {
 }
 
 fs::path folderOfOutputs(const DeviceFolder& desktop) {
-  return desktop.path() / "outputs";
+  return desktop.path() / platform::backend::hostFolderName / "outputs";
 }
 
 fs::path folderOfOutput(const DeviceFolder& desktop, const std::string& name) {
@@ -40,10 +41,22 @@ fs::path existingFolderOfOutput(const DeviceFolder& desktop, const std::string& 
                 " has no wallpaper of its own; set one with: lumora set GIF --output " + name);
 }
 
+bool isPreparedFolder(const fs::path& folder) {
+  return folder.filename().string().starts_with(preparedPrefix);
+}
+
 FileLock lockOutputs(const DeviceFolder& desktop) {
   FileLock lock(desktop, "outputs.lock");
-  if (lock.take(usualTimeout)) return lock;
-  throw Failure("another program is still changing the wallpaper of an output");
+  if (!lock.take(usualTimeout)) {
+    throw Failure("another program is still changing the wallpaper of an output");
+  }
+  std::error_code error;
+  const fs::path folder = folderOfOutputs(desktop);
+  fs::create_directory(folder, error);
+  for (const auto& entry : fs::directory_iterator(folder, error)) {
+    if (isPreparedFolder(entry.path())) fs::remove_all(entry, error);
+  }
+  return lock;
 }
 
 fs::path preparedFolderOfOutput(const DeviceFolder& desktop, const std::string& name) {
@@ -55,7 +68,8 @@ std::vector<std::string> outputsWithOwnWallpaper(const DeviceFolder& desktop) {
   std::error_code error;
   for (const auto& entry : fs::directory_iterator(folderOfOutputs(desktop), error)) {
     const std::string name = entry.path().filename();
-    if (problemWithOutputName(name).empty() && entry.is_directory(error)) names.push_back(name);
+    const bool isFolder = entry.symlink_status(error).type() == fs::file_type::directory;
+    if (isFolder && problemWithOutputName(name).empty()) names.push_back(name);
   }
   std::ranges::sort(names);
   return names;

@@ -1,5 +1,5 @@
 // The wallpapers that outputs of a desktop have of their own. Each is a device of its own, in the
-// folder outputs/NAME of the desktop's device folder.
+// folder .host/outputs/NAME of the desktop's device folder.
 #pragma once
 
 #include <filesystem>
@@ -23,8 +23,11 @@ std::filesystem::path existingFolderOfOutput(const DeviceFolder& desktop, const 
 // Returns the folder in which the wallpaper of an output is prepared, not yet in use.
 std::filesystem::path preparedFolderOfOutput(const DeviceFolder& desktop, const std::string& name);
 
-// Returns the lock for adding and removing wallpapers of outputs, held. Throws Failure if another
-// program holds it for too long.
+// Returns true for a folder that preparedFolderOfOutput returns.
+bool isPreparedFolder(const std::filesystem::path& folder);
+
+// Returns the lock for adding and removing wallpapers of outputs, held. Deletes what interrupted
+// programs have left. Throws Failure if another program holds the lock for too long.
 FileLock lockOutputs(const DeviceFolder& desktop);
 
 // Returns the names of all outputs that have a wallpaper of their own, sorted.

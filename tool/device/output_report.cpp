@@ -32,6 +32,8 @@ std::string textOfOutput(const ordered_json& output) {
        << area.at(0) << ", " << area.at(1) << "), scale " << output.value(key::scale, 1.0);
   if (output.value(ownWallpaper, false)) {
     text << ", a wallpaper of its own";
+  } else if (!output.value(key::isChosen, true)) {
+    text << ", not used";
   } else if (output.value(key::isUnseen, false)) {
     text << ", covered";
   }

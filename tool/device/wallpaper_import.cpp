@@ -32,10 +32,6 @@ using std::chrono::steady_clock;
 
 constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
 
-std::string incomingPath(const Location& location) {
-  return std::string(incomingDirectory) + "/" + location.incomingName;
-}
-
 std::string adviceOnFolder() {
   return std::string(": check that ") + lumora::libraryDirectory +
          " in the device folder exists, is writable and has free space";
@@ -81,6 +77,7 @@ class WallpaperImport {
   const ChosenGif& gif_;
   const int frames_;
   TimeLimit limit_;
+  const bool isInUse_;
   const std::function<void(const ImportProgress&)>& report_;
   FileLock lock_;
   // After the lock, so that its link is deleted while the lock is held.
@@ -99,6 +96,7 @@ WallpaperImport::WallpaperImport(const DeviceFolder& device, HostConnection& hos
       gif_(import.gif),
       frames_(import.frames),
       limit_(import.limit),
+      isInUse_(import.isInUse),
       report_(report),
       lock_(device, FileLock::import),
       old_(device) {
@@ -167,7 +165,7 @@ void WallpaperImport::finish() {
 }
 
 void WallpaperImport::reach(const char* state) {
-  progress_.state = state;
+  if (isInUse_) progress_.state = state;
   report_(progress_);
 }
 
@@ -251,6 +249,10 @@ void WallpaperImport::giveUp(const std::string& problem) {
 }
 
 }  // namespace
+
+std::string incomingPath(const Location& location) {
+  return std::string(incomingDirectory) + "/" + location.incomingName;
+}
 
 void importWallpaper(const DeviceFolder& device, const Import& import,
                      const std::function<void(const ImportProgress&)>& report) {

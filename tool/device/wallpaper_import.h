@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "settings/locations.h"
 #include "tool/device/device_folder.h"
@@ -22,6 +23,8 @@ struct Import {
   int frames;
   // Until the home screen has the GIF.
   TimeLimit limit;
+  // False for a device that is not in use yet, for which a failure has no consequences.
+  bool isInUse = true;
 };
 
 struct ImportProgress {
@@ -34,6 +37,9 @@ struct ImportProgress {
   // The state of the wallpaper, in words that can end an error message.
   const char* state = "nothing was changed";
 };
+
+// Returns the device path at which a GIF is handed over.
+std::string incomingPath(const lumora::Location& location);
 
 // Waits within the limit until no other import is running and no frames are being made, and puts
 // the GIF into place. Then waits, for maxImportTime at most, until the home screen has made all

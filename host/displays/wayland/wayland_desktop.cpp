@@ -1,6 +1,7 @@
 #include "host/displays/wayland/wayland_desktop.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -42,7 +43,9 @@ WaylandDesktop::WaylandDesktop(const DesktopOptions& options, std::function<void
       ended_(std::move(ended)),
       display_(wl_display_connect(nullptr)),
       sway_([this] { updateCovers(); }) {
-  if (!display_) throw std::runtime_error("cannot connect to the Wayland compositor");
+  if (!display_)
+    throw std::runtime_error(std::string("cannot connect to the Wayland compositor ") +
+                             std::getenv("WAYLAND_DISPLAY"));
   registry_.reset(wl_display_get_registry(display_.get()));
   wl_registry_add_listener(registry_.get(), &Listeners::registry, this);
   wl_display_roundtrip(display_.get());

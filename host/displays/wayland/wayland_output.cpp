@@ -117,7 +117,7 @@ void WaylandOutput::stop() {
   layerSurface_.reset();
   surface_.reset();
   width_ = height_ = 0;
-  isStalled_ = isCovered_ = false;
+  isStalled_ = isCovered_ = hasShownFrame_ = false;
   isBlank_ = true;
   usableArea_.reset();
 }
@@ -139,20 +139,24 @@ void WaylandOutput::noteMode(std::uint32_t flags, int width, int height) {
 
 Output WaylandOutput::describe() const {
   const PixelSize pixels = pixelSize();
-  const double scale = width_ > 0 ? static_cast<double>(pixels.width) / width_ : integerScale_;
+  const int width = width_ > 0 ? width_ : logicalWidth_;
+  const double scale =
+      width > 0 && pixels.width > 0 ? static_cast<double>(pixels.width) / width : integerScale_;
   return {.name = name_,
           .x = x_,
           .y = y_,
-          .width = width_ > 0 ? width_ : logicalWidth_,
+          .width = width,
           .height = width_ > 0 ? height_ : logicalHeight_,
           .scale = scale,
-          .isUnseen = isUnseen()};
+          .isUnseen = isUnseen(),
+          .isPainted = hasShownFrame_};
 }
 
 // The surface covers the whole output, so its pixels are those of the output's mode. Without a
 // viewport the compositor accepts only whole multiples of the logical size.
 WaylandOutput::PixelSize WaylandOutput::pixelSize() const {
-  if (!viewport_ || mode_.width == 0) return {width_ * integerScale_, height_ * integerScale_};
+  if (!globals_.viewporter || mode_.width == 0)
+    return {width_ * integerScale_, height_ * integerScale_};
   return isOnItsSide_ ? PixelSize{mode_.height, mode_.width} : mode_;
 }
 
@@ -227,6 +231,7 @@ bool WaylandOutput::setCovered(bool isCovered) {
 
 void WaylandOutput::noteFrameShown() {
   frameCallback_.reset();
+  if (!std::exchange(hasShownFrame_, true)) changed_();
   if (damage_) RunLoop::main().setNeedsPartialDisplay();
   if (std::exchange(isStalled_, false)) changed_();
 }

@@ -109,6 +109,7 @@ class WaylandOutput {
   FrameCallback frameCallback_;
   Clock::time_point committedAt_;
   // True if the compositor has not shown the last frame in time.
+  bool hasShownFrame_ = false;
   bool isStalled_ = false;
   bool isCovered_ = false;
   // True if the surface has no contents of this size.
