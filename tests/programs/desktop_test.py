@@ -302,7 +302,14 @@ class X11Desktop(Desktop):
         self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x0000ff, 0xff0000))
         self.ok('stop')
         self.assertEqual(self.in_session(*lumora, 'autostart', 'status'), 'off\n')
+        # systemd reads one of them, all other sessions the other one.
+        runtime = os.path.join(self.folder, 'runtime')
+        os.makedirs(runtime + '/systemd')
+        self.environment['XDG_RUNTIME_DIR'] = runtime
         self.in_session(*lumora, 'autostart', 'on')
+        wanted = os.path.join(self.folder, '.config/systemd/user/graphical-session.target.wants')
+        with open(os.path.join(wanted, 'lumora.service')) as file:
+            self.assertIn(f'ExecStart="{LUMORA}" "run" "--restore" "--root" "{self.root}"\n', file.read())
         with open(os.path.join(self.folder, '.config/autostart/lumora.desktop')) as file:
             command = shlex.split(re.search('^Exec=(.*)$', file.read(), re.M)[1])
         self.assertNotEqual(server.pixel(20, 120), 0xff0000)
@@ -310,6 +317,7 @@ class X11Desktop(Desktop):
         self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x0000ff, 0xff0000))
         self.in_session(*lumora, 'autostart', 'start')
         self.in_session(*lumora, 'autostart', 'off')
+        self.assertEqual(os.listdir(wanted), [])
         self.assertIn('running', self.fails(1, 'forget'))
         self.ok('stop')
         self.in_session(*lumora, 'autostart', 'start')
@@ -342,6 +350,49 @@ class X11Desktop(Desktop):
         desktop.wait(20)
         self.show_desktop()
         self.becomes(True, 'shown')
+
+    def test_refuses_what_only_a_phone_has(self):
+        self.start_server('Xvfb', '-screen', '0', '320x240x24')
+        self.show_desktop(self.gif)
+        self.becomes(True, 'shown')
+        for words in (['mode', 'separate'], ['dock', 'on'], ['set', 'lockscreen', self.gif]):
+            self.assertIn('a desktop has one wallpaper', self.fails(1, *words))
+        for words in (['lock'], ['screen', 'off'], ['rotate', 'left']):
+            self.assertIn('a desktop has no', self.fails(1, *words))
+        self.becomes(True, 'shown')
+        self.assertIn('already running', self.fails(1, 'run', '--display', 'headless'))
+        self.fails(2, 'run', '--output', 'screen', '--display', 'headless')
+
+    def test_starts_whatever_lies_in_its_folder(self):
+        self.start_server('Xvfb', '-screen', '0', '320x240x24')
+        own = self.on_device('.host/outputs')
+        os.makedirs(own)
+        os.chmod(self.on_device('.host'), 0o700)
+        os.makedirs(os.path.join(own, '.new-screen/var'))
+        elsewhere = os.path.join(self.folder, 'elsewhere')
+        os.mkdir(elsewhere)
+        os.symlink(elsewhere, os.path.join(own, 'elsewhere'))
+        self.file(os.path.join(own, 'file'), b'')
+        self.file(self.on_device('.host/desktop'), b'--scale\nhuge\n\0')
+        lumora = [LUMORA, '--root', self.root, 'run']
+        done = subprocess.run([*lumora, '--display', 'desktop', '--background', '--output', 'none'],
+                              env=self.environment, capture_output=True, text=True, timeout=60)
+        self.assertEqual(done.returncode, 0)
+        self.assertRegex(done.stdout + done.stderr, 'there is no output none; the outputs are [a-z]')
+        name = json.loads(self.ok('outputs', '--json'))[0]['name']
+        self.assertIn(', not used', self.ok('outputs'))
+        self.assertIn('has not chosen', self.ok('set', self.gif, '--output', name))
+        self.assertEqual(sorted(os.listdir(own)), sorted([name, 'elsewhere', 'file']))
+        self.ok('stop')
+        # A login works even so, and if it is started twice.
+        backdrop = self.file('backdrop.gif', device.gif(BLUE))
+        self.show_desktop('--backdrop', backdrop)
+        self.ok('stop')
+        os.remove(backdrop)
+        restored = [self.show(*lumora, '--restore') for _ in range(2)]
+        self.ok('wait')
+        self.eventually(lambda: [program.poll() for program in restored].count(0) == 1)
+        self.assertEqual(os.listdir(elsewhere), [])
 
     def test_has_the_right_colors_on_every_screen(self):
         for depth, red in ((16, 0xf800), (24, 0xff0000), (30, 0x3ff00000)):

@@ -22,7 +22,6 @@
 #include "platform/linux/files/signal_descriptor.h"
 #include "tool/commands/output_hosts.h"
 #include "tool/commands/scaling_choice.h"
-#include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
@@ -292,6 +291,7 @@ void warnOfNoDisplay(const RunOptions& options) {
 
 int runHost(const DeviceFolder& device, const RunOptions& options,
             const std::optional<ChosenGif>& gif, const std::function<void()>& launched) {
+  requireNoHost(device);
   storeScaling(options);
   const bool isDesktop = options.host.display == host::DisplayKind::Desktop;
   if (isDesktop && !options.isForOneOutput) storeLastDesktop(device, options.host);
@@ -333,6 +333,27 @@ void useBlurIfMissing(host::BackdropOptions& backdrop) {
   }
 }
 
+int start(const Context& context, const RunOptions& options) {
+  std::optional<ChosenGif> gif;
+  if (!options.gif.empty()) gif = readGif(options.gif);
+  if (const auto& backdrop = options.host.desktop.backdrop.file; !backdrop.empty()) {
+    readGif(backdrop);
+  }
+  warnOfNoDisplay(options);
+  if (options.isInBackground) return runHostInBackground(context, options, gif);
+  return runHost(context.madeDevice(), options, gif, [] {});
+}
+
+int restore(const Context& context, RunOptions options) {
+  options.host = lastDesktop(context.madeDevice());
+  useBlurIfMissing(options.host.desktop.backdrop);
+  try {
+    return start(context, options);
+  } catch (const AlreadyRunning&) {
+    return ExitCode::Done;
+  }
+}
+
 }  // namespace
 
 void addRunCommand(CLI::App& lumora, Context& context) {
@@ -358,22 +379,7 @@ void addRunCommand(CLI::App& lumora, Context& context) {
       ->excludes(command->get_option("--span"));
   command->callback([&context, options] {
     context.action = [&context, options] {
-      if (options->isRestoring) {
-        const DeviceFolder device = context.madeDevice();
-        const bool isRunning =
-            HostConnection::find(device) || !FileLock(device, FileLock::host).take(Seconds(0));
-        if (isRunning) return static_cast<int>(ExitCode::Done);
-        options->host = lastDesktop(device);
-        useBlurIfMissing(options->host.desktop.backdrop);
-      }
-      std::optional<ChosenGif> gif;
-      if (!options->gif.empty()) gif = readGif(options->gif);
-      if (const auto& backdrop = options->host.desktop.backdrop.file; !backdrop.empty()) {
-        readGif(backdrop);
-      }
-      warnOfNoDisplay(*options);
-      if (options->isInBackground) return runHostInBackground(context, *options, gif);
-      return runHost(context.madeDevice(), *options, gif, [] {});
+      return options->isRestoring ? restore(context, *options) : start(context, *options);
     };
   });
 }

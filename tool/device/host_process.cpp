@@ -15,7 +15,6 @@
 #include "settings/notification_names.h"
 #include "tool/device/frame_caches.h"
 #include "tool/support/child_process.h"
-#include "tool/support/failure.h"
 
 namespace tool {
 namespace {
@@ -54,15 +53,14 @@ bool isSameFile(int descriptor, const std::filesystem::path& path) {
          open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
-Failure alreadyRunning(const DeviceFolder& device) {
-  return Failure("a home screen is already running for " + device.path().string() +
-                 "; change its wallpaper with `lumora set`, or stop it with `lumora stop`");
-}
-
 }  // namespace
 
+AlreadyRunning::AlreadyRunning(const DeviceFolder& device)
+    : Failure("a home screen is already running for " + device.path().string() +
+              "; change its wallpaper with `lumora set`, or stop it with `lumora stop`") {}
+
 void requireNoHost(const DeviceFolder& device) {
-  if (HostConnection::find(device)) throw alreadyRunning(device);
+  if (HostConnection::find(device)) throw AlreadyRunning(device);
 }
 
 HostProcess::HostProcess(const DeviceFolder& device, const host::HostOptions& options)
@@ -89,7 +87,7 @@ HostProcess::~HostProcess() {
 void HostProcess::takeLock() {
   constexpr Seconds patience{2};
   requireNoHost(device_);
-  if (!lock_.take(patience)) throw alreadyRunning(device_);
+  if (!lock_.take(patience)) throw AlreadyRunning(device_);
 }
 
 void HostProcess::start(const host::HostOptions& options) {

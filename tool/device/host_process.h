@@ -10,17 +10,25 @@
 #include "tool/device/bus_daemon.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
+#include "tool/support/failure.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {
 
-// Throws Failure if a home screen is running for the device.
+// A home screen is already running for the device.
+class AlreadyRunning : public Failure {
+ public:
+  explicit AlreadyRunning(const DeviceFolder& device);
+};
+
+// Throws AlreadyRunning if one is.
 void requireNoHost(const DeviceFolder& device);
 
 class HostProcess {
  public:
   // Starts both, after waiting a moment for a home screen that is ending. device must outlive the
-  // object. Throws Failure if a home screen is running for the device or cannot be started.
+  // object. Throws AlreadyRunning if one is running for the device, and Failure if none can be
+  // started.
   HostProcess(const DeviceFolder& device, const host::HostOptions& options);
   // Ends both.
   ~HostProcess();
