@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
@@ -217,14 +218,18 @@ class HostRun {
 
   void followOutputs() {
     outputs_->update();
-    const auto shown = outputs_->shown();
-    if (shown == ownWallpapers_) return;
-    ownWallpapers_ = shown;
-    if (const auto host = HostConnection::find(device_)) {
+    if (std::exchange(ownWallpapers_, outputs_->shown()) != outputs_->shown()) exceptOutputs();
+    outputs_->endRemoved();
+  }
+
+  void exceptOutputs() const {
+    try {
+      const auto host = HostConnection::require(device_);
       host->setExceptedOutputs(exceptedOutputs());
       awaitOutputs(*host);
+    } catch (const Failure&) {
+      // The home screen has ended, which the loop notices, or hangs.
     }
-    outputs_->endRemoved();
   }
 
   bool isTimeUp() const { return end_ && steady_clock::now() >= *end_; }
