@@ -33,8 +33,9 @@ constexpr auto views = "views";
 constexpr auto frame = "frame";
 // False if the view or one that contains it is hidden.
 constexpr auto visible = "visible";
-// "window", "desktop" or "headless".
+// "window", displayDesktop or "headless".
 constexpr auto display = "display";
+constexpr auto displayDesktop = "desktop";
 // An array of a desktop's outputs, empty on other displays. Each is an object with these keys.
 constexpr auto outputs = "outputs";
 namespace output {

@@ -25,7 +25,7 @@ void listOutputs(const DeviceFolder& device, bool asJson) {
     std::printf("%s\n", outputs.dump(2).c_str());
     return;
   }
-  const bool isDesktop = report.value(host::status::display, "") == "desktop";
+  const bool isDesktop = report.value(host::status::display, "") == host::status::displayDesktop;
   if (outputs.empty()) {
     std::printf(isDesktop ? "no outputs at the moment\n"
                           : "no outputs: the home screen is not on a desktop\n");

@@ -27,6 +27,7 @@
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
 #include "tool/device/last_desktop.h"
+#include "tool/device/output_report.h"
 #include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_import.h"
 #include "tool/support/background.h"
@@ -105,19 +106,11 @@ class HostRun {
   }
 
   void greet(HostConnection& host) const {
-    const auto report = nlohmann::json::parse(host.status());
-    std::string names;
-    for (const auto& output : report.at(host::status::outputs)) {
-      names += (names.empty() ? "" : ", ") + output.value(host::status::output::name, "");
-    }
+    const auto report = nlohmann::ordered_json::parse(host.status());
     for (const std::string& wanted : options_.host.desktop.outputs) {
-      const bool isThere =
-          std::ranges::any_of(report.at(host::status::outputs), [&](const auto& output) {
-            return output.value(host::status::output::name, "") == wanted;
-          });
-      if (isThere) continue;
-      std::fprintf(stderr, "lumora: there is no output %s; the outputs are %s\n",
-                   printable(wanted, STDERR_FILENO).c_str(), names.c_str());
+      const std::string problem = problemWithOutput(report.at(host::status::outputs), wanted);
+      if (problem.empty()) continue;
+      std::fprintf(stderr, "lumora: %s\n", printable(problem, STDERR_FILENO).c_str());
     }
     std::printf("home screen running (%s, files in %s); %s`lumora stop` stops it\n",
                 host::nameOf(options_.host.display).c_str(), device_.path().c_str(),

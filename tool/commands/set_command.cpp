@@ -23,6 +23,7 @@
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
 #include "tool/device/output_devices.h"
+#include "tool/device/output_report.h"
 #include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
@@ -110,16 +111,15 @@ void set(const DeviceFolder& device, const ChosenGif& gif, const SetOptions& opt
 }
 
 // Returns the output of a running home screen. Throws Failure if there is no such output.
-nlohmann::json outputNamed(const std::string& name, HostConnection& host) {
-  const auto report = nlohmann::json::parse(host.status());
-  std::string names;
-  for (const auto& output : report.at(host::status::outputs)) {
-    const std::string other = output.value(host::status::output::name, "");
-    if (other == name) return output;
-    names += (names.empty() ? "" : ", ") + other;
+nlohmann::ordered_json outputNamed(const std::string& name, HostConnection& host) {
+  const auto report = nlohmann::ordered_json::parse(host.status());
+  if (report.value(host::status::display, "") != host::status::displayDesktop) {
+    throw Failure("the home screen is not on a desktop");
   }
-  if (names.empty()) throw Failure("the home screen is not on a desktop");
-  throw Failure("there is no output " + name + "; the outputs are " + names);
+  for (const auto& output : report.at(host::status::outputs)) {
+    if (output.value(host::status::output::name, "") == name) return output;
+  }
+  throw Failure(problemWithOutput(report.at(host::status::outputs), name));
 }
 
 // Waits until the desktop has left the output to its own wallpaper.

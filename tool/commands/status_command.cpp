@@ -145,7 +145,7 @@ void printScreen(const ordered_json& status) {
   for (const auto& output : status[reported::outputs]) {
     std::printf("output      %s\n", textOfOutput(output).c_str());
   }
-  if (status.value(reported::display, "") == "desktop") return;
+  if (status.value(reported::display, "") == reported::displayDesktop) return;
   std::printf("screen      %s, %s, %s\n", status.value(reported::screen, "").c_str(),
               status.value(reported::orientation, "").c_str(),
               status.value(reported::idiom, "").c_str());

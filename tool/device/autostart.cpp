@@ -12,33 +12,26 @@
 #include "platform/linux/files/file_descriptor.h"
 #include "tool/support/child_process.h"
 #include "tool/support/failure.h"
+#include "tool/support/user_directories.h"
 
 namespace tool {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Reaches the user manager, if there is one.
+// Returns true if systemd runs for the user.
 bool hasUserManager() {
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
   std::error_code error;
   return runtime != nullptr && fs::exists(fs::path(runtime) / "systemd", error);
 }
 
-// Relative paths are ignored (XDG Base Directory Specification, "Basics").
-fs::path configuration() {
-  const char* given = std::getenv("XDG_CONFIG_HOME");
-  if (given != nullptr && fs::path(given).is_absolute()) return given;
-  const char* home = std::getenv("HOME");
-  if (home == nullptr || *home == '\0') throw Failure("no folder for autostart: set HOME");
-  return fs::path(home) / ".config";
-}
-
 struct Files {
-  fs::path unit = configuration() / "systemd/user/lumora.service";
+  fs::path configuration = userDirectory("XDG_CONFIG_HOME", ".config");
+  fs::path unit = configuration / "systemd/user/lumora.service";
   // What `systemctl --user enable` makes.
-  fs::path wanted = configuration() / "systemd/user/graphical-session.target.wants/lumora.service";
-  fs::path entry = configuration() / "autostart/lumora.desktop";
+  fs::path wanted = configuration / "systemd/user/graphical-session.target.wants/lumora.service";
+  fs::path entry = configuration / "autostart/lumora.desktop";
 };
 
 // Returns the command for a unit or an entry. Both take words in double quotes.

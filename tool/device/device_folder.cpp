@@ -13,6 +13,7 @@
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "tool/support/failure.h"
+#include "tool/support/user_directories.h"
 
 namespace tool {
 namespace {
@@ -23,21 +24,11 @@ constexpr auto preferencesDirectory = "/var/mobile/Library/Preferences";
 constexpr auto addressNote = "bus";
 constexpr mode_t mineAlone = 0700;
 
-std::string environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? "" : value;
-}
-
 fs::path chosenFolder(const std::string& given) {
   if (!given.empty()) return given;
-  if (const std::string root = environment("LUMORA_ROOT"); !root.empty()) return root;
-  // Relative paths are invalid there and ignored (XDG Base Directory Specification, "Basics").
-  if (const fs::path data = environment("XDG_DATA_HOME"); data.is_absolute()) {
-    return data / "lumora";
-  }
-  const std::string home = environment("HOME");
-  if (home.empty()) throw Failure("no device folder: pass --root DIR or set HOME");
-  return fs::path(home) / ".local/share/lumora";
+  const char* root = std::getenv("LUMORA_ROOT");
+  if (root != nullptr && *root != '\0') return root;
+  return userDirectory("XDG_DATA_HOME", ".local/share") / "lumora";
 }
 
 }  // namespace

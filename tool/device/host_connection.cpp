@@ -128,7 +128,10 @@ std::string HostConnection::status(Seconds timeout) {
 }
 
 void HostConnection::requirePhone() {
-  if (nlohmann::json::parse(status()).value(host::status::display, "") != "desktop") return;
+  if (nlohmann::json::parse(status()).value(host::status::display, "") !=
+      host::status::displayDesktop) {
+    return;
+  }
   throw Failure(
       "a desktop has one wallpaper, without lock screen or dock; change it with: lumora set GIF");
 }

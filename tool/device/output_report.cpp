@@ -25,6 +25,17 @@ ordered_json outputsOf(const ordered_json& report, const DeviceFolder& device) {
   return outputs;
 }
 
+std::string problemWithOutput(const ordered_json& outputs, const std::string& name) {
+  std::string names;
+  for (const auto& output : outputs) {
+    const std::string other = output.value(key::name, "");
+    if (other == name) return "";
+    names += (names.empty() ? "" : ", ") + other;
+  }
+  return "there is no output " + name +
+         (names.empty() ? " at the moment" : "; the outputs are " + names);
+}
+
 std::string textOfOutput(const ordered_json& output) {
   const auto& area = output.at(key::area);
   std::ostringstream text;
