@@ -2,7 +2,7 @@
 
 build_packages=(
   cmake g++ ninja-build pkg-config
-  libcairo2-dev libcli11-dev libexpat1-dev libisal-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libwayland-dev libx11-dev
+  libcairo2-dev libcli11-dev libexpat1-dev libisal-dev liblz4-dev libplist-dev libpng-dev libsdbus-c++-dev libsdl2-dev libutfcpp-dev libwayland-dev libx11-dev
   libxext-dev libxrandr-dev libxss-dev wayland-protocols
   zlib1g-dev
   nlohmann-json3-dev

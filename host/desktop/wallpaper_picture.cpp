@@ -56,7 +56,7 @@ WallpaperPicture::Change WallpaperPicture::takeNothing() {
   hadGap_ = true;
   image_ = nullptr;
   if (hasImage_) ++generation_;
-  return {.isAll = std::exchange(hasImage_, false), .rows = {}};
+  return {.isAll = std::exchange(hasImage_, false)};
 }
 
 WallpaperPicture::Change WallpaperPicture::take(const platform::ImageRef& image,
@@ -70,15 +70,43 @@ WallpaperPicture::Change WallpaperPicture::take(const platform::ImageRef& image,
   height_ = image->height();
   mode_ = mode;
   alpha_ = alpha;
-  if (image != image_) {
+  const bool isFrame = image != image_;
+  image_ = image;
+  if (isFrame) {
     isStale_ = false;
-    image_ = image;
-    const bool wasOpaque = surface_.isOpaque();
-    surface_.update(*image);
-    if (wasOpaque != surface_.isOpaque())
-      return {.isAll = true, .rows = surface_.takeChangedRows()};
+    ++number_;
   }
-  return {.isAll = isAll, .rows = surface_.takeChangedRows()};
+  return {.isAll = isAll, .isFrame = isFrame};
+}
+
+const std::optional<platform::backend::FileIdentity>& WallpaperPicture::file() const {
+  static const std::optional<platform::backend::FileIdentity> none;
+  return hasImage_ ? image_->impl().file : none;
+}
+
+void WallpaperPicture::decode() const {
+  if (!hasImage_ || decoded_ == number_) return;
+  const bool wasOpaque = surface_.isOpaque();
+  surface_.update(*image_);
+  changedRows_ = surface_.takeChangedRows();
+  const bool isNext = decoded_ + 1 == number_ && wasOpaque == surface_.isOpaque();
+  if (!isNext) changedRows_ = {0, height_};
+  decoded_ = number_;
+}
+
+cairo_surface_t* WallpaperPicture::surface() const {
+  decode();
+  return hasImage_ ? surface_.surface() : nullptr;
+}
+
+bool WallpaperPicture::isOpaque() const {
+  decode();
+  return surface_.isOpaque() && alpha_ >= 1;
+}
+
+platform::backend::PictureSurface::Rows WallpaperPicture::changedRows() const {
+  decode();
+  return changedRows_;
 }
 
 }  // namespace host

@@ -1,6 +1,8 @@
 // The picture that the wallpaper shows, for painting it on every output of a desktop. Main thread.
 #pragma once
 
+#include <optional>
+
 #include <cairo.h>
 
 #include "platform/linux/views/picture_surface.h"
@@ -12,10 +14,9 @@ class WallpaperPicture {
  public:
   // What has changed since the last look.
   struct Change {
+    // More than the frame of the animation.
     bool isAll = false;
-    // Otherwise, the rows of the picture that have changed.
-    platform::backend::PictureSurface::Rows rows;
-    bool isNothing() const { return !isAll && rows.first == rows.end; }
+    bool isFrame = false;
   };
 
   // Looks for the last visible image in the tree. The picture stays as it was while all wallpapers
@@ -28,14 +29,22 @@ class WallpaperPicture {
   bool isOf(unsigned wallpaper) const {
     return hasImage_ && !hadGap_ && !isStale_ && wallpaper_ == wallpaper;
   }
+  // Returns true if there is a picture.
+  bool exists() const { return hasImage_; }
+  // Returns the file of the frame, if it is recognizable.
+  const std::optional<platform::backend::FileIdentity>& file() const;
+  // The next three decode the frame, which takes most of the time that it takes to show it.
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
-  cairo_surface_t* surface() const { return hasImage_ ? surface_.surface() : nullptr; }
+  cairo_surface_t* surface() const;
+  // Returns true if the picture is known to have no transparent pixels.
+  bool isOpaque() const;
+  // Returns the rows that may differ from the frame before, which are all if that was not decoded.
+  platform::backend::PictureSurface::Rows changedRows() const;
   // Returns true if there is none because the animated view has not had an image yet, or because
   // all wallpapers have been hidden so far.
   bool isAwaited() const { return isAwaited_; }
   int width() const { return width_; }
   int height() const { return height_; }
-  bool isOpaque() const { return surface_.isOpaque() && alpha_ >= 1; }
   platform::UIViewContentMode contentMode() const { return mode_; }
   double alpha() const { return alpha_; }
   // Returns a number that changes whenever the picture becomes one of another wallpaper: with the
@@ -46,8 +55,15 @@ class WallpaperPicture {
   Change take(const platform::ImageRef& image, platform::UIViewContentMode mode, double alpha);
   Change takeNothing();
 
-  platform::backend::PictureSurface surface_;
+  void decode() const;
+
   platform::ImageRef image_;
+  // Counts the frames.
+  unsigned number_ = 0;
+  // The decoded frame and its number.
+  mutable platform::backend::PictureSurface surface_;
+  mutable unsigned decoded_ = 0;
+  mutable platform::backend::PictureSurface::Rows changedRows_;
   bool hasImage_ = false;
   bool hadGap_ = false;
   bool isAwaited_ = false;

@@ -77,7 +77,7 @@ void DesktopDisplay::noteLaunched() {
 void DesktopDisplay::draw() {
   const WallpaperPicture::Change change =
       picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
-  const bool isEmpty = picture_.surface() == nullptr;
+  const bool isEmpty = !picture_.exists();
   if (isEmpty && (picture_.isAwaited() || !isLaunched_)) return;
   outputs_->show(picture_, change);
   if (!arePainted_) update();

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,8 @@ struct DesktopOptions {
   bool pausesOnBattery = false;
   Filter filter = Filter::Auto;
   BackdropOptions backdrop;
+  // How many bytes of drawn frames each output may keep.
+  std::size_t maxKeptBytes = std::size_t{16} << 20;
 };
 
 }  // namespace host

@@ -200,7 +200,7 @@ void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture
 
 // Until the surface has been painted, the compositor shows nothing of it.
 bool WaylandOutput::mustPaint(const WallpaperPicture& picture) const {
-  return !isUnseen() || (isBlank_ && picture.surface() != nullptr);
+  return !isUnseen() || (isBlank_ && picture.exists());
 }
 
 void WaylandOutput::commit(Buffers::OneBuffer& buffer) {

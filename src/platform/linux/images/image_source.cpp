@@ -1,12 +1,17 @@
 #include "platform/image_source.h"
 
 #include <future>
+#include <map>
+#include <mutex>
+#include <optional>
 #include <utility>
 
 #include "platform/linux/files/data.h"
+#include "platform/linux/files/file_identity.h"
 #include "platform/linux/helper_thread.h"
 #include "platform/linux/images/gif/compositor.h"
 #include "platform/linux/images/gif/file.h"
+#include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/reader.h"
 #include "platform/linux/out_of_memory.h"
 
@@ -93,10 +98,56 @@ std::optional<ImageProperties> CGImageSource::copyPropertiesAtIndex(int index) c
   return ImageProperties{gif};
 }
 
-ImageRef imageWithContentsOfFile(const std::string& path) {
-  const auto contents = NSData::dataWithContentsOfFile(path);
-  const auto source = contents ? CGImageSource::createWithData(contents) : nullptr;
+namespace {
+
+// The shapes of the images in files that have been decoded once. Any thread.
+class DecodedFiles {
+ public:
+  static DecodedFiles& all() {
+    static auto* files = new DecodedFiles;
+    return *files;
+  }
+
+  std::optional<PictureShape> find(const FileIdentity& file) const {
+    std::lock_guard lock(mutex_);
+    const auto found = shapes_.find(file);
+    return found == shapes_.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  void add(const FileIdentity& file, const PictureShape& shape) {
+    // More than any GIF plays in a round that is not boring.
+    constexpr std::size_t maxCount = 1 << 14;
+    std::lock_guard lock(mutex_);
+    if (shapes_.size() >= maxCount) shapes_.clear();
+    shapes_.emplace(file, shape);
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::map<FileIdentity, PictureShape> shapes_;
+};
+
+ImageRef decodeFile(const DataRef& contents) {
+  const auto source = CGImageSource::createWithData(contents);
   return source ? source->createImageAtIndex(0) : nullptr;
+}
+
+}  // namespace
+
+// A file that has been decoded before is decoded again only if its pixels are needed.
+ImageRef imageWithContentsOfFile(const std::string& path) {
+  auto file = openFile(path);
+  if (!file) return nullptr;
+  const auto identity = identityOf(file->descriptor);
+  const DataRef contents = dataOfFile(std::move(*file));
+  if (!identity) return decodeFile(contents);
+  if (const auto shape = DecodedFiles::all().find(*identity)) {
+    return imageOfFile(*shape, identity, [contents] { return decodeFile(contents); });
+  }
+  const ImageRef image = decodeFile(contents);
+  if (!image) return nullptr;
+  DecodedFiles::all().add(*identity, image->impl().shape);
+  return imageOfFile(image->impl().shape, identity, [image] { return image; });
 }
 
 }  // namespace platform

@@ -26,7 +26,7 @@ bool hasOpaquePalette(const UIImage::Impl& picture) {
 }  // namespace
 
 void PictureSurface::update(const UIImage& image) {
-  const UIImage::Impl& picture = image.impl();
+  const UIImage::Impl& picture = pictureOf(image);
   const bool hasNewPalette = palette_ != picture.palette;
   const bool isOpaque = hasNewPalette ? hasOpaquePalette(picture) : isOpaque_;
   if (!fits(picture.shape) || isOpaque != isOpaque_) start(picture.shape, isOpaque);

@@ -164,7 +164,7 @@ ImageRef CIImage::render(CGRect rectangle) const {
   const bool isWhole = crop.left == 0 && crop.top == 0 && crop.width == input_->width() &&
                        crop.height == input_->height();
   if (radius_ == 0 && isWhole) return input_;
-  return unlessOutOfMemory([&] { return Blur(input_->impl(), crop).render(radius_); });
+  return unlessOutOfMemory([&] { return Blur(pictureOf(*input_), crop).render(radius_); });
 }
 
 }  // namespace platform

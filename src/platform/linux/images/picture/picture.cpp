@@ -51,6 +51,41 @@ ImageRef makeImage(const PictureShape& shape, std::shared_ptr<const Palette> pal
   return std::make_shared<UIImage>(std::move(impl));
 }
 
+namespace {
+
+ImageRef transparentImage(const PictureShape& shape) {
+  Strips strips;
+  for (int index = 0; index < shape.stripCount(); ++index) {
+    auto strip = shape.makeStrip(index);
+    std::ranges::fill(strip->bytes(), std::uint8_t{0});
+    strips.push_back(std::move(strip));
+  }
+  const bool isIndexed = shape.format == PixelFormat::Indexed;
+  return makeImage(shape,
+                   isIndexed ? std::make_shared<const Palette>(Palette{.count = 1}) : nullptr,
+                   std::move(strips));
+}
+
+}  // namespace
+
+const UIImage::Impl& pictureOf(const UIImage& image) {
+  const UIImage::Impl& impl = image.impl();
+  if (!impl.decode) return impl;
+  std::lock_guard lock(impl.mutex);
+  if (!impl.decoded) impl.decoded = impl.decode();
+  if (!impl.decoded) impl.decoded = transparentImage(impl.shape);
+  return impl.decoded->impl();
+}
+
+ImageRef imageOfFile(const PictureShape& shape, const std::optional<FileIdentity>& file,
+                     std::function<ImageRef()> decode) {
+  auto impl = std::make_unique<UIImage::Impl>();
+  impl->shape = shape;
+  impl->file = file;
+  impl->decode = std::move(decode);
+  return std::make_shared<UIImage>(std::move(impl));
+}
+
 ImageRef imageFromPixels(int width, int height, const Bytes& pixels) {
   const PictureShape shape{width, height, PixelFormat::RGBA};
   const std::uint8_t* source = pixels.data();
@@ -66,7 +101,7 @@ ImageRef imageFromPixels(int width, int height, const Bytes& pixels) {
 }
 
 Bytes pixelsOf(const UIImage& image) {
-  const UIImage::Impl& picture = image.impl();
+  const UIImage::Impl& picture = pictureOf(image);
   const auto width = static_cast<std::size_t>(picture.shape.width);
   Bytes pixels(width * static_cast<std::size_t>(picture.shape.height) * sizeof(RGBAColor));
   std::uint8_t* target = pixels.data();

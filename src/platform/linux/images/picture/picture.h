@@ -6,12 +6,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "platform/image.h"
+#include "platform/linux/files/file_identity.h"
 
 namespace platform::backend {
 
@@ -115,12 +118,20 @@ namespace platform {
 
 struct UIImage::Impl {
   backend::PictureShape shape;
+  // Only in a decoded picture; see pictureOf.
   std::shared_ptr<const backend::Palette> palette;
   backend::Strips strips;
+
+  // The file that contains the image, if it is recognizable.
+  std::optional<backend::FileIdentity> file;
+  // Decodes the picture when it is needed; empty if it is decoded. Returns nullptr if it fails.
+  std::function<ImageRef()> decode;
 
   // The PNG made from this image, kept so that equal frames share a file (files/written_file.h).
   mutable std::mutex mutex;
   mutable DataRef png;
+  // What decode has returned, or a transparent image.
+  mutable ImageRef decoded;
 
   const std::uint8_t* row(int y) const;
 };
@@ -128,6 +139,14 @@ struct UIImage::Impl {
 }  // namespace platform
 
 namespace platform::backend {
+
+// Returns the image's picture, decoded. Several threads may call it for one image.
+const UIImage::Impl& pictureOf(const UIImage& image);
+
+// Returns an image of this shape that is decoded when it is needed, which may fail: then it is
+// transparent.
+ImageRef imageOfFile(const PictureShape& shape, const std::optional<FileIdentity>& file,
+                     std::function<ImageRef()> decode);
 
 // Returns an image of these strips. palette is nullptr unless the format is Indexed. Throws
 // std::bad_alloc.

@@ -189,7 +189,7 @@ DataRef encode(const UIImage::Impl& picture) {
 }  // namespace
 
 DataRef UIImagePNGRepresentation(const UIImage& image) {
-  const UIImage::Impl& picture = image.impl();
+  const UIImage::Impl& picture = pictureOf(image);
   std::lock_guard lock(picture.mutex);
   if (!picture.png) {
     picture.png = unlessOutOfMemory([&picture] { return encode(picture); });
