@@ -86,11 +86,9 @@ const std::optional<platform::backend::FileIdentity>& WallpaperPicture::file() c
 
 void WallpaperPicture::decode() const {
   if (!hasImage_ || decoded_ == number_) return;
-  const bool wasOpaque = surface_.isOpaque();
   surface_.update(*image_);
   changedRows_ = surface_.takeChangedRows();
-  const bool isNext = decoded_ + 1 == number_ && wasOpaque == surface_.isOpaque();
-  if (!isNext) changedRows_ = {0, height_};
+  if (decoded_ + 1 != number_) changedRows_ = {0, height_};
   decoded_ = number_;
 }
 

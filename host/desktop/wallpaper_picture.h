@@ -36,7 +36,7 @@ class WallpaperPicture {
   // The next three decode the frame, which takes most of the time that it takes to show it.
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const;
-  // Returns true if the picture is known to have no transparent pixels.
+  // Returns true if it has no transparent pixels.
   bool isOpaque() const;
   // Returns the rows that may differ from the frame before, which are all if that was not decoded.
   platform::backend::PictureSurface::Rows changedRows() const;

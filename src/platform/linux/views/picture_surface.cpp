@@ -1,6 +1,7 @@
 #include "platform/linux/views/picture_surface.h"
 
 #include <algorithm>
+#include <new>
 
 #include "platform/linux/images/picture/pixels.h"
 
@@ -16,77 +17,85 @@ std::uint32_t premultipliedPixel(const std::uint8_t* rgba) {
          shifted(rgba[2], 0);
 }
 
-// Returns true if the image has a palette with opaque colors only. The pixels of an image without a
-// palette are not examined.
-bool hasOpaquePalette(const UIImage::Impl& picture) {
-  if (!picture.palette) return false;
-  return isOpaque(picture.palette->colors.front().data(), picture.palette->count);
-}
-
 }  // namespace
 
 void PictureSurface::update(const UIImage& image) {
   const UIImage::Impl& picture = pictureOf(image);
-  const bool hasNewPalette = palette_ != picture.palette;
-  const bool isOpaque = hasNewPalette ? hasOpaquePalette(picture) : isOpaque_;
-  if (!fits(picture.shape) || isOpaque != isOpaque_) start(picture.shape, isOpaque);
-  if (!surface_) return;
-  if (hasNewPalette) setPalette(picture.palette);
+  if (!fits(picture.shape)) start(picture.shape);
+  if (!pixels_) return;
+  if (palette_ != picture.palette) setPalette(picture.palette);
   shape_ = picture.shape;
   convertChangedStrips(picture);
 }
 
-// Cairo scales images without alpha faster.
-void PictureSurface::start(const PictureShape& shape, bool isOpaque) {
-  const cairo_format_t format = isOpaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;
-  surface_.reset(cairo_image_surface_create(format, shape.width, shape.height));
-  isOpaque_ = isOpaque;
-  if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) surface_.reset();
+void PictureSurface::start(const PictureShape& shape) {
+  const auto width = static_cast<std::size_t>(shape.width);
+  opaque_.reset();
+  translucent_.reset();
+  pixels_.reset(new (std::nothrow) std::uint32_t[width * static_cast<std::size_t>(shape.height)]);
+  const auto surfaceOf = [&](cairo_format_t format) {
+    return Surface(cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(pixels_.get()), format, shape.width, shape.height,
+        static_cast<int>(width * sizeof(std::uint32_t))));
+  };
+  if (pixels_) {
+    opaque_ = surfaceOf(CAIRO_FORMAT_RGB24);
+    translucent_ = surfaceOf(CAIRO_FORMAT_ARGB32);
+  }
   shape_ = shape;
   strips_.clear();
+  transparentStrips_ = 0;
   changed_ = {0, shape.height};
 }
 
 void PictureSurface::setPalette(std::shared_ptr<const Palette> palette) {
   palette_ = std::move(palette);
   strips_.clear();
+  transparentStrips_ = 0;
   for (std::size_t index = 0; palette_ && index < maxColors; ++index) {
     colors_[index] = premultipliedPixel(palette_->colors[index].data());
   }
 }
 
 bool PictureSurface::fits(const PictureShape& shape) const {
-  return surface_ && shape_.width == shape.width && shape_.height == shape.height;
+  return pixels_ && shape_.width == shape.width && shape_.height == shape.height;
 }
 
 void PictureSurface::convertChangedStrips(const UIImage::Impl& picture) {
   strips_.resize(picture.strips.size());
-  cairo_surface_flush(surface_.get());
   for (int index = 0; index < shape_.stripCount(); ++index) {
     auto& shown = strips_[static_cast<std::size_t>(index)];
     const auto& wanted = picture.strips[static_cast<std::size_t>(index)];
-    if (shown == wanted) continue;
-    shown = wanted;
-    convertStrip(picture, index);
+    if (shown.strip == wanted) continue;
+    shown.strip = wanted;
+    const bool isOpaque = convertStrip(picture, index);
+    transparentStrips_ += static_cast<int>(shown.isOpaque) - static_cast<int>(isOpaque);
+    shown.isOpaque = isOpaque;
     noteChanged(index);
   }
-  cairo_surface_mark_dirty(surface_.get());
+  for (const Surface* surface : {&opaque_, &translucent_}) {
+    cairo_surface_mark_dirty(surface->get());
+  }
 }
 
-void PictureSurface::convertStrip(const UIImage::Impl& picture, int index) {
+bool PictureSurface::convertStrip(const UIImage::Impl& picture, int index) {
   const Strip& strip = *picture.strips[static_cast<std::size_t>(index)];
-  const int stride = cairo_image_surface_get_stride(surface_.get());
-  unsigned char* target = cairo_image_surface_get_data(surface_.get()) +
-                          static_cast<std::ptrdiff_t>(index) * shape_.rowsPerStrip() * stride;
-  for (int row = 0; row < strip.rowCount(); ++row, target += stride) {
-    auto* pixels = reinterpret_cast<std::uint32_t*>(target);
+  std::uint32_t* pixels =
+      &pixels_[static_cast<std::size_t>(index) * static_cast<std::size_t>(shape_.rowsPerStrip()) *
+               static_cast<std::size_t>(shape_.width)];
+  std::uint32_t common = ~std::uint32_t{0};
+  for (int row = 0; row < strip.rowCount(); ++row, pixels += shape_.width) {
     const std::uint8_t* source = strip.row(row);
     if (shape_.format == PixelFormat::Indexed) {
-      for (int x = 0; x < shape_.width; ++x) pixels[x] = colors_[source[x]];
+      for (int x = 0; x < shape_.width; ++x) common &= pixels[x] = colors_[source[x]];
     } else {
-      for (int x = 0; x < shape_.width; ++x, source += 4) pixels[x] = premultipliedPixel(source);
+      for (int x = 0; x < shape_.width; ++x, source += 4) {
+        common &= pixels[x] = premultipliedPixel(source);
+      }
     }
   }
+  constexpr std::uint32_t opaqueAlpha = 255;
+  return common >> 24 == opaqueAlpha;
 }
 
 void PictureSurface::noteChanged(int strip) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include <cairo.h>
 
@@ -26,32 +27,44 @@ class PictureSurface {
   // Returns the rows that may have changed since the last call.
   Rows takeChangedRows() { return std::exchange(changed_, {}); }
 
-  // Returns true if the image is known to have no transparent pixels.
-  bool isOpaque() const { return isOpaque_; }
-  // Returns the surface, with premultiplied 32-bit pixels, or nullptr if there is none. Valid until
-  // the next update.
-  cairo_surface_t* surface() const { return surface_.get(); }
+  // Returns true if the image has no transparent pixels.
+  bool isOpaque() const { return transparentStrips_ == 0; }
+  // Returns the surface, with premultiplied 32-bit pixels, or nullptr if there is none. Its format
+  // has no alpha if the image is opaque, because Cairo draws such images faster. Valid until the
+  // next update.
+  cairo_surface_t* surface() const { return isOpaque() ? opaque_.get() : translucent_.get(); }
 
  private:
   struct Destroy {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
   };
 
+  // A strip as it is on the surface, and whether all of its pixels are opaque.
+  struct ShownStrip {
+    std::shared_ptr<const Strip> strip;
+    bool isOpaque = true;
+  };
+  using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
+
   bool fits(const PictureShape& shape) const;
-  void start(const PictureShape& shape, bool isOpaque);
+  void start(const PictureShape& shape);
   void setPalette(std::shared_ptr<const Palette> palette);
   void convertChangedStrips(const UIImage::Impl& picture);
-  void convertStrip(const UIImage::Impl& picture, int strip);
+  // Returns true if all of its pixels are opaque.
+  bool convertStrip(const UIImage::Impl& picture, int strip);
   void noteChanged(int strip);
 
-  std::unique_ptr<cairo_surface_t, Destroy> surface_;
+  // Both surfaces show the same pixels.
+  std::unique_ptr<std::uint32_t[]> pixels_;
+  Surface opaque_;
+  Surface translucent_;
   PictureShape shape_;
   std::shared_ptr<const Palette> palette_;
   // The palette's colors in the screen's pixel format.
   std::array<std::uint32_t, maxColors> colors_{};
-  Strips strips_;
+  std::vector<ShownStrip> strips_;
+  int transparentStrips_ = 0;
   Rows changed_;
-  bool isOpaque_ = false;
 };
 
 }  // namespace platform::backend

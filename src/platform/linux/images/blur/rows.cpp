@@ -5,14 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/linux/for_every_processor.h"
 #include "platform/linux/images/picture/pixels.h"
-
-// Compiles a function for old and new processors, if the compiler can do that.
-#if defined(__x86_64__) && !defined(__SANITIZE_THREAD__)
-#define LUMORA_FOR_EVERY_PROCESSOR [[gnu::target_clones("avx2", "default")]]
-#else
-#define LUMORA_FOR_EVERY_PROCESSOR
-#endif
 
 namespace platform::backend::blur {
 namespace {
