@@ -296,7 +296,15 @@ int runHost(const DeviceFolder& device, const RunOptions& options,
   return HostRun(device, options, gif, launched).run();
 }
 
-// Returns once the home screen has launched and, if there is a GIF, has its frames.
+// Waits until the home screen has found the frames of its wallpaper, unless it must make them anew.
+void awaitWallpaper(const DeviceFolder& device) {
+  const auto host = HostConnection::require(device);
+  const TimeLimit limit(usualTimeout);
+  while (!host->settle(limit.left()) && !limit.isOver()) {
+  }
+}
+
+// Returns once the home screen shows its wallpaper or, if there is a GIF, has that one's frames.
 int runHostInBackground(const Context& context, const RunOptions& options,
                         const std::optional<ChosenGif>& gif) {
   const DeviceFolder device = context.madeDevice();
@@ -309,7 +317,11 @@ int runHostInBackground(const Context& context, const RunOptions& options,
     isParent = false;
     return runHost(device, options, std::nullopt, ready);
   });
-  if (!isParent || code != ExitCode::Done || !gif) return code;
+  if (!isParent || code != ExitCode::Done) return code;
+  if (!gif) {
+    awaitWallpaper(device);
+    return ExitCode::Done;
+  }
   const FrameCheck found = checkFrames(*gif);
   printDamage(found);
   importInOwnProcess(device,
