@@ -94,10 +94,16 @@ void LWGIFView::startDisplayLink() {
 
 void LWGIFView::update(const CADisplayLink& link) {
   const platform::NSAutoreleasePool pool;
-  const auto due = clock_.tick(link.duration(), extraction_.durations(), speedModifier_);
-  if (!due) return;
-  showFrame(*due);
-  if (clock_.advance(extraction_.frameCount())) startNextCycle();
+  const auto refresh = link.duration();
+  const auto durations = extraction_.durations();
+  clock_.skip(link.skippedRefreshes(), refresh);
+  if (const auto due = clock_.tick(refresh, durations, speedModifier_)) {
+    showFrame(*due);
+    if (clock_.advance(extraction_.frameCount())) startNextCycle();
+  }
+  // The sum takes a moment.
+  constexpr int maxSkipped = 1000;
+  link.skipRefreshes(clock_.ticksToSkip(refresh, durations, speedModifier_, maxSkipped));
 }
 
 // More than one link may end a cycle. If each of them created a new one, their number would double

@@ -18,6 +18,20 @@ std::optional<std::int32_t> PlaybackClock::tick(std::chrono::duration<double> re
   return currentFrame_;
 }
 
+// Counts in a copy, because the sum of the refreshes decides, to the last bit.
+int PlaybackClock::ticksToSkip(std::chrono::duration<double> refresh,
+                               const FrameDurations& durations, float speed, int max) const {
+  if (!isInRange(durations)) return 0;
+  PlaybackClock copy = *this;
+  int count = 0;
+  while (count < max && !copy.tick(refresh, durations, speed)) ++count;
+  return count;
+}
+
+void PlaybackClock::skip(int ticks, std::chrono::duration<double> refresh) {
+  for (; ticks > 0; --ticks) timeSinceLastAnimationFrame_ += refresh;
+}
+
 // Without durations the index is never reset, so it must be able to wrap around.
 bool PlaybackClock::advance(std::int32_t frameCount) {
   currentFrame_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(currentFrame_) + 1);

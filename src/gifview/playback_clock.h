@@ -19,6 +19,12 @@ class PlaybackClock {
   std::optional<std::int32_t> tick(std::chrono::duration<double> refresh,
                                    const FrameDurations& durations, float speed);
 
+  // Returns how many of the next ticks, at most max, will show nothing if they are alike.
+  int ticksToSkip(std::chrono::duration<double> refresh, const FrameDurations& durations,
+                  float speed, int max) const;
+  // Makes that many ticks.
+  void skip(int ticks, std::chrono::duration<double> refresh);
+
   // Moves on to the next frame after a due one was shown. Returns true if it was the last of
   // frameCount. If there are durations, the next tick then resets the index and shows nothing.
   bool advance(std::int32_t frameCount);

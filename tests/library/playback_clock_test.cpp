@@ -37,6 +37,37 @@ TEST(PlaybackClock, ShowsFramesAfterTheirDelaysPlusAWrapTick) {
             (std::vector<int>{-1, 0, 1, -1, -1, 2, -1, 0, 1, -1, -1, 2}));
 }
 
+TEST(PlaybackClock, SkipsExactlyTheTicksThatShowNothing) {
+  // Sums of these are not exact.
+  constexpr std::chrono::duration<double> inexact{1.0 / 60};
+  const auto list = durations({0.1, 0.05, 0.3, 0, 1.0 / 60, 2.0 / 60, 0.7});
+  for (const float speed : {1.0F, 0.3F, 2.5F, 0.0F, -1.0F}) {
+    for (const int max : {3, 1000}) {
+      PlaybackClock each;
+      PlaybackClock skipping;
+      int toSkip = 0;
+      int skipped = 0;
+      for (int tick = 0; tick < 3000; ++tick) {
+        const auto expected = each.tick(inexact, list, speed);
+        if (expected) each.advance(7);
+        if (skipped < toSkip) {
+          EXPECT_EQ(expected, std::nullopt);
+          ++skipped;
+          continue;
+        }
+        skipping.skip(skipped, inexact);
+        const auto shown = skipping.tick(inexact, list, speed);
+        ASSERT_EQ(shown, expected) << tick << " at speed " << speed;
+        if (shown) skipping.advance(7);
+        toSkip = skipping.ticksToSkip(inexact, list, speed, max);
+        ASSERT_LE(toSkip, max);
+        skipped = 0;
+      }
+      EXPECT_EQ(speed == 0 && max == 1000, toSkip == 1000);
+    }
+  }
+}
+
 TEST(PlaybackClock, DropsTheOvershootOfALateTick) {
   PlaybackClock clock;
   const auto list = durations({1.5 / 64, 1.5 / 64, 1.5 / 64, 1.5 / 64});

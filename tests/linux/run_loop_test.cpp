@@ -145,6 +145,52 @@ TEST(DisplayLink, StopsAtOnceWhenAnotherLinkInvalidatesIt) {
   EXPECT_EQ(calls, 100);
 }
 
+TEST(DisplayLink, IsNotCalledForRefreshesThatItMaySkip) {
+  auto& clock = DisplayClock::main();
+  clock.setRefreshRate(10);
+  std::vector<int> skipped;
+  const auto target = [&](const CADisplayLink& fired) {
+    skipped.push_back(fired.skippedRefreshes());
+    fired.skipRefreshes(5);
+  };
+  const auto link = CADisplayLink::displayLinkWithTarget(target);
+  link->addToMainRunLoop();
+  const auto first = *clock.nextRefresh();
+  clock.refreshIfDue(first);
+  EXPECT_EQ(*clock.nextRefresh(), first + 600ms);
+  EXPECT_FALSE(clock.refreshIfDue(first + 599ms));
+  // Refreshes that are missed are not skipped ones.
+  EXPECT_TRUE(clock.refreshIfDue(first + 850ms));
+  EXPECT_EQ(skipped, (std::vector<int>{0, 5}));
+  // Other work comes after the third refresh since.
+  clock.catchUp(first + 1150ms);
+  clock.endSkipping();
+  EXPECT_EQ(*clock.nextRefresh(), first + 1200ms);
+  clock.refreshIfDue(first + 1200ms);
+  EXPECT_EQ(skipped, (std::vector<int>{0, 5, 2, 0}));
+  // With another link, nothing is skipped.
+  const auto other = CADisplayLink::displayLinkWithTarget([](const CADisplayLink&) {});
+  other->addToMainRunLoop();
+  EXPECT_EQ(*clock.nextRefresh(), first + 1300ms);
+  link->invalidate();
+  other->invalidate();
+}
+
+TEST(RunLoop, ChecksSkippedRefreshesAfterOtherWork) {
+  DisplayClock::main().setRefreshRate(100);
+  std::vector<int> skipped;
+  const auto link = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink& fired) {
+    skipped.push_back(fired.skippedRefreshes());
+    if (skipped.size() < 3) fired.skipRefreshes(1000);
+  });
+  RunLoop::main().setAlarm(&skipped, RunLoop::Clock::now() + 60ms, [] {});
+  link->addToMainRunLoop();
+  ASSERT_TRUE(turnUntil([&] { return skipped.size() == 3; }));
+  EXPECT_GE(skipped[1], 2);
+  EXPECT_EQ(skipped[2], 0);
+  link->invalidate();
+}
+
 TEST(DisplayClock, RefreshesAtExactMultiplesOfThePeriod) {
   DisplayClock::main().setManual();
   int refreshes = 0;

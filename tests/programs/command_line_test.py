@@ -332,6 +332,10 @@ class RunInBackground(Device):
         self.assertIn('running', self.ok(*run, self.gif))
         try:
             self.assertEqual(self.shared()['frames_in_cache'], 2)
+            # It sleeps from frame to frame, and every question would wake it.
+            before = self.shared()['frames_shown']
+            time.sleep(3)
+            self.assertGreater(self.shared()['frames_shown'], before + 15)
             self.ok('stop')
             three = self.file('three.gif', gif(*[(255, 0, 0)] * 3))
             self.assertIn('3 frames; `lumora run` shows it', self.ok('set', three))

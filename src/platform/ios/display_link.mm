@@ -71,6 +71,13 @@ void CADisplayLink::addToMainRunLoop() {
   [impl_->get().get() addToRunLoop:[NSRunLoop mainRunLoop] forMode:NSRunLoopCommonModes];
 }
 
+// The display of a device refreshes anyway.
+void CADisplayLink::skipRefreshes(int /*count*/) const {}
+
+int CADisplayLink::skippedRefreshes() const {
+  return 0;
+}
+
 // Releases the native link, so that link and target do not retain each other, even if the native
 // link keeps its target.
 void CADisplayLink::invalidate() {

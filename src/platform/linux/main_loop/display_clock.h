@@ -20,8 +20,13 @@ class DisplayClock {
   class Link {
    public:
     virtual ~Link() = default;
-    // Called at every refresh. Must not throw.
-    virtual void refresh() = 0;
+    // Returns how many of the next refreshes may pass without a call.
+    virtual int skippable() const = 0;
+    // Makes that 0.
+    virtual void endSkipping() = 0;
+    // Called after this number of refreshes, of which all but the last were skippable. Must not
+    // throw.
+    virtual void refresh(int passed) = 0;
   };
 
   static DisplayClock& main();
@@ -33,16 +38,23 @@ class DisplayClock {
   void setManual();
   bool isManual() const { return manual_; }
 
-  // Calls the link at every refresh and retains it until it is removed.
+  // Calls the link at every refresh and retains it until it is removed. Refreshes are skipped only
+  // in real time and for a link that is the only one.
   void add(std::shared_ptr<Link> link);
   // Does nothing if the link has not been added.
   void remove(const Link& link);
 
-  // Returns when the next refresh is due, or nothing if there are no links or the clock is manual.
+  // Returns when the next refresh that is not skipped is due, or nothing if there are no links or
+  // the clock is manual.
   std::optional<TimePoint> nextRefresh() const;
   // Calls the links once if at least one refresh is due; missed refreshes are skipped. Returns true
   // if the links were called.
   bool refreshIfDue(TimePoint now);
+
+  // Calls the link if refreshes have been skipped since its last call, so that it knows of them.
+  // Call it before, and endSkipping after, any work that may change what the link does.
+  void catchUp(TimePoint now);
+  void endSkipping();
 
   // Returns the time for which the manual clock has been advanced.
   std::chrono::nanoseconds manualTime() const { return manualTime_; }
@@ -54,7 +66,8 @@ class DisplayClock {
   DisplayClock() = default;
   std::chrono::nanoseconds timeOfRefresh(std::int64_t index) const;
   std::int64_t refreshesUntil(TimePoint now) const;
-  void refreshLinks();
+  void refreshLinks(int passed);
+  int skippable() const;
   bool hasLinks() const;
 
   mutable std::mutex mutex_;

@@ -12,12 +12,20 @@ struct CADisplayLink::Impl : DisplayClock::Link {
   Target target;
   int interval = 1;
   int refreshesToGo = 1;
+  int mayBeSkipped = 0;
+  int skipped = 0;
   std::atomic<bool> valid = true;
   std::weak_ptr<Impl> self;
 
-  void refresh() override {
-    if (!valid || --refreshesToGo > 0) return;
+  int skippable() const override { return mayBeSkipped; }
+  void endSkipping() override { mayBeSkipped = 0; }
+
+  void refresh(int passed) override {
+    mayBeSkipped = 0;
+    refreshesToGo -= passed;
+    if (!valid || refreshesToGo > 0) return;
     refreshesToGo = interval;
+    skipped = passed - 1;
     target(CADisplayLink(self.lock()));
   }
 };
@@ -39,6 +47,14 @@ void CADisplayLink::setFrameInterval(int refreshes) {
 
 void CADisplayLink::addToMainRunLoop() {
   DisplayClock::main().add(impl_);
+}
+
+void CADisplayLink::skipRefreshes(int count) const {
+  impl_->mayBeSkipped = count;
+}
+
+int CADisplayLink::skippedRefreshes() const {
+  return impl_->skipped;
 }
 
 void CADisplayLink::invalidate() {

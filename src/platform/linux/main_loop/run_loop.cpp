@@ -23,11 +23,9 @@ RunLoop::RunLoop() : wakeDescriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 void RunLoop::perform(Block block) {
   noteActivity();
-  {
-    std::lock_guard lock(mutex_);
-    queue_.push_back(std::move(block));
-  }
-  wake();
+  std::lock_guard lock(mutex_);
+  queue_.push_back(std::move(block));
+  if (isAsleep_) wake();
 }
 
 std::vector<RunLoop::Block> RunLoop::takeQueue() {
@@ -70,20 +68,15 @@ void RunLoop::setDrawing(Draw draw) {
 }
 
 void RunLoop::setNeedsDisplay() {
-  {
-    std::lock_guard lock(mutex_);
-    if (std::exchange(needsDisplay_, Need::All) == Need::All) return;
-  }
-  wake();
+  std::lock_guard lock(mutex_);
+  needsDisplay_ = Need::All;
+  if (isAsleep_) wake();
 }
 
 void RunLoop::setNeedsPartialDisplay() {
-  {
-    std::lock_guard lock(mutex_);
-    if (needsDisplay_ != Need::Nothing) return;
-    needsDisplay_ = Need::Part;
-  }
-  wake();
+  std::lock_guard lock(mutex_);
+  if (needsDisplay_ == Need::Nothing) needsDisplay_ = Need::Part;
+  if (isAsleep_) wake();
 }
 
 void RunLoop::stop() {
@@ -99,13 +92,20 @@ bool RunLoop::handleDue() {
 // A refresh alone does not cause the sources to be checked, because most refreshes show no new
 // frame.
 bool RunLoop::handleWhatMayBeDue() {
-  bool worked = std::exchange(sourcesMayHaveMore_, false) && handleSources();
-  worked = runMainQueue() || worked;
-  worked = callAlarms() || worked;
-  DisplayClock::main().refreshIfDue(Clock::now());
+  DisplayClock& display = DisplayClock::main();
+  display.catchUp(Clock::now());
+  bool worked = handleOtherWork();
+  if (worked) display.endSkipping();
+  display.refreshIfDue(Clock::now());
   worked = drawIfNeeded() || worked;
   if (worked) sourcesMayHaveMore_ = true;
   return worked;
+}
+
+bool RunLoop::handleOtherWork() {
+  bool worked = std::exchange(sourcesMayHaveMore_, false) && handleSources();
+  worked = runMainQueue() || worked;
+  return callAlarms() || worked;
 }
 
 void RunLoop::turn(std::optional<Clock::time_point> limit) {
@@ -146,7 +146,15 @@ bool RunLoop::drawIfNeeded() {
   return true;
 }
 
+// Returns false if there is something to do already.
+bool RunLoop::beginSleep() {
+  std::lock_guard lock(mutex_);
+  isAsleep_ = queue_.empty() && (needsDisplay_ == Need::Nothing || !draw_);
+  return isAsleep_;
+}
+
 void RunLoop::sleep(std::optional<Clock::time_point> limit) {
+  if (!beginSleep()) return;
   std::optional<Clock::time_point> until = limit;
   auto sooner = [&until](Clock::time_point moment) {
     until = until ? std::min(*until, moment) : moment;
@@ -164,6 +172,10 @@ void RunLoop::sleep(std::optional<Clock::time_point> limit) {
     span.tv_nsec = std::chrono::nanoseconds(rest - seconds).count();
   }
   const int ready = ppoll(descriptors.data(), descriptors.size(), until ? &span : nullptr, nullptr);
+  {
+    std::lock_guard lock(mutex_);
+    isAsleep_ = false;
+  }
   if (ready != 0) sourcesMayHaveMore_ = true;
   if (descriptors.front().revents != 0) {
     std::uint64_t count = 0;

@@ -66,6 +66,8 @@ class RunLoop {
   RunLoop();
   std::vector<Block> takeQueue();
   bool handleWhatMayBeDue();
+  bool handleOtherWork();
+  bool beginSleep();
   bool handleSources();
   bool callAlarms();
   bool drawIfNeeded();
@@ -75,6 +77,7 @@ class RunLoop {
   std::vector<Block> queue_;
   enum class Need { Nothing, Part, All };
   Need needsDisplay_ = Need::Nothing;
+  bool isAsleep_ = false;
   std::atomic<bool> stopped_ = false;
   int wakeDescriptor_;
   std::map<int, std::shared_ptr<Source>> sources_;
