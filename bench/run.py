@@ -53,9 +53,11 @@ def bench_loading():
 
 
 def bench_playing():
-    goals = playing.bench(LUMORA, os.path.join(ROOT, 'examples', 'evening.gif'))
-    film = inputs.make(INPUTS, CORPUS, ['zoom, dithered'])['zoom, dithered']
-    return goals + playing.bench(LUMORA, film)
+    sample = os.path.join(ROOT, 'examples', 'evening.gif')
+    made = inputs.make(INPUTS, CORPUS, ['zoom, dithered', 'test card', STANDS_STILL,
+                                        'palette per frame', 'cellular automaton', 'old film'])
+    return (playing.bench(LUMORA, {'the sample': sample, **made})
+            + playing.bench_start_and_pause(LUMORA, sample))
 
 
 def bench_growth():
