@@ -87,8 +87,7 @@ const std::optional<platform::backend::FileIdentity>& WallpaperPicture::file() c
 void WallpaperPicture::decode() const {
   if (!hasImage_ || decoded_ == number_) return;
   surface_.update(*image_);
-  changedRows_ = surface_.takeChangedRows();
-  if (decoded_ + 1 != number_) changedRows_ = {0, height_};
+  changed_ = surface_.takeChanged();
   decoded_ = number_;
 }
 
@@ -97,14 +96,19 @@ cairo_surface_t* WallpaperPicture::surface() const {
   return hasImage_ ? surface_.surface() : nullptr;
 }
 
+const platform::backend::PictureSurface& WallpaperPicture::pixels() const {
+  decode();
+  return surface_;
+}
+
 bool WallpaperPicture::isOpaque() const {
   decode();
   return surface_.isOpaque() && alpha_ >= 1;
 }
 
-platform::backend::PictureSurface::Rows WallpaperPicture::changedRows() const {
+const platform::backend::Region& WallpaperPicture::changed() const {
   decode();
-  return changedRows_;
+  return changed_;
 }
 
 }  // namespace host

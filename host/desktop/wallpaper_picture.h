@@ -33,13 +33,15 @@ class WallpaperPicture {
   bool exists() const { return hasImage_; }
   // Returns the file of the frame, if it is recognizable.
   const std::optional<platform::backend::FileIdentity>& file() const;
-  // The next three decode the frame, which takes most of the time that it takes to show it.
+  // The next four decode the frame, which takes most of the time that it takes to show it.
   // Returns the picture, with premultiplied pixels, or nullptr if there is none.
   cairo_surface_t* surface() const;
+  // Returns the same with what is known of it. Requires that there is a picture.
+  const platform::backend::PictureSurface& pixels() const;
   // Returns true if it has no transparent pixels.
   bool isOpaque() const;
-  // Returns the rows that may differ from the frame before, which are all if that was not decoded.
-  platform::backend::PictureSurface::Rows changedRows() const;
+  // Returns the pixels that may differ from the frame that was decoded before.
+  const platform::backend::Region& changed() const;
   // Returns true if there is none because the animated view has not had an image yet, or because
   // all wallpapers have been hidden so far.
   bool isAwaited() const { return isAwaited_; }
@@ -63,7 +65,7 @@ class WallpaperPicture {
   // The decoded frame and its number.
   mutable platform::backend::PictureSurface surface_;
   mutable unsigned decoded_ = 0;
-  mutable platform::backend::PictureSurface::Rows changedRows_;
+  mutable platform::backend::Region changed_;
   bool hasImage_ = false;
   bool hadGap_ = false;
   bool isAwaited_ = false;

@@ -100,7 +100,7 @@ int DesktopDisplay::takeScreenshot() {
                                   pixels(outputs.front().height)};
   const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
   OutputPainter(options_).paint(picture_, areaOf(outputs.front(), outputs, options_), surface.get(),
-                                all);
+                                platform::backend::Region(all));
   return pngOf(surface.get());
 }
 

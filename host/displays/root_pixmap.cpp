@@ -6,9 +6,10 @@
 #include <X11/Xlib.h>
 #include <cairo-xlib.h>
 
-#include "host/desktop/pixel_rectangle.h"
-
 namespace host {
+
+using platform::backend::Region;
+
 namespace {
 
 // Old programs read the second.
@@ -51,17 +52,17 @@ void RootPixmap::resize(int width, int height) {
   release();
   width_ = width;
   height_ = height;
-  changed_ = {0, 0, width, height};
+  changed_ = Region({0, 0, width, height});
 }
 
-void RootPixmap::noteChange(const cairo_rectangle_int_t& part) {
-  changed_ = unionOf(changed_, part);
+void RootPixmap::noteChange(const Region& part) {
+  changed_.add(part);
 }
 
 void RootPixmap::publish(const Paint& paint) {
   constexpr std::chrono::seconds pause{1};
   const auto now = std::chrono::steady_clock::now();
-  if (!changed_ || (pixmap_ != 0 && now - publishedAt_ < pause)) return;
+  if (changed_.isEmpty() || (pixmap_ != 0 && now - publishedAt_ < pause)) return;
   const int screen = DefaultScreen(display_);
   if (pixmap_ == 0) {
     pixmap_ = XCreatePixmap(display_, DefaultRootWindow(display_), static_cast<unsigned>(width_),
@@ -70,8 +71,7 @@ void RootPixmap::publish(const Paint& paint) {
     surface_.reset(cairo_xlib_surface_create(display_, pixmap_, DefaultVisual(display_, screen),
                                              width_, height_));
   }
-  paint(surface_.get(), *changed_);
-  changed_.reset();
+  paint(surface_.get(), std::exchange(changed_, Region()));
   publishedAt_ = now;
   announce();
 }

@@ -4,9 +4,9 @@
 
 #include <chrono>
 #include <functional>
-#include <optional>
 
 #include "host/home_screen/drawn_surface.h"
+#include "platform/linux/views/region.h"
 
 struct _XDisplay;
 
@@ -24,9 +24,9 @@ class RootPixmap {
   // Takes the size of the screen in pixels.
   void resize(int width, int height);
   // Notes that a part of the screen differs from the pixmap.
-  void noteChange(const cairo_rectangle_int_t& part);
+  void noteChange(const platform::backend::Region& part);
   // Paints the changed part with this function, at most once a second.
-  using Paint = std::function<void(cairo_surface_t* target, const cairo_rectangle_int_t& part)>;
+  using Paint = std::function<void(cairo_surface_t* target, const platform::backend::Region& part)>;
   void publish(const Paint& paint);
 
  private:
@@ -39,7 +39,7 @@ class RootPixmap {
   DrawnSurface surface_;
   int width_ = 0;
   int height_ = 0;
-  std::optional<cairo_rectangle_int_t> changed_;
+  platform::backend::Region changed_;
   std::chrono::steady_clock::time_point publishedAt_;
 };
 

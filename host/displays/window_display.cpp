@@ -3,9 +3,9 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <SDL2/SDL.h>
 #include <SDL2/SDL_syswm.h>
@@ -14,14 +14,15 @@
 
 #include "host/displays/x11_connection.h"
 #include "host/home_screen/screen_drawing.h"
+#include "host/home_screen/screen_painter.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/main_loop/run_loop.h"
-#include "platform/linux/views/display_damage.h"
 
 namespace host {
 namespace {
 
 using platform::UIInterfaceOrientation;
+using platform::backend::Region;
 using platform::backend::RunLoop;
 
 [[noreturn]] void fail(const std::string& reason = SDL_GetError()) {
@@ -69,7 +70,9 @@ struct FreeSurface {
 };
 
 struct WindowDisplay::Impl {
-  explicit Impl(SpringBoard& board) : springBoard(board) {}
+  explicit Impl(SpringBoard& board)
+      : springBoard(board),
+        painter(board.screen(), board.options().scale, board.options().desktop.maxKeptBytes) {}
   ~Impl();
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
@@ -79,20 +82,22 @@ struct WindowDisplay::Impl {
   bool handleEvents();
   void handleKey(const SDL_KeyboardEvent& key);
   void draw(bool isAll);
+  // Shows a part of what has been drawn.
+  void show(SDL_Surface& pixels, SDL_Surface& shown, const Region& part);
   // Returns the surface to draw on: the window's own or, if that does not have 8 bits per color, a
   // converted one. Returns nullptr if there is no memory for it.
   SDL_Surface* canvas(SDL_Surface& shown);
   // Resizes the window after a rotation. Returns true if the size has changed.
   bool fitToScreen();
-  std::optional<SDL_Rect> takeChangedPart(const SDL_Surface& pixels);
 
   SpringBoard& springBoard;
+  ScreenPainter painter;
   SDL_Window* window = nullptr;
   // In pixels.
   int width = 0;
   int height = 0;
-  // True until the whole window has been drawn.
-  bool mustDrawAll = true;
+  // True until the whole screen has been copied to the window.
+  bool mustShowAll = true;
   const void* drawnPixels = nullptr;
   std::unique_ptr<SDL_Surface, FreeSurface> converted;
 };
@@ -152,7 +157,8 @@ bool WindowDisplay::Impl::handleEvents() {
     if (event.type == SDL_QUIT) RunLoop::main().stop();
     if (event.type == SDL_KEYDOWN && event.key.repeat == 0) handleKey(event.key);
     if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
-      RunLoop::main().setNeedsDisplay();
+      mustShowAll = true;
+      RunLoop::main().setNeedsPartialDisplay();
     }
   }
   return handled;
@@ -200,52 +206,43 @@ bool WindowDisplay::Impl::fitToScreen() {
   return true;
 }
 
-// Returns the changed part in pixels, including those that are partly in it.
-std::optional<SDL_Rect> WindowDisplay::Impl::takeChangedPart(const SDL_Surface& pixels) {
-  const auto damage = platform::backend::takePictureDamage(springBoard.screen().root());
-  if (!damage) return std::nullopt;
-  const int scale = springBoard.options().scale;
-  const SDL_Rect all{0, 0, pixels.w, pixels.h};
-  const int left = static_cast<int>(std::floor(damage->x * scale));
-  const int top = static_cast<int>(std::floor(damage->y * scale));
-  const SDL_Rect part{left, top,
-                      static_cast<int>(std::ceil((damage->x + damage->width) * scale)) - left,
-                      static_cast<int>(std::ceil((damage->y + damage->height) * scale)) - top};
-  SDL_Rect visible;
-  if (SDL_IntersectRect(&all, &part, &visible) == SDL_FALSE) return std::nullopt;
-  return visible;
-}
-
 SDL_Surface* WindowDisplay::Impl::canvas(SDL_Surface& shown) {
   constexpr auto drawnFormat = SDL_PIXELFORMAT_RGB888;
   if (shown.format->format == drawnFormat) return &shown;
   if (!converted || converted->w != shown.w || converted->h != shown.h) {
     converted.reset(SDL_CreateRGBSurfaceWithFormat(0, shown.w, shown.h, 32, drawnFormat));
-    mustDrawAll = true;
+    mustShowAll = true;
   }
   return converted.get();
 }
 
 void WindowDisplay::Impl::draw(bool isAll) {
-  mustDrawAll = fitToScreen() || isAll || mustDrawAll;
+  const bool isResized = fitToScreen();
   SDL_Surface* shown = SDL_GetWindowSurface(window);
   SDL_Surface* pixels = shown == nullptr ? nullptr : canvas(*shown);
   if (pixels == nullptr) return;
-  const auto changed = takeChangedPart(*pixels);
+  Region part = painter.takeChangedPart(isResized || isAll);
   // A new surface of the window is empty.
-  mustDrawAll = mustDrawAll || shown->pixels != drawnPixels;
-  auto part = mustDrawAll ? std::optional<SDL_Rect>({0, 0, pixels->w, pixels->h}) : changed;
-  if (!part) return;
+  if (mustShowAll || shown->pixels != drawnPixels) part = painter.all();
+  part.intersect({0, 0, pixels->w, pixels->h});
+  if (part.isEmpty()) return;
   cairo_surface_t* surface =
       cairo_image_surface_create_for_data(static_cast<unsigned char*>(pixels->pixels),
                                           CAIRO_FORMAT_RGB24, pixels->w, pixels->h, pixels->pitch);
-  drawPartOfScreen(springBoard.screen(), surface, springBoard.options().scale,
-                   {part->x, part->y, part->w, part->h});
+  painter.paint(surface, part);
   cairo_surface_destroy(surface);
-  if (pixels != shown) SDL_BlitSurface(pixels, &*part, shown, &*part);
-  SDL_UpdateWindowSurfaceRects(window, &*part, 1);
-  mustDrawAll = false;
+  show(*pixels, *shown, part);
+  mustShowAll = false;
   drawnPixels = shown->pixels;
+}
+
+void WindowDisplay::Impl::show(SDL_Surface& pixels, SDL_Surface& shown, const Region& part) {
+  std::vector<SDL_Rect> rectangles;
+  for (const auto& one : part.rectangles()) {
+    SDL_Rect& rectangle = rectangles.emplace_back(SDL_Rect{one.x, one.y, one.width, one.height});
+    if (&pixels != &shown) SDL_BlitSurface(&pixels, &rectangle, &shown, &rectangle);
+  }
+  SDL_UpdateWindowSurfaceRects(window, rectangles.data(), static_cast<int>(rectangles.size()));
 }
 
 }  // namespace host

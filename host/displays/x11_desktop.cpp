@@ -14,16 +14,17 @@
 
 #include "host/desktop/desktop_area.h"
 #include "host/desktop/output_painter.h"
-#include "host/desktop/pixel_rectangle.h"
 #include "host/displays/desktop_cover.h"
 #include "host/displays/root_pixmap.h"
 #include "host/displays/x11_connection.h"
 #include "host/home_screen/drawn_surface.h"
 #include "platform/linux/main_loop/run_loop.h"
+#include "platform/linux/views/region.h"
 
 namespace host {
 namespace {
 
+using platform::backend::Region;
 using platform::backend::RunLoop;
 
 // An output with what is painted on it.
@@ -57,12 +58,9 @@ struct X11Desktop::Impl {
   void noteCover();
   bool handleEvents();
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change);
-  std::optional<cairo_rectangle_int_t> paint(PaintedOutput& painted,
-                                             const std::vector<Output>& shown,
-                                             const WallpaperPicture& picture,
-                                             const WallpaperPicture::Change& change);
-  static void copy(const PaintedOutput& painted, const cairo_rectangle_int_t& part,
-                   cairo_surface_t* target);
+  Region paint(PaintedOutput& painted, const std::vector<Output>& shown,
+               const WallpaperPicture& picture, const WallpaperPicture::Change& change);
+  static void copy(const PaintedOutput& painted, Region part, cairo_surface_t* target);
 
   const DesktopOptions& options_;
   const std::function<void()> changed_;
@@ -276,7 +274,9 @@ bool X11Desktop::Impl::handleEvents() {
     if (event.type == Expose) {
       const cairo_rectangle_int_t part{event.xexpose.x, event.xexpose.y, event.xexpose.width,
                                        event.xexpose.height};
-      for (const PaintedOutput& painted : outputs_) copy(painted, part, windowSurface_.get());
+      for (const PaintedOutput& painted : outputs_) {
+        copy(painted, Region(part), windowSurface_.get());
+      }
     }
   }
   if (mustLower) XLowerWindow(display_, window_);
@@ -293,14 +293,14 @@ void X11Desktop::Impl::show(const WallpaperPicture& picture,
   }
   for (PaintedOutput& painted : outputs_) {
     if (!options_.isChosen(painted.output.name)) continue;
-    const auto part = paint(painted, shown, picture, change);
-    if (!part) continue;
-    copy(painted, *part, windowSurface_.get());
-    rootPixmap_->noteChange(*part);
+    const Region part = paint(painted, shown, picture, change);
+    if (part.isEmpty()) continue;
+    copy(painted, part, windowSurface_.get());
+    rootPixmap_->noteChange(part);
   }
   // The pixmap is for all outputs, so a wallpaper of one does not replace that of the others.
   if (options_.outputs.empty()) {
-    rootPixmap_->publish([this](cairo_surface_t* target, const cairo_rectangle_int_t& part) {
+    rootPixmap_->publish([this](cairo_surface_t* target, const Region& part) {
       for (const PaintedOutput& painted : outputs_) copy(painted, part, target);
     });
   }
@@ -308,36 +308,32 @@ void X11Desktop::Impl::show(const WallpaperPicture& picture,
 }
 
 // Returns the part of the screen that has been painted.
-std::optional<cairo_rectangle_int_t> X11Desktop::Impl::paint(
-    PaintedOutput& painted, const std::vector<Output>& shown, const WallpaperPicture& picture,
-    const WallpaperPicture::Change& change) {
+Region X11Desktop::Impl::paint(PaintedOutput& painted, const std::vector<Output>& shown,
+                               const WallpaperPicture& picture,
+                               const WallpaperPicture::Change& change) {
   const cairo_rectangle_int_t all{0, 0, painted.output.width, painted.output.height};
   const platform::CGRect area = areaOf(painted.output, shown, options_);
-  auto part = painted.painter.affectedPart(picture, change, area, all);
+  Region part = painted.painter.affectedPart(picture, change, area, all);
   if (painted.output.isUnseen && !painted.isNew) {
-    painted.isStale = painted.isStale || part;
-    return std::nullopt;
+    painted.isStale = painted.isStale || !part.isEmpty();
+    return {};
   }
-  if (painted.isStale || painted.isNew) part = all;
-  if (!part) return std::nullopt;
+  if (painted.isStale || painted.isNew) part = Region(all);
+  if (part.isEmpty()) return part;
   painted.isStale = painted.isNew = false;
-  painted.painter.paint(picture, area, painted.canvas.get(), *part);
-  part->x += painted.output.x;
-  part->y += painted.output.y;
+  painted.painter.paint(picture, area, painted.canvas.get(), part);
+  part.move(painted.output.x, painted.output.y);
   return part;
 }
 
 // Copies a part of the screen from the output's canvas, as far as it is on the output.
-void X11Desktop::Impl::copy(const PaintedOutput& painted, const cairo_rectangle_int_t& part,
-                            cairo_surface_t* target) {
+void X11Desktop::Impl::copy(const PaintedOutput& painted, Region part, cairo_surface_t* target) {
   if (painted.isNew) return;
+  part.intersect(painted.rectangle());
   cairo_t* context = cairo_create(target);
-  const cairo_rectangle_int_t output = painted.rectangle();
-  cairo_rectangle(context, output.x, output.y, output.width, output.height);
-  cairo_clip(context);
-  cairo_set_source_surface(context, painted.canvas.get(), output.x, output.y);
-  cairo_rectangle(context, part.x, part.y, part.width, part.height);
-  cairo_fill(context);
+  clipTo(context, part);
+  cairo_set_source_surface(context, painted.canvas.get(), painted.output.x, painted.output.y);
+  cairo_paint(context);
   cairo_destroy(context);
   cairo_surface_flush(target);
 }

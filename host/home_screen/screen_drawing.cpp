@@ -20,10 +20,9 @@ cairo_status_t append(void* closure, const unsigned char* data, unsigned int len
 }  // namespace
 
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
-                      const cairo_rectangle_int_t& part) {
+                      const platform::backend::Region& part) {
   cairo_t* context = cairo_create(surface);
-  cairo_rectangle(context, part.x, part.y, part.width, part.height);
-  cairo_clip(context);
+  clipTo(context, part);
   cairo_scale(context, scale, scale);
   platform::backend::renderView(screen.root(), context);
   cairo_destroy(context);
@@ -36,7 +35,7 @@ int takeScreenshot(Screen& screen, int scale) {
   const cairo_rectangle_int_t all{0, 0, static_cast<int>(std::lround(size.width)) * scale,
                                   static_cast<int>(std::lround(size.height)) * scale};
   const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
-  drawPartOfScreen(screen, surface.get(), scale, all);
+  drawPartOfScreen(screen, surface.get(), scale, platform::backend::Region(all));
   return pngOf(surface.get());
 }
 

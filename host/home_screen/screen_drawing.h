@@ -4,12 +4,13 @@
 #include <cairo.h>
 
 #include "host/home_screen/screen.h"
+#include "platform/linux/views/region.h"
 
 namespace host {
 
 // Draws a part of the screen, in pixels, on an image surface. scale: pixels per point.
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
-                      const cairo_rectangle_int_t& part);
+                      const platform::backend::Region& part);
 
 // Return a descriptor, owned by the caller, of an unnamed PNG file with an image of the screen,
 // with the clocks updated, or of a surface's contents. Return -1 if it cannot be made.

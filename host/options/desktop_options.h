@@ -47,7 +47,7 @@ struct DesktopOptions {
   bool pausesOnBattery = false;
   Filter filter = Filter::Auto;
   BackdropOptions backdrop;
-  // How many bytes of drawn frames each output may keep.
+  // How many bytes of drawn frames each output may keep, and the window on another display.
   std::size_t maxKeptBytes = std::size_t{16} << 20;
 };
 

@@ -21,6 +21,8 @@ constexpr int minSide = 64;
 constexpr int maxSide = 4096;
 constexpr int maxScale = 4;
 constexpr int maxRefreshRate = 240;
+constexpr std::size_t mebibyte = std::size_t{1} << 20;
+constexpr int maxFrameMemory = 1024;
 
 const std::map<std::string, DisplayKind> displays = {{"auto", DisplayKind::Auto},
                                                      {"window", DisplayKind::Window},
@@ -152,6 +154,16 @@ void addDisplayOptions(CLI::App& command, HostOptions& options) {
           "where to show it; desktop: behind all windows; auto: in a window, or headless where "
           "there is no display"),
       namesOf(displays));
+  command
+      .add_option_function<int>(
+          "--frame-memory",
+          [&options](int mebibytes) {
+            options.desktop.maxKeptBytes = static_cast<std::size_t>(mebibytes) * mebibyte;
+          },
+          "memory in MiB for frames that are kept as they are drawn, for each output or the "
+          "window, which saves CPU (default: 16)")
+      ->check(CLI::Range(0, maxFrameMemory))
+      ->type_name("MIB");
 }
 
 void addDeviceOptions(CLI::App& command, HostOptions& options) {
@@ -270,13 +282,14 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
 
 std::vector<std::string> hostArguments(const HostOptions& options) {
   std::vector<std::string> arguments{
-      "--display",  nameOf(options.display),
-      "--scale",    std::to_string(options.scale),
-      "--refresh",  std::to_string(options.refreshRate),
-      "--idiom",    nameOf(options.idiom),
-      "--clock",    options.hasManualClock ? "manual" : "real",
-      "--filter",   nameIn(filters, options.desktop.filter),
-      "--backdrop", textOf(options.desktop.backdrop),
+      "--display",      nameOf(options.display),
+      "--scale",        std::to_string(options.scale),
+      "--refresh",      std::to_string(options.refreshRate),
+      "--idiom",        nameOf(options.idiom),
+      "--clock",        options.hasManualClock ? "manual" : "real",
+      "--filter",       nameIn(filters, options.desktop.filter),
+      "--backdrop",     textOf(options.desktop.backdrop),
+      "--frame-memory", std::to_string(options.desktop.maxKeptBytes / mebibyte),
   };
   if (options.display != DisplayKind::Desktop && options.width > 0) {
     arguments.emplace_back("--screen");

@@ -2,13 +2,18 @@
 
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include <gtest/gtest.h>
+
+#include "platform/linux/views/frame_replay.h"
 
 namespace {
 
 using platform::backend::FileIdentity;
+using platform::backend::FrameReplay;
 using platform::backend::KeptFrames;
+using platform::backend::Region;
 
 constexpr int width = 300;
 constexpr int height = 200;
@@ -41,43 +46,84 @@ FileIdentity file(unsigned number) {
   return {.inode = number};
 }
 
-TEST(KeptFrames, DrawTheRowsInWhichAFrameDiffers) {
+TEST(KeptFrames, DrawThePixelsInWhichAFrameDiffers) {
   KeptFrames kept(budget);
   const Surface one = surfaceWith(1, 0, 100);
   const Surface other = surfaceWith(1, 0, 160);
   kept.keep(file(1), one.get());
-  kept.keep(file(2), other.get(), KeptFrames::Before{file(1), {100, 160}});
-  const auto rows = kept.difference(file(1), file(2));
-  EXPECT_LE(rows.first, 100);
-  EXPECT_GE(rows.end, 160);
-  EXPECT_GT(rows.first, 0);
+  kept.keep(file(2), other.get(), KeptFrames::Before{file(1), Region({0, 100, width, 60})});
+  const Region different = kept.difference(file(1), file(2));
+  const auto bounds = different.bounds();
+  EXPECT_LE(bounds.y, 100);
+  EXPECT_GE(bounds.y + bounds.height, 160);
+  EXPECT_GT(bounds.y, 0);
   const Surface shown = surfaceWith(1, 0, 100);
-  kept.draw(file(2), shown.get(), rows);
+  kept.draw(file(2), shown.get(), different);
   EXPECT_TRUE(areEqual(shown, other));
-  kept.draw(file(1), shown.get(), {0, height});
+  kept.draw(file(1), shown.get(), kept.all());
   EXPECT_TRUE(areEqual(shown, one));
 }
 
-TEST(KeptFrames, ShareEqualStripsAndStayWithinTheBudget) {
+TEST(KeptFrames, ShareEqualTiles) {
   KeptFrames kept(budget);
   const Surface black = surfaceWith(0, 0, 0);
   kept.keep(file(1), black.get());
   const std::size_t size = kept.size();
   kept.keep(file(2), black.get());
   EXPECT_EQ(kept.size(), size);
-  const auto same = kept.difference(file(1), file(2));
-  EXPECT_EQ(same.first, same.end);
-
-  KeptFrames small(1);
-  small.keep(file(1), black.get());
-  EXPECT_FALSE(small.has(file(1)));
-  // Other files have taken the place of all that was kept.
-  for (unsigned number = 2; number < 5000; ++number) small.keep(file(number), black.get());
-  EXPECT_LE(small.size(), size);
+  EXPECT_TRUE(kept.difference(file(1), file(2)).isEmpty());
 
   kept.clear();
   EXPECT_FALSE(kept.has(file(1)));
   EXPECT_EQ(kept.size(), 0);
+}
+
+TEST(KeptFrames, StayUntilTheyAreNotShownAnyMore) {
+  // One frame fits.
+  const Surface frame = surfaceWith(1, 0, 100);
+  KeptFrames kept(budget);
+  kept.keep(file(1), frame.get());
+  KeptFrames small(kept.size() + 1);
+  for (unsigned round = 0; round < 3; ++round) {
+    small.keep(file(1), frame.get());
+    ASSERT_TRUE(small.has(file(1)));
+    small.draw(file(1), frame.get(), small.all());
+    for (unsigned number = 2; number < 4; ++number) {
+      const Surface other = surfaceWith(1.0 / number, 0, 150);
+      small.keep(file(number), other.get());
+      EXPECT_FALSE(small.has(file(number)));
+    }
+  }
+  // Other files take the place of all that were kept.
+  for (const unsigned number : {11, 12, 13, 12, 13, 12, 13}) small.keep(file(number), frame.get());
+  EXPECT_TRUE(small.has(file(12)));
+  EXPECT_FALSE(small.has(file(1)));
+}
+
+TEST(FrameReplay, DecodesOnlyFramesThatAreNotKept) {
+  const Region changed({0, 7, 5, 3});
+  const Surface surface = surfaceWith(1, 0, 100);
+  FrameReplay replay(budget);
+  int decoded = 0;
+  int drawn = 0;
+  const auto show = [&](std::optional<FileIdentity> frame) {
+    const Region part = replay.next(frame, [&] {
+      ++decoded;
+      return changed;
+    });
+    replay.draw(surface.get(), part, [&] { ++drawn; });
+    return part.bounds();
+  };
+  replay.restart(std::nullopt);
+  for (const unsigned number : {1, 2, 1, 2}) show(file(number));
+  EXPECT_EQ(decoded, 2);
+  EXPECT_EQ(drawn, 2);
+  // What is decoded next differs from the frame that was decoded last, which is not on the surface.
+  EXPECT_EQ(show(std::nullopt).height, height);
+  EXPECT_EQ(show(std::nullopt).height, changed.bounds().height);
+  replay.restart(std::nullopt);
+  show(file(1));
+  EXPECT_EQ(drawn, 5);
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "host/desktop/pixel_rectangle.h"
 #include "platform/linux/files/file_descriptor.h"
 #include "platform/linux/main_loop/run_loop.h"
 
@@ -49,7 +48,7 @@ Buffers::Buffers(wl_shm* memory, int width, int height) : width_(width), height_
     wl_buffer_add_listener(buffer.object.get(), &bufferListener, &buffer);
     buffer.surface.reset(cairo_image_surface_create_for_data(
         static_cast<unsigned char*>(bytes_) + offset, CAIRO_FORMAT_RGB24, width, height, stride));
-    buffer.stale = {0, 0, width, height};
+    buffer.stale = platform::backend::Region({0, 0, width, height});
     offset += bufferSize;
   }
 }
@@ -62,8 +61,8 @@ Buffers::~Buffers() {
   munmap(bytes_, size_);
 }
 
-void Buffers::addStale(const cairo_rectangle_int_t& part) {
-  for (OneBuffer& buffer : buffers_) buffer.stale = unionOf(buffer.stale, part);
+void Buffers::addStale(const platform::backend::Region& part) {
+  for (OneBuffer& buffer : buffers_) buffer.stale.add(part);
 }
 
 Buffers::OneBuffer* Buffers::free() {

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <array>
-#include <optional>
 
 #include "host/displays/wayland/wayland_objects.h"
 #include "host/home_screen/drawn_surface.h"
+#include "platform/linux/views/region.h"
 
 namespace host::wayland {
 
@@ -18,7 +18,7 @@ class Buffers {
     // True while the compositor may read it.
     bool isBusy = false;
     // The part that is older than the surface's contents.
-    std::optional<cairo_rectangle_int_t> stale;
+    platform::backend::Region stale;
   };
 
   // Size in pixels. Throws std::runtime_error, with the reason, if there is no memory.
@@ -31,7 +31,7 @@ class Buffers {
   int height() const { return height_; }
 
   // Notes a part of the surface's contents that must be painted in every buffer.
-  void addStale(const cairo_rectangle_int_t& part);
+  void addStale(const platform::backend::Region& part);
   // Returns a buffer that the compositor does not use, or nullptr if there is none at the moment.
   OneBuffer* free();
 

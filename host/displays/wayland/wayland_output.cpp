@@ -4,12 +4,12 @@
 #include <cmath>
 #include <utility>
 
-#include "host/desktop/pixel_rectangle.h"
 #include "host/displays/wayland/background_surface.h"
 
 namespace host::wayland {
 namespace {
 
+using platform::backend::Region;
 using platform::backend::RunLoop;
 
 // The surface extends below panels.
@@ -112,7 +112,7 @@ void WaylandOutput::start() {
 void WaylandOutput::stop() {
   frameCallback_.reset();
   buffers_.reset();
-  damage_.reset();
+  damage_ = {};
   viewport_.reset();
   layerSurface_.reset();
   surface_.reset();
@@ -175,26 +175,33 @@ void WaylandOutput::fitBuffers() {
   if (width_ == 0 || size.width == 0 || size.height == 0) return;
   if (buffers_ && buffers_->width() == size.width && buffers_->height() == size.height) return;
   buffers_ = std::make_unique<Buffers>(globals_.memory.get(), size.width, size.height);
-  damage_ = {0, 0, size.width, size.height};
+  damage_ = Region({0, 0, size.width, size.height});
   isBlank_ = true;
   // A callback for the old size may never come.
   frameCallback_.reset();
   RunLoop::main().setNeedsPartialDisplay();
 }
 
+// The scale is that of the width. As the logical size is rounded, that of the height differs.
+platform::CGRect WaylandOutput::onWholePixels(const platform::CGRect& area) const {
+  const Output output = describe();
+  const double down = buffers_->height() / (output.height * output.scale);
+  return {std::round(area.x), std::round(area.y * down), std::round(area.width),
+          std::round(area.height * down)};
+}
+
 void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
-                         const platform::CGRect& area) {
+                         const platform::CGRect& scaledArea) {
   if (!buffers_) return;
-  const auto changed =
+  const platform::CGRect area = onWholePixels(scaledArea);
+  const Region changed =
       painter_.affectedPart(picture, change, area, {0, 0, buffers_->width(), buffers_->height()});
-  if (changed) {
-    damage_ = unionOf(damage_, *changed);
-    buffers_->addStale(*changed);
-  }
-  if (!damage_ || frameCallback_ || !mustPaint(picture)) return;
+  damage_.add(changed);
+  buffers_->addStale(changed);
+  if (damage_.isEmpty() || frameCallback_ || !mustPaint(picture)) return;
   Buffers::OneBuffer* buffer = buffers_->free();
   if (buffer == nullptr) return;
-  painter_.paint(picture, area, buffer->surface.get(), *buffer->stale);
+  painter_.paint(picture, area, buffer->surface.get(), buffer->stale);
   commit(*buffer);
 }
 
@@ -204,12 +211,13 @@ bool WaylandOutput::mustPaint(const WallpaperPicture& picture) const {
 }
 
 void WaylandOutput::commit(Buffers::OneBuffer& buffer) {
-  buffer.stale.reset();
+  buffer.stale = {};
   buffer.isBusy = true;
   isBlank_ = false;
   wl_surface_attach(surface_.get(), buffer.object.get(), 0, 0);
-  wl_surface_damage_buffer(surface_.get(), damage_->x, damage_->y, damage_->width, damage_->height);
-  damage_.reset();
+  for (const auto& part : std::exchange(damage_, {}).rectangles()) {
+    wl_surface_damage_buffer(surface_.get(), part.x, part.y, part.width, part.height);
+  }
   if (viewport_) {
     wp_viewport_set_destination(viewport_.get(), width_, height_);
   } else {
@@ -225,14 +233,14 @@ bool WaylandOutput::setCovered(bool isCovered) {
   if (std::exchange(isCovered_, isCovered) == isCovered) return false;
   // What the compositor did not show below the windows is not late.
   committedAt_ = Clock::now();
-  if (damage_) RunLoop::main().setNeedsPartialDisplay();
+  if (!damage_.isEmpty()) RunLoop::main().setNeedsPartialDisplay();
   return true;
 }
 
 void WaylandOutput::noteFrameShown() {
   frameCallback_.reset();
   if (!std::exchange(hasShownFrame_, true)) changed_();
-  if (damage_) RunLoop::main().setNeedsPartialDisplay();
+  if (!damage_.isEmpty()) RunLoop::main().setNeedsPartialDisplay();
   if (std::exchange(isStalled_, false)) changed_();
 }
 

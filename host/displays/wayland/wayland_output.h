@@ -45,10 +45,10 @@ class WaylandOutput {
   void measureUsableArea(std::function<void()> changed);
   const std::optional<UsableArea>& usableArea() const { return usableArea_; }
 
-  // Paints what has changed on the area, unless the compositor is not ready for it: then the next
-  // call does.
+  // Paints what has changed on the area, in logical pixels times the scale, unless the compositor
+  // is not ready for it: then the next call does.
   void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
-            const platform::CGRect& area);
+            const platform::CGRect& scaledArea);
 
   bool isFading() const { return painter_.isFading() && !isUnseen(); }
 
@@ -75,6 +75,7 @@ class WaylandOutput {
   void noteFrameShown();
   PixelSize pixelSize() const;
   void fitBuffers();
+  platform::CGRect onWholePixels(const platform::CGRect& area) const;
   bool isUnseen() const { return isStalled_ || isCovered_; }
   bool mustPaint(const WallpaperPicture& picture) const;
   void commit(Buffers::OneBuffer& buffer);
@@ -105,7 +106,7 @@ class WaylandOutput {
   std::unique_ptr<Buffers> buffers_;
   OutputPainter painter_;
   // The part of the surface's contents that differs from the last commit.
-  std::optional<cairo_rectangle_int_t> damage_;
+  platform::backend::Region damage_;
   FrameCallback frameCallback_;
   Clock::time_point committedAt_;
   // True if the compositor has not shown the last frame in time.

@@ -115,7 +115,7 @@ class DecodedFiles {
   }
 
   void add(const FileIdentity& file, const PictureShape& shape) {
-    // More than any GIF plays in a round that is not boring.
+    // More than the frames of any usual GIF; each takes about 100 bytes.
     constexpr std::size_t maxCount = 1 << 14;
     std::lock_guard lock(mutex_);
     if (shapes_.size() >= maxCount) shapes_.clear();

@@ -1,6 +1,7 @@
 #include "platform/linux/views/display_damage.h"
 
-#include <algorithm>
+#include <cmath>
+#include <optional>
 
 #include "platform/linux/views/image_view.h"
 #include "platform/linux/views/picture_placement.h"
@@ -22,41 +23,49 @@ std::optional<CGRect> visibleFrame(UIView& view, const UIView& root) {
   return std::nullopt;
 }
 
-// Returns the part of the view that shows these rows of its image, with a margin: scaling mixes
-// neighboring pixels, of the image or of the screen, whichever are larger.
-CGRect partShowing(PictureSurface::Rows rows, const UIImage& image, const UIImageView& view,
-                   const CGRect& frame) {
-  if (rows.first == 0 && rows.end == image.height()) return frame;
-  const CGRect picture = placementOfPicture(image, {frame.width, frame.height}, view.contentMode());
-  const CGFloat scale = picture.height / image.height();
-  const CGFloat margin = 2 * std::max(scale, CGFloat{1}) + 1;
-  const CGFloat top = std::max(picture.y + rows.first * scale - margin, CGFloat{0});
-  const CGFloat bottom = std::min(picture.y + rows.end * scale + margin, frame.height);
-  return {frame.x, frame.y + top, frame.width, std::max(bottom - top, CGFloat{0})};
+CGRect scaled(const CGRect& rectangle, CGFloat scale) {
+  return {rectangle.x * scale, rectangle.y * scale, rectangle.width * scale,
+          rectangle.height * scale};
 }
 
-CGRect unionOf(const CGRect& one, const CGRect& other) {
-  const CGFloat left = std::min(one.x, other.x);
-  const CGFloat top = std::min(one.y, other.y);
-  return {left, top, std::max(one.x + one.width, other.x + other.width) - left,
-          std::max(one.y + one.height, other.y + other.height) - top};
+// Returns the pixels that may look different in a view with this frame.
+Region damageOfView(UIImageView& view, const CGRect& frame, const cairo_rectangle_int_t& screen,
+                    int scale) {
+  const ImageRef image = view.image();
+  PictureSurface& surface = view.impl().surface;
+  surface.update(*image);
+  const Region changed = surface.takeChanged();
+  const CGRect pixels = scaled(frame, scale);
+  // A view that does not clip may draw anywhere.
+  const Region whole = view.clipsToBounds() ? pixelsOf(pixels, screen) : Region(screen);
+  const auto bounds = changed.bounds();
+  // The image may have another size than the one before.
+  if (bounds.width == image->width() && bounds.height == image->height()) return whole;
+  CGRect at =
+      scaled(placementOfPicture(*image, {frame.width, frame.height}, view.contentMode()), scale);
+  at.x += pixels.x;
+  at.y += pixels.y;
+  const CGSize size{static_cast<CGFloat>(image->width()), static_cast<CGFloat>(image->height())};
+  return pixelsShowing(changed, size, at, whole.bounds());
 }
 
 }  // namespace
 
-std::optional<CGRect> takePictureDamage(const UIView& root) {
-  std::optional<CGRect> damage;
-  for (const auto& view : takeViewsWithNewPicture()) {
+ImageViews takeChangedViews(const UIView& root) {
+  ImageViews views = takeViewsWithNewPicture();
+  std::erase_if(views,
+                [&root](const auto& view) { return !view->image() || !visibleFrame(*view, root); });
+  return views;
+}
+
+Region damageOf(const ImageViews& views, const UIView& root, int scale) {
+  const CGRect size = scaled(root.frame(), scale);
+  const cairo_rectangle_int_t screen{0, 0, static_cast<int>(std::lround(size.width)),
+                                     static_cast<int>(std::lround(size.height))};
+  Region damage;
+  for (const auto& view : views) {
     const auto frame = visibleFrame(*view, root);
-    const ImageRef image = frame ? view->image() : nullptr;
-    if (!image) continue;
-    view->impl().surface.update(*image);
-    const PictureSurface::Rows rows = view->impl().surface.takeChangedRows();
-    if (rows.first == rows.end) continue;
-    // A view that does not clip may draw anywhere.
-    const CGRect part =
-        view->clipsToBounds() ? partShowing(rows, *image, *view, *frame) : root.frame();
-    damage = damage ? unionOf(*damage, part) : part;
+    if (frame && view->image()) damage.add(damageOfView(*view, *frame, screen, scale));
   }
   return damage;
 }

@@ -2,15 +2,22 @@
 // changes redraw the whole screen, through RunLoop::setNeedsDisplay. Main thread.
 #pragma once
 
-#include <optional>
+#include <memory>
+#include <vector>
 
-#include "platform/geometry.h"
-#include "platform/view.h"
+#include "platform/image_view.h"
+#include "platform/linux/views/region.h"
 
 namespace platform::backend {
 
-// Returns the part of the screen, in the root's coordinates, where images have changed since the
-// last call. Returns nothing if none of them is visible or looks different.
-std::optional<CGRect> takePictureDamage(const UIView& root);
+using ImageViews = std::vector<std::shared_ptr<UIImageView>>;
+
+// Returns the visible views of the tree whose images have been replaced by others since the last
+// call.
+ImageViews takeChangedViews(const UIView& root);
+
+// Returns the pixels of the screen in which these visible views may look different since they were
+// drawn last. Decodes their images. scale: pixels per point.
+Region damageOf(const ImageViews& views, const UIView& root, int scale);
 
 }  // namespace platform::backend

@@ -5,14 +5,16 @@
 #include <vector>
 
 #include "platform/image_view.h"
+#include "platform/linux/views/picture_drawing.h"
 #include "platform/linux/views/picture_surface.h"
 
 namespace platform {
 
 struct UIImageView::Impl {
   ImageRef image;
-  // Of the image when the view was drawn last, or examined by takePictureDamage.
+  // Of the image when the view was drawn last, or examined by damageOf.
   backend::PictureSurface surface;
+  backend::PictureDrawing drawing;
   // True while takeViewsWithNewPicture is to return the view.
   bool hasNewPicture = false;
 };

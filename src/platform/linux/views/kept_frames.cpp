@@ -1,7 +1,7 @@
 #include "platform/linux/views/kept_frames.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <bit>
 #include <cstring>
 #include <functional>
 #include <string_view>
@@ -14,112 +14,122 @@ namespace {
 
 constexpr int screenPixelSize = 4;
 
-char* rowOf(cairo_surface_t* surface, int row) {
+// With small tiles, a small change affects little; large ones compress better.
+constexpr int tileWidth = 128;
+constexpr int tileHeight = 32;
+constexpr int maxTileSize = tileWidth * tileHeight * screenPixelSize;
+
+char* pixelAt(cairo_surface_t* surface, int x, int y) {
   return reinterpret_cast<char*>(cairo_image_surface_get_data(surface)) +
-         static_cast<std::ptrdiff_t>(row) * cairo_image_surface_get_stride(surface);
+         static_cast<std::ptrdiff_t>(y) * cairo_image_surface_get_stride(surface) +
+         static_cast<std::ptrdiff_t>(x) * screenPixelSize;
 }
 
 }  // namespace
 
-// With few rows, a small change affects little; with many, they compress better.
-int KeptFrames::rowsPerStrip() const {
-  constexpr int stripSize = 1 << 15;
-  return std::max(stripSize / (width_ * screenPixelSize), 1);
-}
-
-KeptFrames::Rows KeptFrames::rowsOfStrip(std::size_t index) const {
-  const int first = static_cast<int>(index) * rowsPerStrip();
-  return {first, std::min(first + rowsPerStrip(), height_)};
+void KeptFrames::start(cairo_surface_t* surface) {
+  clear();
+  width_ = cairo_image_surface_get_width(surface);
+  height_ = cairo_image_surface_get_height(surface);
+  places_.clear();
+  for (int y = 0; y < height_; y += tileHeight) {
+    for (int x = 0; x < width_; x += tileWidth) {
+      places_.push_back({x, y, std::min(tileWidth, width_ - x), std::min(tileHeight, height_ - y)});
+    }
+  }
+  pixels_.resize(maxTileSize);
+  compressed_.resize(static_cast<std::size_t>(LZ4_compressBound(maxTileSize)));
 }
 
 void KeptFrames::clear() {
   frames_.clear();
-  strips_.clear();
+  tiles_.clear();
   size_ = 0;
   isFull_ = false;
-  missed_ = 0;
+  missed_.reset();
+  missedCount_ = 0;
 }
 
-KeptFrames::Rows KeptFrames::difference(const FileIdentity& one, const FileIdentity& other) const {
-  const Strips& before = frames_.at(one);
-  const Strips& after = frames_.at(other);
-  Rows rows;
+bool KeptFrames::fits(cairo_surface_t* surface) const {
+  return cairo_image_surface_get_width(surface) == width_ &&
+         cairo_image_surface_get_height(surface) == height_;
+}
+
+Region KeptFrames::difference(const FileIdentity& one, const FileIdentity& other) const {
+  const Tiles& before = frames_.at(one);
+  const Tiles& after = frames_.at(other);
+  Region different;
   for (std::size_t index = 0; index < after.size(); ++index) {
-    if (before[index] == after[index]) continue;
-    if (rows.end == 0) rows.first = rowsOfStrip(index).first;
-    rows.end = rowsOfStrip(index).end;
+    if (before[index] != after[index]) different.add(places_[index]);
   }
-  return rows;
+  return different;
 }
 
-void KeptFrames::draw(const FileIdentity& frame, cairo_surface_t* surface, Rows rows) {
-  missed_ = 0;
+void KeptFrames::draw(const FileIdentity& frame, cairo_surface_t* surface, const Region& part) {
+  missed_.reset();
+  missedCount_ = 0;
   cairo_surface_flush(surface);
-  const Strips& strips = frames_.at(frame);
-  const int rowLength = width_ * screenPixelSize;
-  const bool isContiguous = cairo_image_surface_get_stride(surface) == rowLength;
-  for (std::size_t index = 0; index < strips.size(); ++index) {
-    const auto [first, end] = rowsOfStrip(index);
-    if (end <= rows.first || first >= rows.end) continue;
-    const int length = (end - first) * rowLength;
-    room_.resize(isContiguous ? 0 : static_cast<std::size_t>(length));
-    char* target = isContiguous ? rowOf(surface, first) : room_.data();
-    LZ4_decompress_safe(strips[index]->data(), target, static_cast<int>(strips[index]->size()),
-                        length);
-    for (int row = first; !isContiguous && row < end; ++row, target += rowLength) {
-      std::memcpy(rowOf(surface, row), target, static_cast<std::size_t>(rowLength));
-    }
+  const Tiles& tiles = frames_.at(frame);
+  for (std::size_t index = 0; index < tiles.size(); ++index) {
+    if (part.overlaps(places_[index])) drawTile(*tiles[index], surface, places_[index]);
   }
   cairo_surface_mark_dirty(surface);
 }
 
+void KeptFrames::drawTile(const Tile& tile, cairo_surface_t* surface,
+                          const cairo_rectangle_int_t& pixels) {
+  LZ4_decompress_safe(tile.data(), pixels_.data(), static_cast<int>(tile.size()), maxTileSize);
+  const std::size_t length = static_cast<std::size_t>(pixels.width) * screenPixelSize;
+  const char* source = pixels_.data();
+  for (int row = 0; row < pixels.height; ++row, source += length) {
+    std::memcpy(pixelAt(surface, pixels.x, pixels.y + row), source, length);
+  }
+}
+
+// If a frame that was not kept comes again before any that is, the kept ones are out of use.
+bool KeptFrames::mayKeep(const FileIdentity& frame) {
+  if (budget_ == 0 || has(frame)) return false;
+  if (!isFull_) return true;
+  if (missed_ == frame) {
+    clear();
+    return true;
+  }
+  // Finds the repetition of any number of frames, even after others that do not come again.
+  if (std::has_single_bit(++missedCount_)) missed_ = frame;
+  return false;
+}
+
 void KeptFrames::keep(const FileIdentity& frame, cairo_surface_t* surface,
                       const std::optional<Before>& before) {
-  if (budget_ == 0 || has(frame)) return;
-  // Nothing of what is kept has been drawn for long, so all files have been replaced.
-  constexpr int patience = 4096;
-  if (isFull_ && ++missed_ > patience) clear();
-  if (isFull_) return;
-  const int width = cairo_image_surface_get_width(surface);
-  const int height = cairo_image_surface_get_height(surface);
-  if (std::exchange(width_, width) != width || std::exchange(height_, height) != height) clear();
-  width_ = width;
-  height_ = height;
+  if (!mayKeep(frame)) return;
+  if (!fits(surface)) start(surface);
   cairo_surface_flush(surface);
   const auto old = before ? frames_.find(before->frame) : frames_.end();
-  Strips strips;
-  for (int row = 0; row < height_; row += rowsPerStrip()) {
-    const Rows rows = rowsOfStrip(strips.size());
-    const bool isUnchanged = old != frames_.end() && (rows.end <= before->changed.first ||
-                                                      rows.first >= before->changed.end);
-    strips.push_back(isUnchanged ? old->second[strips.size()] : stripOf(surface, rows));
+  Tiles tiles;
+  for (const auto& pixels : places_) {
+    const bool isUnchanged = old != frames_.end() && !before->changed.overlaps(pixels);
+    tiles.push_back(isUnchanged ? old->second[tiles.size()] : tileOf(surface, pixels));
     isFull_ = size_ > budget_;
     if (isFull_) return;
   }
-  frames_.emplace(frame, std::move(strips));
+  frames_.emplace(frame, std::move(tiles));
 }
 
-std::shared_ptr<const KeptFrames::Strip> KeptFrames::stripOf(cairo_surface_t* surface, Rows rows) {
-  const int rowLength = width_ * screenPixelSize;
-  const int length = (rows.end - rows.first) * rowLength;
-  Strip pixels;
-  const char* source = rowOf(surface, rows.first);
-  if (cairo_image_surface_get_stride(surface) != rowLength) {
-    pixels.reserve(static_cast<std::size_t>(length));
-    for (int row = rows.first; row < rows.end; ++row) {
-      const char* begin = rowOf(surface, row);
-      pixels.insert(pixels.end(), begin, begin + rowLength);
-    }
-    source = pixels.data();
+std::shared_ptr<const KeptFrames::Tile> KeptFrames::tileOf(cairo_surface_t* surface,
+                                                           const cairo_rectangle_int_t& pixels) {
+  const std::size_t length = static_cast<std::size_t>(pixels.width) * screenPixelSize;
+  char* target = pixels_.data();
+  for (int row = 0; row < pixels.height; ++row, target += length) {
+    std::memcpy(target, pixelAt(surface, pixels.x, pixels.y + row), length);
   }
-  room_.resize(static_cast<std::size_t>(LZ4_compressBound(length)));
-  const int size =
-      LZ4_compress_default(source, room_.data(), length, static_cast<int>(room_.size()));
-  const std::string_view bytes(room_.data(), static_cast<std::size_t>(size));
-  auto& known = strips_[std::hash<std::string_view>()(bytes)];
-  // A strip with the same hash and other bytes is replaced here, but stays with its frames.
+  const int size = LZ4_compress_default(pixels_.data(), compressed_.data(),
+                                        static_cast<int>(target - pixels_.data()),
+                                        static_cast<int>(compressed_.size()));
+  const std::string_view bytes(compressed_.data(), static_cast<std::size_t>(size));
+  auto& known = tiles_[std::hash<std::string_view>()(bytes)];
+  // A tile with the same hash and other bytes is replaced here, but stays with its frames.
   if (!known || !std::ranges::equal(*known, bytes)) {
-    known = std::make_shared<const Strip>(bytes.begin(), bytes.end());
+    known = std::make_shared<const Tile>(bytes.begin(), bytes.end());
     size_ += known->size();
   }
   return known;

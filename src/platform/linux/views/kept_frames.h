@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -12,14 +13,12 @@
 #include <cairo.h>
 
 #include "platform/linux/files/file_identity.h"
-#include "platform/linux/views/picture_surface.h"
+#include "platform/linux/views/region.h"
 
 namespace platform::backend {
 
 class KeptFrames {
  public:
-  using Rows = PictureSurface::Rows;
-
   // budget: the largest size of all compressed pixels in bytes. 0 keeps nothing.
   explicit KeptFrames(std::size_t budget) : budget_(budget) {}
 
@@ -28,17 +27,22 @@ class KeptFrames {
 
   // Returns true if the frame is kept.
   bool has(const FileIdentity& frame) const { return frames_.contains(frame); }
-  // Returns the rows in which two frames differ, and some around them. Requires that both are kept.
-  Rows difference(const FileIdentity& one, const FileIdentity& other) const;
+  // Returns all pixels of a surface.
+  Region all() const { return Region({0, 0, width_, height_}); }
+  // Returns true if the surface has the size of the kept frames.
+  bool fits(cairo_surface_t* surface) const;
+  // Returns the pixels in which two frames differ, and some around them. Requires that both are
+  // kept.
+  Region difference(const FileIdentity& one, const FileIdentity& other) const;
 
-  // Draws at least these rows of a kept frame on a surface of the size that was kept, an image of
+  // Draws at least these pixels of a kept frame on a surface of the size that was kept, an image of
   // 32-bit pixels. Requires that the frame is kept.
-  void draw(const FileIdentity& frame, cairo_surface_t* surface, Rows rows);
+  void draw(const FileIdentity& frame, cairo_surface_t* surface, const Region& part);
 
-  // A kept frame and the rows in which another one may differ from it.
+  // A kept frame and the pixels in which another one may differ from it.
   struct Before {
     FileIdentity frame;
-    Rows changed;
+    Region changed;
   };
 
   // Keeps the frame that the surface shows, unless it is kept or does not fit into the budget. A
@@ -50,27 +54,31 @@ class KeptFrames {
   std::size_t size() const { return size_; }
 
  private:
-  // Compressed rows. Frames share equal ones.
-  using Strip = std::vector<char>;
-  using Strips = std::vector<std::shared_ptr<const Strip>>;
+  // A compressed rectangle of pixels. Frames share equal ones.
+  using Tile = std::vector<char>;
+  using Tiles = std::vector<std::shared_ptr<const Tile>>;
 
-  int rowsPerStrip() const;
-  Rows rowsOfStrip(std::size_t index) const;
-  std::shared_ptr<const Strip> stripOf(cairo_surface_t* surface, Rows rows);
+  void start(cairo_surface_t* surface);
+  bool mayKeep(const FileIdentity& frame);
+  void drawTile(const Tile& tile, cairo_surface_t* surface, const cairo_rectangle_int_t& pixels);
+  std::shared_ptr<const Tile> tileOf(cairo_surface_t* surface, const cairo_rectangle_int_t& pixels);
 
   const std::size_t budget_;
   std::size_t size_ = 0;
   // Of all surfaces, in pixels.
   int width_ = 0;
   int height_ = 0;
-  std::map<FileIdentity, Strips> frames_;
-  // All strips, by a hash of their bytes.
-  std::unordered_map<std::size_t, std::shared_ptr<const Strip>> strips_;
-  // True once a frame did not fit.
+  // The pixels of each tile.
+  std::vector<cairo_rectangle_int_t> places_;
+  std::map<FileIdentity, Tiles> frames_;
+  // All tiles, by a hash of their bytes.
+  std::unordered_map<std::size_t, std::shared_ptr<const Tile>> tiles_;
   bool isFull_ = false;
-  // How many frames in a row were not kept since then.
-  int missed_ = 0;
-  Strip room_;
+  // How many frames were not kept since a kept one was drawn, and one of them.
+  std::uint64_t missedCount_ = 0;
+  std::optional<FileIdentity> missed_;
+  std::vector<char> pixels_;
+  std::vector<char> compressed_;
 };
 
 }  // namespace platform::backend

@@ -1,30 +1,24 @@
 // The placement of an image in the view that shows it.
 #pragma once
 
-#include <algorithm>
-
 #include "platform/geometry.h"
 #include "platform/image.h"
+#include "platform/linux/views/region.h"
 #include "platform/view.h"
 
 namespace platform::backend {
 
 // Returns the rectangle of a picture in the coordinates of the view that shows it. It may reach
 // beyond the view. Requires a picture that is not empty.
-inline CGRect placementOfPicture(CGSize picture, CGSize size, UIViewContentMode mode) {
-  const CGFloat across = size.width / picture.width;
-  const CGFloat down = size.height / picture.height;
-  if (mode == UIViewContentMode::ScaleToFill) return {0, 0, size.width, size.height};
-  const bool fits = mode == UIViewContentMode::ScaleAspectFit;
-  const CGFloat scale = fits ? std::min(across, down) : std::max(across, down);
-  const CGFloat width = picture.width * scale;
-  const CGFloat height = picture.height * scale;
-  return {(size.width - width) / 2, (size.height - height) / 2, width, height};
-}
+CGRect placementOfPicture(CGSize picture, CGSize size, UIViewContentMode mode);
+CGRect placementOfPicture(const UIImage& image, CGSize size, UIViewContentMode mode);
 
-inline CGRect placementOfPicture(const UIImage& image, CGSize size, UIViewContentMode mode) {
-  const CGSize picture{static_cast<CGFloat>(image.width()), static_cast<CGFloat>(image.height())};
-  return placementOfPicture(picture, size, mode);
-}
+// Returns the pixels, within the bounds, that are at least partly in the rectangle.
+Region pixelsOf(const CGRect& rectangle, const cairo_rectangle_int_t& bounds);
+
+// Returns the pixels, within the bounds, in which these parts of a picture have a share. placement:
+// the rectangle of the picture in pixels.
+Region pixelsShowing(const Region& parts, CGSize picture, const CGRect& placement,
+                     const cairo_rectangle_int_t& bounds);
 
 }  // namespace platform::backend

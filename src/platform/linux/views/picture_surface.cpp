@@ -1,6 +1,8 @@
 #include "platform/linux/views/picture_surface.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <new>
 
 #include "platform/linux/images/picture/pixels.h"
@@ -32,7 +34,7 @@ void PictureSurface::start(const PictureShape& shape) {
   const auto width = static_cast<std::size_t>(shape.width);
   opaque_.reset();
   translucent_.reset();
-  pixels_.reset(new (std::nothrow) std::uint32_t[width * static_cast<std::size_t>(shape.height)]);
+  pixels_.reset(new (std::nothrow) std::uint32_t[width * static_cast<std::size_t>(shape.height)]());
   const auto surfaceOf = [&](cairo_format_t format) {
     return Surface(cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(pixels_.get()), format, shape.width, shape.height,
@@ -45,7 +47,9 @@ void PictureSurface::start(const PictureShape& shape) {
   shape_ = shape;
   strips_.clear();
   transparentStrips_ = 0;
-  changed_ = {0, shape.height};
+  room_.resize(width);
+  pending_ = {};
+  changed_ = Region({0, 0, shape.width, shape.height});
 }
 
 void PictureSurface::setPalette(std::shared_ptr<const Palette> palette) {
@@ -71,7 +75,6 @@ void PictureSurface::convertChangedStrips(const UIImage::Impl& picture) {
     const bool isOpaque = convertStrip(picture, index);
     transparentStrips_ += static_cast<int>(shown.isOpaque) - static_cast<int>(isOpaque);
     shown.isOpaque = isOpaque;
-    noteChanged(index);
   }
   for (const Surface* surface : {&opaque_, &translucent_}) {
     cairo_surface_mark_dirty(surface->get());
@@ -80,29 +83,57 @@ void PictureSurface::convertChangedStrips(const UIImage::Impl& picture) {
 
 bool PictureSurface::convertStrip(const UIImage::Impl& picture, int index) {
   const Strip& strip = *picture.strips[static_cast<std::size_t>(index)];
-  std::uint32_t* pixels =
-      &pixels_[static_cast<std::size_t>(index) * static_cast<std::size_t>(shape_.rowsPerStrip()) *
-               static_cast<std::size_t>(shape_.width)];
+  const int first = index * shape_.rowsPerStrip();
   std::uint32_t common = ~std::uint32_t{0};
-  for (int row = 0; row < strip.rowCount(); ++row, pixels += shape_.width) {
-    const std::uint8_t* source = strip.row(row);
-    if (shape_.format == PixelFormat::Indexed) {
-      for (int x = 0; x < shape_.width; ++x) common &= pixels[x] = colors_[source[x]];
-    } else {
-      for (int x = 0; x < shape_.width; ++x, source += 4) {
-        common &= pixels[x] = premultipliedPixel(source);
-      }
-    }
+  for (int row = 0; row < strip.rowCount(); ++row) {
+    common &= convertRow(strip.row(row));
+    takeRow(first + row);
   }
   constexpr std::uint32_t opaqueAlpha = 255;
   return common >> 24 == opaqueAlpha;
 }
 
-void PictureSurface::noteChanged(int strip) {
-  const int first = strip * shape_.rowsPerStrip();
-  const int end = first + shape_.rowsInStrip(strip);
-  const bool isFirst = changed_.first == changed_.end;
-  changed_ = {isFirst ? first : std::min(changed_.first, first), std::max(changed_.end, end)};
+std::uint32_t PictureSurface::convertRow(const std::uint8_t* row) {
+  std::uint32_t common = ~std::uint32_t{0};
+  if (shape_.format == PixelFormat::Indexed) {
+    for (std::uint32_t& pixel : room_) common &= pixel = colors_[*row++];
+  } else {
+    for (std::uint32_t& pixel : room_) {
+      common &= pixel = premultipliedPixel(row);
+      row += bytesPerPixel(shape_.format);
+    }
+  }
+  return common;
+}
+
+// Takes the row in room_ if it differs from the one on the surface.
+void PictureSurface::takeRow(int row) {
+  const std::size_t width = room_.size();
+  std::uint32_t* shown = &pixels_[static_cast<std::size_t>(row) * width];
+  if (std::memcmp(shown, room_.data(), width * sizeof *shown) == 0) return;
+  const auto first = std::mismatch(room_.begin(), room_.end(), shown).first - room_.begin();
+  auto end = static_cast<std::ptrdiff_t>(width);
+  while (shown[end - 1] == room_[static_cast<std::size_t>(end - 1)]) --end;
+  std::copy(room_.begin() + first, room_.begin() + end, shown + first);
+  noteChanged({static_cast<int>(first), row, static_cast<int>(end - first), 1});
+}
+
+// Rows close to each other form one rectangle, because many small ones take longer to draw.
+void PictureSurface::noteChanged(const cairo_rectangle_int_t& part) {
+  constexpr int maxGap = 8;
+  const int end = pending_.y + pending_.height;
+  if (part.y < pending_.y || part.y > end + maxGap) {
+    changed_.add(std::exchange(pending_, part));
+    return;
+  }
+  const int left = std::min(pending_.x, part.x);
+  const int right = std::max(pending_.x + pending_.width, part.x + part.width);
+  pending_ = {left, pending_.y, right - left, part.y + part.height - pending_.y};
+}
+
+Region PictureSurface::takeChanged() {
+  changed_.add(std::exchange(pending_, {}));
+  return std::exchange(changed_, Region());
 }
 
 }  // namespace platform::backend

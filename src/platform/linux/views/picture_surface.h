@@ -1,5 +1,6 @@
 // An image converted to the screen's pixel format and kept from frame to frame: only those strips
-// are converted again that the next image does not share with this one. Main thread.
+// are converted again that the next image does not share with this one, and the pixels that have
+// changed are known. Main thread.
 #pragma once
 
 #include <array>
@@ -11,21 +12,16 @@
 #include <cairo.h>
 
 #include "platform/linux/images/picture/picture.h"
+#include "platform/linux/views/region.h"
 
 namespace platform::backend {
 
 class PictureSurface {
  public:
-  // Rows [first, end).
-  struct Rows {
-    int first = 0;
-    int end = 0;
-  };
-
   // Converts the image to the surface. If memory runs out, there is no surface.
   void update(const UIImage& image);
-  // Returns the rows that may have changed since the last call.
-  Rows takeChangedRows() { return std::exchange(changed_, {}); }
+  // Returns the pixels that may have changed since the last call.
+  Region takeChanged();
 
   // Returns true if the image has no transparent pixels.
   bool isOpaque() const { return transparentStrips_ == 0; }
@@ -52,7 +48,10 @@ class PictureSurface {
   void convertChangedStrips(const UIImage::Impl& picture);
   // Returns true if all of its pixels are opaque.
   bool convertStrip(const UIImage::Impl& picture, int strip);
-  void noteChanged(int strip);
+  // Converts a row to room_. Returns all bits that are set in all of its pixels.
+  std::uint32_t convertRow(const std::uint8_t* row);
+  void takeRow(int row);
+  void noteChanged(const cairo_rectangle_int_t& part);
 
   // Both surfaces show the same pixels.
   std::unique_ptr<std::uint32_t[]> pixels_;
@@ -64,7 +63,10 @@ class PictureSurface {
   std::array<std::uint32_t, maxColors> colors_{};
   std::vector<ShownStrip> strips_;
   int transparentStrips_ = 0;
-  Rows changed_;
+  std::vector<std::uint32_t> room_;
+  Region changed_;
+  // What has changed but is not in changed_ yet.
+  cairo_rectangle_int_t pending_{};
 };
 
 }  // namespace platform::backend

@@ -132,16 +132,8 @@ class Renderer {
     PictureSurface& surface = view.impl().surface;
     surface.update(*image);
     if (surface.surface() == nullptr) return;
-    const CGRect at = placementOfPicture(*image, size, view.contentMode());
-    cairo_save(context_);
-    cairo_translate(context_, at.x, at.y);
-    cairo_scale(context_, at.width / image->width(), at.height / image->height());
-    cairo_set_source_surface(context_, surface.surface(), 0, 0);
-    // Padding prevents the edge pixels from blending with transparency when the image is scaled.
-    cairo_pattern_set_extend(cairo_get_source(context_), CAIRO_EXTEND_PAD);
-    cairo_rectangle(context_, 0, 0, image->width(), image->height());
-    cairo_fill(context_);
-    cairo_restore(context_);
+    view.impl().drawing.draw(context_, surface,
+                             placementOfPicture(*image, size, view.contentMode()));
   }
 
   cairo_t* const context_;

@@ -8,7 +8,8 @@ namespace {
 
 // Adds pixels with these weights, which are made whole together by the largest of them.
 void addTaps(Axis& axis, int first, const std::vector<double>& shares) {
-  axis.taps.push_back({first, static_cast<int>(shares.size()), static_cast<int>(axis.weights.size())});
+  axis.taps.push_back(
+      {first, static_cast<int>(shares.size()), static_cast<int>(axis.weights.size())});
   const auto begin = axis.weights.insert(axis.weights.end(), shares.size(), 0);
   std::uint32_t sum = 0;
   for (std::size_t at = 0; at < shares.size(); ++at) {

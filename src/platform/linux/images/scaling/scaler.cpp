@@ -35,7 +35,8 @@ LUMORA_FOR_EVERY_PROCESSOR void scaleAverages(const std::uint16_t* in, const Axi
     Sums4 sum = {half, half, half, half};
     for (int at = 0; at < taps.count; ++at) {
       Averages4 pixel;
-      std::memcpy(&pixel, in + static_cast<std::ptrdiff_t>(taps.first + at) * channels, sizeof pixel);
+      std::memcpy(&pixel, in + static_cast<std::ptrdiff_t>(taps.first + at) * channels,
+                  sizeof pixel);
       sum += __builtin_convertvector(pixel, Sums4) * weights[at];
     }
     const Bytes4 scaled = __builtin_convertvector(sum >> 24, Bytes4);
@@ -169,7 +170,8 @@ void Scaler::setAcross(const Sides& across) {
   right_.resize(count);
   shares_.clear();
   for (const Taps& taps : across_.taps) {
-    shares_.insert(shares_.end(), channels, taps.count > 1 ? shareOf(across_.weightsOf(taps)[1]) : 0);
+    shares_.insert(shares_.end(), channels,
+                   taps.count > 1 ? shareOf(across_.weightsOf(taps)[1]) : 0);
   }
 }
 

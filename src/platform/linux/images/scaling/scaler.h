@@ -1,4 +1,5 @@
-// Scales opaque pictures of 32-bit pixels.
+// Scales pictures of 32-bit pixels, of which the fourth byte is an alpha with which the others are
+// multiplied, or unused.
 #pragma once
 
 #include <array>

@@ -1,0 +1,41 @@
+#include "host/home_screen/screen_painter.h"
+
+#include <cmath>
+
+#include "host/home_screen/screen_drawing.h"
+#include "platform/linux/images/picture/picture.h"
+#include "platform/linux/views/display_damage.h"
+
+namespace host {
+
+using platform::backend::Region;
+
+ScreenPainter::ScreenPainter(Screen& screen, int scale, std::size_t maxKeptBytes)
+    : screen_(screen), scale_(scale), replay_(maxKeptBytes) {}
+
+Region ScreenPainter::all() const {
+  const platform::CGSize size = screen_.size();
+  return Region({0, 0, static_cast<int>(std::lround(size.width)) * scale_,
+                 static_cast<int>(std::lround(size.height)) * scale_});
+}
+
+Region ScreenPainter::takeChangedPart(bool isAll) {
+  const auto views = platform::backend::takeChangedViews(screen_.root());
+  const auto view = views.size() == 1 ? views.front() : nullptr;
+  const auto file = view ? view->image()->impl().file : std::nullopt;
+  const auto decode = [&] { return platform::backend::damageOf(views, screen_.root(), scale_); };
+  const bool isOnlyNextFrame = view && view == animated_.lock() && !isAll;
+  if (isOnlyNextFrame) return replay_.next(file, decode);
+  if (views.empty() && !isAll) return {};
+  replay_.restart(file);
+  animated_ = view;
+  // Decodes what is drawn also if everything is, so that the damage of the next frame is known.
+  const Region damage = decode();
+  return isAll ? all() : damage;
+}
+
+void ScreenPainter::paint(cairo_surface_t* surface, const Region& part) {
+  replay_.draw(surface, part, [&] { drawPartOfScreen(screen_, surface, scale_, part); });
+}
+
+}  // namespace host

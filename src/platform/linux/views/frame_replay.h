@@ -1,0 +1,45 @@
+// Draws an animation on a surface that keeps its pixels. Frames that have been drawn before are
+// taken from kept ones. Main thread.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+
+#include <cairo.h>
+
+#include "platform/linux/files/file_identity.h"
+#include "platform/linux/views/kept_frames.h"
+
+namespace platform::backend {
+
+class FrameReplay {
+ public:
+  // budget: the largest size of all kept frames in bytes.
+  explicit FrameReplay(std::size_t budget) : kept_(budget) {}
+
+  // Forgets all frames. Call it when anything but the frame has changed, also its place or the
+  // surface's size. frame: the file of the one that is drawn next, if it is recognizable.
+  void restart(const std::optional<FileIdentity>& frame);
+
+  // Takes the next frame. Returns the pixels of the surface in which it may differ from the frame
+  // before. decode decodes the frame and returns the pixels in which it may differ from the one
+  // that was decoded before; it is called if the frame is not kept.
+  Region next(const std::optional<FileIdentity>& frame, const std::function<Region()>& decode);
+
+  // Draws at least this part of the frame, or calls drawNew to do so. Outside of it the surface
+  // shows the frame already.
+  void draw(cairo_surface_t* surface, const Region& part, const std::function<void()>& drawNew);
+
+ private:
+  bool isKept() const { return frame_ && kept_.has(*frame_); }
+
+  KeptFrames kept_;
+  std::optional<FileIdentity> frame_;
+  // The frame before, and in which pixels this one differs.
+  std::optional<KeptFrames::Before> before_;
+  // True if this frame is the one that was decoded last.
+  bool isDecoded_ = true;
+};
+
+}  // namespace platform::backend
