@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -107,8 +108,11 @@ TEST(GifCanvas, MatchesPlainDrawingForAnyNumberOfColors) {
     std::optional<std::pair<Canvas::Contents, PlainCanvas>> saved;
     bool wasRGBA = false;
     bool wasIndexedAgain = false;
+    ColorTable lastColors;
     for (int step = 0; step < 400; ++step) {
-      const Drawing drawing = randomDrawing(random, colorRange);
+      Drawing drawing = randomDrawing(random, colorRange);
+      if (lastColors.size() == drawing.colors.size()) drawing.colors = lastColors;
+      lastColors = drawing.colors;
       if (random() % 6 == 0) saved.emplace(canvas.save(), plain);
       if (random() % 5 == 0) {
         canvas.clear(drawing.image);
@@ -128,6 +132,32 @@ TEST(GifCanvas, MatchesPlainDrawingForAnyNumberOfColors) {
     }
     EXPECT_EQ(wasRGBA, colorRange > 256) << colorRange;
     EXPECT_EQ(wasIndexedAgain, colorRange > 256) << colorRange;
+  }
+}
+
+// Then its images are copied, which is faster than translating each one.
+TEST(GifCanvas, TakesOverTheIndicesOfARepeatedPalette) {
+  constexpr int side = 200;
+  constexpr std::size_t shown = 150;
+  Canvas canvas(side, side);
+  SubImage image;
+  image.width = image.height = side;
+  image.minimumCodeSize = 8;
+  ColorTable colors(256);
+  for (std::size_t index = 0; index < colors.size(); ++index) {
+    colors[index] = {static_cast<std::uint8_t>(index), 0, 0};
+  }
+  Bytes indices(std::size_t{side} * side, shown);
+  canvas.draw(image, colors, indices);
+  std::rotate(colors.begin(), colors.begin() + 1, colors.end());
+  // A hidden pixel keeps the palette from being replaced.
+  image.transparentIndex = indices.front() = 255;
+  for (const std::size_t expected : {shown + 1, shown}) {
+    canvas.draw(image, colors, indices);
+    const UIImage::Impl& picture = canvas.picture()->impl();
+    EXPECT_EQ(picture.row(1)[0], expected);
+    EXPECT_EQ(picture.palette->colors[expected][0], shown + 1);
+    EXPECT_EQ(picture.palette->colors[picture.row(0)[0]][0], shown);
   }
 }
 

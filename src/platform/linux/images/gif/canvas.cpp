@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
-#include <numeric>
 #include <utility>
 
 #include "platform/linux/images/gif/index_blitter.h"
@@ -86,11 +85,11 @@ bool Canvas::isReplacedBy(const SubImage& image, std::span<const std::uint8_t> i
 void Canvas::draw(const SubImage& image, const ColorTable& colors,
                   std::span<const std::uint8_t> indices) {
   if (isReplacedBy(image, indices) && takeOverPalette(image, colors, indices)) {
-    IndexMapping same;
-    same.isShown.fill(true);
-    std::iota(same.to.begin(), same.to.end(), std::uint8_t{0});
-    drawIndices(image, same, indices);
-  } else if (const auto mapping = mappingFor(image, colors, indices)) {
+    IndexSet all;
+    all.fill(true);
+    drawIndices(image, sameIndices(all), indices);
+  } else if (auto mapping = mappingFor(image, colors, indices)) {
+    if (!keepsIndices(*mapping)) improve(*mapping, image, colors, indices);
     drawIndices(image, *mapping, indices);
   } else {
     becomeRGBA();
@@ -140,8 +139,7 @@ std::optional<IndexMapping> Canvas::mappingFor(const SubImage& image, const Colo
   return matchColors(palette_, shown, colors);
 }
 
-// Also merges equal colors: an image's palette may contain some twice.
-void Canvas::dropUnusedColors() {
+IndexSet Canvas::indicesOnCanvas() const {
   IndexSet used{};
   for (const auto& strip : strips_) {
     for (int row = 0; row < strip->rowCount(); ++row) {
@@ -149,11 +147,67 @@ void Canvas::dropUnusedColors() {
       for (std::size_t index = 0; index < maxColors; ++index) used[index] |= inRow[index];
     }
   }
+  return used;
+}
+
+// Also merges equal colors: an image's palette may contain some twice.
+void Canvas::dropUnusedColors() {
+  const IndexSet used = indicesOnCanvas();
   const Palette before = std::exchange(palette_, {});
   std::array<std::uint8_t, maxColors> moved{};
   for (std::size_t index = 0; index < before.count; ++index) {
     if (used[index]) moved[index] = *indexOfColor(palette_, before.colors[index]);
   }
+  moveIndices(moved);
+}
+
+// Lets the image's indices stay the same if possible, because drawing is faster then. Colors that
+// two large images in a row have are likely to be those of more.
+void Canvas::improve(IndexMapping& mapping, const SubImage& image, const ColorTable& colors,
+                     std::span<const std::uint8_t> indices) {
+  const IndexMapping forAll = mapping;
+  keepUnused(mapping, usedIndices(indices));
+  if (keepsIndices(mapping)) return;
+  const bool isLarge =
+      std::int64_t{image.width} * image.height * 2 >= std::int64_t{shape_.width} * shape_.height;
+  if (!isLarge || std::exchange(translated_, colors) != colors) return;
+  if (renumberLike(colors, forAll)) mapping = sameIndices(forAll.isShown);
+}
+
+// Gives the colors on the canvas the indices that they have in the image, so that this image and
+// others with its colors are copied instead of translated. Returns false, with the canvas
+// unchanged, if there is not enough room for the canvas's other colors, or if a PNG of more colors
+// would have more bits per pixel.
+bool Canvas::renumberLike(const ColorTable& colors, const IndexMapping& mapping) {
+  constexpr std::size_t fewColors = 16;
+  if (palette_.count <= fewColors) return false;
+  Palette palette;
+  std::array<std::uint8_t, maxColors> moved{};
+  IndexSet isMoved{};
+  auto move = [&](std::size_t from, std::size_t to) {
+    if (!std::exchange(isMoved[from], true)) moved[from] = static_cast<std::uint8_t>(to);
+    palette.count = std::max(palette.count, to + 1);
+  };
+  for (std::size_t index = 0; index < maxColors; ++index) {
+    if (!mapping.isShown[index]) continue;
+    palette.colors[index] = opaque(colors[index]);
+    move(mapping.to[index], index);
+  }
+  const IndexSet used = indicesOnCanvas();
+  std::size_t free = 0;
+  for (std::size_t index = 0; index < palette_.count; ++index) {
+    if (isMoved[index] || !used[index]) continue;
+    while (free < maxColors && mapping.isShown[free]) ++free;
+    if (free == maxColors) return false;
+    palette.colors[free] = palette_.colors[index];
+    move(index, free++);
+  }
+  palette_ = palette;
+  moveIndices(moved);
+  return true;
+}
+
+void Canvas::moveIndices(const std::array<std::uint8_t, maxColors>& moved) {
   for (int y = 0; y < shape_.height; ++y) {
     std::uint8_t* row = writableRow(y);
     std::transform(row, row + shape_.width, row,

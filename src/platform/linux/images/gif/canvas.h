@@ -4,6 +4,7 @@
 // drawn.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -47,7 +48,13 @@ class Canvas {
                        std::span<const std::uint8_t> indices);
   std::optional<IndexMapping> mappingFor(const SubImage& image, const ColorTable& colors,
                                          std::span<const std::uint8_t> indices);
+  IndexSet indicesOnCanvas() const;
   void dropUnusedColors();
+  void improve(IndexMapping& mapping, const SubImage& image, const ColorTable& colors,
+               std::span<const std::uint8_t> indices);
+  bool renumberLike(const ColorTable& colors, const IndexMapping& mapping);
+  // Replaces every index on the canvas.
+  void moveIndices(const std::array<std::uint8_t, maxColors>& moved);
   void becomeRGBA();
   void drawIndices(const SubImage& image, const IndexMapping& mapping,
                    std::span<const std::uint8_t> indices);
@@ -63,6 +70,8 @@ class Canvas {
   // nullptr.
   std::vector<std::shared_ptr<Strip>> own_;
   bool isBlank_ = true;
+  // The colors of the last large image whose indices differed from the canvas's.
+  ColorTable translated_;
   ImageRef last_;
 };
 

@@ -5,18 +5,14 @@
 namespace platform::backend::gif {
 
 IndexBlitter::IndexBlitter(const IndexMapping& mapping, std::size_t indexCount) {
-  bool keepsIndices = true;
   int hiddenCount = 0;
   for (std::size_t index = 0; index < indexCount; ++index) {
-    if (!mapping.isShown[index]) {
-      ++hiddenCount;
-      hiddenIndex_ = static_cast<std::uint8_t>(index);
-    } else if (mapping.to[index] != index) {
-      keepsIndices = false;
-    }
+    if (mapping.isShown[index]) continue;
+    ++hiddenCount;
+    hiddenIndex_ = static_cast<std::uint8_t>(index);
   }
-  if (keepsIndices && hiddenCount == 0) strategy_ = &IndexBlitter::copyRow;
-  if (keepsIndices && hiddenCount == 1) strategy_ = &IndexBlitter::copyRowExceptHidden;
+  if (keepsIndices(mapping) && hiddenCount == 0) strategy_ = &IndexBlitter::copyRow;
+  if (keepsIndices(mapping) && hiddenCount == 1) strategy_ = &IndexBlitter::copyRowExceptHidden;
   for (std::size_t index = 0; index < maxColors; ++index) {
     changes_[index] = mapping.isShown[index] ? Change{0, mapping.to[index]} : Change{255, 0};
   }

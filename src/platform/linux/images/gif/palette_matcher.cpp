@@ -1,8 +1,30 @@
 #include "platform/linux/images/gif/palette_matcher.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace platform::backend::gif {
+
+IndexMapping sameIndices(const IndexSet& shown) {
+  IndexMapping mapping{shown, {}};
+  std::iota(mapping.to.begin(), mapping.to.end(), std::uint8_t{0});
+  return mapping;
+}
+
+void keepUnused(IndexMapping& mapping, const IndexSet& used) {
+  for (std::size_t index = 0; index < maxColors; ++index) {
+    if (used[index]) continue;
+    mapping.isShown[index] = true;
+    mapping.to[index] = static_cast<std::uint8_t>(index);
+  }
+}
+
+bool keepsIndices(const IndexMapping& mapping) {
+  for (std::size_t index = 0; index < maxColors; ++index) {
+    if (mapping.isShown[index] && mapping.to[index] != index) return false;
+  }
+  return true;
+}
 
 // Uses four sets in turn, because consecutive stores to the same byte would wait for each other.
 IndexSet usedIndices(std::span<const std::uint8_t> indices) {
@@ -32,9 +54,8 @@ std::optional<std::uint8_t> indexOfColor(Palette& palette, RGBAColor color) {
 std::optional<IndexMapping> matchColors(Palette& palette, const IndexSet& shown,
                                         const ColorTable& colors) {
   const std::size_t before = palette.count;
-  IndexMapping mapping{shown, {}};
+  IndexMapping mapping = sameIndices(shown);
   for (std::size_t index = 0; index < maxColors; ++index) {
-    mapping.to[index] = static_cast<std::uint8_t>(index);
     if (!shown[index]) continue;
     const RGBAColor color = opaque(colors[index]);
     // If indices stay the same, they need not be searched for, and drawing is faster.

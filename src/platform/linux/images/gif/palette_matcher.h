@@ -22,6 +22,15 @@ struct IndexMapping {
   std::array<std::uint8_t, maxColors> to{};
 };
 
+// Returns a mapping in which these indices are shown and stay the same.
+IndexMapping sameIndices(const IndexSet& shown);
+
+// Returns true if all indices that are shown stay the same.
+bool keepsIndices(const IndexMapping& mapping);
+
+// Lets the indices that are not used stay the same.
+void keepUnused(IndexMapping& mapping, const IndexSet& used);
+
 constexpr RGBAColor transparent{0, 0, 0, 0};
 
 constexpr RGBAColor opaque(const Color& color) {
