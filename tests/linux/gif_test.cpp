@@ -20,7 +20,8 @@ using platform::CGImageSource;
 using platform::NSData;
 
 constexpr std::size_t widthAt = 6;
-constexpr std::size_t firstImageAt = 13 + 8;
+constexpr std::size_t headerSize = 13;
+constexpr std::size_t firstImageAt = headerSize + 8;
 
 Bytes withScreen(Bytes gif, int width, int height) {
   gif[widthAt] = static_cast<std::uint8_t>(width);
@@ -55,6 +56,25 @@ TEST(Gif, DecodesFramesInAnyOrder) {
   EXPECT_EQ(colorOf(1), green);
   EXPECT_EQ(source->createImageAtIndex(3), nullptr);
   EXPECT_EQ(source->createImageAtIndex(-1), nullptr);
+}
+
+// Large images are decoded and drawn ahead if they are read in order.
+TEST(Gif, DecodesTheSameFramesAheadAndAfterAJump) {
+  std::vector<Frame> frames;
+  for (std::uint8_t red = 0; red < 12; ++red) frames.push_back({{red, 0, 0}});
+  Bytes gif = makeGif(frames, 300, 300);
+  const std::size_t imageSize = (gif.size() - headerSize - 1) / frames.size();
+  constexpr std::size_t codeSizeAt = 16;
+  constexpr int damaged = 7;
+  gif[firstImageAt + damaged * imageSize + codeSizeAt] = 20;
+  auto source = CGImageSource::createWithData(NSData::dataWithBytes(gif));
+  for (const int index : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 3, 4, 5, 6, 1, 2, 11, 0}) {
+    const auto image = source->createImageAtIndex(index);
+    ASSERT_EQ(image == nullptr, index == damaged) << index;
+    if (image) {
+      EXPECT_EQ(pixelAt(*image, 299, 299)[0], index);
+    }
+  }
 }
 
 TEST(Gif, IsRejectedIfItsScreenIsTooLarge) {
@@ -95,7 +115,6 @@ TEST(Gif, DecodesLeadingFramesWhereverItIsTruncated) {
 
 TEST(Gif, LimitsItsFramesToWhatADelayListHolds) {
   const Bytes one = makeGif({{red}}, 1, 1);
-  constexpr std::size_t headerSize = 13;
   Bytes many(one.begin(), one.begin() + headerSize);
   for (int each = 0; each < 600000; ++each) {
     many.insert(many.end(), one.begin() + headerSize, one.end() - 1);

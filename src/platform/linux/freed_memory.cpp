@@ -15,6 +15,8 @@ void keepFreedMemory() {
   // Larger than the strips and planes of a frame, smaller than a screenful of 32-bit pixels.
   constexpr int maxHeapAllocation = 8 << 20;
   constexpr int maxKept = 64 << 20;
+  // One heap for all threads: frames are freed by other threads than those that made them.
+  mallopt(M_ARENA_MAX, 1);
   // Another allocator in place of the C library's, such as a sanitizer's, refuses both.
   isKept =
       mallopt(M_MMAP_THRESHOLD, maxHeapAllocation) == 1 && mallopt(M_TRIM_THRESHOLD, maxKept) == 1;

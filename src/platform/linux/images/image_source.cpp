@@ -1,6 +1,5 @@
 #include "platform/image_source.h"
 
-#include <future>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -19,42 +18,43 @@ namespace platform {
 using namespace backend;
 
 // A GIF, or a PNG as a source of one image. If a GIF is read in order, each frame from the third on
-// is decoded ahead on another thread, while the caller works on the one before it.
+// is made ahead on another thread, while the caller works on the one before it.
 struct CGImageSource::Impl {
   DataRef data;
   gif::File file;
   ImageRef single;
   gif::Compositor compositor;
   int lastAskedFor = -1;
-  // The frame after the last requested one. Its decoding uses the compositor until it is ready.
-  std::future<ImageRef> next;
+  // The frame after the last requested one. Its making uses the compositor until it is ready.
+  HelperTask<ImageRef> next;
 
   Impl(DataRef bytes, gif::File parsed)
       : data(std::move(bytes)), file(std::move(parsed)), compositor(data->impl(), file) {}
 
   int count() const { return single ? 1 : static_cast<int>(file.images.size()); }
 
-  ImageRef decode(int index) {
-    return unlessOutOfMemory([this, index] { return compositor.picture(index); });
+  ImageRef make(int index, bool isInOrder) {
+    return unlessOutOfMemory([&] { return compositor.picture(index, isInOrder); });
   }
 
   ImageRef picture(int index) {
     const bool isInOrder = index == lastAskedFor + 1;
-    const bool isDecoded = isInOrder && next.valid();
-    ImageRef image = next.valid() ? next.get() : nullptr;
-    if (!isDecoded) image = decode(index);
-    lastAskedFor = index;
     // Many callers only want the first frame.
-    if (isInOrder && index > 0) decodeAhead(index + 1);
+    const bool isForAll = isInOrder && index > 0;
+    const bool isMade = isInOrder && next.valid();
+    ImageRef image = next.valid() ? next.get() : nullptr;
+    if (!isMade) image = make(index, isForAll);
+    lastAskedFor = index;
+    if (isForAll) makeAhead(index + 1);
     return image;
   }
 
-  void decodeAhead(int index) {
-    // Decoding a smaller frame takes less time than starting a thread.
+  void makeAhead(int index) {
+    // Making a smaller frame takes less time than waking a thread.
     constexpr std::int64_t minPixels = std::int64_t{1} << 16;
     const bool isWorthIt = std::int64_t{file.width} * file.height >= minPixels;
     if (!isWorthIt || index >= static_cast<int>(file.images.size())) return;
-    next = startOnHelperThread([this, index] { return decode(index); });
+    next = startOnHelperThread([this, index] { return make(index, true); });
   }
 };
 

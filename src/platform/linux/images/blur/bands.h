@@ -1,4 +1,4 @@
-// Processes the rows of an image on two threads.
+// Processes the rows of an image on several threads.
 #pragma once
 
 #include <functional>
@@ -11,8 +11,8 @@ struct Band {
   int end;
 };
 
-// Calls work for all rows at once or, if there are many, for one half on this thread and for the
-// other on a second one. Returns when all work is done. Rethrows what work throws.
+// Calls work for all rows at once or, if there are many, for one part on this thread and for others
+// on helper threads. Returns when all work is done. Rethrows what work throws.
 void inBands(Band rows, const std::function<void(Band)>& work);
 
 }  // namespace platform::backend::blur

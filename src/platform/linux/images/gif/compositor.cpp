@@ -3,12 +3,13 @@
 #include <new>
 
 namespace platform::backend::gif {
-ImageRef Compositor::picture(int index) {
+ImageRef Compositor::picture(int index, bool isInOrder) {
   if (index < seen_ - 1) restart();
   try {
     while (seen_ <= index) {
       isDrawn_ = false;
-      isDrawn_ = draw(file_.images[static_cast<std::size_t>(seen_++)]);
+      const SubImage& image = file_.images[static_cast<std::size_t>(seen_)];
+      isDrawn_ = draw(image, images_.indicesOf(seen_++, isInOrder));
     }
     return isDrawn_ ? canvas_->picture() : nullptr;
   } catch (const std::bad_alloc&) {
@@ -21,18 +22,17 @@ ImageRef Compositor::picture(int index) {
 void Compositor::restart() {
   canvas_.reset();
   previous_.reset();
+  images_.clear();
   seen_ = 0;
   drawn_ = nullptr;
 }
 
-bool Compositor::draw(const SubImage& image) {
-  const int rows = decodeImage(data_, image, indices_);
-  if (rows == 0) return false;
+bool Compositor::draw(const SubImage& image, std::span<const std::uint8_t> indices) {
+  if (indices.empty()) return false;
   if (!canvas_) canvas_.emplace(file_.width, file_.height);
   if (drawn_ != nullptr) dispose(*drawn_);
   if (image.disposal == Disposal::RestorePrevious) previous_ = canvas_->save();
-  const std::size_t decoded = static_cast<std::size_t>(rows) * image.width;
-  canvas_->draw(image, colorsOf(image), indices_.indices().first(decoded));
+  canvas_->draw(image, colorsOf(image), indices);
   drawn_ = &image;
   return true;
 }

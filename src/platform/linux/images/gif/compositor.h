@@ -6,27 +6,28 @@
 #include <optional>
 
 #include "platform/linux/images/gif/canvas.h"
+#include "platform/linux/images/gif/decoded_images.h"
 #include "platform/linux/images/gif/file.h"
-#include "platform/linux/images/gif/lzw.h"
 
 namespace platform::backend::gif {
 
 class Compositor {
  public:
   // Both must outlive this object.
-  Compositor(const NSData::Impl& data, const File& file) : data_(data), file_(file) {}
+  Compositor(const NSData::Impl& data, const File& file)
+      : data_(data), file_(file), images_(data, file) {}
 
   // Returns the canvas after the image with this index was drawn. If the image's data are
   // incomplete or damaged, only the rows before that are drawn; if there is no complete row,
   // returns nullptr, and other frames are drawn as if the image did not exist. Requires an index
-  // within file.images. Throws std::bad_alloc, after which the next call starts again with the
-  // first image.
-  ImageRef picture(int index);
+  // within file.images. If isInOrder, the following ones are expected to be asked for next. Throws
+  // std::bad_alloc, after which the next call starts again with the first image.
+  ImageRef picture(int index, bool isInOrder);
 
  private:
   void restart();
-  // Draws an image. Returns false, with the canvas unchanged, if the image has no complete row.
-  bool draw(const SubImage& image);
+  // Draws an image. Returns false, with the canvas unchanged, if it has no rows.
+  bool draw(const SubImage& image, std::span<const std::uint8_t> indices);
   void dispose(const SubImage& image);
   const ColorTable& colorsOf(const SubImage& image);
 
@@ -34,7 +35,7 @@ class Compositor {
   const File& file_;
   // Created when the first image is drawn.
   std::optional<Canvas> canvas_;
-  IndexBuffer indices_;
+  DecodedImages images_;
   std::optional<Canvas::Contents> previous_;
   // The number of images that have been decoded; isDrawn_ is true if the last of them was drawn.
   int seen_ = 0;

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <future>
 #include <span>
 #include <utility>
 #include <vector>
@@ -134,8 +133,8 @@ RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
 
 using Rows = std::shared_ptr<const CompressedRows>;
 
-// Returns all strips in compressed form. Compresses those that have not been, on two threads if
-// there are many.
+// Returns all strips in compressed form. Compresses those that have not been, on several
+// threads if there are many.
 std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding coding) {
   std::vector<Rows> all;
   std::vector<std::size_t> missing;
@@ -155,12 +154,16 @@ std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding codin
       strip.setCompressed(all[missing[at]]);
     }
   };
-  // Compressing fewer takes less time than starting a thread.
-  constexpr std::size_t minForTwoThreads = 4;
-  std::future<void> helper;
-  if (missing.size() >= minForTwoThreads) helper = startOnHelperThread(compressSome);
+  // Compressing fewer takes less time than waking a thread.
+  constexpr std::size_t minForHelper = 2;
+  const std::size_t helperCount =
+      std::min<std::size_t>(static_cast<std::size_t>(maxHelpers()), missing.size() / minForHelper);
+  std::vector<HelperTask<void>> helpers;
+  for (std::size_t each = 1; each < helperCount; ++each) {
+    helpers.push_back(startOnHelperThread(compressSome));
+  }
   compressSome();
-  if (helper.valid()) helper.get();
+  for (auto& helper : helpers) helper.get();
   return all;
 }
 

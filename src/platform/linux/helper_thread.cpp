@@ -1,0 +1,100 @@
+#include "platform/linux/helper_thread.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <system_error>
+#include <thread>
+
+#include <sched.h>
+
+namespace platform::backend {
+namespace {
+
+int countProcessors() {
+  cpu_set_t usable;
+  const bool isKnown = sched_getaffinity(0, sizeof usable, &usable) == 0;
+  return isKnown ? CPU_COUNT(&usable) : static_cast<int>(std::thread::hardware_concurrency());
+}
+
+class Helpers {
+ public:
+  // Never destroyed, because helpers may be running while the process exits.
+  static Helpers& all() {
+    static auto* helpers = new Helpers;
+    return *helpers;
+  }
+
+  void add(std::shared_ptr<HelperJob> job) {
+    std::lock_guard lock(mutex_);
+    const bool isForNewHelper = jobs_.size() >= idle_ && count_ < maxHelpers();
+    if (isForNewHelper) startOne();
+    if (count_ == 0) return;
+    jobs_.push_back(std::move(job));
+    if (idle_ > 0) added_.notify_one();
+  }
+
+ private:
+  void startOne() {
+    try {
+      std::thread([this] { work(); }).detach();
+      ++count_;
+    } catch (const std::system_error&) {
+      // The others do the work, or whoever wants its result.
+    }
+  }
+
+  void work() {
+    while (const auto job = next()) job->run();
+  }
+
+  // Returns nullptr if there is none for a moment. That is longer than the pauses within work on
+  // many frames.
+  std::shared_ptr<HelperJob> next() {
+    constexpr std::chrono::milliseconds moment(100);
+    std::unique_lock lock(mutex_);
+    ++idle_;
+    const bool isAdded = added_.wait_for(lock, moment, [this] { return !jobs_.empty(); });
+    --idle_;
+    if (!isAdded) {
+      --count_;
+      return nullptr;
+    }
+    auto job = std::move(jobs_.front());
+    jobs_.pop_front();
+    return job;
+  }
+
+  std::mutex mutex_;
+  std::condition_variable added_;
+  // Some of them may have been done by others.
+  std::deque<std::shared_ptr<HelperJob>> jobs_;
+  int count_ = 0;
+  std::size_t idle_ = 0;
+};
+
+}  // namespace
+
+int maxHelpers() {
+  static const int processors = countProcessors();
+  return processors > 1 ? processors : 0;
+}
+
+void HelperJob::run() {
+  if (const auto work = take()) work();
+}
+
+void HelperJob::cancel() {
+  take();
+}
+
+std::function<void()> HelperJob::take() {
+  std::lock_guard lock(mutex_);
+  return std::exchange(work_, nullptr);
+}
+
+void giveToHelper(std::shared_ptr<HelperJob> job) {
+  Helpers::all().add(std::move(job));
+}
+
+}  // namespace platform::backend

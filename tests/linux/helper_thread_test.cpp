@@ -1,0 +1,60 @@
+#include "platform/linux/helper_thread.h"
+
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+namespace {
+
+using namespace platform::backend;
+
+TEST(HelperTask, IsDoneByWhoeverWantsItsResultFirst) {
+  const auto here = std::this_thread::get_id();
+  std::atomic<bool> released = false;
+  std::vector<HelperTask<std::thread::id>> busy;
+  std::atomic<int> begun = 0;
+  auto wait = [&released, &begun] {
+    ++begun;
+    while (!released) std::this_thread::yield();
+    return std::this_thread::get_id();
+  };
+  for (int each = 0; each < maxHelpers(); ++each) busy.push_back(startOnHelperThread(wait));
+  while (begun < maxHelpers()) std::this_thread::yield();
+  auto wanted = startOnHelperThread([] { return std::this_thread::get_id(); });
+  EXPECT_EQ(wanted.get(), here);
+  std::atomic<bool> isRun = false;
+  startOnHelperThread([&isRun] { isRun = true; });
+  released = true;
+  for (auto& task : busy) EXPECT_NE(task.get(), here);
+  // Helpers are free now and must not begin what was canceled.
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_FALSE(isRun);
+}
+
+TEST(HelperTask, PassesExceptionsOnAndOutlivesItsHelper) {
+  auto task = startOnHelperThread([]() -> int { throw std::runtime_error("no"); });
+  EXPECT_THROW(task.get(), std::runtime_error);
+  // Idle helpers have ended by then.
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  std::atomic<bool> isRun = false;
+  auto later = startOnHelperThread([&isRun] { isRun = true; });
+  for (int each = 0; maxHelpers() > 0 && !isRun && each < 5000; ++each) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  EXPECT_EQ(isRun, maxHelpers() > 0);
+}
+
+TEST(HelperTask, NeedsNoThread) {
+  pthread_attr_t enormous;
+  pthread_attr_init(&enormous);
+  constexpr std::size_t moreThanThereIs = std::size_t{1} << 50;
+  pthread_attr_setstacksize(&enormous, moreThanThereIs);
+  ASSERT_EQ(pthread_setattr_default_np(&enormous), 0);
+  EXPECT_EQ(startOnHelperThread([] { return std::this_thread::get_id(); }).get(),
+            std::this_thread::get_id());
+}
+
+}  // namespace
