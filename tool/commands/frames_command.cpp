@@ -11,8 +11,10 @@
 
 #include "gifview/frame_cache.h"
 #include "gifview/gif_frame_delay.h"
+#include "platform/file_manager.h"
 #include "platform/image_source.h"
 #include "platform/linux/files/device_root.h"
+#include "platform/linux/helper_thread.h"
 #include "platform/linux/images/picture/picture.h"
 #include "tool/device/cache_contents.h"
 #include "tool/support/count.h"
@@ -60,25 +62,26 @@ class ScratchFolder {
 
 // Making a cache replaces its whole folder. The user's folder must stay, so the cache is made in a
 // scratch folder and its files are moved.
-int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& folder) {
+int makeFrames(const ChosenGif& gif, platform::CGImageSource& source, const fs::path& scratch,
+               const fs::path& folder) {
   // The device is the whole machine here.
   platform::backend::setDeviceRoot("/");
   const lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
-  gif.data->writeToFileAtomically(layout.fullGIFPath);
-  lumora::prepareFrameCache(layout);
-  const auto source = platform::CGImageSource::createWithData(gif.data);
+  platform::createDirectoryAtPath(layout.GIFDirectory);
+  auto copying = platform::backend::startOnHelperThread(
+      [&] { return gif.data->writeToFileAtomically(layout.savedGIFPath); });
   std::vector<double> durations;
-  for (std::int32_t index = 0; index < source->count(); ++index) {
-    const auto image = source->createImageAtIndex(index);
+  for (std::int32_t index = 0; index < source.count(); ++index) {
+    const auto image = source.createImageAtIndex(index);
     // The number of a damaged image has no file.
     if (!image) continue;
-    durations.push_back(lumora::CGImageSourceGetGifFrameDelay(*source, index));
+    durations.push_back(lumora::CGImageSourceGetGifFrameDelay(source, index));
     lumora::writeFrame(layout, index, image);
   }
   lumora::writeFrameDurations(layout, durations);
   checkMemory(gif.name);
   const CacheContents contents = contentsOf(layout);
-  if (!contents.isComplete())
+  if (!copying.get() || !contents.isComplete())
     throw Failure("cannot write all frames to " + folder.string() + "; check the free space");
   for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
     fs::rename(entry.path(), folder / entry.path().filename());
@@ -87,10 +90,11 @@ int makeFrames(const ChosenGif& gif, const fs::path& scratch, const fs::path& fo
 }
 
 void writeFrames(const std::string& gifPath, const std::string& folderName) {
-  const ChosenGif gif = readGif(gifPath, Wanted::AnyFrame);
+  const ChosenGif gif = openGif(gifPath);
+  const auto source = framesOf(gif, Wanted::AnyFrame);
   const fs::path folder = emptyFolder(folderName);
   const ScratchFolder scratch(folder);
-  const int frames = makeFrames(gif, scratch.path(), folder);
+  const int frames = makeFrames(gif, *source, scratch.path(), folder);
   warnOfDamage(gif);
   std::printf("%s in %s\n", countOfFrames(frames).c_str(), folderName.c_str());
 }
@@ -105,8 +109,8 @@ int delayInCentiseconds(const platform::CGImageSource& source, int index) {
 }
 
 void printRawFrames(const std::string& gifPath) {
-  const ChosenGif gif = readGif(gifPath, Wanted::AnyFrame);
-  const auto source = platform::CGImageSource::createWithData(gif.data);
+  const ChosenGif gif = openGif(gifPath);
+  const auto source = framesOf(gif, Wanted::AnyFrame);
   for (int index = 0; index < source->count(); ++index) {
     const auto image = source->createImageAtIndex(index);
     if (!image) continue;

@@ -118,17 +118,28 @@ std::string problemOf(const platform::NSData& data) {
 
 }  // namespace
 
-ChosenGif readGif(const std::string& path, Wanted wanted) {
-  if (path == "-") return checkGif("standard input", readInput(), wanted);
-  return checkGif(path, openUserFile(path), wanted);
+ChosenGif openGif(const std::string& path) {
+  if (path == "-") return {"standard input", readInput()};
+  return {path, openUserFile(path)};
 }
 
-ChosenGif checkGif(const std::string& name, platform::DataRef data, Wanted wanted) {
-  ChosenGif gif{name, std::move(data)};
+std::unique_ptr<platform::CGImageSource> framesOf(const ChosenGif& gif, Wanted wanted) {
   auto source = platform::CGImageSource::createWithData(gif.data);
   const bool isOfUse = source && gives(*source, wanted);
   checkMemory(gif.name);
   if (!isOfUse) throw Failure("cannot decode " + gif.name + ": " + problemOf(*gif.data));
+  return source;
+}
+
+ChosenGif readGif(const std::string& path) {
+  ChosenGif gif = openGif(path);
+  framesOf(gif, Wanted::FirstFrame);
+  return gif;
+}
+
+ChosenGif checkGif(const std::string& name, platform::DataRef data) {
+  ChosenGif gif{name, std::move(data)};
+  framesOf(gif, Wanted::FirstFrame);
   return gif;
 }
 

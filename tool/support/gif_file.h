@@ -1,9 +1,11 @@
 // Reads and checks a GIF that the user chose.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/data.h"
+#include "platform/image_source.h"
 #include "tool/support/failure.h"
 
 namespace tool {
@@ -17,13 +19,19 @@ struct ChosenGif {
 // Which frame of a GIF must be decodable.
 enum class Wanted { FirstFrame, AnyFrame };
 
-// path: "-" is standard input. Throws Failure, with the reason, if the file cannot be read or the
-// wanted frame cannot be decoded.
-ChosenGif readGif(const std::string& path, Wanted wanted = Wanted::FirstFrame);
+// Opens a file without decoding it. path: "-" is standard input. Throws Failure, with the reason,
+// if the file cannot be read.
+ChosenGif openGif(const std::string& path);
+
+// Returns a source of the GIF's frames. Throws Failure, with the reason, if the wanted frame cannot
+// be decoded.
+std::unique_ptr<platform::CGImageSource> framesOf(const ChosenGif& gif, Wanted wanted);
+
+// Opens a file and checks that its first frame can be decoded. Throws as above.
+ChosenGif readGif(const std::string& path);
 
 // The same for bytes that have been read. name: for messages.
-ChosenGif checkGif(const std::string& name, platform::DataRef data,
-                   Wanted wanted = Wanted::FirstFrame);
+ChosenGif checkGif(const std::string& name, platform::DataRef data);
 
 // Throws Failure if this process has run out of memory so far. Otherwise a lack of memory would
 // look like damage. name: of the GIF, for the message.
