@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <random>
+#include <set>
 
 #include <gtest/gtest.h>
 
@@ -46,6 +47,8 @@ class PlainCanvas {
     for (const RGBAColor& color : colors_) bytes.insert(bytes.end(), color.begin(), color.end());
     return bytes;
   }
+
+  std::size_t countColors() const { return std::set(colors_.begin(), colors_.end()).size(); }
 
  private:
   static std::vector<int> rowOrder(const SubImage& image) {
@@ -100,14 +103,15 @@ Drawing randomDrawing(std::mt19937& random, unsigned colorRange) {
   return drawing;
 }
 
+// A palette is used whenever one can hold the colors.
 TEST(GifCanvas, MatchesPlainDrawingForAnyNumberOfColors) {
   for (const unsigned colorRange : {5U, 200U, 600U, 5000U}) {
     std::mt19937 random(colorRange);
     Canvas canvas(width, height);
     PlainCanvas plain;
     std::optional<std::pair<Canvas::Contents, PlainCanvas>> saved;
+    int changesOfFormat = 0;
     bool wasRGBA = false;
-    bool wasIndexedAgain = false;
     ColorTable lastColors;
     for (int step = 0; step < 400; ++step) {
       Drawing drawing = randomDrawing(random, colorRange);
@@ -127,11 +131,10 @@ TEST(GifCanvas, MatchesPlainDrawingForAnyNumberOfColors) {
       const ImageRef picture = canvas.picture();
       ASSERT_EQ(pixelsOf(*picture), plain.pixels()) << colorRange << " " << step;
       const bool isRGBA = picture->impl().shape.format == PixelFormat::RGBA;
-      wasIndexedAgain = wasIndexedAgain || (wasRGBA && !isRGBA);
-      wasRGBA = wasRGBA || isRGBA;
+      ASSERT_EQ(isRGBA, plain.countColors() > 256) << colorRange << " " << step;
+      changesOfFormat += std::exchange(wasRGBA, isRGBA) != isRGBA ? 1 : 0;
     }
-    EXPECT_EQ(wasRGBA, colorRange > 256) << colorRange;
-    EXPECT_EQ(wasIndexedAgain, colorRange > 256) << colorRange;
+    EXPECT_EQ(changesOfFormat > 1, colorRange > 1000) << colorRange;
   }
 }
 
@@ -158,6 +161,37 @@ TEST(GifCanvas, TakesOverTheIndicesOfARepeatedPalette) {
     EXPECT_EQ(picture.row(1)[0], expected);
     EXPECT_EQ(picture.palette->colors[expected][0], shown + 1);
     EXPECT_EQ(picture.palette->colors[picture.row(0)[0]][0], shown);
+  }
+}
+
+TEST(GifCanvas, UsesAPaletteAgainWhenFewColorsAreLeft) {
+  constexpr int side = 100;
+  Canvas canvas(side, side);
+  SubImage upper;
+  upper.width = side;
+  upper.height = side / 2;
+  upper.minimumCodeSize = 8;
+  SubImage lower = upper;
+  lower.top = side / 2;
+  Bytes indices(std::size_t{side} * side / 2);
+  for (std::size_t at = 0; at < indices.size(); ++at) indices[at] = static_cast<std::uint8_t>(at);
+  ColorTable colors(256);
+  for (std::size_t at = 0; at < colors.size(); ++at) colors[at][0] = static_cast<std::uint8_t>(at);
+  ColorTable others = colors;
+  for (auto& color : others) color[1] = 1;
+  auto formatOf = [](const ImageRef& image) { return image->impl().shape.format; };
+  for (int round = 0; round < 2; ++round) {
+    canvas.draw(upper, colors, indices);
+    canvas.draw(lower, others, indices);
+    const ImageRef colorful = canvas.picture();
+    EXPECT_EQ(formatOf(colorful), PixelFormat::RGBA);
+    EXPECT_EQ(canvas.picture(), colorful);
+    canvas.draw(lower, colors, indices);
+    const ImageRef plain = canvas.picture();
+    EXPECT_EQ(formatOf(plain), PixelFormat::Indexed);
+    // The canvas itself changes only now.
+    EXPECT_EQ(canvas.picture(), plain);
+    EXPECT_EQ(plain->impl().palette->count, 256U);
   }
 }
 

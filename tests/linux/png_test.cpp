@@ -21,7 +21,7 @@ using namespace platform::backend;
 using testing_stage::DeviceRoot;
 
 constexpr int width = 333;
-constexpr int height = 517;
+constexpr int height = 917;
 
 Bytes fileOf(const ImageRef& image) {
   const DeviceRoot root;

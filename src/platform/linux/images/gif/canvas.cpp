@@ -1,10 +1,12 @@
 #include "platform/linux/images/gif/canvas.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <functional>
 #include <utility>
 
+#include "platform/linux/images/gif/few_colors.h"
 #include "platform/linux/images/gif/index_blitter.h"
 
 namespace platform::backend::gif {
@@ -242,15 +244,21 @@ void Canvas::drawIndices(const SubImage& image, const IndexMapping& mapping,
 
 void Canvas::drawColors(const SubImage& image, const ColorTable& colors,
                         std::span<const std::uint8_t> indices) {
-  std::array<RGBAColor, maxColors> table{};
-  std::ranges::transform(colors, table.begin(), opaque);
-  if (image.transparentIndex) table[*image.transparentIndex] = transparent;
+  std::array<std::uint32_t, maxColors> table{};
+  std::ranges::transform(colors, table.begin(), [](const Color& color) {
+    return std::bit_cast<std::uint32_t>(opaque(color));
+  });
+  if (image.transparentIndex) table[*image.transparentIndex] = 0;
   const std::size_t width = visiblePart(shape_, image).width;
   forEachRow(shape_, image, indices, [&](int y, const std::uint8_t* source) {
     std::uint8_t* target = writableRow(y) + image.left * sizeof(RGBAColor);
     for (std::size_t x = 0; x < width; ++x, target += sizeof(RGBAColor)) {
-      const RGBAColor& color = table[source[x]];
-      if (color != transparent) std::memcpy(target, color.data(), sizeof color);
+      std::uint32_t old = 0;
+      std::memcpy(&old, target, sizeof old);
+      const std::uint32_t color = table[source[x]];
+      // Always stores, because a branch would often be mispredicted.
+      const std::uint32_t shown = color == 0 ? old : color;
+      std::memcpy(target, &shown, sizeof shown);
     }
   });
 }
@@ -299,12 +307,30 @@ bool Canvas::looksLikeLast() const {
                     palette_.colors.begin());
 }
 
+// Returns nullptr unless the canvas is RGBA without need. If that happens twice in a row, the
+// canvas gets indices again; until then the next image would often make it RGBA at once.
+ImageRef Canvas::pictureOfFewColors() {
+  const PictureShape indexed{shape_.width, shape_.height, PixelFormat::Indexed};
+  auto found = shape_ == indexed ? std::nullopt : withPalette(indexed, strips_);
+  if (std::exchange(hadFewColors_, found.has_value()) && found) {
+    shape_ = indexed;
+    palette_ = found->palette;
+    strips_ = std::move(found->strips);
+    return nullptr;
+  }
+  if (!found) return nullptr;
+  return last_ = makeImage(indexed, std::make_shared<const Palette>(found->palette),
+                           std::move(found->strips));
+}
+
 ImageRef Canvas::picture() {
   // In a small file, unused colors may take more bytes than the pixels.
   constexpr int smallPicture = 1 << 14;
-  const bool isIndexed = shape_.format == PixelFormat::Indexed;
-  if (isIndexed && shape_.width * shape_.height <= smallPicture) dropUnusedColors();
+  if (shape_.format == PixelFormat::Indexed && shape_.width * shape_.height <= smallPicture) {
+    dropUnusedColors();
+  }
   own_.assign(own_.size(), nullptr);
+  if (auto image = pictureOfFewColors()) return image;
   std::shared_ptr<const Palette> palette;
   if (looksLikeLast()) {
     const UIImage::Impl& last = last_->impl();
@@ -317,7 +343,7 @@ ImageRef Canvas::picture() {
     if (strips_ == last.strips) return last_;
     if (last.palette && *last.palette == palette_) palette = last.palette;
   }
-  if (!palette && isIndexed) {
+  if (!palette && shape_.format == PixelFormat::Indexed) {
     palette = std::make_shared<const Palette>(palette_);
   }
   return last_ = makeImage(shape_, std::move(palette), strips_);

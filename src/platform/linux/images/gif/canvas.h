@@ -61,6 +61,7 @@ class Canvas {
   void drawColors(const SubImage& image, const ColorTable& colors,
                   std::span<const std::uint8_t> indices);
   std::uint8_t* writableRow(int y);
+  ImageRef pictureOfFewColors();
   bool looksLikeLast() const;
 
   PictureShape shape_;
@@ -70,6 +71,8 @@ class Canvas {
   // nullptr.
   std::vector<std::shared_ptr<Strip>> own_;
   bool isBlank_ = true;
+  // True if the last picture had few colors although the canvas is RGBA.
+  bool hadFewColors_ = false;
   // The colors of the last large image whose indices differed from the canvas's.
   ColorTable translated_;
   ImageRef last_;

@@ -24,7 +24,7 @@ void Strip::setCompressed(std::shared_ptr<const CompressedRows> rows) const {
 // minStripSize is in pixels, whatever their format. With small strips a small change affects less
 // of the image; large strips compress better.
 int PictureShape::rowsPerStrip() const {
-  constexpr int minStripSize = 1 << 15;
+  constexpr int minStripSize = 1 << 16;
   constexpr int maxStrips = 32;
   const int enough = (minStripSize + width - 1) / width;
   return std::max(enough, (height + maxStrips - 1) / maxStrips);

@@ -121,17 +121,21 @@ void appendPalette(PngFile& file, const Palette& palette) {
   if (!alphas.empty()) file.appendChunk(alphaChunk, alphas);
 }
 
-// Returns the filter that makes this strip smaller. Differences between palette indices are
-// meaningless.
-RowFilter bestFilter(const Strip& strip, RowCoding coding, int width) {
-  if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return RowFilter::None;
-  const auto plain = compressRows(strip, coding, width, RowFilter::None);
-  const auto differences = compressRows(strip, coding, width, RowFilter::Up);
-  const bool isSmaller = differences->deflated.size() < plain->deflated.size();
-  return isSmaller ? RowFilter::Up : RowFilter::None;
-}
-
 using Rows = std::shared_ptr<const CompressedRows>;
+
+struct FilteredRows {
+  RowFilter filter;
+  Rows rows;
+};
+
+// Compresses a strip with the filter that makes it smaller. Differences between palette indices are
+// meaningless.
+FilteredRows compressedBest(const Strip& strip, RowCoding coding, int width) {
+  const FilteredRows plain{RowFilter::None, compressRows(strip, coding, width, RowFilter::None)};
+  if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return plain;
+  const FilteredRows differences{RowFilter::Up, compressRows(strip, coding, width, RowFilter::Up)};
+  return differences.rows->deflated.size() < plain.rows->deflated.size() ? differences : plain;
+}
 
 // Returns all strips in compressed form. Compresses those that have not been, on several
 // threads if there are many.
@@ -145,13 +149,17 @@ std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding codin
   }
   if (missing.empty()) return all;
   const int width = picture.shape.width;
-  const RowFilter filter = bestFilter(*picture.strips[missing.front()], coding, width);
-  std::atomic<std::size_t> next = 0;
+  auto store = [&](std::size_t index, Rows rows) {
+    picture.strips[index]->setCompressed(rows);
+    all[index] = std::move(rows);
+  };
+  const FilteredRows first = compressedBest(*picture.strips[missing.front()], coding, width);
+  store(missing.front(), first.rows);
+  std::atomic<std::size_t> next = 1;
   auto compressSome = [&] {
     for (std::size_t at = next++; at < missing.size(); at = next++) {
       const Strip& strip = *picture.strips[missing[at]];
-      all[missing[at]] = compressRows(strip, coding, width, filter);
-      strip.setCompressed(all[missing[at]]);
+      store(missing[at], compressRows(strip, coding, width, first.filter));
     }
   };
   // Compressing fewer takes less time than waking a thread.
