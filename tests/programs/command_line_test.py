@@ -46,7 +46,8 @@ class Binaries(unittest.TestCase):
     def test_are_hardened_and_relocatable(self):
         paths = '[$ORIGIN:$ORIGIN/../'
 
-        for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-platform.so'):
+        for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-commands.so',
+                        'liblumora-files.so', 'liblumora-platform.so'):
             dynamic = dynamic_section(program)
             self.assertIn('BIND_NOW', dynamic, program)
             self.assertIn(paths if 'RUNPATH' in dynamic else '', dynamic, program)
@@ -289,7 +290,7 @@ class CommandWithoutHomeScreen(Device):
     @unittest.skipIf(IS_SANITIZED, 'sanitizers need more memory')
     def test_distinguishes_lack_of_memory_from_damage(self):
         big = self.file('big.gif', gif((255, 0, 0), size=(5000, 5000)))
-        limit = 60 << 20
+        limit = 40 << 20
         done = subprocess.run([LUMORA, 'frames', big, os.path.join(self.folder, 'frames')],
                               capture_output=True, text=True,
                               preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
