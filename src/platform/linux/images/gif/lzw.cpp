@@ -14,10 +14,24 @@ namespace {
 constexpr unsigned maxCodeBits = 12;
 constexpr unsigned tableSize = 1U << maxCodeBits;
 
-// Bits that have been read ahead. The next ones are the lowest.
+// Bits that have been read ahead. The next ones are the lowest. The others are 0, or those that
+// follow.
 struct Bits {
   std::uint64_t value = 0;
   unsigned count = 0;
+
+  // Adds whole bytes, so that there are at least 56 bits, from eight that follow. Returns how many
+  // bytes were added.
+  unsigned addBytes(const std::uint8_t* bytes) {
+    std::uint64_t following = 0;
+    std::memcpy(&following, bytes, sizeof following);
+    value |= following << count;
+    const unsigned added = (63 - count) / 8;
+    count |= 56;
+    return added;
+  }
+
+  void dropPartOfByte() { value &= (std::uint64_t{1} << count) - 1; }
 
   unsigned take(unsigned width) {
     const auto taken = static_cast<unsigned>(value & ((1U << width) - 1));
@@ -32,15 +46,16 @@ class CodeInput {
  public:
   explicit CodeInput(SubBlocks& data) : data_(data) {}
 
+  // The bytes of the chunk that have not been taken.
+  std::span<const std::uint8_t> ahead() const {
+    return std::span(chunk_).subspan(next_, end_ - next_);
+  }
+  void skip(std::size_t count) { next_ += count; }
+
   // Adds bits. Returns false if there are fewer than wanted, because the data have ended.
   bool refill(Bits& bits, unsigned wanted) {
     if (end_ - next_ < sizeof bits.value) return refillAtTheEdge(bits, wanted);
-    std::uint64_t ahead = 0;
-    std::memcpy(&ahead, &chunk_[next_], sizeof ahead);
-    bits.value |= ahead << bits.count;
-    const unsigned taken = (63 - bits.count) / 8;
-    next_ += taken;
-    bits.count += taken * 8;
+    next_ += bits.addBytes(&chunk_[next_]);
     return true;
   }
 
@@ -104,9 +119,6 @@ inline void copyString(std::uint8_t* target, const std::uint8_t* source, std::si
 
 // Every code stands for a string that the output already contains. Each code that is read adds a
 // new one, whose string is that of the code before it plus the index that follows it in the output.
-//
-// The state is in local variables. The output consists of bytes, which may alias any member, so the
-// compiler would have to load members again after every store.
 class LzwDecoder {
  public:
   LzwDecoder(SubBlocks& data, int minimumCodeSize, IndexBuffer& buffer)
@@ -115,41 +127,92 @@ class LzwDecoder {
   }
 
   std::size_t run() {
-    std::uint8_t* const base = buffer_.bytes_.get();
-    std::uint8_t* next = buffer_.start();
-    std::uint8_t* const end = next + buffer_.count_;
-    const auto firstWidth = static_cast<unsigned>(std::bit_width(clearCode_));
-    unsigned width = firstWidth;
-    unsigned used = clearCode_ + 2;
-    Entry previous = none;
-    Bits bits;
-    while (next < end) {
-      if (bits.count < width && !input_.refill(bits, width)) break;
-      const unsigned code = bits.take(width);
-      if (code - clearCode_ <= 1) [[unlikely]] {
-        if (code != clearCode_) break;
-        width = firstWidth;
-        used = clearCode_ + 2;
-        previous = none;
-        continue;
-      }
-      if (previous.length != 0 && used < tableSize) {
-        table_[used++] = {previous.offset, previous.length + 1};
-        if (used == 1U << width && width < maxCodeBits) ++width;
-      }
-      if (code >= used) break;
-      const Entry entry = table_[code];
-      const std::size_t length =
-          std::min<std::size_t>(entry.length, static_cast<std::size_t>(end - next));
-      copyString(next, base + entry.offset, length);
-      previous = {static_cast<std::uint32_t>(next - base), entry.length};
-      next += length;
+    State state{buffer_.bytes_.get(), buffer_.start(), 0, 0, none, {}};
+    clearTable(state);
+    while (appendMany(state) && appendOne(state)) {
     }
-    return static_cast<std::size_t>(next - buffer_.start());
+    return static_cast<std::size_t>(state.next - buffer_.start());
   }
 
  private:
   static constexpr Entry none{0, 0};
+
+  // Kept in local variables. The output consists of bytes, which may alias any member, so the
+  // compiler would have to load members again after every store.
+  struct State {
+    std::uint8_t* base;
+    std::uint8_t* next;
+    unsigned width;
+    unsigned used;
+    Entry previous;
+    Bits bits;
+  };
+
+  const std::uint8_t* end() const { return buffer_.start() + buffer_.count_; }
+
+  void clearTable(State& state) const {
+    state.width = static_cast<unsigned>(std::bit_width(clearCode_));
+    state.used = clearCode_ + 2;
+    state.previous = none;
+  }
+
+  // Appends the string of a code, up to end; nullptr means that there is room for any string.
+  // Returns false, with nothing appended, if the code is not valid or ends the data.
+  [[gnu::always_inline]] bool append(State& state, unsigned code, const std::uint8_t* end) {
+    if (code - clearCode_ <= 1) [[unlikely]] {
+      clearTable(state);
+      return code == clearCode_;
+    }
+    if (state.previous.length != 0 && state.used < tableSize) {
+      table_[state.used++] = {state.previous.offset, state.previous.length + 1};
+      if (state.used == 1U << state.width && state.width < maxCodeBits) ++state.width;
+    }
+    if (code >= state.used) [[unlikely]]
+      return false;
+    const Entry entry = table_[code];
+    std::size_t length = entry.length;
+    if (end != nullptr) length = std::min(length, static_cast<std::size_t>(end - state.next));
+    copyString(state.next, state.base + entry.offset, length);
+    state.previous = {static_cast<std::uint32_t>(state.next - state.base), entry.length};
+    state.next += length;
+    return true;
+  }
+
+  // Appends the string of one code. Returns false at the end.
+  bool appendOne(State& state) {
+    if (state.next == end()) return false;
+    if (state.bits.count < state.width && !input_.refill(state.bits, state.width)) return false;
+    return append(state, state.bits.take(state.width), end());
+  }
+
+  // Appends strings as long as neither the input nor the room for the longest possible strings gets
+  // short, which need not be checked for each. Returns false at the end.
+  bool appendMany(State& outer) {
+    State state = outer;
+    const auto input = input_.ahead();
+    std::size_t taken = 0;
+    const bool goesOn = appendWhileSafe(state, input, taken);
+    input_.skip(taken);
+    state.bits.dropPartOfByte();
+    outer = state;
+    return goesOn;
+  }
+
+  [[gnu::always_inline]] bool appendWhileSafe(State& state, std::span<const std::uint8_t> input,
+                                              std::size_t& taken) {
+    constexpr int codes = 4;
+    constexpr std::ptrdiff_t maxLength = tableSize;
+    constexpr std::ptrdiff_t room = codes * maxLength + std::tuple_size_v<Vector>;
+    const std::uint8_t* const outputEnd = end();
+    while (outputEnd - state.next > room && taken + sizeof(Bits::value) <= input.size()) {
+      taken += state.bits.addBytes(&input[taken]);
+      for (int each = 0; each < codes; ++each) {
+        if (!append(state, state.bits.take(state.width), nullptr)) [[unlikely]]
+          return false;
+      }
+    }
+    return true;
+  }
 
   CodeInput input_;
   const unsigned clearCode_;
