@@ -3,7 +3,7 @@
 #pragma once
 
 #if defined(__x86_64__) && !defined(__SANITIZE_THREAD__)
-#define LUMORA_FOR_EVERY_PROCESSOR [[gnu::target_clones("avx2", "default")]]
+#define LUMORA_FOR_EVERY_PROCESSOR [[gnu::target_clones("arch=x86-64-v4", "avx2", "default")]]
 #else
 #define LUMORA_FOR_EVERY_PROCESSOR
 #endif

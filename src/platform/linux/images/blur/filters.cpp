@@ -16,6 +16,9 @@ class PaddedRow {
         values_(wholeBlocks(values) + 2 * around_ + block) {}
 
   Value* data() { return &values_[around_]; }
+  void clearFrom(std::size_t first, std::size_t end) {
+    std::fill(data() + first, data() + end, Value{0});
+  }
 
  private:
   std::size_t around_;
@@ -33,7 +36,7 @@ Band rowsWithMargins(const Plane& plane) {
 }
 
 RowSource<Value> rowsOf(const Plane& plane) {
-  return {[&plane](int y) { return plane.row(y); }, plane.stride(), Plane::margin};
+  return {[&plane](int y) { return plane.row(y); }, plane.stride(), plane.stride(), Plane::margin};
 }
 
 }  // namespace
@@ -54,6 +57,7 @@ void blurRows(const Kernel& kernel, Band band, const RowSource<Element>& source,
       rows[static_cast<std::size_t>(at)] = source.at(y - kernel.reach + at);
     }
     convolve(rows.data(), kernel, vertical.data(), source.stride);
+    vertical.clearFrom(source.used, source.stride);
     convolve(shifted.data(), kernel, result.data(), source.stride);
     sink(y, result.data());
   }
@@ -75,6 +79,7 @@ void downsampleRows(Plane& target, Band band, const RowSource<Element>& source) 
       rows[static_cast<std::size_t>(at)] = source.at(2 * y - reach + at);
     }
     downsampleVertically(rows.data(), vertical.data(), source.stride);
+    vertical.clearFrom(source.used, source.stride);
     downsampleHorizontally(first, target.row(y), usedWidth(target));
   }
 }

@@ -11,12 +11,13 @@
 namespace platform::backend::blur {
 
 // The source of rows. at(y) returns row y, for any y: margin pixels before pixel 0, then the
-// pixels, then zeros, stride values in all. As many rows must stay valid as are read together: 2 *
-// reach + 1 by blurRows, 5 by downsampleRows.
+// pixels, used values in all, and others up to stride, which do not count. As many rows must stay
+// valid as are read together: 2 * reach + 1 by blurRows, 5 by downsampleRows.
 template <typename Element>
 struct RowSource {
   std::function<const Element*(int y)> at;
   std::size_t stride;
+  std::size_t used;
   int margin;
 };
 // Receives rows. A row is valid during the call.

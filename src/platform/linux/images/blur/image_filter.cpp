@@ -108,9 +108,9 @@ class Blur {
   void blurPicture(const Kernel& kernel) {
     inBands({0, extent_.height}, [&](Band band) {
       InputRows rows = input(2 * kernel.reach + 1);
-      blurRows<std::uint8_t>(kernel, band,
-                             {[&rows](int y) { return rows.row(y); }, rows.stride(), 0},
-                             [this](int y, const Value* row) { storeRow(y, row); });
+      blurRows<std::uint8_t>(
+          kernel, band, {[&rows](int y) { return rows.row(y); }, rows.stride(), rows.used(), 0},
+          [this](int y, const Value* row) { storeRow(y, row); });
     });
   }
 
@@ -119,8 +119,8 @@ class Blur {
     inBands({-Plane::margin, plane.height() + Plane::margin}, [&](Band band) {
       constexpr int rowsRead = 5;
       InputRows rows = input(rowsRead);
-      downsampleRows<std::uint8_t>(plane, band,
-                                   {[&rows](int y) { return rows.row(y); }, rows.stride(), 0});
+      downsampleRows<std::uint8_t>(
+          plane, band, {[&rows](int y) { return rows.row(y); }, rows.stride(), rows.used(), 0});
     });
     return plane;
   }

@@ -21,11 +21,19 @@ class InputRows {
 
   // Returns the length of a row in bytes: that of its pixels, rounded up to whole blocks.
   std::size_t stride() const { return stride_; }
+  // Returns the length in bytes without what is rounded up.
+  std::size_t used() const { return static_cast<std::size_t>(width_) * channels; }
   // Returns a row, for any y. It is valid until row(y + n * kept) is requested, for any n but 0.
+  // The bytes after its pixels have any value.
   const std::uint8_t* row(int y);
 
  private:
-  void read(int y, std::uint8_t* target) const;
+  struct Held {
+    int y;
+    const std::uint8_t* bytes;
+  };
+  const std::uint8_t* read(int y, std::uint8_t* room) const;
+  bool hasStride(int row, std::size_t start) const;
 
   const UIImage::Impl& picture_;
   // Premultiplied; unused if the picture has no palette.
@@ -35,7 +43,7 @@ class InputRows {
   const int width_;
   std::size_t stride_;
   std::vector<std::uint8_t> rows_;
-  std::vector<int> held_;
+  std::vector<Held> held_;
 };
 
 }  // namespace platform::backend::blur

@@ -170,11 +170,12 @@ void upsampleHorizontally(const Value* __restrict row, Value* __restrict out, st
 }
 
 LUMORA_FOR_EVERY_PROCESSOR
+bool areOpaque(const std::uint8_t* straight, std::size_t pixels) {
+  return isOpaque(straight, pixels);
+}
+
+LUMORA_FOR_EVERY_PROCESSOR
 void premultiply(const std::uint8_t* straight, std::uint8_t* out, std::size_t pixels) {
-  if (isOpaque(straight, pixels)) {
-    std::memcpy(out, straight, pixels * pixelSize);
-    return;
-  }
   for (std::size_t x = 0; x < pixels; ++x, straight += pixelSize, out += pixelSize) {
     for (std::size_t channel = 0; channel < 3; ++channel) {
       out[channel] = premultiplied(straight[channel], straight[3]);
@@ -192,12 +193,13 @@ void unpremultiply(const Value* __restrict row, std::uint8_t* __restrict straigh
     const auto rounded = static_cast<Value>(static_cast<Value>(row[at] + half) >> fractionBits);
     straight[at] = static_cast<std::uint8_t>(std::min(rounded, maxValue));
   }
-  constexpr std::size_t group = 8;
+  constexpr std::size_t group = 64;
   for (std::size_t start = 0; start < pixels; start += group) {
     const std::size_t end = std::min(start + group, pixels);
     if (isOpaque(straight + start * pixelSize, end - start)) continue;
     for (std::size_t x = start; x < end; ++x) {
-      unpremultiplyPixel(row + x * pixelSize, straight + x * pixelSize);
+      std::uint8_t* pixel = straight + x * pixelSize;
+      if (pixel[3] != 255) unpremultiplyPixel(row + x * pixelSize, pixel);
     }
   }
 }

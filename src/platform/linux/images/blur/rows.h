@@ -59,6 +59,9 @@ void upsampleVertically(const Value* before, const Value* middle, const Value* a
 // is the width of the row. Reads one pixel before the row and one after it.
 void upsampleHorizontally(const Value* row, Value* out, std::size_t pixels);
 
+// Returns true if every pixel's alpha is 255, so that straight and premultiplied bytes are the
+// same.
+bool areOpaque(const std::uint8_t* straight, std::size_t pixels);
 // Converts bytes of straight RGBA to premultiplied ones.
 void premultiply(const std::uint8_t* straight, std::uint8_t* out, std::size_t pixels);
 // Converts premultiplied values to bytes of straight RGBA, rounded.
