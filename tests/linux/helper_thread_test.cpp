@@ -1,5 +1,6 @@
 #include "platform/linux/helper_thread.h"
 
+#include <algorithm>
 #include <atomic>
 #include <stdexcept>
 #include <thread>
@@ -45,6 +46,14 @@ TEST(HelperTask, PassesExceptionsOnAndOutlivesItsHelper) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   EXPECT_EQ(isRun, maxHelpers() > 0);
+}
+
+TEST(InParallel, DoesEverythingOnceAndPassesExceptionsOn) {
+  std::vector<std::atomic<int>> times(1000);
+  inParallel(times.size(), 1, [&times](std::size_t at) { ++times[at]; });
+  EXPECT_TRUE(std::ranges::all_of(times, [](const auto& each) { return each == 1; }));
+  EXPECT_THROW(inParallel(9, 1, [](std::size_t) { throw std::runtime_error("no"); }),
+               std::runtime_error);
 }
 
 TEST(HelperTask, NeedsNoThread) {

@@ -1,10 +1,13 @@
 #include "platform/linux/helper_thread.h"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <system_error>
 #include <thread>
+#include <vector>
 
 #include <sched.h>
 
@@ -95,6 +98,22 @@ std::function<void()> HelperJob::take() {
 
 void giveToHelper(std::shared_ptr<HelperJob> job) {
   Helpers::all().add(std::move(job));
+}
+
+void inParallel(std::size_t count, std::size_t minForHelper,
+                const std::function<void(std::size_t)>& work) {
+  std::atomic<std::size_t> next = 0;
+  auto workOnSome = [&] {
+    for (std::size_t at = next++; at < count; at = next++) work(at);
+  };
+  const std::size_t threads =
+      std::min(static_cast<std::size_t>(maxHelpers()), count / minForHelper);
+  std::vector<HelperTask<void>> helpers;
+  for (std::size_t each = 1; each < threads; ++each) {
+    helpers.push_back(startOnHelperThread(workOnSome));
+  }
+  workOnSome();
+  for (auto& helper : helpers) helper.get();
 }
 
 }  // namespace platform::backend

@@ -2,6 +2,7 @@
 // processors, and none if that is one. A helper that has had nothing to do for a moment ends.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <future>
 #include <memory>
@@ -82,5 +83,10 @@ template <typename Work>
 auto startOnHelperThread(Work work) {
   return HelperTask<std::invoke_result_t<Work&>>(std::move(work));
 }
+
+// Calls work with every index below count, in any order, on this thread and on as many helpers as
+// have at least minForHelper of them. Returns when all is done. Rethrows what work throws.
+void inParallel(std::size_t count, std::size_t minForHelper,
+                const std::function<void(std::size_t)>& work);
 
 }  // namespace platform::backend

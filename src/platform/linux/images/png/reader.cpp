@@ -1,6 +1,7 @@
 #include "platform/linux/images/png/reader.h"
 
 #include <algorithm>
+#include <atomic>
 #include <deque>
 #include <mutex>
 #include <optional>
@@ -11,6 +12,7 @@
 #include <zlib.h>
 
 #include "platform/linux/files/byte_reader.h"
+#include "platform/linux/helper_thread.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/images/png/format.h"
 #include "platform/linux/images/png/rows.h"
@@ -152,11 +154,10 @@ class OwnPng {
   bool readPixels() {
     const auto header = chunks_.take(dataChunk);
     if (!header || !std::ranges::equal(*header, zlibHeader)) return false;
+    if (!findStrips() || !readMissingStrips()) return false;
     uLong adler = 1;
-    for (int index = 0; index < shape_.stripCount(); ++index) {
-      const auto deflated = chunks_.take(dataChunk);
-      if (!deflated || !readStrip(index, *deflated)) return false;
-      const auto rows = strips_.back()->compressed();
+    for (const auto& strip : strips_) {
+      const auto rows = strip->compressed();
       adler = adler32_combine(adler, rows->adler, static_cast<z_off_t>(rows->length));
     }
     const auto end = chunks_.take(dataChunk);
@@ -166,23 +167,48 @@ class OwnPng {
            numberAt(*end, finalBlockSize) == adler;
   }
 
-  bool readStrip(int index, std::span<const std::uint8_t> deflated) {
-    if (before_) {
-      const auto& strip = before_->impl().strips[static_cast<std::size_t>(index)];
-      const auto rows = strip->compressed();
-      if (rows && rows->coding == coding_ && std::ranges::equal(rows->deflated, deflated)) {
-        strips_.push_back(strip);
-        return true;
-      }
+  // Takes strips from the picture before, and notes the others.
+  bool findStrips() {
+    for (int index = 0; index < shape_.stripCount(); ++index) {
+      const auto deflated = chunks_.take(dataChunk);
+      if (!deflated) return false;
+      strips_.push_back(sharedStrip(index, *deflated));
+      if (!strips_.back()) missing_.push_back({index, *deflated});
     }
+    return true;
+  }
+
+  std::shared_ptr<const Strip> sharedStrip(int index,
+                                           std::span<const std::uint8_t> deflated) const {
+    if (!before_) return nullptr;
+    const auto& strip = before_->impl().strips[static_cast<std::size_t>(index)];
+    const auto rows = strip->compressed();
+    const bool isSame =
+        rows && rows->coding == coding_ && std::ranges::equal(rows->deflated, deflated);
+    return isSame ? strip : nullptr;
+  }
+
+  bool readMissingStrips() {
+    // Reading fewer takes less time than waking a thread.
+    constexpr std::size_t minForHelper = 2;
+    std::atomic<bool> areValid = true;
+    inParallel(missing_.size(), minForHelper, [&](std::size_t at) {
+      const auto& [index, deflated] = missing_[at];
+      auto& strip = strips_[static_cast<std::size_t>(index)];
+      strip = readStrip(index, deflated);
+      if (!strip) areValid = false;
+    });
+    return areValid;
+  }
+
+  std::shared_ptr<const Strip> readStrip(int index, std::span<const std::uint8_t> deflated) const {
     CompressedRows rows;
     rows.coding = coding_;
     rows.deflated.assign(deflated.begin(), deflated.end());
     auto strip = decompressRows(rows, shape_, index);
-    if (!strip || (palette_ && !hasOnlyItsColors(*strip))) return false;
+    if (!strip || (palette_ && !hasOnlyItsColors(*strip))) return nullptr;
     strip->setCompressed(std::make_shared<const CompressedRows>(std::move(rows)));
-    strips_.push_back(std::move(strip));
-    return true;
+    return strip;
   }
 
   // Returns true if the palette has a color for every index. The bytes before the rows are 0.
@@ -199,6 +225,12 @@ class OwnPng {
   std::optional<Palette> palette_;
   ImageRef before_;
   Strips strips_;
+  // The strips that the picture before does not have.
+  struct Missing {
+    int index;
+    std::span<const std::uint8_t> deflated;
+  };
+  std::vector<Missing> missing_;
 };
 
 ImageRef readAnyPng(const Bytes& file) {

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <span>
 #include <utility>
 #include <vector>
@@ -155,23 +154,12 @@ std::vector<Rows> compressedStrips(const UIImage::Impl& picture, RowCoding codin
   };
   const FilteredRows first = compressedBest(*picture.strips[missing.front()], coding, width);
   store(missing.front(), first.rows);
-  std::atomic<std::size_t> next = 1;
-  auto compressSome = [&] {
-    for (std::size_t at = next++; at < missing.size(); at = next++) {
-      const Strip& strip = *picture.strips[missing[at]];
-      store(missing[at], compressRows(strip, coding, width, first.filter));
-    }
-  };
   // Compressing fewer takes less time than waking a thread.
   constexpr std::size_t minForHelper = 2;
-  const std::size_t helperCount =
-      std::min<std::size_t>(static_cast<std::size_t>(maxHelpers()), missing.size() / minForHelper);
-  std::vector<HelperTask<void>> helpers;
-  for (std::size_t each = 1; each < helperCount; ++each) {
-    helpers.push_back(startOnHelperThread(compressSome));
-  }
-  compressSome();
-  for (auto& helper : helpers) helper.get();
+  inParallel(missing.size() - 1, minForHelper, [&](std::size_t at) {
+    const std::size_t index = missing[at + 1];
+    store(index, compressRows(*picture.strips[index], coding, width, first.filter));
+  });
   return all;
 }
 
