@@ -163,17 +163,18 @@ void Canvas::dropUnusedColors() {
   moveIndices(moved);
 }
 
-// Lets the image's indices stay the same if possible, because drawing is faster then. Colors that
-// two large images in a row have are likely to be those of more.
+// Lets the image's indices stay the same if possible, because drawing is faster then. A palette for
+// which more pixels have been translated than the canvas has is likely to be that of more images.
 void Canvas::improve(IndexMapping& mapping, const SubImage& image, const ColorTable& colors,
                      std::span<const std::uint8_t> indices) {
   const IndexMapping forAll = mapping;
   keepUnused(mapping, usedIndices(indices));
   if (keepsIndices(mapping)) return;
-  const bool isLarge =
-      std::int64_t{image.width} * image.height * 2 >= std::int64_t{shape_.width} * shape_.height;
-  if (!isLarge || std::exchange(translated_, colors) != colors) return;
+  if (std::exchange(translatedColors_, colors) != colors) translatedPixels_ = 0;
+  translatedPixels_ += std::int64_t{image.width} * image.height;
+  if (translatedPixels_ <= std::int64_t{shape_.width} * shape_.height) return;
   if (renumberLike(colors, forAll)) mapping = sameIndices(forAll.isShown);
+  translatedPixels_ = 0;
 }
 
 // Gives the colors on the canvas the indices that they have in the image, so that this image and

@@ -73,8 +73,10 @@ class Canvas {
   bool isBlank_ = true;
   // True if the last picture had few colors although the canvas is RGBA.
   bool hadFewColors_ = false;
-  // The colors of the last large image whose indices differed from the canvas's.
-  ColorTable translated_;
+  // The colors of the last image whose indices differed from the canvas's, and the number of pixels
+  // of images with these colors.
+  ColorTable translatedColors_;
+  std::int64_t translatedPixels_ = 0;
   ImageRef last_;
 };
 

@@ -2,7 +2,20 @@
 
 #include <cstring>
 
+#include "platform/linux/for_every_processor.h"
+
 namespace platform::backend::gif {
+namespace {
+
+LUMORA_FOR_EVERY_PROCESSOR
+void copyExcept(std::uint8_t hidden, std::uint8_t* __restrict target,
+                const std::uint8_t* __restrict source, std::size_t width) {
+  for (std::size_t x = 0; x < width; ++x) {
+    target[x] = source[x] == hidden ? target[x] : source[x];
+  }
+}
+
+}  // namespace
 
 IndexBlitter::IndexBlitter(const IndexMapping& mapping, std::size_t indexCount) {
   int hiddenCount = 0;
@@ -25,10 +38,7 @@ void IndexBlitter::copyRow(std::uint8_t* target, const std::uint8_t* source,
 
 void IndexBlitter::copyRowExceptHidden(std::uint8_t* target, const std::uint8_t* source,
                                        std::size_t width) const {
-  const std::uint8_t hidden = hiddenIndex_;
-  for (std::size_t x = 0; x < width; ++x) {
-    target[x] = source[x] == hidden ? target[x] : source[x];
-  }
+  copyExcept(hiddenIndex_, target, source, width);
 }
 
 void IndexBlitter::translateRow(std::uint8_t* target, const std::uint8_t* source,
