@@ -169,11 +169,13 @@ class LzwDecoder {
     }
     if (code >= state.used) [[unlikely]]
       return false;
-    const Entry entry = table_[code];
-    std::size_t length = entry.length;
+    // Read one by one: compilers are slow at splitting a pair.
+    const std::uint32_t entryOffset = table_[code].offset;
+    const std::uint32_t entryLength = table_[code].length;
+    std::size_t length = entryLength;
     if (end != nullptr) length = std::min(length, static_cast<std::size_t>(end - state.next));
-    copyString(state.next, state.base + entry.offset, length);
-    state.previous = {static_cast<std::uint32_t>(state.next - state.base), entry.length};
+    copyString(state.next, state.base + entryOffset, length);
+    state.previous = {static_cast<std::uint32_t>(state.next - state.base), entryLength};
     state.next += length;
     return true;
   }
