@@ -42,6 +42,11 @@ class Binaries(unittest.TestCase):
         # The other one is in the compiler's startup code.
         self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic_section('Lumora8.so'))
 
+    def test_need_few_libraries_to_write_frames(self):
+        for program in ('lumora', 'liblumora-files.so'):
+            for library in ('lumora-platform', 'lumora-commands', 'cairo', 'sdbus', 'X11'):
+                self.assertNotIn(library, dynamic_section(program), program)
+
     @unittest.skipIf(IS_SANITIZED, 'sanitizers replace the hardening')
     def test_are_hardened_and_relocatable(self):
         paths = '[$ORIGIN:$ORIGIN/../'
