@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <new>
 #include <span>
 #include <string>
@@ -26,9 +27,18 @@ void finishOutput() {
   }
 }
 
+// Returns the path of a library in the directory of those that the program has loaded. Searching by
+// name would start from whoever calls dlopen in the end, which may be a sanitizer.
+std::string pathOfLibrary(const char* name) {
+  Dl_info loaded{};
+  dladdr(reinterpret_cast<void*>(&platform::backend::keepFreedMemory), &loaded);
+  const std::filesystem::path path(loaded.dli_fname ? loaded.dli_fname : "");
+  return (path.parent_path() / name).string();
+}
+
 // Loads the library with all commands.
 int performByLibrary(std::span<char*> words) {
-  void* library = dlopen("liblumora-commands.so", RTLD_NOW);
+  void* library = dlopen(pathOfLibrary("liblumora-commands.so").c_str(), RTLD_NOW);
   void* perform = library ? dlsym(library, "lumoraPerformLine") : nullptr;
   if (!perform) throw tool::Failure(std::string("cannot load the commands: ") + dlerror());
   return reinterpret_cast<decltype(&lumoraPerformLine)>(perform)(static_cast<int>(words.size()),
