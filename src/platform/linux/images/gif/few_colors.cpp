@@ -67,6 +67,7 @@ std::optional<IndexedStrips> withPalette(const PictureShape& indexed, const Stri
   constexpr int passes = 8;
   ColorNumbers numbers;
   std::vector<std::shared_ptr<Strip>> targets;
+  targets.reserve(strips.size());
   for (int index = 0; index < indexed.stripCount(); ++index) {
     targets.push_back(indexed.makeStrip(index));
   }

@@ -130,9 +130,9 @@ struct FilteredRows {
 // Compresses a strip with the filter that makes it smaller. Differences between palette indices are
 // meaningless.
 FilteredRows compressedBest(const Strip& strip, RowCoding coding, int width) {
-  const FilteredRows plain{RowFilter::None, compressRows(strip, coding, width, RowFilter::None)};
+  FilteredRows plain{RowFilter::None, compressRows(strip, coding, width, RowFilter::None)};
   if (coding != RowCoding::RGB && coding != RowCoding::RGBA) return plain;
-  const FilteredRows differences{RowFilter::Up, compressRows(strip, coding, width, RowFilter::Up)};
+  FilteredRows differences{RowFilter::Up, compressRows(strip, coding, width, RowFilter::Up)};
   return differences.rows->deflated.size() < plain.rows->deflated.size() ? differences : plain;
 }
 
