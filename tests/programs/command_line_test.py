@@ -42,17 +42,11 @@ class Binaries(unittest.TestCase):
         # The other one is in the compiler's startup code.
         self.assertIn('(INIT_ARRAYSZ)       16 (bytes)', dynamic_section('Lumora8.so'))
 
-    def test_need_few_libraries_to_write_frames(self):
-        for program in ('lumora', 'liblumora-files.so'):
-            for library in ('lumora-platform', 'lumora-commands', 'cairo', 'sdbus', 'X11'):
-                self.assertNotIn(library, dynamic_section(program), program)
-
     @unittest.skipIf(IS_SANITIZED, 'sanitizers replace the hardening')
     def test_are_hardened_and_relocatable(self):
         paths = '[$ORIGIN:$ORIGIN/../'
 
-        for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-commands.so',
-                        'liblumora-files.so', 'liblumora-platform.so'):
+        for program in ('lumora', 'springboard', 'Lumora8.so', 'liblumora-platform.so'):
             dynamic = dynamic_section(program)
             self.assertIn('BIND_NOW', dynamic, program)
             self.assertIn(paths if 'RUNPATH' in dynamic else '', dynamic, program)
@@ -295,7 +289,7 @@ class CommandWithoutHomeScreen(Device):
     @unittest.skipIf(IS_SANITIZED, 'sanitizers need more memory')
     def test_distinguishes_lack_of_memory_from_damage(self):
         big = self.file('big.gif', gif((255, 0, 0), size=(5000, 5000)))
-        limit = 40 << 20
+        limit = 60 << 20
         done = subprocess.run([LUMORA, 'frames', big, os.path.join(self.folder, 'frames')],
                               capture_output=True, text=True,
                               preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))

@@ -1,17 +1,103 @@
 #include "tool/commands/frames_command.h"
 
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <memory>
+#include <vector>
 
+#include "gifview/frame_cache.h"
+#include "gifview/gif_frame_delay.h"
+#include "platform/file_manager.h"
 #include "platform/image_source.h"
+#include "platform/linux/files/device_root.h"
+#include "platform/linux/helper_thread.h"
 #include "platform/linux/images/picture/picture.h"
-#include "tool/device/frame_files.h"
+#include "tool/device/cache_contents.h"
+#include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
 
 namespace tool {
 namespace {
+
+namespace fs = std::filesystem;
+
+fs::path emptyFolder(const std::string& name) {
+  std::error_code error;
+  fs::create_directories(name, error);
+  fs::path folder = error ? fs::path() : fs::canonical(name, error);
+  if (!error && !fs::is_directory(folder, error))
+    error = std::make_error_code(std::errc::not_a_directory);
+  if (error) throw Failure("cannot use " + name + ": " + error.message());
+  if (!fs::is_empty(folder, error)) throw Failure(name + " is not empty; name a new folder");
+  return folder;
+}
+
+// A temporary folder in another one. The destructor deletes it with its contents.
+class ScratchFolder {
+ public:
+  explicit ScratchFolder(const fs::path& parent) {
+    std::string name = (parent / ".frames-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw Failure("cannot write to " + parent.string() + ": " + std::strerror(errno));
+    }
+    path_ = name;
+  }
+  ~ScratchFolder() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+// Making a cache replaces its whole folder. The user's folder must stay, so the cache is made in a
+// scratch folder and its files are moved.
+int makeFrames(const ChosenGif& gif, platform::CGImageSource& source, const fs::path& scratch,
+               const fs::path& folder) {
+  // The device is the whole machine here.
+  platform::backend::setDeviceRoot("/");
+  const lumora::FrameCacheLayout layout((scratch / folder.filename()).string() + ".gif");
+  platform::createDirectoryAtPath(layout.GIFDirectory);
+  auto copying = platform::backend::startOnHelperThread(
+      [&] { return gif.data->writeToFileAtomically(layout.savedGIFPath); });
+  std::vector<double> durations;
+  for (std::int32_t index = 0; index < source.count(); ++index) {
+    const auto image = source.createImageAtIndex(index);
+    // The number of a damaged image has no file.
+    if (!image) continue;
+    durations.push_back(lumora::CGImageSourceGetGifFrameDelay(source, index));
+    lumora::writeFrame(layout, index, image);
+  }
+  lumora::writeFrameDurations(layout, durations);
+  checkMemory(gif.name);
+  const CacheContents contents = contentsOf(layout);
+  if (!copying.get() || !contents.isComplete())
+    throw Failure("cannot write all frames to " + folder.string() + "; check the free space");
+  for (const auto& entry : fs::directory_iterator(layout.GIFDirectory)) {
+    fs::rename(entry.path(), folder / entry.path().filename());
+  }
+  return contents.written;
+}
+
+void writeFrames(const std::string& gifPath, const std::string& folderName) {
+  const ChosenGif gif = openGif(gifPath);
+  const auto source = framesOf(gif, Wanted::AnyFrame);
+  const fs::path folder = emptyFolder(folderName);
+  const ScratchFolder scratch(folder);
+  const int frames = makeFrames(gif, *source, scratch.path(), folder);
+  warnOfDamage(gif);
+  std::printf("%s in %s\n", countOfFrames(frames).c_str(), folderName.c_str());
+}
 
 int delayInCentiseconds(const platform::CGImageSource& source, int index) {
   constexpr double centisecondsPerSecond = 100;
