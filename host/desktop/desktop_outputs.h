@@ -15,7 +15,7 @@ class DesktopOutputs {
   // In the order in which the display system announced them. There may be none for a time.
   virtual std::vector<Output> outputs() const = 0;
   // Paints what has changed since the last call on every output, and everything on new ones.
-  virtual void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) = 0;
+  virtual void show(const WallpaperPicture& picture) = 0;
   // Call it when other outputs have been chosen.
   virtual void noteChoice() = 0;
   // Returns true while an output that can be seen is in a transition, which needs further calls of

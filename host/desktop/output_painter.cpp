@@ -37,17 +37,23 @@ bool covers(const CGRect& rectangle, const cairo_rectangle_int_t& part) {
 OutputPainter::OutputPainter(const DesktopOptions& options)
     : options_(options), backdrop_(options.backdrop), replay_(options.maxKeptBytes) {}
 
-Region OutputPainter::affectedPart(const WallpaperPicture& picture,
-                                   const WallpaperPicture::Change& change, const CGRect& area,
+Region OutputPainter::affectedPart(const WallpaperPicture& picture, const CGRect& area,
                                    const cairo_rectangle_int_t& output) {
-  if (change.isAll || !(area == area_) || isFading()) {
+  const unsigned lastFrame = std::exchange(frameNumber_, picture.frameNumber());
+  const bool isOther = std::exchange(version_, picture.version()) != picture.version();
+  const auto [x, y, width, height] = std::exchange(output_, output);
+  const bool isMoved =
+      x != output.x || y != output.y || width != output.width || height != output.height;
+  if (isOther || isMoved || !(area == area_) || isFading()) {
     replay_.restart(picture.file());
     return Region(output);
   }
-  if (!change.isFrame) return {};
+  if (lastFrame == picture.frameNumber()) return {};
   return replay_.next(picture.file(), [&] {
-    return platform::backend::pixelsShowing(picture.changed(), sizeOf(picture),
-                                            placementOf(picture, area), output);
+    const auto changed = picture.changedSince(lastFrame);
+    return changed ? platform::backend::pixelsShowing(*changed, sizeOf(picture),
+                                                      placementOf(picture, area), output)
+                   : Region(output);
   });
 }
 
@@ -65,7 +71,8 @@ void OutputPainter::paint(const WallpaperPicture& picture, const CGRect& area,
 
 void OutputPainter::paintNew(const WallpaperPicture& picture, cairo_surface_t* surface,
                              const Region& part) {
-  cairo_t* context = cairo_create(surface);
+  const DrawingContext owned(cairo_create(surface));
+  cairo_t* context = owned.get();
   clipTo(context, part);
   const bool hasPicture = picture.surface() != nullptr;
   const CGRect at = hasPicture ? placementOf(picture, area_) : CGRect();
@@ -77,7 +84,6 @@ void OutputPainter::paintNew(const WallpaperPicture& picture, cairo_surface_t* s
                   {.alpha = picture.alpha(), .isPixelArt = isPixelArt(picture, at)});
   }
   if (isFading()) paintOld(context);
-  cairo_destroy(context);
   cairo_surface_flush(surface);
 }
 

@@ -20,11 +20,10 @@ class OutputPainter {
  public:
   explicit OutputPainter(const DesktopOptions& options);
 
-  // Returns the pixels of an output that must be painted after a change of the picture or of the
-  // area and during a transition. area is the rectangle that the wallpaper fills: the output's own,
-  // or a larger one that spans several outputs.
+  // Returns the pixels of an output in which the picture differs from the one of the last call, or
+  // all if anything else has changed and during a transition. area is the rectangle that the
+  // wallpaper fills: the output's own, or a larger one that spans several outputs.
   platform::backend::Region affectedPart(const WallpaperPicture& picture,
-                                         const WallpaperPicture::Change& change,
                                          const platform::CGRect& area,
                                          const cairo_rectangle_int_t& output);
 
@@ -50,6 +49,10 @@ class OutputPainter {
   platform::backend::FrameReplay replay_;
   // The area that was painted last.
   platform::CGRect area_;
+  // Of the last call of affectedPart.
+  cairo_rectangle_int_t output_{};
+  unsigned frameNumber_ = 0;
+  unsigned version_ = 0;
   unsigned generation_ = 0;
   // During a transition: what the output showed before.
   DrawnSurface old_;

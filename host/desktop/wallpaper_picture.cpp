@@ -32,14 +32,14 @@ void look(UIView& view, double alpha, Visible& visible) {
 
 }  // namespace
 
-WallpaperPicture::Change WallpaperPicture::look(UIView& root, unsigned wallpaper) {
+void WallpaperPicture::look(UIView& root, unsigned wallpaper) {
   Visible visible;
   host::look(root, 1, visible);
   isAwaited_ = false;
   if (!visible.hasWallpaper) {
     isAwaited_ = !hasImage_;
     isStale_ = isStale_ || wallpaper != wallpaper_;
-    return {};
+    return;
   }
   if (std::exchange(wallpaper_, wallpaper) != wallpaper) hadGap_ = true;
   if (visible.imageView == nullptr) return takeNothing();
@@ -47,36 +47,33 @@ WallpaperPicture::Change WallpaperPicture::look(UIView& root, unsigned wallpaper
   if (!image) {
     hadGap_ = true;
     isAwaited_ = !hasImage_;
-    return {};
+    return;
   }
   return take(image, visible.imageView->contentMode(), visible.alpha);
 }
 
-WallpaperPicture::Change WallpaperPicture::takeNothing() {
+void WallpaperPicture::takeNothing() {
   hadGap_ = true;
   image_ = nullptr;
-  if (hasImage_) ++generation_;
-  return {.isAll = std::exchange(hasImage_, false)};
+  if (!std::exchange(hasImage_, false)) return;
+  ++generation_;
+  ++version_;
 }
 
-WallpaperPicture::Change WallpaperPicture::take(const platform::ImageRef& image,
-                                                platform::UIViewContentMode mode, double alpha) {
+void WallpaperPicture::take(const platform::ImageRef& image, platform::UIViewContentMode mode,
+                            double alpha) {
   const bool isNew = std::exchange(hadGap_, false) || image->width() != width_ ||
                      image->height() != height_ || !hasImage_;
   if (isNew) ++generation_;
-  const bool isAll = isNew || mode != mode_ || alpha != alpha_;
+  if (isNew || mode != mode_ || alpha != alpha_) ++version_;
   hasImage_ = true;
   width_ = image->width();
   height_ = image->height();
   mode_ = mode;
   alpha_ = alpha;
-  const bool isFrame = image != image_;
-  image_ = image;
-  if (isFrame) {
-    isStale_ = false;
-    ++number_;
-  }
-  return {.isAll = isAll, .isFrame = isFrame};
+  if (std::exchange(image_, image) == image) return;
+  isStale_ = false;
+  ++number_;
 }
 
 const std::optional<platform::backend::FileIdentity>& WallpaperPicture::file() const {
@@ -88,7 +85,7 @@ void WallpaperPicture::decode() const {
   if (!hasImage_ || decoded_ == number_) return;
   surface_.update(*image_);
   changed_ = surface_.takeChanged();
-  decoded_ = number_;
+  decodedBefore_ = std::exchange(decoded_, number_);
 }
 
 cairo_surface_t* WallpaperPicture::surface() const {
@@ -106,9 +103,10 @@ bool WallpaperPicture::isOpaque() const {
   return surface_.isOpaque() && alpha_ >= 1;
 }
 
-const platform::backend::Region& WallpaperPicture::changed() const {
+std::optional<platform::backend::Region> WallpaperPicture::changedSince(
+    unsigned frameNumber) const {
   decode();
-  return changed_;
+  return decodedBefore_ == frameNumber ? std::optional(changed_) : std::nullopt;
 }
 
 }  // namespace host

@@ -12,18 +12,15 @@ namespace host {
 
 class WallpaperPicture {
  public:
-  // What has changed since the last look.
-  struct Change {
-    // More than the frame of the animation.
-    bool isAll = false;
-    bool isFrame = false;
-  };
-
   // Looks for the last visible image in the tree. The picture stays as it was while all wallpapers
   // are hidden and while the animated view has no image, which happens between two GIFs. There is
   // none if a wallpaper is shown without an animated view. wallpaper is a number that changes when
   // another wallpaper has been chosen, as far as that is known.
-  Change look(platform::UIView& root, unsigned wallpaper);
+  void look(platform::UIView& root, unsigned wallpaper);
+
+  // Return numbers that grow when the frame changes and when anything else does.
+  unsigned frameNumber() const { return number_; }
+  unsigned version() const { return version_; }
 
   // Returns true if the last look at this wallpaper found its picture.
   bool isOf(unsigned wallpaper) const {
@@ -40,8 +37,9 @@ class WallpaperPicture {
   const platform::backend::PictureSurface& pixels() const;
   // Returns true if it has no transparent pixels.
   bool isOpaque() const;
-  // Returns the pixels that may differ from the frame that was decoded before.
-  const platform::backend::Region& changed() const;
+  // Returns the pixels that may differ from the frame with the number, if that is the one that was
+  // decoded before this; otherwise nothing.
+  std::optional<platform::backend::Region> changedSince(unsigned frameNumber) const;
   // Returns true if there is none because the animated view has not had an image yet, or because
   // all wallpapers have been hidden so far.
   bool isAwaited() const { return isAwaited_; }
@@ -54,17 +52,18 @@ class WallpaperPicture {
   unsigned generation() const { return generation_; }
 
  private:
-  Change take(const platform::ImageRef& image, platform::UIViewContentMode mode, double alpha);
-  Change takeNothing();
+  void take(const platform::ImageRef& image, platform::UIViewContentMode mode, double alpha);
+  void takeNothing();
 
   void decode() const;
 
   platform::ImageRef image_;
-  // Counts the frames.
   unsigned number_ = 0;
-  // The decoded frame and its number.
+  unsigned version_ = 0;
+  // The decoded frame, its number and that of the one decoded before.
   mutable platform::backend::PictureSurface surface_;
   mutable unsigned decoded_ = 0;
+  mutable unsigned decodedBefore_ = 0;
   mutable platform::backend::Region changed_;
   bool hasImage_ = false;
   bool hadGap_ = false;

@@ -75,11 +75,10 @@ void DesktopDisplay::noteLaunched() {
 }
 
 void DesktopDisplay::draw() {
-  const WallpaperPicture::Change change =
-      picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
+  picture_.look(springBoard_->screen().root(), springBoard_->wallpaperNumber());
   const bool isEmpty = !picture_.exists();
   if (isEmpty && (picture_.isAwaited() || !isLaunched_)) return;
-  outputs_->show(picture_, change);
+  outputs_->show(picture_);
   if (!arePainted_) update();
   savePower();
   constexpr std::chrono::milliseconds step{16};

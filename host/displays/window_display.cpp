@@ -1,10 +1,10 @@
 #include "host/displays/window_display.h"
 
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <SDL2/SDL.h>
@@ -96,9 +96,13 @@ struct WindowDisplay::Impl {
   // In pixels.
   int width = 0;
   int height = 0;
+  // True until the whole screen has been painted anew.
+  bool mustPaintAll = true;
   // True until the whole screen has been copied to the window.
   bool mustShowAll = true;
+  // The window's surface that was painted last.
   const void* drawnPixels = nullptr;
+  int drawnWidth = 0;
   std::unique_ptr<SDL_Surface, FreeSurface> converted;
 };
 
@@ -195,13 +199,10 @@ void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {
 }
 
 bool WindowDisplay::Impl::fitToScreen() {
-  const platform::CGSize size = springBoard.screen().size();
-  const int scale = springBoard.options().scale;
-  const int newWidth = static_cast<int>(std::lround(size.width)) * scale;
-  const int newHeight = static_cast<int>(std::lround(size.height)) * scale;
-  if (newWidth == width && newHeight == height) return false;
-  width = newWidth;
-  height = newHeight;
+  const auto pixels = pixelsOf(springBoard.screen(), springBoard.options().scale);
+  if (pixels.width == width && pixels.height == height) return false;
+  width = pixels.width;
+  height = pixels.height;
   SDL_SetWindowSize(window, width, height);
   return true;
 }
@@ -211,19 +212,20 @@ SDL_Surface* WindowDisplay::Impl::canvas(SDL_Surface& shown) {
   if (shown.format->format == drawnFormat) return &shown;
   if (!converted || converted->w != shown.w || converted->h != shown.h) {
     converted.reset(SDL_CreateRGBSurfaceWithFormat(0, shown.w, shown.h, 32, drawnFormat));
-    mustShowAll = true;
+    mustPaintAll = true;
   }
   return converted.get();
 }
 
 void WindowDisplay::Impl::draw(bool isAll) {
-  const bool isResized = fitToScreen();
+  mustPaintAll = fitToScreen() || isAll || mustPaintAll;
   SDL_Surface* shown = SDL_GetWindowSurface(window);
   SDL_Surface* pixels = shown == nullptr ? nullptr : canvas(*shown);
   if (pixels == nullptr) return;
-  Region part = painter.takeChangedPart(isResized || isAll);
   // A new surface of the window is empty.
-  if (mustShowAll || shown->pixels != drawnPixels) part = painter.all();
+  const bool isNew = shown->pixels != drawnPixels || pixels->w != drawnWidth;
+  Region part = painter.takeChangedPart(std::exchange(mustPaintAll, false) || isNew);
+  if (mustShowAll) part = painter.all();
   part.intersect({0, 0, pixels->w, pixels->h});
   if (part.isEmpty()) return;
   cairo_surface_t* surface =
@@ -234,6 +236,7 @@ void WindowDisplay::Impl::draw(bool isAll) {
   show(*pixels, *shown, part);
   mustShowAll = false;
   drawnPixels = shown->pixels;
+  drawnWidth = pixels->w;
 }
 
 void WindowDisplay::Impl::show(SDL_Surface& pixels, SDL_Surface& shown, const Region& part) {

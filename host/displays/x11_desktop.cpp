@@ -57,9 +57,11 @@ struct X11Desktop::Impl {
   void showOnlyChosen();
   void noteCover();
   bool handleEvents();
-  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change);
+  void show(const WallpaperPicture& picture);
+  // The pixmap is for all outputs, so a wallpaper of one does not replace that of the others.
+  bool isPublished() const { return options_.outputs.empty(); }
   Region paint(PaintedOutput& painted, const std::vector<Output>& shown,
-               const WallpaperPicture& picture, const WallpaperPicture::Change& change);
+               const WallpaperPicture& picture);
   static void copy(const PaintedOutput& painted, Region part, cairo_surface_t* target);
 
   const DesktopOptions& options_;
@@ -89,8 +91,8 @@ std::vector<Output> X11Desktop::outputs() const {
   return outputs;
 }
 
-void X11Desktop::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
-  impl_->show(picture, change);
+void X11Desktop::show(const WallpaperPicture& picture) {
+  impl_->show(picture);
 }
 
 void X11Desktop::noteChoice() {
@@ -285,21 +287,19 @@ bool X11Desktop::Impl::handleEvents() {
   return handled;
 }
 
-void X11Desktop::Impl::show(const WallpaperPicture& picture,
-                            const WallpaperPicture::Change& change) {
+void X11Desktop::Impl::show(const WallpaperPicture& picture) {
   std::vector<Output> shown;
   for (const PaintedOutput& painted : outputs_) {
     if (options_.isChosen(painted.output.name)) shown.push_back(painted.output);
   }
   for (PaintedOutput& painted : outputs_) {
     if (!options_.isChosen(painted.output.name)) continue;
-    const Region part = paint(painted, shown, picture, change);
+    const Region part = paint(painted, shown, picture);
     if (part.isEmpty()) continue;
     copy(painted, part, windowSurface_.get());
-    rootPixmap_->noteChange(part);
+    if (isPublished()) rootPixmap_->noteChange(part);
   }
-  // The pixmap is for all outputs, so a wallpaper of one does not replace that of the others.
-  if (options_.outputs.empty()) {
+  if (isPublished()) {
     rootPixmap_->publish([this](cairo_surface_t* target, const Region& part) {
       for (const PaintedOutput& painted : outputs_) copy(painted, part, target);
     });
@@ -309,19 +309,18 @@ void X11Desktop::Impl::show(const WallpaperPicture& picture,
 
 // Returns the part of the screen that has been painted.
 Region X11Desktop::Impl::paint(PaintedOutput& painted, const std::vector<Output>& shown,
-                               const WallpaperPicture& picture,
-                               const WallpaperPicture::Change& change) {
+                               const WallpaperPicture& picture) {
   const cairo_rectangle_int_t all{0, 0, painted.output.width, painted.output.height};
   const platform::CGRect area = areaOf(painted.output, shown, options_);
-  Region part = painted.painter.affectedPart(picture, change, area, all);
+  Region part = painted.painter.affectedPart(picture, area, all);
   if (painted.output.isUnseen && !painted.isNew) {
     painted.isStale = painted.isStale || !part.isEmpty();
     return {};
   }
   if (painted.isStale || painted.isNew) part = Region(all);
   if (part.isEmpty()) return part;
-  painted.isStale = painted.isNew = false;
   painted.painter.paint(picture, area, painted.canvas.get(), part);
+  painted.isStale = painted.isNew = false;
   part.move(painted.output.x, painted.output.y);
   return part;
 }

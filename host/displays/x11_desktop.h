@@ -21,7 +21,7 @@ class X11Desktop final : public DesktopOutputs {
   X11Desktop& operator=(const X11Desktop&) = delete;
 
   std::vector<Output> outputs() const override;
-  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+  void show(const WallpaperPicture& picture) override;
   void noteChoice() override;
   bool isFading() const override;
 

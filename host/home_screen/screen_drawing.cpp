@@ -21,19 +21,22 @@ cairo_status_t append(void* closure, const unsigned char* data, unsigned int len
 
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const platform::backend::Region& part) {
-  cairo_t* context = cairo_create(surface);
-  clipTo(context, part);
-  cairo_scale(context, scale, scale);
-  platform::backend::renderView(screen.root(), context);
-  cairo_destroy(context);
+  const DrawingContext context(cairo_create(surface));
+  clipTo(context.get(), part);
+  cairo_scale(context.get(), scale, scale);
+  platform::backend::renderView(screen.root(), context.get());
   cairo_surface_flush(surface);
+}
+
+cairo_rectangle_int_t pixelsOf(const Screen& screen, int scale) {
+  const platform::CGSize size = screen.size();
+  return {0, 0, static_cast<int>(std::lround(size.width)) * scale,
+          static_cast<int>(std::lround(size.height)) * scale};
 }
 
 int takeScreenshot(Screen& screen, int scale) {
   screen.showTime();
-  const platform::CGSize size = screen.size();
-  const cairo_rectangle_int_t all{0, 0, static_cast<int>(std::lround(size.width)) * scale,
-                                  static_cast<int>(std::lround(size.height)) * scale};
+  const cairo_rectangle_int_t all = pixelsOf(screen, scale);
   const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
   drawPartOfScreen(screen, surface.get(), scale, platform::backend::Region(all));
   return pngOf(surface.get());

@@ -8,6 +8,9 @@
 
 namespace host {
 
+// Returns all pixels of the screen in its current orientation. scale: pixels per point.
+cairo_rectangle_int_t pixelsOf(const Screen& screen, int scale);
+
 // Draws a part of the screen, in pixels, on an image surface. scale: pixels per point.
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
                       const platform::backend::Region& part);

@@ -1,7 +1,5 @@
 #include "host/home_screen/screen_painter.h"
 
-#include <cmath>
-
 #include "host/home_screen/screen_drawing.h"
 #include "platform/linux/images/picture/picture.h"
 #include "platform/linux/views/display_damage.h"
@@ -14,9 +12,7 @@ ScreenPainter::ScreenPainter(Screen& screen, int scale, std::size_t maxKeptBytes
     : screen_(screen), scale_(scale), replay_(maxKeptBytes) {}
 
 Region ScreenPainter::all() const {
-  const platform::CGSize size = screen_.size();
-  return Region({0, 0, static_cast<int>(std::lround(size.width)) * scale_,
-                 static_cast<int>(std::lround(size.height)) * scale_});
+  return Region(pixelsOf(screen_, scale_));
 }
 
 Region ScreenPainter::takeChangedPart(bool isAll) {

@@ -160,8 +160,8 @@ void addDisplayOptions(CLI::App& command, HostOptions& options) {
           [&options](int mebibytes) {
             options.desktop.maxKeptBytes = static_cast<std::size_t>(mebibytes) * mebibyte;
           },
-          "memory in MiB for frames that are kept as they are drawn, for each output or the "
-          "window, which saves CPU (default: 16)")
+          "memory for the window or each output in which drawn frames are kept, to save CPU time; "
+          "0 keeps none (default: 16)")
       ->check(CLI::Range(0, maxFrameMemory))
       ->type_name("MIB");
 }

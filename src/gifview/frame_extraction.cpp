@@ -9,6 +9,7 @@
 #include "platform/image_source.h"
 #include "platform/notify_center.h"
 #include "settings/notification_names.h"
+#include "threads/queues.h"
 
 namespace lumora {
 namespace {
@@ -31,6 +32,8 @@ bool FrameExtraction::extract(const std::string& path) {
   const FrameDurations durations = loadFrameDurations(layout);
   durations_.store(durations);
   animationNumFrames_ = durations ? static_cast<std::int32_t>(durations->size()) : 0;
+  // A display link that skips refreshes has to look at the new durations.
+  addToMainQueue([] {});
   return true;
 }
 

@@ -24,11 +24,12 @@ class CADisplayLink {
   // Starts firing on the main thread, in the common modes: also while the user scrolls or touches.
   // Requires a link that has not been invalidated.
   void addToMainRunLoop();
-  // Allows the link to leave out as many of the next calls of the target as given, to save power.
-  // It may call earlier and does so after other work of the main thread. Within the target.
+  // Allows the link to leave out this number of the next calls of the target, to save power. It may
+  // leave out fewer, and it leaves out none after other work of the main thread. Within the target;
+  // requires a frame interval of 1.
   void skipRefreshes(int count) const;
-  // Returns how many refreshes have passed since the last call of the target without a call that
-  // was left out with permission. Within the target.
+  // Returns how many calls were left out, as skipRefreshes allowed, just before this one. Within
+  // the target.
   int skippedRefreshes() const;
   // Stops the link for good; does nothing if it is stopped. A call of the target that the main
   // thread has begun may still be running when this returns on another thread.

@@ -93,25 +93,30 @@ class PaintedOutput {
  public:
   explicit PaintedOutput(host::SpringBoard& springBoard) : springBoard_(springBoard) {}
 
-  void draw() {
-    const auto change = look(picture_);
-    const Region part = painter_.affectedPart(picture_, change, area, output);
-    if (!part.isEmpty()) painter_.paint(picture_, area, shown_.get(), part);
+  void draw(const host::WallpaperPicture& picture) {
+    const Region part = painter_.affectedPart(picture, area(), output_);
+    if (!part.isEmpty()) painter_.paint(picture, area(), shown_.get(), part);
+  }
+
+  // Makes it larger or smaller by turns.
+  void resize() {
+    output_.width = 620 - output_.width;
+    shown_ = surfaceOf(output_.width, output_.height);
   }
 
   void compare() {
     host::WallpaperPicture now;
-    look(now);
+    now.look(springBoard_.screen().root(), springBoard_.wallpaperNumber());
     // While there is no frame, the last one stays.
     if (!now.exists()) return;
-    const DrawnSurface fresh = surfaceOf(output.width, output.height);
-    host::OutputPainter(options()).paint(now, area, fresh.get(), Region(output));
+    const DrawnSurface fresh = surfaceOf(output_.width, output_.height);
+    host::OutputPainter(options()).paint(now, area(), fresh.get(), Region(output_));
     EXPECT_LE(largestDifference(shown_.get(), fresh.get()), 1) << "on the desktop";
   }
 
  private:
-  static constexpr cairo_rectangle_int_t output{0, 0, 300, 200};
-  static constexpr platform::CGRect area{0, 0, 300, 200};
+  // It spans another output.
+  static platform::CGRect area() { return {0, 0, 400, 200}; }
 
   static host::DesktopOptions options() {
     host::DesktopOptions options;
@@ -121,14 +126,10 @@ class PaintedOutput {
     return options;
   }
 
-  host::WallpaperPicture::Change look(host::WallpaperPicture& picture) const {
-    return picture.look(springBoard_.screen().root(), springBoard_.wallpaperNumber());
-  }
-
   host::SpringBoard& springBoard_;
-  host::WallpaperPicture picture_;
   host::OutputPainter painter_{options()};
-  const DrawnSurface shown_ = surfaceOf(output.width, output.height);
+  cairo_rectangle_int_t output_{0, 0, 300, 200};
+  DrawnSurface shown_ = surfaceOf(output_.width, output_.height);
 };
 
 // A device that is painted whenever it needs display.
@@ -138,7 +139,9 @@ struct PaintedStage : Stage {
     choose("SHARED", makeGif(frames, pictureWidth, pictureHeight));
     RunLoop::main().setDrawing([this](bool isAll) {
       screen.draw(isAll);
-      output.draw();
+      picture.look(springBoard().screen().root(), springBoard().wallpaperNumber());
+      output.draw(picture);
+      if (!isExcepted) sometimesExcepted.draw(picture);
     });
     RunLoop::main().setNeedsDisplay();
   }
@@ -164,15 +167,25 @@ struct PaintedStage : Stage {
     SCOPED_TRACE(after);
     constexpr int refreshesPerRound = 11;
     for (int each = 0; each < 3 * refreshesPerRound; ++each) {
+      isExcepted = each % 9 > 3;
       refresh();
+      if (each % 10 == 0) sometimesExcepted.resize();
       if (each % 7 != 0) continue;
       screen.compare();
       output.compare();
+      if (isExcepted) continue;
+      RunLoop::main().setNeedsPartialDisplay();
+      settle();
+      sometimesExcepted.compare();
     }
   }
 
   PaintedScreen screen{springBoard().screen()};
+  host::WallpaperPicture picture;
   PaintedOutput output{springBoard()};
+  // This one misses some frames, and its size changes.
+  PaintedOutput sometimesExcepted{springBoard()};
+  bool isExcepted = false;
 };
 
 TEST(Painters, ShowKeptFramesAsIfDrawnAnew) {

@@ -153,11 +153,11 @@ std::vector<Output> WaylandDesktop::outputs() const {
   return outputs;
 }
 
-void WaylandDesktop::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) {
+void WaylandDesktop::show(const WallpaperPicture& picture) {
   std::vector<Output> shown = outputs();
   std::erase_if(shown, [this](const Output& output) { return !options_.isChosen(output.name); });
   for (const auto& output : outputs_) {
-    output->show(picture, change, areaOf(output->describe(), shown, options_));
+    output->show(picture, areaOf(output->describe(), shown, options_));
   }
   setAlarm();
   wl_display_flush(display_.get());

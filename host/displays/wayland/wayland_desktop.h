@@ -26,7 +26,7 @@ class WaylandDesktop final : public DesktopOutputs {
   WaylandDesktop& operator=(const WaylandDesktop&) = delete;
 
   std::vector<Output> outputs() const override;
-  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change) override;
+  void show(const WallpaperPicture& picture) override;
   void noteChoice() override { noteChange(); }
   bool isFading() const override;
 

@@ -190,12 +190,11 @@ platform::CGRect WaylandOutput::onWholePixels(const platform::CGRect& area) cons
           std::round(area.height * down)};
 }
 
-void WaylandOutput::show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
-                         const platform::CGRect& scaledArea) {
+void WaylandOutput::show(const WallpaperPicture& picture, const platform::CGRect& scaledArea) {
   if (!buffers_) return;
   const platform::CGRect area = onWholePixels(scaledArea);
   const Region changed =
-      painter_.affectedPart(picture, change, area, {0, 0, buffers_->width(), buffers_->height()});
+      painter_.affectedPart(picture, area, {0, 0, buffers_->width(), buffers_->height()});
   damage_.add(changed);
   buffers_->addStale(changed);
   if (damage_.isEmpty() || frameCallback_ || !mustPaint(picture)) return;

@@ -47,10 +47,9 @@ class WaylandOutput {
 
   // Paints what has changed on the area, in logical pixels times the scale, unless the compositor
   // is not ready for it: then the next call does.
-  void show(const WallpaperPicture& picture, const WallpaperPicture::Change& change,
-            const platform::CGRect& scaledArea);
+  void show(const WallpaperPicture& picture, const platform::CGRect& scaledArea);
 
-  bool isFading() const { return painter_.isFading() && !isUnseen(); }
+  bool isFading() const { return surface_ && painter_.isFading() && !isUnseen(); }
 
   // Tells if windows cover the output. Returns true if that is news.
   bool setCovered(bool isCovered);

@@ -23,12 +23,12 @@ class FrameReplay {
   void restart(const std::optional<FileIdentity>& frame);
 
   // Takes the next frame. Returns the pixels of the surface in which it may differ from the frame
-  // before. decode decodes the frame and returns the pixels in which it may differ from the one
-  // that was decoded before; it is called if the frame is not kept.
+  // before. decode decodes the frame and returns the pixels in which it may differ from the one for
+  // which it was called before; it is called if the frame is not kept.
   Region next(const std::optional<FileIdentity>& frame, const std::function<Region()>& decode);
 
   // Draws at least this part of the frame, or calls drawNew to do so. Outside of it the surface
-  // shows the frame already.
+  // shows the frame already. Rethrows what drawNew throws; then the next frame is drawn completely.
   void draw(cairo_surface_t* surface, const Region& part, const std::function<void()>& drawNew);
 
  private:
@@ -38,8 +38,10 @@ class FrameReplay {
   std::optional<FileIdentity> frame_;
   // The frame before, and in which pixels this one differs.
   std::optional<KeptFrames::Before> before_;
-  // True if this frame is the one that was decoded last.
+  // True if decode returns in what the next frame differs from this one.
   bool isDecoded_ = true;
+  // All pixels of the surface that was drawn last.
+  Region all_;
 };
 
 }  // namespace platform::backend

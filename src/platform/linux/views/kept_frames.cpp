@@ -19,6 +19,9 @@ constexpr int tileWidth = 128;
 constexpr int tileHeight = 32;
 constexpr int maxTileSize = tileWidth * tileHeight * screenPixelSize;
 
+// About what a map takes for each element beside its contents.
+constexpr std::size_t sizeOfNode = 128;
+
 char* pixelAt(cairo_surface_t* surface, int x, int y) {
   return reinterpret_cast<char*>(cairo_image_surface_get_data(surface)) +
          static_cast<std::ptrdiff_t>(y) * cairo_image_surface_get_stride(surface) +
@@ -29,16 +32,18 @@ char* pixelAt(cairo_surface_t* surface, int x, int y) {
 
 void KeptFrames::start(cairo_surface_t* surface) {
   clear();
-  width_ = cairo_image_surface_get_width(surface);
-  height_ = cairo_image_surface_get_height(surface);
+  const int width = cairo_image_surface_get_width(surface);
+  const int height = cairo_image_surface_get_height(surface);
   places_.clear();
-  for (int y = 0; y < height_; y += tileHeight) {
-    for (int x = 0; x < width_; x += tileWidth) {
-      places_.push_back({x, y, std::min(tileWidth, width_ - x), std::min(tileHeight, height_ - y)});
+  for (int y = 0; y < height; y += tileHeight) {
+    for (int x = 0; x < width; x += tileWidth) {
+      places_.push_back({x, y, std::min(tileWidth, width - x), std::min(tileHeight, height - y)});
     }
   }
   pixels_.resize(maxTileSize);
   compressed_.resize(static_cast<std::size_t>(LZ4_compressBound(maxTileSize)));
+  width_ = width;
+  height_ = height;
 }
 
 void KeptFrames::clear() {
@@ -88,7 +93,7 @@ void KeptFrames::drawTile(const Tile& tile, cairo_surface_t* surface,
 
 // If a frame that was not kept comes again before any that is, the kept ones are out of use.
 bool KeptFrames::mayKeep(const FileIdentity& frame) {
-  if (budget_ == 0 || has(frame)) return false;
+  if (has(frame)) return false;
   if (!isFull_) return true;
   if (missed_ == frame) {
     clear();
@@ -101,17 +106,21 @@ bool KeptFrames::mayKeep(const FileIdentity& frame) {
 
 void KeptFrames::keep(const FileIdentity& frame, cairo_surface_t* surface,
                       const std::optional<Before>& before) {
-  if (!mayKeep(frame)) return;
+  if (budget_ == 0) return;
   if (!fits(surface)) start(surface);
+  if (!mayKeep(frame)) return;
   cairo_surface_flush(surface);
   const auto old = before ? frames_.find(before->frame) : frames_.end();
+  const std::size_t sizeOfLists = places_.size() * sizeof(Tiles::value_type) + sizeOfNode;
   Tiles tiles;
+  tiles.reserve(places_.size());
   for (const auto& pixels : places_) {
     const bool isUnchanged = old != frames_.end() && !before->changed.overlaps(pixels);
     tiles.push_back(isUnchanged ? old->second[tiles.size()] : tileOf(surface, pixels));
-    isFull_ = size_ > budget_;
+    isFull_ = size_ + sizeOfLists > budget_;
     if (isFull_) return;
   }
+  size_ += sizeOfLists;
   frames_.emplace(frame, std::move(tiles));
 }
 
@@ -130,7 +139,7 @@ std::shared_ptr<const KeptFrames::Tile> KeptFrames::tileOf(cairo_surface_t* surf
   // A tile with the same hash and other bytes is replaced here, but stays with its frames.
   if (!known || !std::ranges::equal(*known, bytes)) {
     known = std::make_shared<const Tile>(bytes.begin(), bytes.end());
-    size_ += known->size();
+    size_ += known->size() + sizeOfNode;
   }
   return known;
 }

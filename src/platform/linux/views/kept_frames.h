@@ -19,7 +19,7 @@ namespace platform::backend {
 
 class KeptFrames {
  public:
-  // budget: the largest size of all compressed pixels in bytes. 0 keeps nothing.
+  // budget: how many bytes of memory it may take, up to one tile more. 0 keeps nothing.
   explicit KeptFrames(std::size_t budget) : budget_(budget) {}
 
   // Forgets all frames. Call it when anything but the image has changed what is drawn.
@@ -50,7 +50,7 @@ class KeptFrames {
   void keep(const FileIdentity& frame, cairo_surface_t* surface,
             const std::optional<Before>& before = std::nullopt);
 
-  // Returns the size of all compressed pixels in bytes.
+  // Returns about how many bytes of memory it takes.
   std::size_t size() const { return size_; }
 
  private:

@@ -122,6 +122,10 @@ void PictureSurface::takeRow(int row) {
 void PictureSurface::noteChanged(const cairo_rectangle_int_t& part) {
   constexpr int maxGap = 8;
   const int end = pending_.y + pending_.height;
+  if (pending_.height == 0) {
+    pending_ = part;
+    return;
+  }
   if (part.y < pending_.y || part.y > end + maxGap) {
     changed_.add(std::exchange(pending_, part));
     return;

@@ -6,17 +6,20 @@
 namespace platform::backend::scaling {
 namespace {
 
-// Adds pixels with these weights, which are made whole together by the largest of them.
+// Adds pixels with these weights. The sums of the first ones are rounded, so that all of them
+// together are whole and none is negative.
 void addTaps(Axis& axis, int first, const std::vector<double>& shares) {
   axis.taps.push_back(
       {first, static_cast<int>(shares.size()), static_cast<int>(axis.weights.size())});
-  const auto begin = axis.weights.insert(axis.weights.end(), shares.size(), 0);
-  std::uint32_t sum = 0;
+  double sum = 0;
+  std::uint32_t before = 0;
   for (std::size_t at = 0; at < shares.size(); ++at) {
-    sum += begin[static_cast<std::ptrdiff_t>(at)] =
-        static_cast<std::uint32_t>(std::lround(shares[at] * whole));
+    sum += shares[at];
+    const bool isLast = at + 1 == shares.size();
+    const auto rounded = isLast ? whole : static_cast<std::uint32_t>(std::lround(sum * whole));
+    axis.weights.push_back(std::min(rounded, whole) - before);
+    before = std::min(rounded, whole);
   }
-  *std::max_element(begin, axis.weights.end()) += whole - sum;
 }
 
 // The area of a target pixel covers pixels of the picture from start to end.
