@@ -386,12 +386,17 @@ class X11Desktop(Desktop):
         self.ok('stop')
         # A login works even so, and if it is started twice.
         backdrop = self.file('backdrop.gif', device.gif(BLUE))
-        self.show_desktop('--backdrop', backdrop)
+        self.show_desktop('--backdrop', backdrop, '--frame-memory', '3')
         self.ok('stop')
         os.remove(backdrop)
         restored = [self.show(*lumora, '--restore') for _ in range(2)]
         self.ok('wait')
         self.eventually(lambda: [program.poll() for program in restored].count(0) == 1)
+        running = [program.pid for program in restored if program.poll() is None][0]
+        with open(f'/proc/{running}/task/{running}/children', encoding='ascii') as children:
+            lines = [open(f'/proc/{child}/cmdline', 'rb').read()
+                     for child in children.read().split()]
+        self.assertTrue(any(b'--frame-memory\0003\0' in line for line in lines), lines)
         self.assertEqual(os.listdir(elsewhere), [])
 
     def test_has_the_right_colors_on_every_screen(self):

@@ -24,8 +24,8 @@ class DisplayClock {
     virtual int skippable() const = 0;
     // Makes that 0.
     virtual void endSkipping() = 0;
-    // Called after this number of refreshes, of which at least all but the last were skippable. Must not
-    // throw.
+    // Called after this number of refreshes, of which at least all but the last were skippable.
+    // Must not throw.
     virtual void refresh(int passed) = 0;
   };
 
