@@ -40,9 +40,10 @@ def cpu_seconds(pids):
 def wake_ups(pids):
     total = 0
     for pid in pids:
-        with open(f'/proc/{pid}/status', encoding='ascii') as status:
-            total += sum(int(line.split()[1]) for line in status
-                         if line.startswith('voluntary_ctxt_switches'))
+        for task in os.listdir(f'/proc/{pid}/task'):
+            with open(f'/proc/{pid}/task/{task}/status', encoding='ascii') as status:
+                total += sum(int(line.split()[1]) for line in status
+                             if line.startswith('voluntary_ctxt_switches'))
     return total
 
 
