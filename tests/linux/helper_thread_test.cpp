@@ -16,6 +16,7 @@ TEST(HelperTask, IsDoneByWhoeverWantsItsResultFirst) {
   const auto here = std::this_thread::get_id();
   std::atomic<bool> released = false;
   std::vector<HelperTask<std::thread::id>> busy;
+  busy.reserve(static_cast<std::size_t>(maxHelpers()));
   std::atomic<int> begun = 0;
   auto wait = [&released, &begun] {
     ++begun;

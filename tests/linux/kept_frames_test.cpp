@@ -116,7 +116,7 @@ TEST(FrameReplay, DecodesOnlyFramesThatAreNotKept) {
   const auto show = [&](std::optional<FileIdentity> frame) {
     const Region part = replay.next(frame, [&] {
       ++decoded;
-      return changed;
+      return Region(changed);
     });
     replay.draw(surface.get(), part, [&] { ++drawn; });
     return part.bounds();

@@ -53,8 +53,8 @@ TEST(Scaler, IsExactWithinOneLevel) {
     std::vector<std::uint8_t> picture(width * static_cast<std::size_t>(down.length) * 4);
     for (auto& byte : picture) byte = static_cast<std::uint8_t>(random());
     std::vector<std::uint8_t> scaled(static_cast<std::size_t>(across.count * down.count) * 4);
-    scaler.scale({picture.data(), across.length * 4}, across, down,
-                 {scaled.data(), across.count * 4});
+    scaler.scale({picture.data(), std::ptrdiff_t{4} * across.length}, across, down,
+                 {scaled.data(), std::ptrdiff_t{4} * across.count});
     double worst = 0;
     for (int y = 0; y < down.count; ++y) {
       for (std::size_t channel = 0; channel < 4; ++channel) {

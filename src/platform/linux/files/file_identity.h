@@ -20,6 +20,7 @@ struct FileIdentity {
   std::int64_t modified = 0;
   std::int64_t changed = 0;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): it takes a comparison of the compiler for a pointer.
   friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
 };
 

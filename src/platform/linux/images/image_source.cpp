@@ -144,7 +144,7 @@ ImageRef imageWithContentsOfFile(const std::string& path) {
   if (const auto shape = DecodedFiles::all().find(*identity)) {
     return imageOfFile(*shape, identity, [contents] { return decodeFile(contents); });
   }
-  const ImageRef image = decodeFile(contents);
+  ImageRef image = decodeFile(contents);
   if (!image) return nullptr;
   DecodedFiles::all().add(*identity, image->impl().shape);
   return imageOfFile(image->impl().shape, identity, [image] { return image; });

@@ -37,7 +37,7 @@ Region damageOfView(UIImageView& view, const CGRect& frame, const cairo_rectangl
   const Region changed = surface.takeChanged();
   const CGRect pixels = scaled(frame, scale);
   // A view that does not clip may draw anywhere.
-  const Region whole = view.clipsToBounds() ? pixelsOf(pixels, screen) : Region(screen);
+  Region whole = view.clipsToBounds() ? pixelsOf(pixels, screen) : Region(screen);
   const auto bounds = changed.bounds();
   // The image may have another size than the one before.
   if (bounds.width == image->width() && bounds.height == image->height()) return whole;

@@ -160,7 +160,7 @@ void PictureDrawing::draw(cairo_t* context, const PictureSurface& picture, const
 void PictureDrawing::scale(cairo_surface_t* picture, const CGRect& place,
                            const cairo_rectangle_int_t& part, cairo_surface_t* target, int x,
                            int y) {
-  constexpr int pixelSize = 4;
+  constexpr std::ptrdiff_t pixelSize = 4;
   const std::ptrdiff_t stride = cairo_image_surface_get_stride(target);
   scaler_.scale(
       {cairo_image_surface_get_data(picture), cairo_image_surface_get_stride(picture)},

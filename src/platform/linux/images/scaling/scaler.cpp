@@ -155,9 +155,10 @@ const std::int16_t* Scaler::enlargedRow(const Source& source, int row) {
   // Neighbors side by side make one loop of the rest.
   for (std::size_t at = 0; at < across_.taps.size(); ++at) {
     const Taps& taps = across_.taps[at];
-    const std::uint8_t* left = pixels + taps.first * channels;
+    const std::uint8_t* left = pixels + static_cast<std::ptrdiff_t>(taps.first) * channels;
+    const std::ptrdiff_t toRight = static_cast<std::ptrdiff_t>(taps.count - 1) * channels;
     std::memcpy(&left_[at * channels], left, channels);
-    std::memcpy(&right_[at * channels], left + (taps.count - 1) * channels, channels);
+    std::memcpy(&right_[at * channels], left + toRight, channels);
   }
   interpolateValues(left_.data(), right_.data(), shares_.data(), scaled.data(), scaled.size());
   return scaled.data();
