@@ -1,20 +1,11 @@
-// Cairo objects that destroy themselves.
+// The host's names of Cairo objects that destroy themselves.
 #pragma once
 
-#include <memory>
-
-#include <cairo.h>
+#include "platform/linux/views/cairo_objects.h"
 
 namespace host {
 
-struct DestroySurface {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using DrawnSurface = std::unique_ptr<cairo_surface_t, DestroySurface>;
-
-struct DestroyContext {
-  void operator()(cairo_t* context) const { cairo_destroy(context); }
-};
-using DrawingContext = std::unique_ptr<cairo_t, DestroyContext>;
+using DrawnSurface = platform::backend::CairoSurface;
+using DrawingContext = platform::backend::CairoContext;
 
 }  // namespace host

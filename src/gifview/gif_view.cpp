@@ -101,7 +101,7 @@ void LWGIFView::update(const CADisplayLink& link) {
     showFrame(*due);
     if (clock_.advance(extraction_.frameCount())) startNextCycle();
   }
-  // The sum takes a moment.
+  // Limits how long counting takes.
   constexpr int maxSkipped = 1000;
   link.skipRefreshes(clock_.ticksToSkip(refresh, durations, speedModifier_, maxSkipped));
 }

@@ -1,11 +1,11 @@
 #include "platform/linux/views/kept_frames.h"
 
 #include <cstring>
-#include <memory>
 #include <optional>
 
 #include <gtest/gtest.h>
 
+#include "platform/linux/views/cairo_objects.h"
 #include "platform/linux/views/frame_replay.h"
 
 namespace {
@@ -19,10 +19,8 @@ constexpr int width = 300;
 constexpr int height = 200;
 constexpr std::size_t budget = 1 << 20;
 
-struct Destroy {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
+using Surface = platform::backend::CairoSurface;
+const Region all({0, 0, width, height});
 
 // A surface with the color in the rows [first, end), black elsewhere.
 Surface surfaceWith(double red, int first, int end) {
@@ -60,7 +58,7 @@ TEST(KeptFrames, DrawThePixelsInWhichAFrameDiffers) {
   const Surface shown = surfaceWith(1, 0, 100);
   kept.draw(file(2), shown.get(), different);
   EXPECT_TRUE(areEqual(shown, other));
-  kept.draw(file(1), shown.get(), kept.all());
+  kept.draw(file(1), shown.get(), all);
   EXPECT_TRUE(areEqual(shown, one));
 }
 
@@ -94,7 +92,7 @@ TEST(KeptFrames, StayUntilTheyAreNotShownAnyMore) {
   for (unsigned round = 0; round < 3; ++round) {
     small.keep(file(1), frame.get());
     ASSERT_TRUE(small.has(file(1)));
-    small.draw(file(1), frame.get(), small.all());
+    small.draw(file(1), frame.get(), all);
     for (unsigned number = 2; number < 4; ++number) {
       const Surface other = surfaceWith(1.0 / number, 0, 150);
       small.keep(file(number), other.get());

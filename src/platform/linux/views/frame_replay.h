@@ -15,7 +15,7 @@ namespace platform::backend {
 
 class FrameReplay {
  public:
-  // budget: the largest size of all kept frames in bytes.
+  // budget: how many bytes of memory kept frames may take.
   explicit FrameReplay(std::size_t budget) : kept_(budget) {}
 
   // Forgets all frames. Call it when anything but the frame has changed, also its place or the

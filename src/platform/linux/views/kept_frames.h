@@ -27,8 +27,6 @@ class KeptFrames {
 
   // Returns true if the frame is kept.
   bool has(const FileIdentity& frame) const { return frames_.contains(frame); }
-  // Returns all pixels of a surface.
-  Region all() const { return Region({0, 0, width_, height_}); }
   // Returns true if the surface has the size of the kept frames.
   bool fits(cairo_surface_t* surface) const;
   // Returns the pixels in which two frames differ, and some around them. Requires that both are

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <optional>
 
+#include "platform/linux/views/cairo_objects.h"
+
 namespace platform::backend {
 namespace {
 
@@ -12,11 +14,6 @@ struct DestroyList {
   void operator()(cairo_rectangle_list_t* list) const { cairo_rectangle_list_destroy(list); }
 };
 using RectangleList = std::unique_ptr<cairo_rectangle_list_t, DestroyList>;
-
-struct DestroySurface {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, DestroySurface>;
 
 // Makes the context's coordinates pixels until it is destroyed.
 class InPixels {
@@ -175,7 +172,7 @@ void PictureDrawing::blend(cairo_t* context, const PictureSurface& picture, cons
                            const cairo_rectangle_int_t& part, double alpha) {
   constexpr int maxRows = 64;
   const InPixels pixels(context);
-  const Surface band(cairo_image_surface_create(
+  const CairoSurface band(cairo_image_surface_create(
       picture.isOpaque() ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, part.width, maxRows));
   if (cairo_surface_status(band.get()) != CAIRO_STATUS_SUCCESS) return;
   for (int row = 0; row < part.height; row += maxRows) {

@@ -36,7 +36,7 @@ void PictureSurface::start(const PictureShape& shape) {
   translucent_.reset();
   pixels_.reset(new (std::nothrow) std::uint32_t[width * static_cast<std::size_t>(shape.height)]());
   const auto surfaceOf = [&](cairo_format_t format) {
-    return Surface(cairo_image_surface_create_for_data(
+    return CairoSurface(cairo_image_surface_create_for_data(
         reinterpret_cast<unsigned char*>(pixels_.get()), format, shape.width, shape.height,
         static_cast<int>(width * sizeof(std::uint32_t))));
   };
@@ -76,7 +76,7 @@ void PictureSurface::convertChangedStrips(const UIImage::Impl& picture) {
     transparentStrips_ += static_cast<int>(shown.isOpaque) - static_cast<int>(isOpaque);
     shown.isOpaque = isOpaque;
   }
-  for (const Surface* surface : {&opaque_, &translucent_}) {
+  for (const CairoSurface* surface : {&opaque_, &translucent_}) {
     cairo_surface_mark_dirty(surface->get());
   }
 }

@@ -12,6 +12,7 @@
 #include <cairo.h>
 
 #include "platform/linux/images/picture/picture.h"
+#include "platform/linux/views/cairo_objects.h"
 #include "platform/linux/views/region.h"
 
 namespace platform::backend {
@@ -31,16 +32,11 @@ class PictureSurface {
   cairo_surface_t* surface() const { return isOpaque() ? opaque_.get() : translucent_.get(); }
 
  private:
-  struct Destroy {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  };
-
   // A strip as it is on the surface, and whether all of its pixels are opaque.
   struct ShownStrip {
     std::shared_ptr<const Strip> strip;
     bool isOpaque = true;
   };
-  using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
 
   bool fits(const PictureShape& shape) const;
   void start(const PictureShape& shape);
@@ -55,8 +51,8 @@ class PictureSurface {
 
   // Both surfaces show the same pixels.
   std::unique_ptr<std::uint32_t[]> pixels_;
-  Surface opaque_;
-  Surface translucent_;
+  CairoSurface opaque_;
+  CairoSurface translucent_;
   PictureShape shape_;
   std::shared_ptr<const Palette> palette_;
   // The palette's colors in the screen's pixel format.
