@@ -61,11 +61,11 @@ void OutputPainter::paint(const WallpaperPicture& picture, const CGRect& area,
                           cairo_surface_t* surface, const Region& part) {
   startTransition(picture, surface);
   area_ = area;
-  const auto paintPart = [&] { paintNew(picture, surface, part); };
+  const auto paintUnkept = [&](const Region& unkept) { paintNew(picture, surface, unkept); };
   if (isFading()) {
-    paintPart();
+    paintUnkept(part);
   } else {
-    replay_.draw(surface, part, paintPart);
+    replay_.draw(surface, part, paintUnkept);
   }
 }
 

@@ -4,23 +4,32 @@
 #include "host/artwork/geometry.h"
 #include "host/home_screen/drawn_surface.h"
 #include "platform/linux/views/drawn_view.h"
+#include "platform/linux/views/region.h"
 
 namespace host {
 
 class CachedView : public platform::backend::DrawnView {
  public:
   void draw(cairo_t* context, platform::CGSize size) final;
+  // Returns the pixels of the superview, whose origin must be that of the screen, in which repaint
+  // has changed the view since the last call.
+  platform::backend::Region takeRedrawnPart();
 
  protected:
   // Paints the whole view, which may be translucent. size is in points.
   virtual void paint(cairo_t* context, artwork::Size size) = 0;
-  // Call it when paint would give a different result. A change of size needs no call.
+  // Call one of them when paint gives a different result. A change of size needs no call.
   void forgetPainting();
+  // Shows only what has changed.
+  void repaint();
 
  private:
+  DrawnSurface painted();
+
   DrawnSurface painting_;
   platform::CGSize paintedSize_;
   double paintedScale_ = 0;
+  platform::backend::Region redrawn_;
 };
 
 }  // namespace host

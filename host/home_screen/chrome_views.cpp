@@ -9,8 +9,9 @@
 namespace host {
 
 void ClockView::setTime(const TimeOfDay& time) {
+  if (time == time_) return;
   time_ = time;
-  forgetPainting();
+  repaint();
 }
 
 void StatusBarView::paint(cairo_t* context, artwork::Size size) {

@@ -95,6 +95,12 @@ void Screen::showTime() {
   lockScreen_->setTime(time);
 }
 
+platform::backend::Region Screen::takeRedrawnPart() {
+  platform::backend::Region part = statusBar_->takeRedrawnPart();
+  part.add(lockScreen_->takeRedrawnPart());
+  return part;
+}
+
 void Screen::toggleKeyHelp() {
   keyHelp_->setHidden(!keyHelp_->hidden());
 }

@@ -7,6 +7,7 @@
 #include "host/home_screen/dock_view.h"
 #include "host/options/idiom.h"
 #include "platform/device.h"
+#include "platform/linux/views/region.h"
 #include "platform/view.h"
 
 namespace host {
@@ -25,6 +26,8 @@ class Screen {
   void turn(platform::UIInterfaceOrientation orientation);
   // Updates the clocks.
   void showTime();
+  // Returns the pixels in which the clocks have changed since the last call.
+  platform::backend::Region takeRedrawnPart();
   void toggleKeyHelp();
 
   platform::UIInterfaceOrientation orientation() const { return orientation_; }

@@ -16,22 +16,29 @@ Region ScreenPainter::all() const {
 }
 
 Region ScreenPainter::takeChangedPart(bool isAll) {
+  const Region redrawn = screen_.takeRedrawnPart();
+  replay_.forget(redrawn);
   const auto views = platform::backend::takeChangedViews(screen_.root());
   const auto view = views.size() == 1 ? views.front() : nullptr;
   const auto file = view ? view->image()->impl().file : std::nullopt;
   const auto decode = [&] { return platform::backend::damageOf(views, screen_.root(), scale_); };
-  const bool isOnlyNextFrame = view && view == animated_.lock() && !isAll;
-  if (isOnlyNextFrame) return replay_.next(file, decode);
-  if (views.empty() && !isAll) return {};
+  const bool isOnlyNextFrame = view && view == animated_.lock();
+  if (!isAll && (isOnlyNextFrame || views.empty())) {
+    Region part = isOnlyNextFrame ? replay_.next(file, decode) : Region();
+    part.add(redrawn);
+    return part;
+  }
   replay_.restart(file);
   animated_ = view;
   // Decodes what is drawn also if everything is, so that the damage of the next frame is known.
-  const Region damage = decode();
+  Region damage = decode();
+  damage.add(redrawn);
   return isAll ? all() : damage;
 }
 
 void ScreenPainter::paint(cairo_surface_t* surface, const Region& part) {
-  replay_.draw(surface, part, [&] { drawPartOfScreen(screen_, surface, scale_, part); });
+  replay_.draw(surface, part,
+               [&](const Region& unkept) { drawPartOfScreen(screen_, surface, scale_, unkept); });
 }
 
 }  // namespace host

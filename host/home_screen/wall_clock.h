@@ -11,6 +11,8 @@ struct TimeOfDay {
   std::string time;
   // "Tuesday, 9 January"
   std::string date;
+
+  bool operator==(const TimeOfDay&) const = default;
 };
 
 // Returns the local time. With a manual clock, returns a fixed morning plus the time advanced since

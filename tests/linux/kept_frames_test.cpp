@@ -60,6 +60,13 @@ TEST(KeptFrames, DrawThePixelsInWhichAFrameDiffers) {
   EXPECT_TRUE(areEqual(shown, other));
   kept.draw(file(1), shown.get(), all);
   EXPECT_TRUE(areEqual(shown, one));
+
+  // A frame may have been forgotten where the next one is the same.
+  kept.forget(all);
+  EXPECT_FALSE(kept.forgotten(file(1), Region({0, 0, 1, 1})).isEmpty());
+  kept.keep(file(3), other.get(), KeptFrames::Before{file(1), Region({0, 100, width, 60})});
+  kept.draw(file(3), shown.get(), all);
+  EXPECT_TRUE(areEqual(shown, other));
 }
 
 TEST(KeptFrames, ShareEqualTiles) {
@@ -111,12 +118,16 @@ TEST(FrameReplay, DecodesOnlyFramesThatAreNotKept) {
   FrameReplay replay(budget);
   int decoded = 0;
   int drawn = 0;
+  Region drawnPart;
   const auto show = [&](std::optional<FileIdentity> frame) {
     const Region part = replay.next(frame, [&] {
       ++decoded;
       return Region(changed);
     });
-    replay.draw(surface.get(), part, [&] { ++drawn; });
+    replay.draw(surface.get(), part, [&](const Region& unkept) {
+      ++drawn;
+      drawnPart = unkept;
+    });
     return part.bounds();
   };
   replay.restart(std::nullopt);
@@ -129,6 +140,20 @@ TEST(FrameReplay, DecodesOnlyFramesThatAreNotKept) {
   replay.restart(std::nullopt);
   show(file(1));
   EXPECT_EQ(drawn, 5);
+
+  // Pixels that were forgotten are drawn once more, and no others.
+  show(file(2));
+  replay.forget(Region({0, 0, 20, 10}));
+  for (const unsigned number : {1, 2}) {
+    const auto shown = show(file(number));
+    EXPECT_TRUE(shown.x == 0 && shown.y == 0 && shown.width >= 20 && shown.height >= 10);
+    EXPECT_EQ(drawnPart.bounds().y, 0);
+    EXPECT_LT(drawnPart.bounds().height, height);
+    EXPECT_EQ(decoded, 6);
+    EXPECT_EQ(drawn, 6 + static_cast<int>(number));
+  }
+  show(file(1));
+  EXPECT_EQ(drawn, 8);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -98,10 +99,10 @@ class PaintedOutput {
     if (!part.isEmpty()) painter_.paint(picture, area(), shown_.get(), part);
   }
 
-  // Makes it larger or smaller by turns.
+  // Makes it larger or smaller by turns. If nothing is drawn in between, it is as it was.
   void resize() {
     output_.width = 620 - output_.width;
-    shown_ = surfaceOf(output_.width, output_.height);
+    std::swap(shown_, shownInOtherSize_);
   }
 
   void compare() {
@@ -130,6 +131,7 @@ class PaintedOutput {
   host::OutputPainter painter_{options()};
   cairo_rectangle_int_t output_{0, 0, 300, 200};
   DrawnSurface shown_ = surfaceOf(output_.width, output_.height);
+  DrawnSurface shownInOtherSize_ = surfaceOf(620 - output_.width, output_.height);
 };
 
 // A device that is painted whenever it needs display.
@@ -160,6 +162,15 @@ struct PaintedStage : Stage {
   void set(const std::string& key, const std::string& value, const char* notification) {
     put(key, value);
     post(notification);
+  }
+
+  // Lets the clock on the screen move on.
+  void passMinute() {
+    DisplayClock::main().advance(std::chrono::minutes(1), [] { return true; });
+    settle();
+    springBoard().screen().showTime();
+    settle();
+    screen.compare();
   }
 
   // Plays three rounds. A comparison decodes the frame, so there is not one for each.
@@ -201,6 +212,8 @@ TEST(Painters, ShowKeptFramesAsIfDrawnAnew) {
   stage.play("the opacity");
   stage.set("SHARED_SCALING_MODE", "FILL", lumora::control::updateWallpaper);
   stage.play("the scaling");
+  stage.passMinute();
+  stage.play("a minute");
   stage.rotate(UIInterfaceOrientation::LandscapeLeft);
   stage.play("the orientation");
   stage.set("SHARED_GIF_ALPHA", "1", lumora::alphaNeedsUpdatingNotification);

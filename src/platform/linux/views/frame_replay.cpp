@@ -26,15 +26,15 @@ Region FrameReplay::next(const std::optional<FileIdentity>& frame,
 }
 
 void FrameReplay::draw(cairo_surface_t* surface, const Region& part,
-                       const std::function<void()>& drawNew) {
+                       const std::function<void(const Region&)>& drawNew) {
   all_ = Region(
       {0, 0, cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)});
-  if (isKept() && kept_.fits(surface)) {
-    kept_.draw(*frame_, surface, part);
-    return;
-  }
   try {
-    drawNew();
+    if (isKept() && kept_.fits(surface)) {
+      drawKept(surface, part, drawNew);
+      return;
+    }
+    drawNew(part);
     if (frame_) kept_.keep(*frame_, surface, before_);
   } catch (const std::bad_alloc&) {
     // The surface may show anything now.
@@ -42,6 +42,15 @@ void FrameReplay::draw(cairo_surface_t* surface, const Region& part,
     isDecoded_ = false;
     throw;
   }
+}
+
+void FrameReplay::drawKept(cairo_surface_t* surface, const Region& part,
+                           const std::function<void(const Region&)>& drawNew) {
+  kept_.draw(*frame_, surface, part);
+  const Region forgotten = kept_.forgotten(*frame_, part);
+  if (forgotten.isEmpty()) return;
+  drawNew(forgotten);
+  kept_.keepForgotten(*frame_, surface, forgotten);
 }
 
 }  // namespace platform::backend

@@ -55,6 +55,27 @@ void KeptFrames::clear() {
   missedCount_ = 0;
 }
 
+void KeptFrames::forget(const Region& part) {
+  for (std::size_t index = 0; index < places_.size(); ++index) {
+    if (!part.overlaps(places_[index])) continue;
+    for (auto& [file, tiles] : frames_) tiles[index].reset();
+  }
+  std::erase_if(tiles_, [this](const auto& known) {
+    const bool isUnused = known.second.use_count() == 1;
+    if (isUnused) size_ -= known.second->size() + sizeOfNode;
+    return isUnused;
+  });
+}
+
+Region KeptFrames::forgotten(const FileIdentity& frame, const Region& part) const {
+  const Tiles& tiles = frames_.at(frame);
+  Region found;
+  for (std::size_t index = 0; index < tiles.size(); ++index) {
+    if (!tiles[index] && part.overlaps(places_[index])) found.add(places_[index]);
+  }
+  return found;
+}
+
 bool KeptFrames::fits(cairo_surface_t* surface) const {
   return cairo_image_surface_get_width(surface) == width_ &&
          cairo_image_surface_get_height(surface) == height_;
@@ -65,7 +86,7 @@ Region KeptFrames::difference(const FileIdentity& one, const FileIdentity& other
   const Tiles& after = frames_.at(other);
   Region different;
   for (std::size_t index = 0; index < after.size(); ++index) {
-    if (before[index] != after[index]) different.add(places_[index]);
+    if (before[index] != after[index] || !after[index]) different.add(places_[index]);
   }
   return different;
 }
@@ -76,7 +97,9 @@ void KeptFrames::draw(const FileIdentity& frame, cairo_surface_t* surface, const
   cairo_surface_flush(surface);
   const Tiles& tiles = frames_.at(frame);
   for (std::size_t index = 0; index < tiles.size(); ++index) {
-    if (part.overlaps(places_[index])) drawTile(*tiles[index], surface, places_[index]);
+    if (tiles[index] && part.overlaps(places_[index])) {
+      drawTile(*tiles[index], surface, places_[index]);
+    }
   }
   cairo_surface_mark_dirty(surface);
 }
@@ -115,13 +138,25 @@ void KeptFrames::keep(const FileIdentity& frame, cairo_surface_t* surface,
   Tiles tiles;
   tiles.reserve(places_.size());
   for (const auto& pixels : places_) {
-    const bool isUnchanged = old != frames_.end() && !before->changed.overlaps(pixels);
+    const bool isUnchanged = old != frames_.end() && old->second[tiles.size()] != nullptr &&
+                             !before->changed.overlaps(pixels);
     tiles.push_back(isUnchanged ? old->second[tiles.size()] : tileOf(surface, pixels));
     isFull_ = size_ + sizeOfLists > budget_;
     if (isFull_) return;
   }
   size_ += sizeOfLists;
   frames_.emplace(frame, std::move(tiles));
+}
+
+void KeptFrames::keepForgotten(const FileIdentity& frame, cairo_surface_t* surface,
+                               const Region& part) {
+  cairo_surface_flush(surface);
+  Tiles& tiles = frames_.at(frame);
+  for (std::size_t index = 0; index < tiles.size() && size_ <= budget_; ++index) {
+    if (!tiles[index] && part.overlaps(places_[index])) {
+      tiles[index] = tileOf(surface, places_[index]);
+    }
+  }
 }
 
 std::shared_ptr<const KeptFrames::Tile> KeptFrames::tileOf(cairo_surface_t* surface,

@@ -29,12 +29,16 @@ class KeptFrames {
   bool has(const FileIdentity& frame) const { return frames_.contains(frame); }
   // Returns true if the surface has the size of the kept frames.
   bool fits(cairo_surface_t* surface) const;
-  // Returns the pixels in which two frames differ, and some around them. Requires that both are
+  // Forgets these pixels of all frames, and some around them.
+  void forget(const Region& part);
+  // Returns the pixels of this part of a kept frame that were forgotten, and some around them.
+  Region forgotten(const FileIdentity& frame, const Region& part) const;
+  // Returns the pixels in which two frames may differ, and some around them. Requires that both are
   // kept.
   Region difference(const FileIdentity& one, const FileIdentity& other) const;
 
-  // Draws at least these pixels of a kept frame on a surface of the size that was kept, an image of
-  // 32-bit pixels. Requires that the frame is kept.
+  // Draws at least these pixels of a kept frame, except for forgotten ones, on a surface of the
+  // size that was kept, an image of 32-bit pixels. Requires that the frame is kept.
   void draw(const FileIdentity& frame, cairo_surface_t* surface, const Region& part);
 
   // A kept frame and the pixels in which another one may differ from it.
@@ -48,11 +52,15 @@ class KeptFrames {
   void keep(const FileIdentity& frame, cairo_surface_t* surface,
             const std::optional<Before>& before = std::nullopt);
 
+  // Keeps the forgotten pixels of a kept frame again, as the surface shows them, if the budget
+  // allows it.
+  void keepForgotten(const FileIdentity& frame, cairo_surface_t* surface, const Region& part);
+
   // Returns about how many bytes of memory it takes.
   std::size_t size() const { return size_; }
 
  private:
-  // A compressed rectangle of pixels. Frames share equal ones.
+  // A compressed rectangle of pixels, or nothing if it was forgotten. Frames share equal ones.
   using Tile = std::vector<char>;
   using Tiles = std::vector<std::shared_ptr<const Tile>>;
 
