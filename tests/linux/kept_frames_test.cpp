@@ -60,13 +60,6 @@ TEST(KeptFrames, DrawThePixelsInWhichAFrameDiffers) {
   EXPECT_TRUE(areEqual(shown, other));
   kept.draw(file(1), shown.get(), all);
   EXPECT_TRUE(areEqual(shown, one));
-
-  // A frame may have been forgotten where the next one is the same.
-  kept.forget(all);
-  EXPECT_FALSE(kept.forgotten(file(1), Region({0, 0, 1, 1})).isEmpty());
-  kept.keep(file(3), other.get(), KeptFrames::Before{file(1), Region({0, 100, width, 60})});
-  kept.draw(file(3), shown.get(), all);
-  EXPECT_TRUE(areEqual(shown, other));
 }
 
 TEST(KeptFrames, ShareEqualTiles) {

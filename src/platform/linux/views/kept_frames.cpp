@@ -138,8 +138,7 @@ void KeptFrames::keep(const FileIdentity& frame, cairo_surface_t* surface,
   Tiles tiles;
   tiles.reserve(places_.size());
   for (const auto& pixels : places_) {
-    const bool isUnchanged = old != frames_.end() && old->second[tiles.size()] != nullptr &&
-                             !before->changed.overlaps(pixels);
+    const bool isUnchanged = old != frames_.end() && !before->changed.overlaps(pixels);
     tiles.push_back(isUnchanged ? old->second[tiles.size()] : tileOf(surface, pixels));
     isFull_ = size_ + sizeOfLists > budget_;
     if (isFull_) return;
