@@ -8,10 +8,10 @@
 
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
+#include "preferences/changes.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/stored_settings.h"
 #include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/progress_bar.h"
@@ -23,6 +23,7 @@ struct BlurOptions {
   std::string location;
   std::string radius;
   double timeout = usualTimeout.count();
+  ProgressStyle progress = ProgressStyle::Bar;
 };
 
 // Waits until all views have rewritten their frames. Every view rewrites its frames, whichever
@@ -42,8 +43,8 @@ class Rewriting {
     });
   }
 
-  void await() {
-    const ProgressBar bar("blurring frames", framesInCaches());
+  void await(ProgressStyle style) {
+    const ProgressBar bar("blurring frames", framesInCaches(), style);
     while (viewsDone_ < liveViews_) {
       if (limit_.isOver()) {
         throw Failure("the home screen is still blurring after the timeout; the setting is stored");
@@ -84,7 +85,9 @@ class Rewriting {
 };
 
 void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
-  storeSettingOf(locationNamed(options.location), "_GIF_BLUR", options.radius);
+  const auto change = preferences::changeOf(preferences::LiveSetting::Blur,
+                                            locationNamed(options.location), options.radius);
+  store(change);
   const TimeLimit limit{Seconds(options.timeout)};
   auto host = HostConnection::find(device, limit.left());
   if (!host) return;
@@ -94,8 +97,8 @@ void changeBlur(const DeviceFolder& device, const BlurOptions& options) {
     throw Failure("another blur command is still running after the timeout; the setting is stored");
   }
   Rewriting rewriting(*host, limit);
-  host->post(lumora::blurNeedsUpdatingNotification, limit.left());
-  rewriting.await();
+  for (const char* name : change.notifications) host->post(name, limit.left());
+  rewriting.await(options.progress);
   std::printf("%s blurred\n", countOfFrames(rewriting.framesFound()).c_str());
 }
 
@@ -114,6 +117,7 @@ void addBlurCommand(CLI::App& lumora, Context& context) {
       ->required()
       ->check(numberUpTo(maxRadius));
   addTimeout(command, options->timeout);
+  addProgress(command, options->progress);
 }
 
 }  // namespace tool

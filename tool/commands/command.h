@@ -1,7 +1,6 @@
 // Helpers for declaring commands on the command line.
 #pragma once
 
-#include <cctype>
 #include <charconv>
 #include <functional>
 #include <string>
@@ -12,9 +11,10 @@
 #include <CLI/CLI.hpp>
 
 #include "host/options/one_of.h"
-#include "settings/locations.h"
+#include "preferences/location_names.h"
 #include "tool/device/device_folder.h"
 #include "tool/device/output_devices.h"
+#include "tool/support/progress_bar.h"
 
 namespace tool {
 
@@ -88,6 +88,13 @@ inline void addTimeout(CLI::App* command, double& seconds) {
       ->capture_default_str();
 }
 
+// Adds the option --progress.
+inline void addProgress(CLI::App* command, ProgressStyle& style) {
+  command->add_flag_callback(
+      "--progress", [&style] { style = ProgressStyle::Lines; },
+      "print each step as a JSON object, for other programs");
+}
+
 // Adds the option --output to a command that can be for the wallpaper of one output.
 inline CLI::Option* addOutput(CLI::App* command, std::string& output) {
   return command
@@ -98,12 +105,7 @@ inline CLI::Option* addOutput(CLI::App* command, std::string& output) {
       ->type_name("OUTPUT");
 }
 
-inline const std::vector<std::string> locationNames = {"shared", "lockscreen", "homescreen"};
-
-// Returns the location with this name. Requires one of locationNames.
-inline const lumora::Location& locationNamed(std::string name) {
-  for (char& letter : name) letter = static_cast<char>(std::toupper(letter));
-  return *lumora::locationWithIdentifier(name);
-}
+using preferences::locationNamed;
+using preferences::locationNames;
 
 }  // namespace tool

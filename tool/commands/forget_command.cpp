@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "platform/linux/files/device_root.h"
+#include "preferences/gif_handover.h"
 #include "settings/device_paths.h"
 #include "settings/locations.h"
 #include "tool/device/autostart.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/wallpaper_import.h"
 #include "tool/support/disk_use.h"
 #include "tool/support/failure.h"
 
@@ -39,7 +39,7 @@ void removeEmpty(const DeviceFolder& device, fs::path folder) {
 std::vector<std::string> ownFiles() {
   std::vector<std::string> files{lumora::settingsPath};
   for (const lumora::Location& location : lumora::locations) {
-    files.push_back(incomingPath(location));
+    files.push_back(preferences::incomingPath(location));
   }
   return files;
 }

@@ -2,49 +2,46 @@
 
 #include <memory>
 
-#include "settings/notification_names.h"
+#include "preferences/changes.h"
 #include "settings/settings_store.h"
 #include "tool/commands/scaling_choice.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/device/stored_settings.h"
 
 namespace tool {
 namespace {
 
 using lumora::nameOf;
 using lumora::WallpaperMode;
+using preferences::Change;
+using preferences::LiveSetting;
 
-// A setting that each location has.
-struct LiveSetting {
+// The command of a setting that each location has.
+struct LiveSettingCommand {
+  LiveSetting setting;
   const char* command;
   const char* description;
-  // Follows the location's identifier in the settings file.
-  const char* key;
-  // Makes a running home screen read the setting again.
-  const char* notification;
   // The command's second argument.
   const char* valueName;
   const char* valueDescription;
 };
 
-constexpr LiveSetting speed = {.command = "speed",
-                               .description = "play faster or slower",
-                               .key = "_GIF_SPEED",
-                               .notification = lumora::speedNeedsUpdatingNotification,
-                               .valueName = "FACTOR",
-                               .valueDescription = "1 is normal, 0 freezes the GIF; at most 1000"};
-constexpr LiveSetting alpha = {.command = "alpha",
-                               .description = "let the still wallpaper behind the GIF show through",
-                               .key = "_GIF_ALPHA",
-                               .notification = lumora::alphaNeedsUpdatingNotification,
-                               .valueName = "OPACITY",
-                               .valueDescription = "from 0, invisible, to 1, opaque"};
-constexpr LiveSetting scaling = {
+constexpr LiveSettingCommand speed = {
+    .setting = LiveSetting::Speed,
+    .command = "speed",
+    .description = "play faster or slower",
+    .valueName = "FACTOR",
+    .valueDescription = "1 is normal, 0 freezes the GIF; at most 1000"};
+constexpr LiveSettingCommand alpha = {
+    .setting = LiveSetting::Alpha,
+    .command = "alpha",
+    .description = "let the still wallpaper behind the GIF show through",
+    .valueName = "OPACITY",
+    .valueDescription = "from 0, invisible, to 1, opaque"};
+constexpr LiveSettingCommand scaling = {
+    .setting = LiveSetting::Scaling,
     .command = "scaling",
     .description = "choose how the GIF fills the screen",
-    .key = "_SCALING_MODE",
-    .notification = lumora::control::updateWallpaper,
     .valueName = "MODE",
     .valueDescription =
         "FIT (or contain) shows the whole GIF, FILL (or cover) fills the screen "
@@ -55,12 +52,12 @@ struct LiveSettingOptions {
   std::string value;
 };
 
-// Posts these notifications to the home screen and waits until it is idle; does nothing if none is
-// running.
-void notify(const DeviceFolder& device, std::initializer_list<const char*> names) {
+// Makes the change. If a home screen is running, waits until it has followed.
+void make(const DeviceFolder& device, const Change& change) {
+  store(change);
   auto host = HostConnection::find(device);
   if (!host) return;
-  for (const char* name : names) host->post(name);
+  for (const char* name : change.notifications) host->post(name);
   host->settle();
 }
 
@@ -77,8 +74,7 @@ void addModeCommand(CLI::App& lumora, Context& context) {
         const FileLock lock = lockOutImports(device);
         const bool isShared = *mode == nameOf(WallpaperMode::Shared);
         const auto chosen = isShared ? WallpaperMode::Shared : WallpaperMode::Separate;
-        storeSetting("MODE_INDEX", std::to_string(static_cast<int>(chosen)));
-        notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
+        make(device, preferences::changeOfMode(chosen));
       });
   addChoice(command, "MODE", *mode,
             {nameOf(WallpaperMode::Shared), nameOf(WallpaperMode::Separate)},
@@ -91,8 +87,7 @@ void addDockCommand(CLI::App& lumora, Context& context) {
                              [&context, state] {
                                const DeviceFolder device = context.madeDevice();
                                requirePhone(device);
-                               storeSetting("DOCK_ENABLED", *state == "on" ? "TRUE" : "FALSE");
-                               notify(device, {lumora::control::updateWallpaper});
+                               make(device, preferences::changeOfDock(*state == "on"));
                              });
   addChoice(command, "STATE", *state, {"on", "off"},
             "on: end the wallpaper at the dock; off: fill the screen");
@@ -100,16 +95,18 @@ void addDockCommand(CLI::App& lumora, Context& context) {
 
 // Declares the command of a setting. Returns the value's argument, to which the caller adds a
 // check.
-CLI::Option* addLiveSetting(CLI::App& lumora, Context& context, const LiveSetting& setting) {
+CLI::Option* addLiveSetting(CLI::App& lumora, Context& context,
+                            const LiveSettingCommand& declared) {
   auto options = std::make_shared<LiveSettingOptions>();
-  auto* command = addCommand(lumora, context, setting.command, setting.description, [=, &context] {
-    const DeviceFolder device = context.madeDevice();
-    storeSettingOf(locationNamed(options->location), setting.key, options->value);
-    notify(device, {setting.notification});
-  });
+  auto* command =
+      addCommand(lumora, context, declared.command, declared.description, [=, &context] {
+        const DeviceFolder device = context.madeDevice();
+        const lumora::Location& location = locationNamed(options->location);
+        make(device, preferences::changeOf(declared.setting, location, options->value));
+      });
   addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to change");
   addOutput(command, context.output);
-  return command->add_option(setting.valueName, options->value, setting.valueDescription)
+  return command->add_option(declared.valueName, options->value, declared.valueDescription)
       ->required();
 }
 

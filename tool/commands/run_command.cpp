@@ -21,6 +21,8 @@
 #include "host/control/status_keys.h"
 #include "host/options/host_options.h"
 #include "platform/linux/files/signal_descriptor.h"
+#include "preferences/changes.h"
+#include "preferences/stored_settings.h"
 #include "tool/commands/output_hosts.h"
 #include "tool/commands/scaling_choice.h"
 #include "tool/device/host_connection.h"
@@ -28,7 +30,6 @@
 #include "tool/device/import_process.h"
 #include "tool/device/last_desktop.h"
 #include "tool/device/output_report.h"
-#include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_import.h"
 #include "tool/support/background.h"
 #include "tool/support/child_process.h"
@@ -56,8 +57,6 @@ struct RunOptions {
 
 int runHost(const DeviceFolder& device, const RunOptions& options,
             const std::optional<ChosenGif>& gif, const std::function<void()>& launched);
-
-constexpr auto scalingKey = "_SCALING_MODE";
 
 // The home screen from its start to its end. The arguments must outlive the object.
 class HostRun {
@@ -272,11 +271,10 @@ class HostRun {
 void storeScaling(const RunOptions& options) {
   const bool isDesktop = options.host.display == host::DisplayKind::Desktop;
   for (const lumora::Location& location : lumora::locations) {
-    if (!options.scaling.empty()) {
-      storeSettingOf(location, scalingKey, options.scaling);
-    } else if (isDesktop && !storedSetting(std::string(location.identifier) + scalingKey)) {
-      storeSettingOf(location, scalingKey, "FILL");
-    }
+    const auto change = preferences::changeOf(preferences::LiveSetting::Scaling, location,
+                                              options.scaling.empty() ? "FILL" : options.scaling);
+    const bool isDefault = isDesktop && !preferences::storedSetting(change.key);
+    if (!options.scaling.empty() || isDefault) store(change);
   }
 }
 

@@ -44,6 +44,7 @@ struct SetOptions {
   double timeout = usualTimeout.count();
   bool keepsOther = false;
   bool noWait = false;
+  ProgressStyle progress = ProgressStyle::Bar;
 };
 
 // Returns a home screen that makes the frames if none is running, otherwise nullptr.
@@ -70,7 +71,7 @@ void importAt(const DeviceFolder& device, const lumora::Location& location, cons
   // A home screen for this import makes frames only as long as this process waits.
   const TimeLimit limit(host ? maxImportTime : Seconds(options.timeout));
   importInOwnProcess(device, {location, gif, found.shown, limit, !isPrepared},
-                     noWait ? WaitFor::Handover : WaitFor::Frames);
+                     noWait ? WaitFor::Handover : WaitFor::Frames, options.progress);
   if (noWait) return;
   const std::string place =
       options.output.empty() ? placeNames[static_cast<std::size_t>(location.id)] : options.output;
@@ -213,6 +214,7 @@ void addSetCommand(CLI::App& lumora, Context& context) {
                     "keep a shared wallpaper on the other screen");
   command->add_flag("--no-wait", options->noWait, "return without waiting for the frames");
   addTimeout(command, options->timeout);
+  addProgress(command, options->progress);
   addOutput(command, options->output)
       ->description("give the output with this name its own wallpaper");
 }

@@ -9,8 +9,9 @@
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
+#include "preferences/changes.h"
+#include "preferences/stored_settings.h"
 #include "settings/settings_store.h"
-#include "tool/device/stored_settings.h"
 #include "tool/support/failure.h"
 #include "tool/support/json_text.h"
 #include "tool/support/terminal.h"
@@ -52,7 +53,7 @@ void printSettings(bool asJson) {
 }
 
 void printSetting(const std::string& key) {
-  const auto value = storedSetting(key);
+  const auto value = preferences::storedSetting(key);
   if (!value) throw Failure(key + " is not set; `lumora settings` prints the value that applies");
   std::printf("%s\n", printable(*value, STDOUT_FILENO).c_str());
 }
@@ -73,7 +74,7 @@ void addRawCommands(CLI::App& lumora, Context& context) {
   auto* put = addCommand(lumora, context, "put", "store a setting without checking it",
                          [&context, setting] {
                            const DeviceFolder device = context.madeDevice();
-                           storeSetting(setting->key, setting->value);
+                           preferences::storeSetting(setting->key, setting->value);
                          });
   put->add_option("KEY", setting->key, "key as `lumora settings` lists it")
       ->required()
@@ -89,16 +90,17 @@ void addRawCommands(CLI::App& lumora, Context& context) {
                    printSettings(*asJson);
                  });
   all->add_flag("--json", *asJson, "print one JSON object");
+  addOutput(all, context.output);
 }
 
 void addSwitches(CLI::App& lumora, Context& context) {
   addCommand(lumora, context, "enable", "let wallpapers be animated", [&context] {
     const DeviceFolder device = context.madeDevice();
-    storeSetting("ENABLED", "TRUE");
+    store(preferences::changeOfEnabled(true));
   });
   addCommand(lumora, context, "disable", "do not animate wallpapers from now on", [&context] {
     const DeviceFolder device = context.madeDevice();
-    storeSetting("ENABLED", "FALSE");
+    store(preferences::changeOfEnabled(false));
     std::printf("disabled; a wallpaper that is playing continues\n");
   });
 }

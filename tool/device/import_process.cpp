@@ -17,7 +17,6 @@
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/files/signal_descriptor.h"
 #include "tool/support/failure.h"
-#include "tool/support/progress_bar.h"
 
 namespace tool {
 namespace {
@@ -84,12 +83,12 @@ void setSignals(int how) {
 class Waiting {
  public:
   Waiting(pid_t worker, platform::backend::FileDescriptor pipe, const Import& import,
-          const platform::backend::FileDescriptor& signals)
+          const platform::backend::FileDescriptor& signals, ProgressStyle style)
       : worker_(worker),
         pipe_(std::move(pipe)),
         limit_(import.limit),
         signals_(signals),
-        bar_("making frames", import.frames) {}
+        bar_("making frames", import.frames, style) {}
 
   void await(WaitFor end) {
     while (!isDone_ && !(isHandedOver_ && end == WaitFor::Handover)) {
@@ -184,7 +183,8 @@ class Waiting {
 
 }  // namespace
 
-void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFor end) {
+void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFor end,
+                        ProgressStyle style) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
@@ -196,7 +196,7 @@ void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFo
   if (worker < 0) throw Failure(std::string("cannot start a process: ") + std::strerror(errno));
   if (worker == 0) work(Report(std::move(writer)), device, import);
   writer = platform::backend::FileDescriptor();
-  std::optional<Waiting> waiting(std::in_place, worker, std::move(reader), import, signals);
+  std::optional<Waiting> waiting(std::in_place, worker, std::move(reader), import, signals, style);
   try {
     waiting->await(end);
   } catch (const Failure&) {

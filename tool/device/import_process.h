@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tool/device/wallpaper_import.h"
+#include "tool/support/progress_bar.h"
 
 namespace tool {
 
@@ -14,6 +15,7 @@ enum class WaitFor { Handover, Frames };
 // limit passes; the message describes the state of the wallpaper. On SIGINT, SIGTERM or SIGHUP,
 // prints that state and ends this process by the signal. Requires that this process has no other
 // threads.
-void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFor end);
+void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFor end,
+                        ProgressStyle style = ProgressStyle::Bar);
 
 }  // namespace tool

@@ -8,7 +8,7 @@
 #include "platform/file_manager.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
-#include "tool/device/stored_settings.h"
+#include "preferences/stored_settings.h"
 #include "tool/support/failure.h"
 
 namespace tool {
@@ -23,8 +23,8 @@ OldWallpaper::~OldWallpaper() {
 }
 
 void OldWallpaper::keepSettings() {
-  mode_ = storedSetting("MODE_INDEX").value_or("");
-  location_ = storedSetting("LOCATION_INDEX").value_or("");
+  mode_ = preferences::storedSetting("MODE_INDEX").value_or("");
+  location_ = preferences::storedSetting("LOCATION_INDEX").value_or("");
 }
 
 void OldWallpaper::keepFile(const lumora::Location& location) {
@@ -49,8 +49,8 @@ bool OldWallpaper::putFileAt(const std::string& path) const {
 }
 
 void OldWallpaper::restoreSettings() const {
-  storeSetting("MODE_INDEX", mode_);
-  storeSetting("LOCATION_INDEX", location_);
+  preferences::storeSetting("MODE_INDEX", mode_);
+  preferences::storeSetting("LOCATION_INDEX", location_);
 }
 
 }  // namespace tool

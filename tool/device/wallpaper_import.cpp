@@ -10,9 +10,8 @@
 #include "gifview/frame_cache.h"
 #include "host/control/control_names.h"
 #include "host/control/status_keys.h"
-#include "platform/data.h"
-#include "platform/file_manager.h"
 #include "platform/linux/files/file_contents.h"
+#include "preferences/gif_handover.h"
 #include "settings/device_paths.h"
 #include "settings/notification_names.h"
 #include "settings/settings_store.h"
@@ -20,7 +19,6 @@
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/old_wallpaper.h"
-#include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_names.h"
 #include "tool/support/failure.h"
 
@@ -28,9 +26,9 @@ namespace tool {
 namespace {
 
 using lumora::Location;
+using preferences::hasTaken;
+using preferences::incomingPath;
 using std::chrono::steady_clock;
-
-constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
 
 std::string adviceOnFolder() {
   return std::string(": check that ") + lumora::libraryDirectory +
@@ -62,10 +60,8 @@ class WallpaperImport {
   void reach(const char* state);
   void awaitRest();
   void awaitFrames();
-  void storeFile(const platform::NSData& contents);
-  void storeChoice();
+  void storeFile();
   void announce();
-  bool isTaken() const;
   void checkChoice() const;
   int timesOutOfMemory();
   void restore();
@@ -117,10 +113,11 @@ void WallpaperImport::handOver() {
   report_(progress_);
   limit_ = TimeLimit(maxImportTime);
   old_.keepFile(location_);
-  storeFile(*gif_.data);
-  storeChoice();
+  storeFile();
+  preferences::storeChoice(location_);
   announce();
-  if (!isTaken()) giveUp("the home screen could not import the GIF" + adviceOnFolder());
+  if (!hasTaken(location_, *gif_.data))
+    giveUp("the home screen could not import the GIF" + adviceOnFolder());
   // A GIF that is reported as set must survive a power failure. Frames can be made again.
   platform::backend::makeDurable(location_.gifPath);
   nameWallpaper(device_, location_, gif_.name);
@@ -156,7 +153,7 @@ void WallpaperImport::finish() {
     checkChoice();
     progress_.framesFound = 0;
     awaitRest();
-    storeFile(*gif_.data);
+    storeFile();
     announce();
   }
   host_.call(host::service::method::noteNewWallpaper, limit_.left());
@@ -177,25 +174,11 @@ void WallpaperImport::awaitRest() {
   }
 }
 
-void WallpaperImport::storeFile(const platform::NSData& contents) {
-  const std::string path = incomingPath(location_);
-  platform::createDirectoryAtPath(incomingDirectory);
-  if (contents.writeToFileAtomically(path) && platform::backend::makeDurable(path)) return;
-  platform::removeItemAtPath(path);
-  throw Failure("cannot copy the GIF to " + path +
-                " in the device folder; check that it exists, is writable and has free space");
-}
-
-void WallpaperImport::storeChoice() {
-  try {
-    if (location_.locationIndex >= 0) {
-      storeSetting("LOCATION_INDEX", std::to_string(location_.locationIndex));
-    }
-    storeSetting("SAFARI_DIRECTORY", incomingPath(location_));
-  } catch (const Failure&) {
-    platform::removeItemAtPath(incomingPath(location_));
-    throw;
-  }
+void WallpaperImport::storeFile() {
+  preferences::storeIncomingGIF(location_, *gif_.data);
+  if (platform::backend::makeDurable(incomingPath(location_))) return;
+  preferences::removeIncomingGIF(location_);
+  throw Failure("cannot copy the GIF into the device folder; check that it has free space");
 }
 
 // Posts the notification of a chosen GIF. Returns after the home screen has handled it: it handles
@@ -209,14 +192,10 @@ int WallpaperImport::timesOutOfMemory() {
   return nlohmann::json::parse(host_.status(limit_.left())).value(host::status::outOfMemory, 0);
 }
 
-bool WallpaperImport::isTaken() const {
-  const auto taken = platform::NSData::dataWithContentsOfFile(location_.gifPath);
-  return taken && taken->isEqualToData(*gif_.data);
-}
-
 // Throws Failure if another program has changed the wallpaper, because that must not be undone.
 void WallpaperImport::checkChoice() const {
-  if (!isTaken()) throw Failure("another program has removed or replaced the GIF");
+  if (!hasTaken(location_, *gif_.data))
+    throw Failure("another program has removed or replaced the GIF");
   if (!lumora::isUsed(location_, lumora::wallpaperMode())) {
     throw Failure("another program has changed the mode");
   }
@@ -225,7 +204,7 @@ void WallpaperImport::checkChoice() const {
 void WallpaperImport::restore() {
   host_.settle(limit_.left());
   if (old_.putFileAt(incomingPath(location_))) {
-    storeChoice();
+    preferences::storeChoice(location_);
     announce();
   } else {
     host_.post(location_.removalNotification, limit_.left());
@@ -249,10 +228,6 @@ void WallpaperImport::giveUp(const std::string& problem) {
 }
 
 }  // namespace
-
-std::string incomingPath(const Location& location) {
-  return std::string(incomingDirectory) + "/" + location.incomingName;
-}
 
 void importWallpaper(const DeviceFolder& device, const Import& import,
                      const std::function<void(const ImportProgress&)>& report) {

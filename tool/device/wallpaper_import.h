@@ -38,9 +38,6 @@ struct ImportProgress {
   const char* state = "nothing was changed";
 };
 
-// Returns the device path at which a GIF is handed over.
-std::string incomingPath(const lumora::Location& location);
-
 // Waits within the limit until no other import is running and no frames are being made, and puts
 // the GIF into place. Then waits, for maxImportTime at most, until the home screen has made all
 // frames; if another program's request interrupts that, starts it again. Afterwards the GIF plays

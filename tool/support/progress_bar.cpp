@@ -18,10 +18,11 @@ bool wantsPlainOutput() {
 
 }  // namespace
 
-ProgressBar::ProgressBar(std::string label, int total)
+ProgressBar::ProgressBar(std::string label, int total, ProgressStyle style)
     : label_(std::move(label)),
       total_(std::max(total, 1)),
-      isDrawn_(isatty(STDOUT_FILENO) && !wantsPlainOutput()) {
+      style_(style),
+      isDrawn_(style == ProgressStyle::Bar && isatty(STDOUT_FILENO) && !wantsPlainOutput()) {
   show(0);
 }
 
@@ -32,6 +33,10 @@ ProgressBar::~ProgressBar() {
 }
 
 void ProgressBar::show(int done) const {
+  if (style_ == ProgressStyle::Lines) {
+    std::printf("{\"done\":%d,\"total\":%d}\n", done, total_);
+    std::fflush(stdout);
+  }
   if (!isDrawn_) return;
   constexpr int width = 32;
   const int filled = width * std::min(done, total_) / total_;

@@ -1,14 +1,14 @@
-#include "tool/device/stored_settings.h"
+#include "preferences/stored_settings.h"
 
 #include <algorithm>
 
 #include <utf8cpp/utf8.h>
 
 #include "platform/property_list.h"
+#include "preferences/failure.h"
 #include "settings/device_paths.h"
-#include "tool/support/failure.h"
 
-namespace tool {
+namespace preferences {
 
 namespace {
 
@@ -37,13 +37,9 @@ void storeSetting(const std::string& key, const std::string& value) {
                 "free space");
 }
 
-void storeSettingOf(const lumora::Location& location, const char* key, const std::string& value) {
-  storeSetting(std::string(location.identifier) + key, value);
-}
-
 std::optional<std::string> storedSetting(const std::string& key) {
   auto settings = platform::NSMutableDictionary::dictionaryWithContentsOfFile(lumora::settingsPath);
   return settings ? settings->stringForKey(key) : std::nullopt;
 }
 
-}  // namespace tool
+}  // namespace preferences

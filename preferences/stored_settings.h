@@ -4,17 +4,12 @@
 #include <optional>
 #include <string>
 
-#include "settings/locations.h"
-
-namespace tool {
+namespace preferences {
 
 // Stores a setting. Throws Failure if it cannot be stored, with ExitCode::WrongUse if the text
 // cannot be part of a property list.
 void storeSetting(const std::string& key, const std::string& value);
-// Stores a setting of one location. key: the part of the key after the location's identifier.
-void storeSettingOf(const lumora::Location& location, const char* key, const std::string& value);
-
 // Returns the stored text, or nothing if there is none.
 std::optional<std::string> storedSetting(const std::string& key);
 
-}  // namespace tool
+}  // namespace preferences

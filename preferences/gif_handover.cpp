@@ -1,0 +1,50 @@
+#include "preferences/gif_handover.h"
+
+#include "platform/file_manager.h"
+#include "preferences/failure.h"
+#include "preferences/stored_settings.h"
+
+namespace preferences {
+namespace {
+
+using lumora::Location;
+
+constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
+
+}  // namespace
+
+std::string incomingPath(const Location& location) {
+  return std::string(incomingDirectory) + "/" + location.incomingName;
+}
+
+void storeIncomingGIF(const Location& location, const platform::NSData& gif) {
+  const std::string path = incomingPath(location);
+  platform::createDirectoryAtPath(incomingDirectory);
+  if (gif.writeToFileAtomically(path)) return;
+  removeIncomingGIF(location);
+  throw Failure("cannot copy the GIF to " + path +
+                " in the device folder; check that it exists, is writable and has free space");
+}
+
+void removeIncomingGIF(const Location& location) {
+  platform::removeItemAtPath(incomingPath(location));
+}
+
+void storeChoice(const Location& location) {
+  try {
+    if (location.locationIndex >= 0) {
+      storeSetting("LOCATION_INDEX", std::to_string(location.locationIndex));
+    }
+    storeSetting("SAFARI_DIRECTORY", incomingPath(location));
+  } catch (const Failure&) {
+    removeIncomingGIF(location);
+    throw;
+  }
+}
+
+bool hasTaken(const Location& location, const platform::NSData& gif) {
+  const auto taken = platform::NSData::dataWithContentsOfFile(location.gifPath);
+  return taken && taken->isEqualToData(gif);
+}
+
+}  // namespace preferences

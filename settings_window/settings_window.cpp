@@ -1,0 +1,346 @@
+#include "settings_window/settings_window.h"
+
+#include <cmath>
+#include <cstdio>
+#include <iterator>
+#include <utility>
+
+#include <nlohmann/json.hpp>
+
+#include "settings_window/gif_list.h"
+#include "settings_window/gif_preview.h"
+
+namespace settings_window {
+namespace {
+
+using nlohmann::json;
+
+constexpr guint secondsBetweenReadings = 2;
+constexpr std::size_t maxGIFs = 60;
+constexpr int previewWidthInPoints = 140;
+constexpr int previewHeightInPoints = 88;
+
+// In the order of the list in the window.
+constexpr const char* scalings[] = {"FILL", "FIT", "FULLSCREEN"};
+
+json parsed(const CommandResult& result) {
+  json value = json::parse(result.output, nullptr, false);
+  return value.is_object() ? value : json::object();
+}
+
+std::string identifierOf(const Place& place) {
+  std::string identifier = place.location;
+  for (char& letter : identifier) letter = g_ascii_toupper(letter);
+  return identifier;
+}
+
+std::string textOf(double value) {
+  char text[G_ASCII_DTOSTR_BUF_SIZE];
+  return g_ascii_formatd(text, sizeof text, "%.3g", value);
+}
+
+GtkWidget* makeGridItem(const std::string& path) {
+  const Text name(g_path_get_basename(path.c_str()));
+  GtkWidget* item = gtk_flow_box_child_new();
+  GtkWidget* preview = makeGIFPreview(path, item);
+  gtk_widget_set_size_request(preview, previewWidthInPoints, previewHeightInPoints);
+  gtk_widget_set_overflow(preview, GTK_OVERFLOW_HIDDEN);
+  gtk_widget_add_css_class(preview, "card");
+  GtkWidget* label = gtk_label_new(name.get());
+  gtk_label_set_ellipsize(GTK_LABEL(label), PANGO_ELLIPSIZE_MIDDLE);
+  gtk_label_set_max_width_chars(GTK_LABEL(label), 1);
+  gtk_widget_add_css_class(label, "caption");
+  constexpr int space = 6;
+  GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, space);
+  gtk_box_append(GTK_BOX(box), preview);
+  gtk_box_append(GTK_BOX(box), label);
+  gtk_flow_box_child_set_child(GTK_FLOW_BOX_CHILD(item), box);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(item), GTK_ACCESSIBLE_PROPERTY_LABEL, name.get(),
+                                 -1);
+  g_object_set_data_full(G_OBJECT(item), "path", g_strdup(path.c_str()), g_free);
+  return item;
+}
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(AdwApplication* application, const CommandRunner& runner,
+                               std::string samples)
+    : runner_(runner),
+      samples_(std::move(samples)),
+      builder_(gtk_builder_new_from_resource("/com/brightfen/lumora/window.ui")),
+      window_(find<AdwApplicationWindow>("window")),
+      sliders_{{find<GtkRange>("speed"), "speed", "_GIF_SPEED", nullptr},
+               {find<GtkRange>("alpha"), "alpha", "_GIF_ALPHA", nullptr},
+               {find<GtkRange>("blur"), "blur", "_GIF_BLUR", nullptr}} {
+  gtk_window_set_application(GTK_WINDOW(window_), GTK_APPLICATION(application));
+  // Names of files may contain anything.
+  adw_preferences_row_set_use_markup(find<AdwPreferencesRow>("state_row"), FALSE);
+  connectAll();
+  fillGrid();
+  showState();
+  runner_.run({"autostart", "status"}, [this](const CommandResult& result) {
+    isShowing_ = true;
+    gtk_switch_set_active(find<GtkSwitch>("autostart"), result.output.starts_with("on"));
+    isShowing_ = false;
+  });
+  refresh();
+  timer_ = g_timeout_add_seconds(
+      secondsBetweenReadings,
+      [](gpointer data) -> gboolean {
+        auto* self = static_cast<SettingsWindow*>(data);
+        if (gtk_window_is_active(GTK_WINDOW(self->window_)) != FALSE) self->refresh();
+        return G_SOURCE_CONTINUE;
+      },
+      this);
+}
+
+SettingsWindow::~SettingsWindow() {
+  g_source_remove(timer_);
+}
+
+void SettingsWindow::present() {
+  gtk_window_present(GTK_WINDOW(window_));
+}
+
+template <typename Type>
+Type* SettingsWindow::find(const char* name) const {
+  return reinterpret_cast<Type*>(gtk_builder_get_object(builder_.get(), name));
+}
+
+void SettingsWindow::connectAll() {
+  connect(find<GtkButton>("choose"), "clicked", [this] { askForFile(); });
+  connect(find<GtkButton>("play"), "clicked", [this] { playOrPause(); });
+  connect(find<GtkButton>("drop_own"), "clicked", [this] { perform(withOutput({"remove"})); });
+  connect(window_, "notify::is-active", [this] { refresh(); });
+  connect(find<AdwComboRow>("place"), "notify::selected", [this] {
+    const auto selected = adw_combo_row_get_selected(find<AdwComboRow>("place"));
+    if (isShowing_ || selected >= places_.size()) return;
+    selected_ = selected;
+    refresh();
+  });
+  connect(find<AdwComboRow>("scaling"), "notify::selected", [this] {
+    const auto selected = adw_combo_row_get_selected(find<AdwComboRow>("scaling"));
+    if (isShowing_ || selected >= std::size(scalings)) return;
+    perform(withOutput({"scaling", place().location, scalings[selected]}));
+  });
+  const auto connectSwitch = [this](const char* name, const Words& on, const Words& off) {
+    auto* toggle = find<GtkSwitch>(name);
+    connect(toggle, "notify::active", [this, toggle, on, off] {
+      if (!isShowing_) perform(gtk_switch_get_active(toggle) != FALSE ? on : off);
+    });
+  };
+  connectSwitch("separate", {"mode", "separate"}, {"mode", "shared"});
+  connectSwitch("dock", {"dock", "on"}, {"dock", "off"});
+  connectSwitch("enabled", {"enable"}, {"disable"});
+  connectSwitch("autostart", {"autostart", "on"}, {"autostart", "off"});
+  for (Slider& slider : sliders_) connectSlider(slider);
+  connectDrop();
+}
+
+void SettingsWindow::connectSlider(Slider& slider) {
+  slider.changes = std::make_unique<LatestCommand>(runner_);
+  connect(slider.range, "value-changed", [this, &slider] {
+    if (isShowing_) return;
+    Words words{slider.command, place().location, textOf(gtk_range_get_value(slider.range))};
+    CommandRunner::Progress progress;
+    if (slider.command == std::string_view("blur")) {
+      words.emplace_back("--progress");
+      progress = [this](int done, int total) { showProgress(static_cast<double>(done) / total); };
+    }
+    const auto finish = [this](const CommandResult& result) {
+      showProgress(1);
+      report(result);
+      refresh();
+    };
+    slider.changes->run(withOutput(std::move(words)), finish, progress);
+  });
+}
+
+void SettingsWindow::connectDrop() {
+  GtkDropTarget* target = gtk_drop_target_new(G_TYPE_FILE, GDK_ACTION_COPY);
+  const auto take =
+      +[](GtkDropTarget*, const GValue* value, double, double, gpointer data) -> gboolean {
+    const Text path(g_file_get_path(G_FILE(g_value_get_object(value))));
+    if (!path) return FALSE;
+    static_cast<SettingsWindow*>(data)->choose(path.get());
+    return TRUE;
+  };
+  g_signal_connect(target, "drop", G_CALLBACK(take), this);
+  gtk_widget_add_controller(GTK_WIDGET(window_), GTK_EVENT_CONTROLLER(target));
+}
+
+void SettingsWindow::fillGrid() {
+  const char* pictures = g_get_user_special_dir(G_USER_DIRECTORY_PICTURES);
+  const auto paths = listGIFs(pictures == nullptr ? "" : pictures, samples_, maxGIFs);
+  gtk_widget_set_visible(find<GtkWidget>("pictures"), !paths.empty());
+  auto* grid = find<GtkFlowBox>("grid");
+  for (const std::string& path : paths) gtk_flow_box_append(grid, makeGridItem(path));
+  const auto take = +[](GtkFlowBox*, GtkFlowBoxChild* item, gpointer data) {
+    const auto* path = static_cast<const char*>(g_object_get_data(G_OBJECT(item), "path"));
+    static_cast<SettingsWindow*>(data)->choose(path);
+  };
+  g_signal_connect(grid, "child-activated", G_CALLBACK(take), this);
+}
+
+void SettingsWindow::refresh() {
+  if (std::exchange(isReading_, true)) return;
+  runner_.run({"status", "--json"},
+              [this](const CommandResult& result) { readPlace(parsed(result)); });
+}
+
+void SettingsWindow::readPlace(json status) {
+  const auto finish = [this, status](const json& ofPlace) {
+    state_ = WallpaperState(status, ofPlace);
+    showPlaces();
+    readSettings();
+  };
+  if (place().output.empty() || !place().isOwn) return finish(status);
+  runner_.run(withOutput({"status", "--json"}),
+              [finish](const CommandResult& result) { finish(parsed(result)); });
+}
+
+void SettingsWindow::readSettings() {
+  const Words words{"settings", "--json"};
+  runner_.run(place().isOwn ? withOutput(words) : words, [this](const CommandResult& result) {
+    isReading_ = false;
+    showState();
+    if (result.exitCode == 0) showSettings(parsed(result));
+  });
+}
+
+void SettingsWindow::showPlaces() {
+  const std::vector<Place> places = state_.places();
+  if (places == places_) return;
+  const Place before = place();
+  selected_ = 0;
+  for (std::size_t index = 0; index < places.size(); ++index) {
+    if (places[index].name == before.name) selected_ = index;
+  }
+  places_ = places;
+  isShowing_ = true;
+  std::vector<const char*> names;
+  for (const Place& each : places_) names.push_back(each.name.c_str());
+  names.push_back(nullptr);
+  auto* list = find<GtkStringList>("place_names");
+  gtk_string_list_splice(list, 0, g_list_model_get_n_items(G_LIST_MODEL(list)), names.data());
+  adw_combo_row_set_selected(find<AdwComboRow>("place"), static_cast<guint>(selected_));
+  isShowing_ = false;
+}
+
+void SettingsWindow::showState() {
+  auto* row = find<AdwPreferencesRow>("state_row");
+  adw_preferences_row_set_title(row, state_.title(place()).c_str());
+  adw_action_row_set_subtitle(ADW_ACTION_ROW(row), state_.description(place()).c_str());
+  const bool isPhone = state_.isRunning() && !state_.isDesktop();
+  const auto show = [this](const char* name, bool isShown) {
+    gtk_widget_set_visible(find<GtkWidget>(name), isShown);
+  };
+  show("place", places_.size() > 1);
+  show("separate_row", isPhone);
+  show("dock_row", isPhone);
+  show("own_row", !place().output.empty() && place().isOwn);
+  const bool canPlay = state_.hasGIF(place()) && !isPhone;
+  show("play", canPlay);
+  const char* label = !state_.isRunning()              ? "_Start"
+                      : state_.isPausedByHand(place()) ? "_Resume"
+                                                       : "_Pause";
+  auto* play = find<GtkButton>("play");
+  gtk_button_set_use_underline(play, TRUE);
+  gtk_button_set_label(play, label);
+  gtk_widget_set_sensitive(find<GtkWidget>("look"), place().isOwn);
+}
+
+void SettingsWindow::showSettings(const json& settings) {
+  isShowing_ = true;
+  const std::string identifier = identifierOf(place());
+  for (const Slider& slider : sliders_) {
+    // What the user is just changing stays.
+    if (slider.changes->isRunning()) continue;
+    gtk_range_set_value(slider.range, settings.value(identifier + slider.key, 0.0));
+  }
+  const std::string scaling = settings.value(identifier + "_SCALING_MODE", "");
+  for (guint index = 0; index < std::size(scalings); ++index) {
+    if (scaling == scalings[index]) {
+      adw_combo_row_set_selected(find<AdwComboRow>("scaling"), index);
+    }
+  }
+  gtk_switch_set_active(find<GtkSwitch>("dock"), settings.value("DOCK_ENABLED", true));
+  gtk_switch_set_active(find<GtkSwitch>("enabled"), settings.value("ENABLED", true));
+  gtk_switch_set_active(find<GtkSwitch>("separate"), state_.isSeparate());
+  isShowing_ = false;
+}
+
+void SettingsWindow::showProgress(double fraction) {
+  auto* bar = find<GtkProgressBar>("progress");
+  gtk_progress_bar_set_fraction(bar, std::min(fraction, 1.0));
+  gtk_widget_set_visible(GTK_WIDGET(bar), fraction < 1);
+}
+
+void SettingsWindow::askForFile() {
+  GtkFileChooserNative* dialog = gtk_file_chooser_native_new(
+      "Choose a GIF", GTK_WINDOW(window_), GTK_FILE_CHOOSER_ACTION_OPEN, "_Choose", "_Cancel");
+  GtkFileFilter* filter = gtk_file_filter_new();
+  gtk_file_filter_set_name(filter, "GIF");
+  gtk_file_filter_add_mime_type(filter, "image/gif");
+  gtk_file_chooser_add_filter(GTK_FILE_CHOOSER(dialog), filter);
+  g_object_unref(filter);
+  const auto answer = +[](GtkNativeDialog* asked, int response, gpointer data) {
+    if (response == GTK_RESPONSE_ACCEPT) {
+      const Object<GFile> file(gtk_file_chooser_get_file(GTK_FILE_CHOOSER(asked)));
+      const Text path(file ? g_file_get_path(file.get()) : nullptr);
+      if (path) static_cast<SettingsWindow*>(data)->choose(path.get());
+    }
+    g_object_unref(asked);
+  };
+  g_signal_connect(dialog, "response", G_CALLBACK(answer), this);
+  gtk_native_dialog_show(GTK_NATIVE_DIALOG(dialog));
+}
+
+void SettingsWindow::choose(const std::string& path) {
+  if (state_.isRunning()) return setGIF(path);
+  runner_.run({"run", "--restore", "--background"}, [this, path](const CommandResult& result) {
+    report(result);
+    if (result.exitCode == 0) setGIF(path);
+  });
+}
+
+void SettingsWindow::setGIF(const std::string& path) {
+  showProgress(0);
+  runner_.run(
+      withOutput({"set", place().location, path, "--progress"}),
+      [this](const CommandResult& result) {
+        showProgress(1);
+        report(result);
+        refresh();
+      },
+      [this](int done, int total) { showProgress(static_cast<double>(done) / total); });
+}
+
+void SettingsWindow::playOrPause() {
+  if (state_.isRunning()) {
+    perform(withOutput({"toggle"}));
+  } else {
+    perform({"run", "--restore", "--background"});
+  }
+}
+
+void SettingsWindow::perform(Words words) {
+  runner_.run(words, [this](const CommandResult& result) {
+    report(result);
+    refresh();
+  });
+}
+
+void SettingsWindow::report(const CommandResult& result) {
+  if (result.exitCode == 0) return;
+  std::string text = result.problem.empty() ? "lumora has failed" : result.problem;
+  const Text escaped(g_markup_escape_text(text.c_str(), -1));
+  adw_toast_overlay_add_toast(find<AdwToastOverlay>("toasts"), adw_toast_new(escaped.get()));
+}
+
+Words SettingsWindow::withOutput(Words words) const {
+  if (!place().output.empty()) words.insert(words.end(), {"--output", place().output});
+  return words;
+}
+
+}  // namespace settings_window

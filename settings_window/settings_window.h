@@ -1,0 +1,77 @@
+// The window: shows the state of the wallpapers and performs what the user changes. Main thread.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <adwaita.h>
+
+#include "settings_window/command_runner.h"
+#include "settings_window/objects.h"
+#include "settings_window/wallpaper_state.h"
+
+namespace settings_window {
+
+class SettingsWindow {
+ public:
+  // runner must outlive the main loop, and so must this object. samples: the folder of the
+  // installed GIFs.
+  SettingsWindow(AdwApplication* application, const CommandRunner& runner, std::string samples);
+  ~SettingsWindow();
+  SettingsWindow(const SettingsWindow&) = delete;
+  SettingsWindow& operator=(const SettingsWindow&) = delete;
+
+  void present();
+
+ private:
+  // A slider of a setting that each location has.
+  struct Slider {
+    GtkRange* range;
+    const char* command;
+    // Follows the location's identifier in the settings file.
+    const char* key;
+    std::unique_ptr<LatestCommand> changes;
+  };
+
+  template <typename Type>
+  Type* find(const char* name) const;
+  void connectAll();
+  void connectSlider(Slider& slider);
+  void connectDrop();
+  void fillGrid();
+
+  // Read the state again, and show it.
+  void refresh();
+  void readPlace(nlohmann::json status);
+  void readSettings();
+  void showState();
+  void showPlaces();
+  void showSettings(const nlohmann::json& settings);
+  void showProgress(double fraction);
+
+  void askForFile();
+  void choose(const std::string& path);
+  void setGIF(const std::string& path);
+  void playOrPause();
+  // Performs a command for the place that is selected, and refreshes.
+  void perform(Words words);
+  void report(const CommandResult& result);
+  Words withOutput(Words words) const;
+  const Place& place() const { return places_[selected_]; }
+
+  const CommandRunner& runner_;
+  const std::string samples_;
+  Object<GtkBuilder> builder_;
+  AdwApplicationWindow* window_;
+  WallpaperState state_;
+  std::vector<Place> places_{Place{.name = "All outputs"}};
+  std::size_t selected_ = 0;
+  Slider sliders_[3];
+  // True while widgets are set to what was read, which is not a change by the user.
+  bool isShowing_ = false;
+  bool isReading_ = false;
+  int commandsRunning_ = 0;
+  guint timer_ = 0;
+};
+
+}  // namespace settings_window

@@ -1,0 +1,126 @@
+"""Uses the settings window as a person with a screen reader does: finds what it shows by role and
+name, and acts on it.
+
+usage: settings_window_test.py DIRECTORY-OF-THE-PROGRAMS
+"""
+import json
+import os
+import shutil
+import subprocess
+import sys
+import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+from bus_service import start_bus
+from desktop import X11Session
+from device import LUMORA, PROGRAMS, RED_GREEN, gif
+
+PROGRAM = os.path.join(PROGRAMS, 'lumora-settings')
+BLUE = gif((0, 0, 255))
+
+
+class Screen:
+    """What the accessibility bus of a session tells. Needs a process of its own for each bus."""
+
+    def __init__(self, address):
+        os.environ['DBUS_SESSION_BUS_ADDRESS'] = address
+        import gi
+        gi.require_version('Atspi', '2.0')
+        from gi.repository import Atspi
+        self.atspi = Atspi
+        Atspi.init()
+
+    def all(self, node=None):
+        node = node or self.atspi.get_desktop(0)
+        yield node
+        for index in range(node.get_child_count()):
+            child = node.get_child_at_index(index)
+            if child:
+                yield from self.all(child)
+
+    def find(self, role, name):
+        """Returns the shown item, or None."""
+        for node in self.all():
+            if (node.get_role_name(), node.get_name()) == (role, name):
+                if node.get_state_set().contains(self.atspi.StateType.SHOWING):
+                    return node
+        return None
+
+    def names(self):
+        return [node.get_name() for node in self.all()]
+
+
+@unittest.skipUnless(os.path.exists(PROGRAM) and shutil.which('Xvfb') and shutil.which('openbox'),
+                     'needs lumora-settings, Xvfb and openbox')
+class SettingsWindow(X11Session):
+    """The window beside the desktop that it controls."""
+
+    def setUp(self):
+        super().setUp()
+        daemon, address = start_bus(self.folder)
+        self.programs.append(daemon)
+        self.environment['DBUS_SESSION_BUS_ADDRESS'] = address
+        self.environment['XDG_RUNTIME_DIR'] = self.folder
+        self.environment['XDG_CONFIG_HOME'] = os.path.join(self.folder, 'config')
+        os.mkdir(self.environment['XDG_CONFIG_HOME'])
+        with open(os.path.join(self.folder, 'config/user-dirs.dirs'), 'w') as dirs:
+            dirs.write('XDG_PICTURES_DIR="$HOME/Pictures"\n')
+        os.mkdir(os.path.join(self.folder, 'Pictures'))
+        for name, contents in (('red.gif', RED_GREEN), ('blue.gif', BLUE), ('no.gif', b'nothing')):
+            self.file('Pictures/' + name, contents)
+        self.server = self.start_server('Xvfb', '-screen', '0', '1024x900x24')
+        self.start_window_manager(self.server)
+        os.environ['DISPLAY'] = self.environment['DISPLAY']
+        self.screen = Screen(address)
+
+    def open_window(self):
+        self.show(PROGRAM, '--root', self.root)
+        self.eventually(lambda: self.screen.find('frame', 'Lumora') is not None, self.screen.names)
+
+    def item(self, role, name):
+        self.eventually(lambda: self.screen.find(role, name) is not None, self.screen.names)
+        return self.screen.find(role, name)
+
+    def act(self, role, name):
+        self.item(role, name).get_action_iface().do_action(0)
+
+    def slide(self, name, value):
+        self.item('slider', name).get_value_iface().set_current_value(value)
+
+    def says(self, text):
+        self.eventually(lambda: text in self.screen.names(), self.screen.names)
+
+    def setting(self, key):
+        return json.loads(self.ok('settings', '--json'))[key]
+
+    def test_chooses_and_adjusts_the_wallpaper(self):
+        self.open_window()
+        self.says('No GIF chosen')
+        self.act('list item', 'blue.gif')
+        self.says('Playing')
+        self.says('blue.gif')
+        self.eventually(lambda: self.server.pixel(2, 2) == 0x0000ff)
+        self.slide('Speed', 0.5)
+        self.slide('Opacity', 0.25)
+        self.slide('Blur', 3)
+        self.eventually(lambda: [self.setting('SHARED_GIF_' + each)
+                                 for each in ('SPEED', 'ALPHA', 'BLUR')] == [0.5, 0.25, 3])
+        self.eventually(lambda: self.server.pixel(2, 2) != 0x0000ff)
+        self.act('push button', 'Pause')
+        self.says('Paused by you')
+        self.becomes(False, 'by hand')
+        self.act('push button', 'Resume')
+        self.becomes(True, 'shown')
+        # What the command changes is shown.
+        self.ok('alpha', 'shared', '1')
+        self.eventually(
+            lambda: self.item('slider', 'Opacity').get_value_iface().get_current_value() == 1)
+        # A file that is none is refused, and the wallpaper stays.
+        self.act('list item', 'no.gif')
+        self.eventually(lambda: any('it is not a GIF' in name for name in self.screen.names()),
+                        self.screen.names)
+        self.assertEqual(os.path.basename(self.shared()['gif']), 'blue.gif')
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
