@@ -9,9 +9,11 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(
-  fish foot grim libgtest-dev openbox python3 sway swaybg x11-utils x11-xserver-utils xserver-xephyr
+  at-spi2-core fish foot gir1.2-atspi-2.0 grim libgtest-dev openbox python3 python3-gi sway swaybg x11-utils x11-xserver-utils xserver-xephyr
   xvfb zsh
 )
+# For the settings window, which is built if the first of them is installed.
+settings_packages=(adwaita-icon-theme libadwaita-1-dev)
 bench_packages=(
   ffmpeg gifsicle libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libspng-dev mpv
   python3 python3-pil time xvfb

@@ -28,7 +28,9 @@ struct Decoding {
 class Preview {
  public:
   explicit Preview(std::string path)
-      : path_(std::move(path)), picture_(GTK_PICTURE(gtk_picture_new())) {
+      : path_(std::move(path)),  // The button around it has a name already.
+        picture_(GTK_PICTURE(g_object_new(GTK_TYPE_PICTURE, "accessible-role",
+                                          GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr))) {
     gtk_picture_set_content_fit(picture_, GTK_CONTENT_FIT_COVER);
     g_object_set_data_full(G_OBJECT(picture_), "preview", this,
                            [](gpointer self) { delete static_cast<Preview*>(self); });

@@ -17,8 +17,8 @@ using nlohmann::json;
 
 constexpr guint secondsBetweenReadings = 2;
 constexpr std::size_t maxGIFs = 60;
-constexpr int previewWidthInPoints = 140;
-constexpr int previewHeightInPoints = 88;
+constexpr int previewWidthInPoints = 96;
+constexpr int previewHeightInPoints = 80;
 
 // In the order of the list in the window.
 constexpr const char* scalings[] = {"FILL", "FIT", "FULLSCREEN"};
@@ -39,9 +39,13 @@ std::string textOf(double value) {
   return g_ascii_formatd(text, sizeof text, "%.3g", value);
 }
 
+// A button with a preview of the GIF.
 GtkWidget* makeGridItem(const std::string& path) {
   const Text name(g_path_get_basename(path.c_str()));
-  GtkWidget* item = gtk_flow_box_child_new();
+  GtkWidget* item = gtk_button_new();
+  gtk_accessible_update_property(GTK_ACCESSIBLE(item), GTK_ACCESSIBLE_PROPERTY_LABEL, name.get(),
+                                 -1);
+  gtk_widget_add_css_class(item, "flat");
   GtkWidget* preview = makeGIFPreview(path, item);
   gtk_widget_set_size_request(preview, previewWidthInPoints, previewHeightInPoints);
   gtk_widget_set_overflow(preview, GTK_OVERFLOW_HIDDEN);
@@ -54,10 +58,7 @@ GtkWidget* makeGridItem(const std::string& path) {
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, space);
   gtk_box_append(GTK_BOX(box), preview);
   gtk_box_append(GTK_BOX(box), label);
-  gtk_flow_box_child_set_child(GTK_FLOW_BOX_CHILD(item), box);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(item), GTK_ACCESSIBLE_PROPERTY_LABEL, name.get(),
-                                 -1);
-  g_object_set_data_full(G_OBJECT(item), "path", g_strdup(path.c_str()), g_free);
+  gtk_button_set_child(GTK_BUTTON(item), box);
   return item;
 }
 
@@ -174,12 +175,13 @@ void SettingsWindow::fillGrid() {
   const auto paths = listGIFs(pictures == nullptr ? "" : pictures, samples_, maxGIFs);
   gtk_widget_set_visible(find<GtkWidget>("pictures"), !paths.empty());
   auto* grid = find<GtkFlowBox>("grid");
-  for (const std::string& path : paths) gtk_flow_box_append(grid, makeGridItem(path));
-  const auto take = +[](GtkFlowBox*, GtkFlowBoxChild* item, gpointer data) {
-    const auto* path = static_cast<const char*>(g_object_get_data(G_OBJECT(item), "path"));
-    static_cast<SettingsWindow*>(data)->choose(path);
-  };
-  g_signal_connect(grid, "child-activated", G_CALLBACK(take), this);
+  for (const std::string& path : paths) {
+    GtkWidget* item = makeGridItem(path);
+    connect(item, "clicked", [this, path] { choose(path); });
+    gtk_flow_box_append(grid, item);
+    // The button is reached by the Tab key, not the cell around it as well.
+    gtk_widget_set_focusable(gtk_widget_get_parent(item), FALSE);
+  }
 }
 
 void SettingsWindow::refresh() {
@@ -241,12 +243,10 @@ void SettingsWindow::showState() {
   show("own_row", !place().output.empty() && place().isOwn);
   const bool canPlay = state_.hasGIF(place()) && !isPhone;
   show("play", canPlay);
-  const char* label = !state_.isRunning()              ? "_Start"
-                      : state_.isPausedByHand(place()) ? "_Resume"
-                                                       : "_Pause";
-  auto* play = find<GtkButton>("play");
-  gtk_button_set_use_underline(play, TRUE);
-  gtk_button_set_label(play, label);
+  const char* label = !state_.isRunning()              ? "Start"
+                      : state_.isPausedByHand(place()) ? "Resume"
+                                                       : "Pause";
+  gtk_button_set_label(find<GtkButton>("play"), label);
   gtk_widget_set_sensitive(find<GtkWidget>("look"), place().isOwn);
 }
 

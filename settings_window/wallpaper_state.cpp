@@ -61,9 +61,11 @@ bool WallpaperState::hasGIF(const Place& place) const {
 std::vector<Place> WallpaperState::places() const {
   if (isDesktop()) {
     std::vector<Place> places{{.name = "All outputs"}};
-    for (const json& output : status_.value("outputs", json::array())) {
+    const json outputs = status_.value("outputs", json::array());
+    for (const json& output : outputs) {
       const std::string name = output.value("name", "");
       const bool isOwn = output.value("own_wallpaper", false);
+      if (outputs.size() == 1 && !isOwn) continue;
       places.push_back({.name = name, .output = name, .isOwn = isOwn});
     }
     return places;

@@ -1,7 +1,7 @@
 """Uses the settings window as a person with a screen reader does: finds what it shows by role and
 name, and acts on it.
 
-usage: settings_window_test.py DIRECTORY-OF-THE-PROGRAMS
+usage: settings_window_test.py SettingsWindow.TEST DIRECTORY-OF-THE-PROGRAMS
 """
 import json
 import os
@@ -39,12 +39,8 @@ class Screen:
                 yield from self.all(child)
 
     def find(self, role, name):
-        """Returns the shown item, or None."""
-        for node in self.all():
-            if (node.get_role_name(), node.get_name()) == (role, name):
-                if node.get_state_set().contains(self.atspi.StateType.SHOWING):
-                    return node
-        return None
+        return next((node for node in self.all()
+                     if (node.get_role_name(), node.get_name()) == (role, name)), None)
 
     def names(self):
         return [node.get_name() for node in self.all()]
@@ -73,6 +69,11 @@ class SettingsWindow(X11Session):
         os.environ['DISPLAY'] = self.environment['DISPLAY']
         self.screen = Screen(address)
 
+    def tearDown(self):
+        # The window starts a home screen that outlives it.
+        self.lumora('stop')
+        super().tearDown()
+
     def open_window(self):
         self.show(PROGRAM, '--root', self.root)
         self.eventually(lambda: self.screen.find('frame', 'Lumora') is not None, self.screen.names)
@@ -82,10 +83,10 @@ class SettingsWindow(X11Session):
         return self.screen.find(role, name)
 
     def act(self, role, name):
-        self.item(role, name).get_action_iface().do_action(0)
+        self.item(role, name).do_action(0)
 
     def slide(self, name, value):
-        self.item('slider', name).get_value_iface().set_current_value(value)
+        self.item('slider', name).set_current_value(value)
 
     def says(self, text):
         self.eventually(lambda: text in self.screen.names(), self.screen.names)
@@ -96,7 +97,7 @@ class SettingsWindow(X11Session):
     def test_chooses_and_adjusts_the_wallpaper(self):
         self.open_window()
         self.says('No GIF chosen')
-        self.act('list item', 'blue.gif')
+        self.act('push button', 'blue.gif')
         self.says('Playing')
         self.says('blue.gif')
         self.eventually(lambda: self.server.pixel(2, 2) == 0x0000ff)
@@ -114,12 +115,29 @@ class SettingsWindow(X11Session):
         # What the command changes is shown.
         self.ok('alpha', 'shared', '1')
         self.eventually(
-            lambda: self.item('slider', 'Opacity').get_value_iface().get_current_value() == 1)
+            lambda: self.item('slider', 'Opacity').get_current_value() == 1)
         # A file that is none is refused, and the wallpaper stays.
-        self.act('list item', 'no.gif')
+        self.act('push button', 'no.gif')
         self.eventually(lambda: any('it is not a GIF' in name for name in self.screen.names()),
                         self.screen.names)
         self.assertEqual(os.path.basename(self.shared()['gif']), 'blue.gif')
+
+    def test_follows_a_phone(self):
+        self.start(clock='real')
+        self.open_window()
+        self.act('check box', 'One for each screen')
+        self.eventually(lambda: self.setting('MODE_INDEX') == 0)
+        self.says('Lock screen')
+        self.act('push button', 'red.gif')
+        self.says('Paused: another screen is shown')
+        self.assertTrue(self.status()['locations']['lockscreen']['set'])
+        self.ok('lock')
+        self.says('Playing')
+        self.act('check box', 'End at the dock')
+        self.eventually(lambda: not self.setting('DOCK_ENABLED'))
+        self.slide('Speed', 2)
+        self.eventually(lambda: self.setting('LOCKSCREEN_GIF_SPEED') == 2)
+        self.assertEqual(self.setting('SHARED_GIF_SPEED'), 1)
 
 
 if __name__ == '__main__':
