@@ -93,12 +93,13 @@ host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
     return {[desktop] { return desktop->takeScreenshot(); },
             [desktop](std::vector<std::string> names) {
               desktop->setExceptedOutputs(std::move(names));
-            }};
+            },
+            [desktop](const host::BackdropOptions& backdrop) { desktop->setBackdrop(backdrop); }};
   }
   return {[springBoard] {
             return host::takeScreenshot(springBoard->screen(), springBoard->options().scale);
           },
-          nullptr};
+          nullptr, nullptr};
 }
 
 void runHomeScreen(const Arguments& arguments) {

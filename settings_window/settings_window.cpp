@@ -23,6 +23,9 @@ constexpr int previewHeightInPoints = 80;
 // In the order of the list in the window.
 constexpr const char* scalings[] = {"FILL", "FIT", "FULLSCREEN"};
 
+// In the same way.
+enum class BackdropItem { Blur, Color, Picture };
+
 json parsed(const CommandResult& result) {
   json value = json::parse(result.output, nullptr, false);
   return value.is_object() ? value : json::object();
@@ -37,6 +40,15 @@ std::string identifierOf(const Place& place) {
 std::string textOf(double value) {
   char text[G_ASCII_DTOSTR_BUF_SIZE];
   return g_ascii_formatd(text, sizeof text, "%.3g", value);
+}
+
+std::string textOf(const GdkRGBA& color) {
+  constexpr float max = 255;
+  const auto channel = [](float value) { return static_cast<unsigned>(std::lround(value * max)); };
+  char text[16];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", channel(color.red), channel(color.green),
+                channel(color.blue));
+  return text;
 }
 
 // A button with a preview of the GIF.
@@ -109,7 +121,9 @@ Type* SettingsWindow::find(const char* name) const {
 }
 
 void SettingsWindow::connectAll() {
-  connect(find<GtkButton>("choose"), "clicked", [this] { askForFile(); });
+  connect(find<GtkButton>("choose"), "clicked", [this] {
+    askForFile("Choose a GIF", {"image/gif"}, [this](const std::string& path) { choose(path); });
+  });
   connect(find<GtkButton>("play"), "clicked", [this] { playOrPause(); });
   connect(find<GtkButton>("drop_own"), "clicked", [this] { perform(withOutput({"remove"})); });
   connect(window_, "notify::is-active", [this] { refresh(); });
@@ -135,6 +149,7 @@ void SettingsWindow::connectAll() {
   connectSwitch("enabled", {"enable"}, {"disable"});
   connectSwitch("autostart", {"autostart", "on"}, {"autostart", "off"});
   for (Slider& slider : sliders_) connectSlider(slider);
+  connectBackdrop();
   connectDrop();
 }
 
@@ -247,6 +262,7 @@ void SettingsWindow::showState() {
                       : state_.isPausedByHand(place()) ? "Resume"
                                                        : "Pause";
   gtk_button_set_label(find<GtkButton>("play"), label);
+  showBackdrop();
   gtk_widget_set_sensitive(find<GtkWidget>("look"), place().isOwn);
 }
 
@@ -276,24 +292,62 @@ void SettingsWindow::showProgress(double fraction) {
   gtk_widget_set_visible(GTK_WIDGET(bar), fraction < 1);
 }
 
-void SettingsWindow::askForFile() {
+void SettingsWindow::askForFile(const char* title, const std::vector<const char*>& mimeTypes,
+                                std::function<void(const std::string&)> chosen) {
   GtkFileChooserNative* dialog = gtk_file_chooser_native_new(
-      "Choose a GIF", GTK_WINDOW(window_), GTK_FILE_CHOOSER_ACTION_OPEN, "_Choose", "_Cancel");
+      title, GTK_WINDOW(window_), GTK_FILE_CHOOSER_ACTION_OPEN, "_Choose", "_Cancel");
   GtkFileFilter* filter = gtk_file_filter_new();
-  gtk_file_filter_set_name(filter, "GIF");
-  gtk_file_filter_add_mime_type(filter, "image/gif");
+  for (const char* type : mimeTypes) gtk_file_filter_add_mime_type(filter, type);
   gtk_file_chooser_add_filter(GTK_FILE_CHOOSER(dialog), filter);
   g_object_unref(filter);
+  using Chosen = std::function<void(const std::string&)>;
   const auto answer = +[](GtkNativeDialog* asked, int response, gpointer data) {
-    if (response == GTK_RESPONSE_ACCEPT) {
-      const Object<GFile> file(gtk_file_chooser_get_file(GTK_FILE_CHOOSER(asked)));
-      const Text path(file ? g_file_get_path(file.get()) : nullptr);
-      if (path) static_cast<SettingsWindow*>(data)->choose(path.get());
-    }
+    const std::unique_ptr<Chosen> take(static_cast<Chosen*>(data));
+    const Object<GFile> file(gtk_file_chooser_get_file(GTK_FILE_CHOOSER(asked)));
+    const Text path(file ? g_file_get_path(file.get()) : nullptr);
+    if (response == GTK_RESPONSE_ACCEPT && path) (*take)(path.get());
     g_object_unref(asked);
   };
-  g_signal_connect(dialog, "response", G_CALLBACK(answer), this);
+  g_signal_connect(dialog, "response", G_CALLBACK(answer), new Chosen(std::move(chosen)));
   gtk_native_dialog_show(GTK_NATIVE_DIALOG(dialog));
+}
+
+void SettingsWindow::connectBackdrop() {
+  auto* kind = find<AdwComboRow>("backdrop");
+  auto* color = find<GtkColorChooser>("color");
+  const auto useColor = [this, color] {
+    GdkRGBA chosen;
+    gtk_color_chooser_get_rgba(color, &chosen);
+    perform({"backdrop", textOf(chosen)});
+  };
+  connect(kind, "notify::selected", [this, kind, useColor] {
+    if (isShowing_) return;
+    const auto selected = static_cast<BackdropItem>(adw_combo_row_get_selected(kind));
+    if (selected == BackdropItem::Blur) perform({"backdrop", "blur"});
+    if (selected == BackdropItem::Color) useColor();
+    if (selected != BackdropItem::Picture) return;
+    askForFile("Choose a picture", {"image/png", "image/gif"}, [this](const std::string& path) {
+      perform({"backdrop", path});
+    });
+    // Until then, and if there is none, the old one stays.
+    showBackdrop();
+  });
+  connect(color, "color-set", useColor);
+}
+
+void SettingsWindow::showBackdrop() {
+  const std::string backdrop = state_.backdrop();
+  GdkRGBA color;
+  const bool isColor = backdrop.starts_with('#') && gdk_rgba_parse(&color, backdrop.c_str());
+  const BackdropItem item = isColor              ? BackdropItem::Color
+                            : backdrop == "blur" ? BackdropItem::Blur
+                                                 : BackdropItem::Picture;
+  isShowing_ = true;
+  adw_combo_row_set_selected(find<AdwComboRow>("backdrop"), static_cast<guint>(item));
+  if (isColor) gtk_color_chooser_set_rgba(find<GtkColorChooser>("color"), &color);
+  isShowing_ = false;
+  gtk_widget_set_visible(find<GtkWidget>("backdrop"), state_.isDesktop());
+  gtk_widget_set_visible(find<GtkWidget>("color_row"), state_.isDesktop() && isColor);
 }
 
 void SettingsWindow::choose(const std::string& path) {

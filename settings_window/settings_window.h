@@ -1,8 +1,10 @@
 // The window: shows the state of the wallpapers and performs what the user changes. Main thread.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <adwaita.h>
 
@@ -49,7 +51,11 @@ class SettingsWindow {
   void showSettings(const nlohmann::json& settings);
   void showProgress(double fraction);
 
-  void askForFile();
+  // Lets the user choose a file of one of these types. chosen is not called if there is none.
+  void askForFile(const char* title, const std::vector<const char*>& mimeTypes,
+                  std::function<void(const std::string&)> chosen);
+  void connectBackdrop();
+  void showBackdrop();
   void choose(const std::string& path);
   void setGIF(const std::string& path);
   void playOrPause();

@@ -77,6 +77,10 @@ std::vector<Place> WallpaperState::places() const {
   return {{.name = isRunning() ? "Both screens" : "All outputs"}};
 }
 
+std::string WallpaperState::backdrop() const {
+  return isDesktop() ? status_.value("backdrop", "blur") : "blur";
+}
+
 json WallpaperState::location(const Place& place) const {
   const json& status = place.output.empty() || !place.isOwn ? status_ : ofPlace_;
   return status.value("locations", json::object()).value(place.location, json::object());

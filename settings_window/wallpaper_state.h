@@ -41,6 +41,8 @@ class WallpaperState {
   bool hasGIF(const Place& place) const;
 
   std::vector<Place> places() const;
+  // What a desktop shows beside the GIF: "blur", a color such as "#203040", or a path.
+  std::string backdrop() const;
   // The name of the GIF without its folder, or words that say that there is none.
   std::string title(const Place& place) const;
   // What the wallpaper does, and why: "Playing", "Paused: a window covers it".

@@ -16,7 +16,7 @@ struct Names {
 const std::array<Names, 6> groups{{
     {"Wallpaper", {"run", "set", "remove", "status", "stop", "forget", "help"}},
     {"Look", {"scaling", "speed", "alpha", "blur"}},
-    {"Desktop", {"pause", "resume", "toggle", "outputs", "autostart"}},
+    {"Desktop", {"pause", "resume", "toggle", "backdrop", "outputs", "autostart"}},
     {"Simulated phone",
      {"mode", "dock", "lock", "unlock", "home", "app", "screen", "rotate", "screenshot"}},
     {"Settings", {"settings", "get", "put", "enable", "disable"}},

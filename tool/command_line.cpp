@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include "tool/commands/autostart_command.h"
+#include "tool/commands/backdrop_command.h"
 #include "tool/commands/blur_command.h"
 #include "tool/commands/command.h"
 #include "tool/commands/desktop_commands.h"
@@ -104,6 +105,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addHostCommands(lumora, context);
   addSettingsCommands(lumora, context);
   addLiveSettingsCommands(lumora, context);
+  addBackdropCommand(lumora, context);
   addBlurCommand(lumora, context);
   addStatusCommand(lumora, context);
   addDesktopCommands(lumora, context);

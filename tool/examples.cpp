@@ -34,6 +34,7 @@ std::vector<std::string> examplesOf(const std::string& name) {
       {"alpha", {"lumora alpha homescreen 0.8"}},
       {"blur",
        {"lumora blur homescreen 6", "lumora blur homescreen 0               # sharp again"}},
+      {"backdrop", {"lumora backdrop '#203040'", "lumora backdrop blur"}},
       {"outputs", {"lumora outputs", "lumora outputs --json"}},
       {"mode", {"lumora mode separate"}},
       {"screenshot", {"lumora screenshot wallpaper.png"}},

@@ -24,6 +24,9 @@ constexpr auto noteNewWallpaper = "NoteNewWallpaper";
 // (names of outputs). Replaces the outputs on which a desktop's wallpaper is not shown, although
 // they may be chosen. Fails on other displays.
 constexpr auto setExceptedOutputs = "SetExceptedOutputs";
+// (backdrop, as the option of the same name). Replaces what is shown beside the picture. Fails on
+// other displays.
+constexpr auto setBackdrop = "SetBackdrop";
 // Pause and resume a desktop's wallpaper. Fail on other displays.
 constexpr auto pause = "Pause";
 constexpr auto resume = "Resume";

@@ -95,6 +95,9 @@ void ControlService::registerOtherMethods() {
       [this](sdbus::Result<>&& result, std::vector<std::string> names) {
         setExceptedOutputs(std::move(result), std::move(names));
       });
+  add(service::method::setBackdrop, [this](sdbus::Result<>&& result, const std::string& text) {
+    setBackdrop(std::move(result), text);
+  });
   add(service::method::pause,
       [this](sdbus::Result<>&& result) { setPaused(std::move(result), true); });
   add(service::method::resume,
@@ -160,6 +163,16 @@ void ControlService::setExceptedOutputs(sdbus::Result<>&& result, std::vector<st
   }
   display_.setExceptedOutputs(std::move(names));
   result.returnResults();
+}
+
+void ControlService::setBackdrop(sdbus::Result<>&& result, const std::string& text) {
+  const auto backdrop = parsedBackdrop(text);
+  if (!display_.setBackdrop || !backdrop) {
+    result.returnError(refusal(backdrop ? "it is not on a desktop" : "no such backdrop"));
+    return;
+  }
+  display_.setBackdrop(*backdrop);
+  whenSettled(std::move(result));
 }
 
 void ControlService::setPaused(sdbus::Result<>&& result, bool isPaused) {

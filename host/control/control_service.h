@@ -22,6 +22,8 @@ class ControlService {
     std::function<int()> takeScreenshot;
     // Takes the names of the outputs that do not show the wallpaper. Empty if there are no outputs.
     std::function<void(std::vector<std::string>)> setExceptedOutputs;
+    // Takes what is shown beside the wallpaper. Empty if it is not on a desktop.
+    std::function<void(const BackdropOptions&)> setBackdrop;
   };
 
   // Requires an open bus (platform::backend::Bus). springBoard must outlive this object. Throws
@@ -44,6 +46,7 @@ class ControlService {
   bool refusesOnDesktop(const sdbus::Result<>& result) const;
   void whenSettled(sdbus::Result<>&& result);
   void setExceptedOutputs(sdbus::Result<>&& result, std::vector<std::string> names);
+  void setBackdrop(sdbus::Result<>&& result, const std::string& text);
   void setPaused(sdbus::Result<>&& result, bool isPaused);
   void rotate(sdbus::Result<>&& result, const std::string& name);
   // Both numbers are in nanoseconds.

@@ -12,6 +12,8 @@ class Backdrop {
  public:
   explicit Backdrop(const BackdropOptions& options) : options_(options) {}
 
+  const BackdropOptions& options() const { return options_; }
+
   // Fills the area, opaquely. Without a picture, paints the landscape of the still wallpaper.
   void paint(const WallpaperPicture& picture, const platform::CGRect& area, cairo_t* context);
 
@@ -21,7 +23,7 @@ class Backdrop {
   // cannot be read.
   void makeFilled(const platform::CGRect& area);
 
-  const BackdropOptions options_;
+  BackdropOptions options_;
   // A small copy of the first frame, blurred and darkened.
   DrawnSurface blurred_;
   unsigned generation_ = 0;

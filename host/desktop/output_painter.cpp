@@ -41,10 +41,12 @@ Region OutputPainter::affectedPart(const WallpaperPicture& picture, const CGRect
                                    const cairo_rectangle_int_t& output) {
   const unsigned lastFrame = std::exchange(frameNumber_, picture.frameNumber());
   const bool isOther = std::exchange(version_, picture.version()) != picture.version();
+  const bool isOnOther = !(backdrop_.options() == options_.backdrop);
+  if (isOnOther) backdrop_ = Backdrop(options_.backdrop);
   const auto [x, y, width, height] = std::exchange(output_, output);
   const bool isMoved =
       x != output.x || y != output.y || width != output.width || height != output.height;
-  if (isOther || isMoved || !(area == area_) || isFading()) {
+  if (isOther || isOnOther || isMoved || !(area == area_) || isFading()) {
     replay_.restart(picture.file());
     return Region(output);
   }

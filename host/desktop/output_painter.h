@@ -18,6 +18,7 @@ namespace host {
 
 class OutputPainter {
  public:
+  // options must outlive this object. If their backdrop changes, the next painting shows it.
   explicit OutputPainter(const DesktopOptions& options);
 
   // Returns the pixels of an output in which the picture differs from the one of the last call, or
@@ -43,7 +44,7 @@ class OutputPainter {
   void paintOld(cairo_t* context);
   bool isPixelArt(const WallpaperPicture& picture, const platform::CGRect& at) const;
 
-  const DesktopOptions options_;
+  const DesktopOptions& options_;
   Backdrop backdrop_;
   platform::backend::PictureDrawing drawing_;
   platform::backend::FrameReplay replay_;

@@ -69,6 +69,11 @@ void DesktopDisplay::setExceptedOutputs(std::vector<std::string> names) {
   RunLoop::main().setNeedsDisplay();
 }
 
+void DesktopDisplay::setBackdrop(const BackdropOptions& backdrop) {
+  options_.backdrop = backdrop;
+  RunLoop::main().setNeedsDisplay();
+}
+
 void DesktopDisplay::noteLaunched() {
   isLaunched_ = true;
   RunLoop::main().setNeedsDisplay();

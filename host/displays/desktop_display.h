@@ -36,8 +36,9 @@ class DesktopDisplay {
   // Call it when the libraries have launched: only then is a desktop without a wallpaper painted.
   void noteLaunched();
 
-  // Replaces the excepted outputs of the options.
+  // Replace options.
   void setExceptedOutputs(std::vector<std::string> names);
+  void setBackdrop(const BackdropOptions& backdrop);
 
   // Makes the run loop draw the wallpaper. springBoard must outlive this object. Call it once.
   void start(SpringBoard& springBoard);

@@ -24,6 +24,8 @@ struct BackdropOptions {
   double blue = 0;
   // The absolute path of a PNG, or of a GIF, of which the first frame is shown.
   std::string file;
+
+  bool operator==(const BackdropOptions&) const = default;
 };
 
 struct DesktopOptions {

@@ -72,19 +72,6 @@ bool parseColor(const std::string& text, BackdropOptions& backdrop) {
   return true;
 }
 
-// Returns false if the text is none of "blur", a color and the path of a file, which may be
-// missing.
-bool parseBackdrop(const std::string& text, BackdropOptions& backdrop) {
-  const bool isColor = text.starts_with('#');
-  backdrop.kind = text == "blur" ? BackdropKind::Blur
-                  : isColor      ? BackdropKind::Color
-                                 : BackdropKind::File;
-  if (backdrop.kind != BackdropKind::File) return !isColor || parseColor(text, backdrop);
-  std::error_code error;
-  backdrop.file = std::filesystem::weakly_canonical(text, error);
-  return !error && !text.empty();
-}
-
 // Returns false if the text is neither "none" nor a number of seconds.
 bool parseTransition(const std::string& text, DesktopOptions& desktop) {
   constexpr double maxSeconds = 60;
@@ -93,18 +80,6 @@ bool parseTransition(const std::string& text, DesktopOptions& desktop) {
   const bool isNumber = error == std::errc() && end == text.data() + text.size();
   desktop.transition = std::chrono::duration<double>(isNumber ? seconds : 0);
   return text == "none" || (isNumber && seconds >= 0 && seconds <= maxSeconds);
-}
-
-std::string textOf(const BackdropOptions& backdrop) {
-  if (backdrop.kind == BackdropKind::Blur) return "blur";
-  if (backdrop.kind == BackdropKind::File) return backdrop.file;
-  const auto channel = [](double value) {
-    return static_cast<unsigned>(std::lround(value * maxChannel));
-  };
-  char text[16];
-  std::snprintf(text, sizeof text, "#%02x%02x%02x", channel(backdrop.red), channel(backdrop.green),
-                channel(backdrop.blue));
-  return text;
 }
 
 bool parseSize(const std::string& text, HostOptions& options) {
@@ -121,6 +96,31 @@ std::string sizeProblem() {
 }
 
 }  // namespace
+
+std::optional<BackdropOptions> parsedBackdrop(const std::string& text) {
+  BackdropOptions backdrop;
+  const bool isColor = text.starts_with('#');
+  backdrop.kind = text == "blur" ? BackdropKind::Blur
+                  : isColor      ? BackdropKind::Color
+                                 : BackdropKind::File;
+  if (isColor && !parseColor(text, backdrop)) return std::nullopt;
+  if (backdrop.kind != BackdropKind::File) return backdrop;
+  std::error_code error;
+  backdrop.file = std::filesystem::weakly_canonical(text, error);
+  return error || text.empty() ? std::nullopt : std::optional(backdrop);
+}
+
+std::string textOf(const BackdropOptions& backdrop) {
+  if (backdrop.kind == BackdropKind::Blur) return "blur";
+  if (backdrop.kind == BackdropKind::File) return backdrop.file;
+  const auto channel = [](double value) {
+    return static_cast<unsigned>(std::lround(value * maxChannel));
+  };
+  char text[16];
+  std::snprintf(text, sizeof text, "#%02x%02x%02x", channel(backdrop.red), channel(backdrop.green),
+                channel(backdrop.blue));
+  return text;
+}
 
 std::string nameOf(DisplayKind display) {
   return nameIn(displays, display);
@@ -213,10 +213,9 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
       .add_option_function<std::string>(
           "--backdrop",
           [&desktop](const std::string& text) {
-            if (!parseBackdrop(text, desktop.backdrop)) {
-              throw CLI::ValidationError(
-                  "--backdrop", "must be blur, a color such as #203040, or a PNG or GIF file");
-            }
+            const auto backdrop = parsedBackdrop(text);
+            if (!backdrop) throw CLI::ValidationError("--backdrop", backdropProblem);
+            desktop.backdrop = *backdrop;
           },
           "what to show beside the GIF: a blurred copy of it, a color such as #203040, or a PNG or "
           "GIF file")

@@ -1,6 +1,7 @@
 // The options with which the home screen starts, for springboard and for `lumora run`.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,13 @@ struct HostOptions {
 
 // Declares the options. Parsing checks them and fills in options, which must outlive command.
 void addHostOptions(CLI::App& command, HostOptions& options);
+
+// Returns nothing if the text is none of "blur", a color and the path of a file, which may be
+// missing.
+std::optional<BackdropOptions> parsedBackdrop(const std::string& text);
+constexpr auto backdropProblem = "must be blur, a color such as #203040, or a PNG or GIF file";
+// Returns the text that gives this backdrop.
+std::string textOf(const BackdropOptions& backdrop);
 
 // Returns the command-line arguments that give these options.
 std::vector<std::string> hostArguments(const HostOptions& options);

@@ -205,6 +205,8 @@ class X11Desktop(X11Session):
         wide = two_colors((64, 32), RED, RED, lambda x, y: False)
         self.show_desktop('--scaling', 'contain', '--backdrop', '#0000ff', self.file('wide.gif', wide))
         self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x0000ff, 0xff0000))
+        self.ok('backdrop', '#00ff00')
+        self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x00ff00, 0xff0000))
         self.ok('stop')
         self.assertEqual(self.in_session(*lumora, 'autostart', 'status'), 'off\n')
         # systemd reads one of them, all other sessions the other one.
@@ -219,7 +221,7 @@ class X11Desktop(X11Session):
             command = shlex.split(re.search('^Exec=(.*)$', file.read(), re.M)[1])
         self.assertNotEqual(server.pixel(20, 120), 0xff0000)
         self.show(*command)
-        self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x0000ff, 0xff0000))
+        self.eventually(lambda: (server.pixel(20, 5), server.pixel(20, 120)) == (0x00ff00, 0xff0000))
         self.in_session(*lumora, 'autostart', 'start')
         self.in_session(*lumora, 'autostart', 'off')
         self.assertEqual(os.listdir(wanted), [])

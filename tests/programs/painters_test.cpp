@@ -105,13 +105,15 @@ class PaintedOutput {
     std::swap(shown_, shownInOtherSize_);
   }
 
+  void changeBackdrop() { options_.backdrop.red = 1; }
+
   void compare() {
     host::WallpaperPicture now;
     now.look(springBoard_.screen().root(), springBoard_.wallpaperNumber());
     // While there is no frame, the last one stays.
     if (!now.exists()) return;
     const DrawnSurface fresh = surfaceOf(output_.width, output_.height);
-    host::OutputPainter(options()).paint(now, area(), fresh.get(), Region(output_));
+    host::OutputPainter(options_).paint(now, area(), fresh.get(), Region(output_));
     EXPECT_LE(largestDifference(shown_.get(), fresh.get()), 1) << "on the desktop";
   }
 
@@ -119,7 +121,7 @@ class PaintedOutput {
   // It spans another output.
   static platform::CGRect area() { return {0, 0, 400, 200}; }
 
-  static host::DesktopOptions options() {
+  static host::DesktopOptions usedOptions() {
     host::DesktopOptions options;
     options.transition = std::chrono::seconds(0);
     options.backdrop.kind = host::BackdropKind::Color;
@@ -128,7 +130,8 @@ class PaintedOutput {
   }
 
   host::SpringBoard& springBoard_;
-  host::OutputPainter painter_{options()};
+  host::DesktopOptions options_ = usedOptions();
+  host::OutputPainter painter_{options_};
   cairo_rectangle_int_t output_{0, 0, 300, 200};
   DrawnSurface shown_ = surfaceOf(output_.width, output_.height);
   DrawnSurface shownInOtherSize_ = surfaceOf(620 - output_.width, output_.height);
@@ -214,6 +217,8 @@ TEST(Painters, ShowKeptFramesAsIfDrawnAnew) {
   stage.play("the scaling");
   stage.passMinute();
   stage.play("a minute");
+  stage.output.changeBackdrop();
+  stage.play("the backdrop");
   stage.rotate(UIInterfaceOrientation::LandscapeLeft);
   stage.play("the orientation");
   stage.set("SHARED_GIF_ALPHA", "1", lumora::alphaNeedsUpdatingNotification);

@@ -143,6 +143,8 @@ class HostRun {
       options.host.desktop.outputs = {output};
       options.host.desktop.exceptedOutputs.clear();
       options.host.desktop.isSpanning = false;
+      // It may have been changed since this run began.
+      options.host.desktop.backdrop = lastDesktop(device_).desktop.backdrop;
       const DeviceFolder device(folderOfOutput(device_, output), IfMissing::Make);
       return runHost(device, options, std::nullopt, [&] {
         const auto host = HostConnection::require(device);

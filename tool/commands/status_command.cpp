@@ -13,6 +13,7 @@
 #include "settings/scaling.h"
 #include "settings/settings_store.h"
 #include "tool/device/host_connection.h"
+#include "tool/device/last_desktop.h"
 #include "tool/device/output_report.h"
 #include "tool/device/wallpaper_names.h"
 #include "tool/support/disk_use.h"
@@ -173,6 +174,9 @@ ordered_json currentStatus(const DeviceFolder& device, HostConnection* host) {
     status[key] = report.value(key, ordered_json());
   }
   status[reported::outputs] = outputsOf(report, device);
+  const bool isDesktop = report.value(reported::display, "") == reported::displayDesktop;
+  status["backdrop"] =
+      isDesktop ? ordered_json(textOf(lastDesktop(device).desktop.backdrop)) : ordered_json();
   status["mode"] = lumora::getModeIndex();
   status["enabled"] = lumora::getEnabled();
   for (const std::string& name : locationNames) {

@@ -112,6 +112,11 @@ void HostConnection::setExceptedOutputs(const std::vector<std::string>& names) {
       [&](auto& invoker) { invoker.withArguments(names); });
 }
 
+void HostConnection::setBackdrop(const host::BackdropOptions& backdrop) {
+  ask(usualTimeout, service::method::setBackdrop,
+      [&](auto& invoker) { invoker.withArguments(host::textOf(backdrop)); });
+}
+
 void HostConnection::advance(std::chrono::nanoseconds span, Seconds timeout) {
   const auto limit = std::chrono::duration_cast<std::chrono::nanoseconds>(timeout);
   // The home screen gives up first and reports why.

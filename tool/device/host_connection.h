@@ -9,6 +9,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "host/options/host_options.h"
 #include "tool/device/device_folder.h"
 #include "tool/support/time_limit.h"
 
@@ -29,6 +30,7 @@ class HostConnection {
   void call(const std::string& method, Seconds timeout = usualTimeout);
   void rotate(const std::string& orientation);
   void setExceptedOutputs(const std::vector<std::string>& names);
+  void setBackdrop(const host::BackdropOptions& backdrop);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
   // Throws Failure if the home screen is on a desktop, which has one wallpaper and no dock.
