@@ -17,7 +17,8 @@ std::vector<std::string> examplesOf(const std::string& name) {
        {"lumora run cat.gif --display desktop --background   # until `lumora stop`",
         "lumora run cat.gif --display desktop --scaling contain --backdrop '#203040'",
         "lumora run cat.gif --display desktop --on-battery pause",
-        "lumora run cat.gif --idiom pad --locked             # in a window, on a tablet"}},
+        "lumora run cat.gif --idiom pad --locked             # in a window, on a tablet",
+        "lumora run --library my-extension.so                # your extension, not Lumora's"}},
       {"set",
        {"lumora set rain.gif", "lumora set lockscreen rain.gif --keep-other",
         "lumora set rain.gif --output HDMI-1    # only there",
@@ -44,6 +45,8 @@ std::vector<std::string> examplesOf(const std::string& name) {
        {"lumora frames cat.gif cat-frames       # one PNG per frame, and the delays",
         "lumora frames --raw cat.gif > cat.rgba"}},
       {"advance", {"lumora advance 0.1"}},
+      {"views", {"lumora views"}},
+      {"trace", {"lumora trace --once                    # the hooks since the start"}},
       {"help", {"lumora help set"}},
   };
   const auto found = examples.find(name);

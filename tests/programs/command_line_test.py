@@ -147,7 +147,7 @@ class CommandWithoutHomeScreen(Device):
     def test_reports_that_no_home_screen_is_running(self):
         for words in (['remove', 'all'], ['lock'], ['unlock'], ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
                       ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')],
-                      ['post', 'x'], ['watch'], ['bus'], ['advance', '1'], ['wait', '--timeout', '0.1']):
+                      ['post', 'x'], ['watch'], ['views'], ['trace'], ['bus'], ['advance', '1'], ['wait', '--timeout', '0.1']):
             self.assertIn('no home screen is running', self.fails(3, *words))
         self.assertFalse(os.path.exists(self.root))
 

@@ -42,6 +42,8 @@ class Documentation(Device):
             self.environment.pop(name, None)
         for name in ('rain.gif', 'cat.gif'):
             self.file(name, RED_GREEN)
+        os.symlink(os.path.join(PROGRAMS, 'test-extension.so'),
+                   os.path.join(self.folder, 'my-extension.so'))
         self.file('my-script.txt', b'set cat.gif\nexpect locations.shared.set true\n')
 
     def bash(self, line, **variables):
