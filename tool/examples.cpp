@@ -40,7 +40,7 @@ std::vector<std::string> examplesOf(const std::string& name) {
       {"screenshot", {"lumora screenshot wallpaper.png"}},
       {"put", {"lumora put DOCK_HEIGHT 96"}},
       {"get", {"lumora get SHARED_SCALING_MODE"}},
-      {"play", {"lumora play my-script.txt"}},
+      {"play", {"lumora play my-script.txt", "lumora play - < my-script.txt"}},
       {"frames",
        {"lumora frames cat.gif cat-frames       # one PNG per frame, and the delays",
         "lumora frames --raw cat.gif > cat.rgba"}},

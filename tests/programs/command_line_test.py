@@ -429,6 +429,9 @@ class CommandWithHomeScreen(Device):
             'put "unfinished': 'unterminated quote',
             'dance': 'no command',
             'play other.txt': 'cannot play',
+            'wait until screen app --timeout 0.1': 'found "home" until the timeout',
+            'wait until screen app --timeout never': 'must be a number',
+            'expect views.SBDockView.hidden true': 'found false',
         }
         for line, reason in failures.items():
             script = self.file('script.txt', ('# first\n\n  expect mode 1  # as it is\n'
@@ -437,6 +440,19 @@ class CommandWithHomeScreen(Device):
             self.assertIn(f'{script}:5: {line}', error)
             self.assertIn(reason, error)
             self.assertEqual(self.ok('get', 'A'), 'b  c\n')
+
+    def test_marks_and_counts_the_expectations_of_a_script(self):
+        self.start(clock='real')
+        script = ('expect screen home\nset shared picture.gif\n'
+                  'wait until locations.shared.frame_shown 1\napp open\nexpect mode 2')
+        done = subprocess.run([LUMORA, '--root', self.root, 'play', '-'], input=script, text=True,
+                              capture_output=True, cwd=self.folder, timeout=60)
+        self.assertEqual(done.stdout.splitlines(), [
+            '   1 ok expect screen home', '   2    set shared picture.gif',
+            'shared wallpaper set: 2 frames', '   3 ok wait until locations.shared.frame_shown 1',
+            '   4    app open', '   5 no expect mode 2', '2 expectations held before line 5'])
+        self.assertEqual(done.stderr, 'lumora: -:5: expect mode 2: found 1\n')
+        self.assertEqual(done.returncode, 1)
 
     def test_sets_separate_wallpapers(self):
         self.start('--idiom', 'pad', '--scale', '2')
@@ -649,6 +665,22 @@ class CommandWithHomeScreen(Device):
             'kLWGIFViewFrameFoundNotification', 'kLWGIFViewDidStartAnimatingNotification',
             'com.brightfen.lumora.updateAnimating'])
         self.assertTrue(self.ok('bus').startswith('unix:path='))
+
+    def test_watches_only_the_names_that_are_wanted(self):
+        self.start()
+        with subprocess.Popen([LUMORA, '--root', self.root, 'watch', '--json', 'a.*', '[bc].end',
+                               '--except', '*.not'], stdout=subprocess.PIPE, text=True) as watch:
+            while not select.select([watch.stdout], [], [], 0.2)[0]:
+                self.ok('post', 'a."ready"')
+            for name in ('a.b', 'a.not', 'x.a.b', 'b.end'):
+                self.ok('post', name)
+            seen = []
+            while not seen or seen[-1]['name'] != 'b.end':
+                seen.append(json.loads(watch.stdout.readline()))
+            watch.terminate()
+        self.assertEqual([each['name'] for each in seen if each['name'] != 'a."ready"'],
+                         ['a.b', 'b.end'])
+        self.assertRegex(seen[0]['time'], r'^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z$')
 
     def test_runs_a_gif_for_a_limited_time(self):
         self.start(self.gif, '--for', '8', '--locked')

@@ -56,7 +56,7 @@ platform::DataRef readInput() {
 }
 
 std::string readUserText(const std::string& path) {
-  const auto data = openUserFile(path);
+  const auto data = path == standardInput ? readInput() : openUserFile(path);
   std::string text(data->length(), '\0');
   platform::backend::ByteReader reader(data->impl());
   text.resize(reader.read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));

@@ -14,7 +14,9 @@ platform::DataRef openUserFile(const std::string& path);
 // Returns what standard input gives until its end. Throws Failure if it cannot be read, or gives
 // too much.
 platform::DataRef readInput();
-// Returns the contents of a regular file. Throws as above.
+// The path that stands for standard input.
+constexpr auto standardInput = "-";
+// Returns the contents of a regular file or of standard input. Throws as above.
 std::string readUserText(const std::string& path);
 
 // Throws Failure if the file clearly cannot be written, so that a command fails before its work.
