@@ -105,6 +105,43 @@ class Extension(Device):
                 self.assertIn('out of luck' if name == 'throw' else 'too late', errors)
 
 
+class Example(Device):
+    """The example extension, built against an installation."""
+
+    def run_command(self, *words, **variables):
+        done = subprocess.run(words, capture_output=True, text=True, cwd=self.folder,
+                              env=dict(os.environ, **variables))
+        self.assertEqual(done.returncode, 0, done)
+        return done.stdout.split()
+
+    def checks(self, prefix, library):
+        """Loads the library into the installed home screen."""
+        lumora = [os.path.join(prefix, 'bin/lumora'), '--root', self.root]
+        self.host = subprocess.Popen(
+            [*lumora, 'run', '--display', 'headless', '--clock', 'manual', '--library', library],
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.run_command(*lumora, 'wait')
+        script = os.path.join(prefix, 'share/doc/lumora/examples/extension/badge-test.txt')
+        played = self.run_command(*lumora, 'play', script)
+        self.assertEqual(played[-3:], ['4', 'expectations', 'held'])
+        self.run_command(*lumora, 'stop')
+        self.assertEqual(self.host.communicate(timeout=20)[1], '')
+
+    def test_is_built_with_cmake_and_with_pkg_config(self):
+        installed, prefix = (os.path.join(self.folder, name) for name in ('installed', 'moved'))
+        self.run_command('cmake', '--install', os.path.dirname(PROGRAMS), '--prefix', installed)
+        os.rename(installed, prefix)
+        source = os.path.join(prefix, 'share/doc/lumora/examples/extension')
+        self.run_command('cmake', '-S', source, '-B', 'built', '-DCMAKE_PREFIX_PATH=' + prefix)
+        self.run_command('cmake', '--build', 'built')
+        self.checks(prefix, os.path.join(self.folder, 'built/badge.so'))
+        paths = ':'.join(place for place, _, files in os.walk(prefix) if 'lumora.pc' in files)
+        flags = self.run_command('pkg-config', '--cflags', '--libs', 'lumora', PKG_CONFIG_PATH=paths)
+        self.run_command('c++', '-shared', '-fPIC', os.path.join(source, 'badge.cpp'), *flags, '-o',
+                         'badge.so')
+        self.checks(prefix, os.path.join(self.folder, 'badge.so'))
+
+
 class HomeScreenAlone(Device):
     def test_says_its_version_and_when_it_is_ready(self):
         version = subprocess.run([SPRINGBOARD, '--version'], capture_output=True, text=True, check=True)
