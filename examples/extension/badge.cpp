@@ -35,7 +35,7 @@ std::shared_ptr<UIView> sharedWallpaper() {
 
 void showBadge() {
   badge().setTag(4711);
-  badge().setFrame({16, 60, 24, 24});
+  badge().setFrame({20, 630, 40, 40});
   badge().setBackgroundColor({1, 0, 0, 1});
   if (const auto wallpaper = sharedWallpaper()) wallpaper->addSubview(badge().shared_from_this());
 }

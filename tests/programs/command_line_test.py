@@ -239,6 +239,7 @@ class CommandWithoutHomeScreen(Device):
         with open(os.path.join(frames, 'frames'), 'rb') as file:
             self.assertEqual(file.read(), RED_GREEN)
         self.assertIn('not empty', self.fails(1, 'frames', self.gif, frames))
+        self.assertIn('No such file', self.fails(1, 'frames', self.gif, self.folder + '/no/frames'))
         # A picture is one frame, and the directory may be named like a picture.
         named = os.path.join(self.folder, 'named.png')
         self.ok('frames', os.path.join(frames, 'frames_0.png'), named)
@@ -517,6 +518,11 @@ class CommandWithHomeScreen(Device):
         os.symlink(real, link)
         self.ok('screenshot', link)
         self.assertTrue(os.path.islink(link))
+        self.assertIn('is a PNG file', self.fails(1, 'screenshot', self.folder + '/screen.jpg'))
+        printed = subprocess.run([LUMORA, '--root', self.root, 'screenshot', '-'], check=True,
+                                 capture_output=True, cwd=self.folder).stdout
+        with open(real, 'rb') as file:
+            self.assertEqual(printed, file.read())
         # Larger than any message on the bus may be.
         self.assertGreater(os.path.getsize(real), 1 << 20)
 

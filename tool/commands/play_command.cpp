@@ -110,7 +110,7 @@ void play(const Context& context, const std::string& script) {
   const DeviceFolder device = context.device();
   HostConnection::require(device);
   // Relative paths in a script start at its own folder.
-  if (script != standardInput) {
+  if (script != standardStream) {
     std::filesystem::current_path(std::filesystem::absolute(script).parent_path());
   }
   Player player(context, device);

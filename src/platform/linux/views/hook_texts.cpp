@@ -50,6 +50,15 @@ std::string methodsOf(Class cls) {
   return joined(names);
 }
 
+// Returns the names of the instance variables, own and inherited.
+std::string variablesOf(Class cls) {
+  std::set<std::string> names;
+  for (; cls != nullptr; cls = cls->superclass) {
+    for (const auto& [name, variable] : cls->instanceVariables) names.insert(name);
+  }
+  return joined(names);
+}
+
 }  // namespace
 
 std::string textOfReplacedMethod(Class cls, SEL selector, IMP code) {
@@ -72,9 +81,14 @@ std::string textOfPresentMethod(Class cls, SEL selector, IMP code) {
   return "method not added: " + cls->name + " has " + nameOf(selector) + origin(code);
 }
 
+std::string textOfMissingVariable(Class cls, const std::string& name, const void* caller) {
+  return "no variable " + name + " in " + cls->name + "; it has: " + variablesOf(cls) +
+         origin(caller);
+}
+
 std::string textOfMissingClass(const std::string& name, const std::vector<std::string>& classes,
                                const void* caller) {
-  return "hook missed: no class " + name + "; there are: " + joined(classes) + origin(caller);
+  return "no class " + name + "; there are: " + joined(classes) + origin(caller);
 }
 
 }  // namespace platform::backend

@@ -17,7 +17,9 @@ std::string textOfMissingMethod(Class cls, Class other, SEL selector, IMP code);
 std::string textOfAddedMethod(Class cls, SEL selector, IMP code);
 // For a method that is not added, because the class has it.
 std::string textOfPresentMethod(Class cls, SEL selector, IMP code);
-// caller: an address in the extension. classes: the names of those that exist.
+// Tells also which variables the class has. caller: an address in the extension.
+std::string textOfMissingVariable(Class cls, const std::string& name, const void* caller);
+// classes: the names of those that exist.
 std::string textOfMissingClass(const std::string& name, const std::vector<std::string>& classes,
                                const void* caller);
 

@@ -21,8 +21,8 @@ struct Runtime {
   std::map<std::string, std::unique_ptr<objc_class>> classes;
   std::map<std::string, std::unique_ptr<objc_class>> metaclasses;
   std::set<std::string> selectors;
-  // Those that were looked up.
-  std::set<std::string> missingClasses;
+  // What was looked up in vain, as the trace has told.
+  std::set<std::string> misses;
 };
 
 Runtime& runtime() {
@@ -48,6 +48,14 @@ std::vector<std::string> classNames() {
   std::vector<std::string> names;
   for (const auto& [name, cls] : runtime().classes) names.push_back(name);
   return names;
+}
+
+// Tells of a name that was looked up in vain, but only once: some are looked up again and again.
+void traceMiss(std::string text) {
+  std::unique_lock lock(runtime().mutex);
+  const bool isNew = runtime().misses.insert(text).second;
+  lock.unlock();
+  if (isNew) traceHook(std::move(text));
 }
 
 }  // namespace
@@ -80,10 +88,9 @@ Class objc_getClass(const char* name) {
   std::unique_lock lock(runtime().mutex);
   auto found = runtime().classes.find(name);
   if (found != runtime().classes.end()) return found->second.get();
-  if (!runtime().missingClasses.insert(name).second) return nullptr;
   std::string text = textOfMissingClass(name, classNames(), __builtin_return_address(0));
   lock.unlock();
-  traceHook(std::move(text));
+  traceMiss(std::move(text));
   return nullptr;
 }
 
@@ -101,11 +108,15 @@ SEL sel_registerName(const char* name) {
 }
 
 Ivar class_getInstanceVariable(Class cls, const char* name) {
-  std::lock_guard lock(runtime().mutex);
-  for (; cls != nullptr; cls = cls->superclass) {
-    auto found = cls->instanceVariables.find(name);
-    if (found != cls->instanceVariables.end()) return &found->second;
+  std::unique_lock lock(runtime().mutex);
+  for (Class at = cls; at != nullptr; at = at->superclass) {
+    auto found = at->instanceVariables.find(name);
+    if (found != at->instanceVariables.end()) return &found->second;
   }
+  if (cls == nullptr) return nullptr;
+  std::string text = textOfMissingVariable(cls, name, __builtin_return_address(0));
+  lock.unlock();
+  traceMiss(std::move(text));
   return nullptr;
 }
 
