@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -17,6 +18,7 @@
 #include <unistd.h>
 
 #include "host/control/control_service.h"
+#include "host/crash_report.h"
 #include "host/displays/desktop_display.h"
 #include "host/displays/window_display.h"
 #include "host/home_screen/screen_drawing.h"
@@ -39,6 +41,7 @@ struct Arguments {
   std::string root;
   std::string bus;
   std::vector<std::string> libraries;
+  bool isQuiet = false;
 };
 
 constexpr int exitFailed = 1;
@@ -58,11 +61,21 @@ void declareArguments(CLI::App& command, Arguments& arguments) {
       ->check(CLI::ExistingDirectory);
   command.add_option("--bus", arguments.bus, "address of the device's D-Bus daemon")->required();
   command.add_option("--library", arguments.libraries, "library to load into the process")
+      ->allow_extra_args(false)
       ->check(CLI::ExistingFile);
+  command.add_flag("--quiet", arguments.isQuiet, "do not say when the home screen is ready");
+  command.set_version_flag("--version", "springboard " LUMORA_VERSION, "print the version");
   host::addHostOptions(command, arguments.host);
 }
 
+// A path without a slash would be looked for in the system's folders.
+std::vector<std::string> absolutePaths(std::vector<std::string> paths) {
+  for (std::string& path : paths) path = std::filesystem::absolute(path);
+  return paths;
+}
+
 void loadLibraries(const std::vector<std::string>& libraries) {
+  host::reportCrashes(libraries);
   for (const std::string& library : libraries) {
     if (dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL) == nullptr) {
       throw std::runtime_error(dlerror());
@@ -84,6 +97,15 @@ void stopOnSignals() {
 
 void openBus(const std::string& address) {
   platform::backend::Bus::open(address, [] { failBecause("the D-Bus daemon has ended"); });
+}
+
+// Tells clients, and the user who has started the process, that they can begin.
+void announce(host::ControlService& control, const Arguments& arguments) {
+  control.announce();
+  if (arguments.isQuiet) return;
+  std::printf("home screen ready (%s, files in %s)\n", host::nameOf(arguments.host.display).c_str(),
+              arguments.root.c_str());
+  std::fflush(stdout);
 }
 
 // desktop is nullptr on other displays.
@@ -118,14 +140,14 @@ void runHomeScreen(const Arguments& arguments) {
   // Never deleted, because blocks of the libraries may use them until the process ends.
   auto* springBoard = new host::SpringBoard(options);
   auto* control = new host::ControlService(*springBoard, actionsOf(desktop.get(), springBoard));
-  loadLibraries(arguments.libraries);
+  loadLibraries(absolutePaths(arguments.libraries));
   std::unique_ptr<host::WindowDisplay> window;
   if (options.display == host::DisplayKind::Window) {
     window = std::make_unique<host::WindowDisplay>(*springBoard);
   }
   if (desktop) desktop->start(*springBoard);
   springBoard->launch();
-  RunLoop::main().perform([control] { control->announce(); });
+  RunLoop::main().perform([control, &arguments] { announce(*control, arguments); });
   bool isVisibilityReported = false;
   while (!RunLoop::main().isStopped()) {
     try {
@@ -165,6 +187,7 @@ int main(int argc, char** argv) {
   try {
     code = parseAndRun(argc, argv);
   } catch (const std::exception& error) {
+    host::abortIfFromLibrary(error);
     std::fprintf(stderr, "springboard: %s\n", error.what());
   }
   // Background work may still run and must not use destroyed statics, so skip their destructors.

@@ -20,7 +20,8 @@ const std::array<Names, 6> groups{{
     {"Simulated phone",
      {"mode", "dock", "lock", "unlock", "home", "app", "screen", "rotate", "screenshot"}},
     {"Settings", {"settings", "get", "put", "enable", "disable"}},
-    {"For developers", {"wait", "play", "frames", "advance", "post", "watch", "bus"}},
+    {"For developers",
+     {"wait", "play", "advance", "views", "trace", "watch", "post", "frames", "bus"}},
 }};
 
 }  // namespace

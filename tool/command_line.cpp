@@ -26,6 +26,8 @@
 #include "tool/commands/set_command.h"
 #include "tool/commands/settings_commands.h"
 #include "tool/commands/status_command.h"
+#include "tool/commands/trace_command.h"
+#include "tool/commands/views_command.h"
 #include "tool/help_text.h"
 #include "tool/support/failure.h"
 
@@ -112,6 +114,8 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addAutostartCommand(lumora, context);
   addForgetCommand(lumora, context);
   addNotificationCommands(lumora, context);
+  addViewsCommand(lumora, context);
+  addTraceCommand(lumora, context);
   addPlayCommand(lumora, context);
   addFramesCommand(lumora, context);
   addHelpCommand(lumora, context);

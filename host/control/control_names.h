@@ -38,10 +38,15 @@ constexpr auto advance = "Advance";
 constexpr auto settle = "Settle";
 // Returns the JSON text of status_report.h.
 constexpr auto status = "Status";
+// Returns the JSON text of trace_report.h: the hooks so far.
+constexpr auto trace = "Trace";
 // Returns a descriptor of an unnamed PNG file with a picture of the screen.
 constexpr auto screenshot = "Screenshot";
 // Answers and ends the home screen.
 constexpr auto stop = "Stop";
 }  // namespace method
+
+// The signal (JSON text of trace_report.h) for a new hook or message.
+constexpr auto traced = "Traced";
 
 }  // namespace host::service

@@ -7,6 +7,7 @@
 #include "host/control/control_names.h"
 #include "host/control/settling.h"
 #include "host/control/status_report.h"
+#include "host/control/trace_report.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -52,6 +53,10 @@ ControlService::ControlService(SpringBoard& springBoard, DisplayActions display)
   registerStates();
   registerOtherMethods();
   object_->finishRegistration();
+  platform::backend::setTraceListener([](const platform::backend::TraceEvent& event) {
+    platform::backend::Bus::current()->emitSignal(service::path, service::interface,
+                                                  service::traced, traceReport(event));
+  });
 }
 
 void ControlService::announce() {
@@ -112,6 +117,9 @@ void ControlService::registerOtherMethods() {
   });
   add(service::method::status,
       [this] { return reportingOutOfMemory([this] { return statusReport(springBoard_); }); });
+  add(service::method::trace, [] {
+    return reportingOutOfMemory([] { return traceReport(platform::backend::tracedHooks()); });
+  });
   add(service::method::screenshot,
       [this] { return reportingOutOfMemory([this] { return screenshot(); }); });
   add(service::method::stop, [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });

@@ -26,9 +26,17 @@ constexpr auto outOfMemory = "out_of_memory";
 // How often the view tree was changed on another thread than the main thread.
 constexpr auto changesOffMainThread = "changes_off_main_thread";
 // An array of all views, parents first, siblings from back to front. Each is an object with the
-// keys class, tag and hidden, the two below and, for animated views, those of
+// keys class, tag and hidden, the four below and, for animated views, those of
 // gifview/description_keys.h.
 constexpr auto views = "views";
+// The name of the class that objc_getClass knows.
+constexpr auto className = "class";
+constexpr auto tag = "tag";
+constexpr auto hidden = "hidden";
+// The index of the superview in the array; null for the first view.
+constexpr auto parent = "parent";
+// The name of the view's C++ class, such as "host::DockView".
+constexpr auto type = "type";
 // [x, y, width, height] in points, in the superview's coordinates.
 constexpr auto frame = "frame";
 // False if the view or one that contains it is hidden.

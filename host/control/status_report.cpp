@@ -1,8 +1,13 @@
 #include "host/control/status_report.h"
 
 #include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <typeinfo>
 #include <utility>
 
+#include <cxxabi.h>
 #include <nlohmann/json.hpp>
 
 #include "host/control/status_keys.h"
@@ -55,16 +60,30 @@ const char* stateName(ScreenState state) {
   return status::screenOff;
 }
 
-void describeTree(const platform::UIView& view, bool isVisible, json& views) {
+// Returns the name of the view's C++ class without the namespace of its file.
+std::string typeOf(const platform::UIView& view) {
+  const char* mangled = typeid(view).name();
+  const std::unique_ptr<char, void (*)(void*)> name(
+      abi::__cxa_demangle(mangled, nullptr, nullptr, nullptr), std::free);
+  std::string type = name ? name.get() : mangled;
+  constexpr std::string_view unnamed = "(anonymous namespace)::";
+  if (const auto at = type.find(unnamed); at != type.npos) type.erase(at, unnamed.size());
+  return type;
+}
+
+void describeTree(const platform::UIView& view, const json& parent, bool isVisible, json& views) {
   json description;
   JsonDescription sink(description);
   view.describe(sink);
   const platform::CGRect frame = view.frame();
   const bool isShown = isVisible && !view.hidden();
+  description[status::parent] = parent;
+  description[status::type] = typeOf(view);
   description[status::frame] = {frame.x, frame.y, frame.width, frame.height};
   description[status::visible] = isShown;
+  const json place = views.size();
   views.push_back(std::move(description));
-  for (const auto& subview : view.subviews()) describeTree(*subview, isShown, views);
+  for (const auto& subview : view.subviews()) describeTree(*subview, place, isShown, views);
 }
 
 json describe(const Output& output) {
@@ -115,7 +134,7 @@ std::string statusReport(SpringBoard& springBoard) {
   for (const Output& output : springBoard.outputs()) {
     report[status::outputs].push_back(describe(output));
   }
-  describeTree(springBoard.screen().root(), true, report[status::views]);
+  describeTree(springBoard.screen().root(), nullptr, true, report[status::views]);
   return report.dump();
 }
 

@@ -147,7 +147,7 @@ class CommandWithoutHomeScreen(Device):
     def test_reports_that_no_home_screen_is_running(self):
         for words in (['remove', 'all'], ['lock'], ['unlock'], ['home'], ['app', 'open'], ['screen', 'off'], ['rotate', 'left'], ['stop'],
                       ['screenshot', 'x.png'], ['status'], ['play', self.file('s.txt', b'')],
-                      ['post', 'x'], ['watch'], ['bus'], ['advance', '1'], ['wait', '--timeout', '0.1']):
+                      ['post', 'x'], ['watch'], ['views'], ['trace'], ['bus'], ['advance', '1'], ['wait', '--timeout', '0.1']):
             self.assertIn('no home screen is running', self.fails(3, *words))
         self.assertFalse(os.path.exists(self.root))
 
@@ -239,6 +239,7 @@ class CommandWithoutHomeScreen(Device):
         with open(os.path.join(frames, 'frames'), 'rb') as file:
             self.assertEqual(file.read(), RED_GREEN)
         self.assertIn('not empty', self.fails(1, 'frames', self.gif, frames))
+        self.assertIn('No such file', self.fails(1, 'frames', self.gif, self.folder + '/no/frames'))
         # A picture is one frame, and the directory may be named like a picture.
         named = os.path.join(self.folder, 'named.png')
         self.ok('frames', os.path.join(frames, 'frames_0.png'), named)
@@ -429,6 +430,9 @@ class CommandWithHomeScreen(Device):
             'put "unfinished': 'unterminated quote',
             'dance': 'no command',
             'play other.txt': 'cannot play',
+            'wait until screen app --timeout 0.1': 'found "home" until the timeout',
+            'wait until screen app --timeout never': 'must be a number',
+            'expect views.SBDockView.hidden true': 'found false',
         }
         for line, reason in failures.items():
             script = self.file('script.txt', ('# first\n\n  expect mode 1  # as it is\n'
@@ -437,6 +441,19 @@ class CommandWithHomeScreen(Device):
             self.assertIn(f'{script}:5: {line}', error)
             self.assertIn(reason, error)
             self.assertEqual(self.ok('get', 'A'), 'b  c\n')
+
+    def test_marks_and_counts_the_expectations_of_a_script(self):
+        self.start(clock='real')
+        script = ('expect screen home\nset shared picture.gif\n'
+                  'wait until locations.shared.frame_shown 1\napp open\nexpect mode 2')
+        done = subprocess.run([LUMORA, '--root', self.root, 'play', '-'], input=script, text=True,
+                              capture_output=True, cwd=self.folder, timeout=60)
+        self.assertEqual(done.stdout.splitlines(), [
+            '   1 ok expect screen home', '   2    set shared picture.gif',
+            'shared wallpaper set: 2 frames', '   3 ok wait until locations.shared.frame_shown 1',
+            '   4    app open', '   5 no expect mode 2', '2 expectations held before line 5'])
+        self.assertEqual(done.stderr, 'lumora: -:5: expect mode 2: found 1\n')
+        self.assertEqual(done.returncode, 1)
 
     def test_sets_separate_wallpapers(self):
         self.start('--idiom', 'pad', '--scale', '2')
@@ -501,6 +518,11 @@ class CommandWithHomeScreen(Device):
         os.symlink(real, link)
         self.ok('screenshot', link)
         self.assertTrue(os.path.islink(link))
+        self.assertIn('is a PNG file', self.fails(1, 'screenshot', self.folder + '/screen.jpg'))
+        printed = subprocess.run([LUMORA, '--root', self.root, 'screenshot', '-'], check=True,
+                                 capture_output=True, cwd=self.folder).stdout
+        with open(real, 'rb') as file:
+            self.assertEqual(printed, file.read())
         # Larger than any message on the bus may be.
         self.assertGreater(os.path.getsize(real), 1 << 20)
 
@@ -649,6 +671,22 @@ class CommandWithHomeScreen(Device):
             'kLWGIFViewFrameFoundNotification', 'kLWGIFViewDidStartAnimatingNotification',
             'com.brightfen.lumora.updateAnimating'])
         self.assertTrue(self.ok('bus').startswith('unix:path='))
+
+    def test_watches_only_the_names_that_are_wanted(self):
+        self.start()
+        with subprocess.Popen([LUMORA, '--root', self.root, 'watch', '--json', 'a.*', '[bc].end',
+                               '--except', '*.not'], stdout=subprocess.PIPE, text=True) as watch:
+            while not select.select([watch.stdout], [], [], 0.2)[0]:
+                self.ok('post', 'a."ready"')
+            for name in ('a.b', 'a.not', 'x.a.b', 'b.end'):
+                self.ok('post', name)
+            seen = []
+            while not seen or seen[-1]['name'] != 'b.end':
+                seen.append(json.loads(watch.stdout.readline()))
+            watch.terminate()
+        self.assertEqual([each['name'] for each in seen if each['name'] != 'a."ready"'],
+                         ['a.b', 'b.end'])
+        self.assertRegex(seen[0]['time'], r'^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}Z$')
 
     def test_runs_a_gif_for_a_limited_time(self):
         self.start(self.gif, '--for', '8', '--locked')

@@ -22,7 +22,7 @@ def lines_of_readme():
 
 
 def lines_of_man_page(name):
-    page = os.path.join(PROGRAMS, '../packaging/linux', name + '.1.gz')
+    page = os.path.join(PROGRAMS, '../packaging/linux', name + '.gz')
     with gzip.open(page, 'rt', encoding='utf-8') as file:
         text = file.read()
     for escape, letter in ROFF.items():
@@ -42,6 +42,8 @@ class Documentation(Device):
             self.environment.pop(name, None)
         for name in ('rain.gif', 'cat.gif'):
             self.file(name, RED_GREEN)
+        os.symlink(os.path.join(PROGRAMS, 'test-extension.so'),
+                   os.path.join(self.folder, 'my-extension.so'))
         self.file('my-script.txt', b'set cat.gif\nexpect locations.shared.set true\n')
 
     def bash(self, line, **variables):
@@ -64,11 +66,16 @@ class Documentation(Device):
 
     def test_shows_lines_that_work(self):
         self.start()
-        lines = [*lines_of_readme(), *lines_of_man_page('lumora'), *lines_of_man_page('springboard')]
+        lines = [*lines_of_readme(), *lines_of_man_page('lumora.1'), *lines_of_man_page('springboard.1')]
         self.assertGreater(len(lines), 30)
         for line in dict.fromkeys(lines):
             with self.subTest(line):
                 self.check(line)
+
+    def test_shows_a_script_that_plays(self):
+        self.start()
+        script = self.file('script.txt', '\n'.join(lines_of_man_page('lumora-play.5')).encode())
+        self.assertTrue(self.ok('play', script).endswith('\n4 expectations held\n'))
 
 
 if __name__ == '__main__':

@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "tool/support/failure.h"
+#include "tool/support/json_text.h"
 
 namespace tool {
 namespace {
@@ -21,24 +22,27 @@ bool isSame(const ordered_json& found, const ordered_json& expected) {
   return found.get<float>() == expected.get<float>();
 }
 
-// Returns the value at a path such as locations.shared.playing. Throws Failure if there is none.
-ordered_json valueAt(const ordered_json& status, const std::string& path) {
+ordered_json::json_pointer pointerFor(const std::string& path) {
   ordered_json::json_pointer pointer;
   std::istringstream names(path);
   for (std::string name; std::getline(names, name, '.');) pointer /= name;
-  if (!status.contains(pointer)) throw Failure("the status has no such field");
-  return status.at(pointer);
+  return pointer;
 }
 
 }  // namespace
 
-void expect(const ordered_json& status, const std::vector<std::string>& words) {
-  constexpr std::size_t minWords = 3;
-  if (words.size() < minWords) throw Failure("expect needs a path and a value");
-  std::string expected = words[2];
-  for (std::size_t at = minWords; at < words.size(); ++at) expected += " " + words[at];
-  const ordered_json found = valueAt(status, words[1]);
-  if (!isSame(found, valueOf(expected))) throw Failure("found " + found.dump());
+Expectation expectationIn(const std::vector<std::string>& words, std::size_t first) {
+  if (words.size() < first + 2) throw Failure("this needs a path and a value");
+  std::string value = words[first + 1];
+  for (std::size_t at = first + 2; at < words.size(); ++at) value += " " + words[at];
+  return {words[first], valueOf(value)};
+}
+
+std::string problemWith(const ordered_json& status, const Expectation& expectation) {
+  const auto pointer = pointerFor(expectation.path);
+  if (!status.contains(pointer)) return "the status has no such field";
+  const ordered_json& found = status.at(pointer);
+  return isSame(found, expectation.value) ? "" : "found " + dumped(found);
 }
 
 }  // namespace tool

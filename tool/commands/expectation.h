@@ -1,4 +1,4 @@
-// The `expect` lines of a script, which check the status.
+// What the lines `expect` and `wait until` of a script check.
 #pragma once
 
 #include <string>
@@ -8,9 +8,17 @@
 
 namespace tool {
 
-// Checks a value of the status, the object that `lumora status --json` prints. words: "expect", the
-// path of the value, such as locations.shared.playing, and the expected value, which may be several
-// words. Throws Failure if the value differs or is missing, or if the line is wrong.
-void expect(const nlohmann::ordered_json& status, const std::vector<std::string>& words);
+struct Expectation {
+  // Such as locations.shared.playing.
+  std::string path;
+  nlohmann::ordered_json value;
+};
+
+// Returns the expectation in the words of a line, which begins at first: a path, and a value, which
+// may be several words. Throws Failure if one is missing.
+Expectation expectationIn(const std::vector<std::string>& words, std::size_t first);
+
+// Returns "" if the status is as expected, otherwise what was found.
+std::string problemWith(const nlohmann::ordered_json& status, const Expectation& expectation);
 
 }  // namespace tool

@@ -20,6 +20,7 @@
 #include "tool/support/count.h"
 #include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
+#include "tool/support/progress_bar.h"
 
 namespace tool {
 namespace {
@@ -28,7 +29,7 @@ namespace fs = std::filesystem;
 
 fs::path emptyFolder(const std::string& name) {
   std::error_code error;
-  fs::create_directories(name, error);
+  fs::create_directory(name, error);
   fs::path folder = error ? fs::path() : fs::canonical(name, error);
   if (!error && !fs::is_directory(folder, error))
     error = std::make_error_code(std::errc::not_a_directory);
@@ -71,12 +72,14 @@ int makeFrames(const ChosenGif& gif, platform::CGImageSource& source, const fs::
   auto copying = platform::backend::startOnHelperThread(
       [&] { return gif.data->writeToFileAtomically(layout.savedGIFPath); });
   std::vector<double> durations;
+  const ProgressBar bar("making frames", source.count());
   for (std::int32_t index = 0; index < source.count(); ++index) {
     const auto image = source.createImageAtIndex(index);
     // The number of a damaged image has no file.
     if (!image) continue;
     durations.push_back(lumora::CGImageSourceGetGifFrameDelay(source, index));
     lumora::writeFrame(layout, index, image);
+    bar.show(index + 1);
   }
   lumora::writeFrameDurations(layout, durations);
   checkMemory(gif.name);

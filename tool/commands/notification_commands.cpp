@@ -1,47 +1,55 @@
 #include "tool/commands/notification_commands.h"
 
-#include <csignal>
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <memory>
+#include <string>
+#include <vector>
 
-#include <sys/signalfd.h>
-#include <unistd.h>
+#include <fnmatch.h>
 
-#include "platform/linux/files/signal_descriptor.h"
+#include "tool/commands/live_output.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/failure.h"
-#include "tool/support/terminal.h"
+#include "tool/support/json_text.h"
 
 namespace tool {
 namespace {
 
-// Returns the local time in milliseconds: "09:41:00.123".
-std::string timeOfDay() {
-  timespec now{};
-  clock_gettime(CLOCK_REALTIME, &now);
-  std::tm local{};
-  localtime_r(&now.tv_sec, &local);
-  char text[64];
-  std::strftime(text, sizeof text, "%H:%M:%S", &local);
-  constexpr long nanosecondsPerMillisecond = 1'000'000;
-  char time[80];
-  std::snprintf(time, sizeof time, "%s.%03ld", text, now.tv_nsec / nanosecondsPerMillisecond);
-  return time;
+struct WatchOptions {
+  // Those of file names. Without any, all names are printed.
+  std::vector<std::string> patterns;
+  std::vector<std::string> exceptions;
+  bool asJson = false;
+};
+
+bool fitsAny(const std::vector<std::string>& patterns, const std::string& name) {
+  return std::ranges::any_of(patterns, [&name](const std::string& pattern) {
+    return fnmatch(pattern.c_str(), name.c_str(), 0) == 0;
+  });
 }
 
-void watchNotifications(const DeviceFolder& device) {
-  auto host = HostConnection::require(device);
-  host->watch([](const std::string& name) {
-    std::printf("%s %s\n", timeOfDay().c_str(), printable(name, STDOUT_FILENO).c_str());
-    std::fflush(stdout);
-  });
-  const auto ends = platform::backend::signalDescriptor({SIGINT, SIGTERM, SIGHUP});
-  signalfd_siginfo info{};
-  while (host->pump(std::chrono::steady_clock::time_point::max(), ends.get())) {
-    if (read(ends.get(), &info, sizeof info) > 0) return;
+bool isWanted(const WatchOptions& options, const std::string& name) {
+  return (options.patterns.empty() || fitsAny(options.patterns, name)) &&
+         !fitsAny(options.exceptions, name);
+}
+
+void printNotification(const WatchOptions& options, const std::string& name) {
+  const auto now = std::chrono::system_clock::now();
+  if (!options.asJson) {
+    printEvent(now, name);
+    return;
   }
-  throw Failure("the home screen has ended");
+  std::printf("%s\n", dumped({{"time", timestamp(now)}, {"name", name}}).c_str());
+  std::fflush(stdout);
+}
+
+void watchNotifications(const DeviceFolder& device, const WatchOptions& options) {
+  auto host = HostConnection::require(device);
+  host->watch([&options](const std::string& name) {
+    if (isWanted(options, name)) printNotification(options, name);
+  });
+  followHost(*host);
 }
 
 }  // namespace
@@ -52,8 +60,15 @@ void addNotificationCommands(CLI::App& lumora, Context& context) {
     HostConnection::require(context.device())->post(*name);
   });
   post->add_option("NAME", *name, "name, such as com.brightfen.lumora.updateAnimating")->required();
-  addCommand(lumora, context, "watch", "print each notification as it is posted",
-             [&context] { watchNotifications(context.device()); });
+  auto options = std::make_shared<WatchOptions>();
+  auto* watch = addCommand(lumora, context, "watch", "print each notification as it is posted",
+                           [&context, options] { watchNotifications(context.device(), *options); });
+  watch->add_option("PATTERN", options->patterns,
+                    "only names that fit it, such as 'com.brightfen.*'; several can be given");
+  watch->add_option("--except", options->exceptions, "no names that fit it; may be given again")
+      ->allow_extra_args(false)
+      ->type_name("PATTERN");
+  watch->add_flag("--json", options->asJson, "print one JSON object per line");
   addCommand(lumora, context, "bus", "print the address of the home screen's message bus",
              [&context] {
                const DeviceFolder device = context.device();

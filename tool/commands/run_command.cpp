@@ -25,6 +25,7 @@
 #include "preferences/stored_settings.h"
 #include "tool/commands/output_hosts.h"
 #include "tool/commands/scaling_choice.h"
+#include "tool/device/extension_libraries.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
@@ -52,6 +53,8 @@ struct RunOptions {
   bool isRestoring = false;
   // True if it runs for one output of a desktop whose own run started it.
   bool isForOneOutput = false;
+  // As the user gives them; see librariesFor.
+  std::vector<std::string> libraries;
   host::HostOptions host;
 };
 
@@ -74,7 +77,7 @@ class HostRun {
     if (hasOutputs) ownWallpapers_ = chosenOwnWallpapers();
     host::HostOptions host = options.host;
     host.desktop.exceptedOutputs = exceptedOutputs();
-    process_.emplace(device, host);
+    process_.emplace(device, host, librariesFor(options.libraries));
     if (hasOutputs) startOutputs();
   }
 
@@ -86,7 +89,7 @@ class HostRun {
 
   int run() {
     while (!process_->hasEnded()) {
-      if (!isLaunched_) tryToGreet();
+      if (!isLaunched_) greetOnceLaunched();
       if (isLaunched_ && outputs_) followOutputs();
       if (isTimeUp() || waitForSignal()) return ExitCode::Done;
     }
@@ -94,6 +97,19 @@ class HostRun {
   }
 
  private:
+  // A home screen that crashes meanwhile does not answer; then how it has ended tells more.
+  void greetOnceLaunched() {
+    try {
+      tryToGreet();
+    } catch (const Failure&) {
+      constexpr Seconds patience{2};
+      constexpr std::chrono::milliseconds pause{10};
+      const TimeLimit limit(patience);
+      while (!process_->hasEnded() && !limit.isOver()) std::this_thread::sleep_for(pause);
+      if (!process_->hasEnded()) throw;
+    }
+  }
+
   void tryToGreet() {
     const auto host = process_->findLaunched();
     if (!host) return;
@@ -343,7 +359,19 @@ void useBlurIfMissing(host::BackdropOptions& backdrop) {
   }
 }
 
+// Loading no library leaves none that could show a GIF.
+void checkLibraries(const RunOptions& options) {
+  const bool hasNone = std::ranges::count(options.libraries, noLibraryWord) > 0;
+  if (hasNone && options.libraries.size() > 1) {
+    throw CLI::ValidationError("--library", "none excludes all others");
+  }
+  if (hasNone && !options.gif.empty()) {
+    throw CLI::ValidationError("--library", "none leaves no library that shows the GIF");
+  }
+}
+
 int start(const Context& context, const RunOptions& options) {
+  librariesFor(options.libraries);
   std::optional<ChosenGif> gif;
   if (!options.gif.empty()) gif = readGif(options.gif);
   if (const auto& backdrop = options.host.desktop.backdrop.file; !backdrop.empty()) {
@@ -379,6 +407,12 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   command->add_option("--for", options->seconds, "time to run; then it stops")
       ->check(numberUpTo(maxRunTime))
       ->type_name("SECONDS");
+  command
+      ->add_option("--library", options->libraries,
+                   "extension to load in place of Lumora's own library, which is `lumora`; may be "
+                   "given again; none: load nothing")
+      ->allow_extra_args(false)
+      ->type_name("FILE|lumora|none");
   command->add_flag("--background", options->isInBackground, "return once the wallpaper is shown");
   command
       ->add_flag("--restore", options->isRestoring,
@@ -388,6 +422,7 @@ void addRunCommand(CLI::App& lumora, Context& context) {
       ->excludes(command->get_option("--except"))
       ->excludes(command->get_option("--span"));
   command->callback([&context, options] {
+    checkLibraries(*options);
     context.action = [&context, options] {
       return options->isRestoring ? restore(context, *options) : start(context, *options);
     };

@@ -4,6 +4,7 @@
 
 #include "host/control/control_names.h"
 #include "tool/device/host_connection.h"
+#include "tool/support/failure.h"
 #include "tool/support/user_file.h"
 
 namespace tool {
@@ -11,7 +12,17 @@ namespace {
 
 namespace method = host::service::method;
 
+// A viewer that trusts such a name cannot show the file.
+void refuseOtherFormats(const std::string& path) {
+  for (const char* ending : {".jpg", ".jpeg", ".gif", ".webp", ".bmp"}) {
+    if (path.ends_with(ending)) {
+      throw Failure("cannot write " + path + ": a screenshot is a PNG file; end its name in .png");
+    }
+  }
+}
+
 void takeScreenshot(const DeviceFolder& device, const std::string& path) {
+  refuseOtherFormats(path);
   checkUserFileIsWritable(path);
   writeUserFile(path, HostConnection::require(device)->screenshot());
 }
@@ -30,7 +41,7 @@ void addScreenshotCommand(CLI::App& lumora, Context& context) {
   auto path = std::make_shared<std::string>();
   auto* command = addCommand(lumora, context, "screenshot", "save a picture of the screen",
                              [&context, path] { takeScreenshot(context.device(), *path); });
-  command->add_option("FILE.png", *path, "PNG file to write")->required();
+  command->add_option("FILE.png", *path, "PNG file to write; - is standard output")->required();
 }
 
 }  // namespace

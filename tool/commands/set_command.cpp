@@ -19,6 +19,7 @@
 #include "settings/locations.h"
 #include "settings/settings_store.h"
 #include "tool/device/device_folder.h"
+#include "tool/device/extension_libraries.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/host_process.h"
 #include "tool/device/import_process.h"
@@ -56,7 +57,7 @@ std::unique_ptr<HostProcess> hostForImport(const DeviceFolder& device,
   }
   host::HostOptions headless;
   headless.display = host::DisplayKind::Headless;
-  auto host = std::make_unique<HostProcess>(device, headless);
+  auto host = std::make_unique<HostProcess>(device, headless, librariesFor({}));
   host->awaitLaunch();
   return host;
 }

@@ -132,6 +132,12 @@ std::string HostConnection::status(Seconds timeout) {
   return report;
 }
 
+std::string HostConnection::trace() {
+  std::string report;
+  ask(usualTimeout, service::method::trace, [&](auto& invoker) { invoker.storeResultsTo(report); });
+  return report;
+}
+
 void HostConnection::requirePhone() {
   if (nlohmann::json::parse(status()).value(host::status::display, "") !=
       host::status::displayDesktop) {
@@ -167,16 +173,27 @@ void HostConnection::post(const std::string& name, Seconds timeout) {
 }
 
 void HostConnection::watch(std::function<void(const std::string&)> handler) {
-  watching_ = std::make_unique<sdbus::Slot>(connection_->addMatch(
-      darwin::matchRule(), [handler = std::move(handler)](sdbus::Message& message) {
+  watchSignals(darwin::matchRule(), std::move(handler));
+}
+
+void HostConnection::watchTrace(std::function<void(const std::string&)> handler) {
+  watchSignals(std::string("type='signal',interface='") + service::interface + "',member='" +
+                   service::traced + "'",
+               std::move(handler));
+}
+
+void HostConnection::watchSignals(const std::string& rule,
+                                  std::function<void(const std::string&)> handler) {
+  watching_.push_back(
+      connection_->addMatch(rule, [handler = std::move(handler)](sdbus::Message& message) {
         // Any program on the bus may send such a signal with other contents.
-        std::string name;
+        std::string text;
         try {
-          message >> name;
+          message >> text;
         } catch (const sdbus::Error&) {
           return;
         }
-        handler(name);
+        handler(text);
       }));
 }
 

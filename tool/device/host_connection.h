@@ -33,6 +33,7 @@ class HostConnection {
   void setBackdrop(const host::BackdropOptions& backdrop);
   void advance(std::chrono::nanoseconds span, Seconds timeout);
   std::string status(Seconds timeout = usualTimeout);
+  std::string trace();
   // Throws Failure if the home screen is on a desktop, which has one wallpaper and no dock.
   void requirePhone();
   // Returns a PNG file without a name, which the caller owns.
@@ -52,6 +53,8 @@ class HostConnection {
 
   // Makes pump call the handler with the name of every Darwin notification posted from now on.
   void watch(std::function<void(const std::string&)> handler);
+  // Makes pump call the handler with the JSON text of every event of the trace from now on.
+  void watchTrace(std::function<void(const std::string&)> handler);
   // Waits until a message arrives, the descriptor (unless negative) can be read, or the limit
   // passes, and handles all messages that have arrived. Returns false if the bus has ended.
   bool pump(std::chrono::steady_clock::time_point limit, int descriptor = -1);
@@ -62,13 +65,15 @@ class HostConnection {
   // before the timeout. ask throws Failure instead.
   template <typename Use>
   bool isAnswered(Seconds timeout, const std::string& method, Use use);
+  // Makes pump call the handler with the text of every signal that the rule matches.
+  void watchSignals(const std::string& rule, std::function<void(const std::string&)> handler);
   template <typename Use>
   void ask(Seconds timeout, const std::string& method, Use use);
 
   std::unique_ptr<sdbus::IConnection> connection_;
   std::unique_ptr<sdbus::IProxy> proxy_;
   std::unique_ptr<sdbus::IObject> notifier_;
-  std::unique_ptr<sdbus::Slot> watching_;
+  std::vector<sdbus::Slot> watching_;
 };
 
 }  // namespace tool

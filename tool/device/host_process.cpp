@@ -15,6 +15,7 @@
 #include "settings/notification_names.h"
 #include "tool/device/frame_caches.h"
 #include "tool/support/child_process.h"
+#include "tool/support/own_program.h"
 
 namespace tool {
 namespace {
@@ -23,17 +24,6 @@ constexpr auto busLogName = "bus.log";
 
 // A launch takes about a tenth of a second, unless the machine is very busy.
 constexpr Seconds maxLaunchTime{30};
-
-std::string besideThisProgram(const char* name) {
-  return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name);
-}
-
-// Installed apart from the programs; built beside them.
-std::string extensionLibrary() {
-  std::string built = besideThisProgram("Lumora8.so");
-  if (access(built.c_str(), F_OK) == 0) return built;
-  return besideThisProgram(LUMORA_LIBRARY_DIR_FROM_PROGRAMS "/Lumora8.so");
-}
 
 // Returns a descriptor that becomes readable when the device folder, or one above it, may have been
 // moved or deleted.
@@ -63,7 +53,8 @@ void requireNoHost(const DeviceFolder& device) {
   if (HostConnection::find(device)) throw AlreadyRunning(device);
 }
 
-HostProcess::HostProcess(const DeviceFolder& device, const host::HostOptions& options)
+HostProcess::HostProcess(const DeviceFolder& device, const host::HostOptions& options,
+                         const std::vector<std::string>& libraries)
     : device_(device),
       lock_(device, FileLock::host, true),
       moves_(movesOf(device)),
@@ -75,7 +66,7 @@ HostProcess::HostProcess(const DeviceFolder& device, const host::HostOptions& op
              O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
   bus_ = std::make_unique<BusDaemon>(busLog.get());
   device.setBusAddress(bus_->address());
-  start(options);
+  start(options, libraries);
 }
 
 HostProcess::~HostProcess() {
@@ -90,14 +81,17 @@ void HostProcess::takeLock() {
   if (!lock_.take(patience)) throw AlreadyRunning(device_);
 }
 
-void HostProcess::start(const host::HostOptions& options) {
+void HostProcess::start(const host::HostOptions& options,
+                        const std::vector<std::string>& libraries) {
   std::vector<std::string> arguments{besideThisProgram("springboard"),
                                      "--root",
                                      device_.path(),
                                      "--bus",
                                      bus_->address(),
-                                     "--library",
-                                     extensionLibrary()};
+                                     "--quiet"};
+  for (const std::string& library : libraries) {
+    arguments.insert(arguments.end(), {"--library", library});
+  }
   for (const std::string& argument : host::hostArguments(options)) arguments.push_back(argument);
   process_ = startProgram(arguments);
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include <sys/types.h>
 
@@ -26,10 +28,11 @@ void requireNoHost(const DeviceFolder& device);
 
 class HostProcess {
  public:
-  // Starts both, after waiting a moment for a home screen that is ending. device must outlive the
-  // object. Throws AlreadyRunning if one is running for the device, and Failure if none can be
-  // started.
-  HostProcess(const DeviceFolder& device, const host::HostOptions& options);
+  // Starts both, after waiting a moment for a home screen that is ending. libraries: the files that
+  // the home screen loads, in this order. device must outlive the object. Throws AlreadyRunning if
+  // one is running for the device, and Failure if none can be started.
+  HostProcess(const DeviceFolder& device, const host::HostOptions& options,
+              const std::vector<std::string>& libraries);
   // Ends both.
   ~HostProcess();
   HostProcess(const HostProcess&) = delete;
@@ -55,7 +58,7 @@ class HostProcess {
 
  private:
   void takeLock();
-  void start(const host::HostOptions& options);
+  void start(const host::HostOptions& options, const std::vector<std::string>& libraries);
 
   const DeviceFolder& device_;
   FileLock lock_;

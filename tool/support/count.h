@@ -5,9 +5,13 @@
 
 namespace tool {
 
-// Returns "1 frame" or "2 frames".
+// Returns "1 frame" or "2 frames" for the noun "frame".
+inline std::string countOf(int count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 inline std::string countOfFrames(int count) {
-  return std::to_string(count) + (count == 1 ? " frame" : " frames");
+  return countOf(count, "frame");
 }
 
 }  // namespace tool

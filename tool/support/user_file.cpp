@@ -56,7 +56,7 @@ platform::DataRef readInput() {
 }
 
 std::string readUserText(const std::string& path) {
-  const auto data = openUserFile(path);
+  const auto data = path == standardStream ? readInput() : openUserFile(path);
   std::string text(data->length(), '\0');
   platform::backend::ByteReader reader(data->impl());
   text.resize(reader.read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
@@ -67,6 +67,7 @@ void checkUserFileIsWritable(const std::string& path) {
   std::error_code error;
   const std::filesystem::path file(path);
   if (path.empty()) throw Failure("cannot write a file without a name");
+  if (path == standardStream) return;
   if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
     throw Failure("cannot write " + path + ": not a regular file");
   }
@@ -75,6 +76,11 @@ void checkUserFileIsWritable(const std::string& path) {
 }
 
 void writeUserFile(const std::string& path, const platform::backend::FileDescriptor& contents) {
+  if (path == standardStream) {
+    const platform::backend::FileDescriptor output(dup(STDOUT_FILENO));
+    if (!platform::backend::copyFile(contents, output)) fail("write", "standard output");
+    return;
+  }
   std::error_code error;
   // Replaces the target of a link instead of the link.
   std::filesystem::path target = std::filesystem::canonical(path, error);

@@ -8,6 +8,7 @@
 
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/main_loop/run_loop.h"
+#include "platform/linux/trace.h"
 
 namespace platform {
 using namespace backend;
@@ -36,6 +37,7 @@ struct CPDistributedMessagingCenter::Impl {
     // Blocks that were queued earlier run first, as on the device. Otherwise a message could arrive
     // between the end of an animation's cycle and the block that starts the next one.
     RunLoop::main().runMainQueue();
+    traceMessage("message received: " + message + " at " + name);
     const Targets called = targets[message];
     for (const auto& target : called) target();
   }
@@ -98,6 +100,7 @@ void CPDistributedMessagingCenter::registerForMessageName(const std::string& mes
 
 void CPDistributedMessagingCenter::sendMessageName(const std::string& message) const {
   if (Bus* bus = Bus::current()) {
+    traceMessage("message sent: " + message + " to " + impl_->name);
     bus->callWithoutReply(impl_->name, objectPath(impl_->name), messageInterface, message);
   }
 }

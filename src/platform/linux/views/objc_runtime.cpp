@@ -3,7 +3,11 @@
 #include <memory>
 #include <mutex>
 #include <set>
+#include <utility>
+#include <vector>
 
+#include "platform/linux/trace.h"
+#include "platform/linux/views/hook_texts.h"
 #include "platform/linux/views/objc_runtime.h"
 #include "platform/linux/views/strong_ivar.h"
 
@@ -17,6 +21,8 @@ struct Runtime {
   std::map<std::string, std::unique_ptr<objc_class>> classes;
   std::map<std::string, std::unique_ptr<objc_class>> metaclasses;
   std::set<std::string> selectors;
+  // What was looked up in vain, as the trace has told.
+  std::set<std::string> misses;
 };
 
 Runtime& runtime() {
@@ -32,7 +38,33 @@ IMP findMethod(Class cls, SEL selector) {
   return nullptr;
 }
 
+// Returns the metaclass of a class, or the class of a metaclass. These require the lock.
+Class counterpartOf(Class cls) {
+  if (cls == nullptr || cls->isa != nullptr) return cls == nullptr ? nullptr : cls->isa;
+  return runtime().classes.at(cls->name).get();
+}
+
+std::vector<std::string> classNames() {
+  std::vector<std::string> names;
+  for (const auto& [name, cls] : runtime().classes) names.push_back(name);
+  return names;
+}
+
+// Tells of a name that was looked up in vain, but only once: some are looked up again and again.
+void traceMiss(std::string text) {
+  std::unique_lock lock(runtime().mutex);
+  const bool isNew = runtime().misses.insert(text).second;
+  lock.unlock();
+  if (isNew) traceHook(std::move(text));
+}
+
 }  // namespace
+
+void backend::defineMethod(Class cls, const char* name, IMP code) {
+  SEL selector = sel_registerName(name);
+  std::lock_guard lock(runtime().mutex);
+  cls->methods.emplace(selector, code);
+}
 
 Class backend::registerClass(const char* name, Class superclass) {
   std::lock_guard lock(runtime().mutex);
@@ -53,9 +85,13 @@ void backend::addInstanceVariable(Class cls, const char* name, std::ptrdiff_t of
 }
 
 Class objc_getClass(const char* name) {
-  std::lock_guard lock(runtime().mutex);
+  std::unique_lock lock(runtime().mutex);
   auto found = runtime().classes.find(name);
-  return found == runtime().classes.end() ? nullptr : found->second.get();
+  if (found != runtime().classes.end()) return found->second.get();
+  std::string text = textOfMissingClass(name, classNames(), __builtin_return_address(0));
+  lock.unlock();
+  traceMiss(std::move(text));
+  return nullptr;
 }
 
 Class object_getClass(id object) {
@@ -72,11 +108,15 @@ SEL sel_registerName(const char* name) {
 }
 
 Ivar class_getInstanceVariable(Class cls, const char* name) {
-  std::lock_guard lock(runtime().mutex);
-  for (; cls != nullptr; cls = cls->superclass) {
-    auto found = cls->instanceVariables.find(name);
-    if (found != cls->instanceVariables.end()) return &found->second;
+  std::unique_lock lock(runtime().mutex);
+  for (Class at = cls; at != nullptr; at = at->superclass) {
+    auto found = at->instanceVariables.find(name);
+    if (found != at->instanceVariables.end()) return &found->second;
   }
+  if (cls == nullptr) return nullptr;
+  std::string text = textOfMissingVariable(cls, name, __builtin_return_address(0));
+  lock.unlock();
+  traceMiss(std::move(text));
   return nullptr;
 }
 
@@ -96,17 +136,25 @@ IMP class_getMethodImplementation(Class cls, SEL selector) {
 
 void class_addMethod(Class cls, SEL selector, IMP implementation, const char* /*types*/) {
   if (cls == nullptr) return;
-  std::lock_guard lock(runtime().mutex);
-  cls->methods.emplace(selector, implementation);
+  std::unique_lock lock(runtime().mutex);
+  const bool isNew = cls->methods.emplace(selector, implementation).second;
+  lock.unlock();
+  traceHook(isNew ? textOfAddedMethod(cls, selector, implementation)
+                  : textOfPresentMethod(cls, selector, implementation));
 }
 
 void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous) {
-  if (cls == nullptr) return;
-  std::lock_guard lock(runtime().mutex);
+  std::unique_lock lock(runtime().mutex);
   const IMP method = findMethod(cls, selector);
-  if (method == nullptr) return;
-  *previous = method;
-  cls->methods[selector] = replacement;
+  std::string text = method == nullptr
+                         ? textOfMissingMethod(cls, counterpartOf(cls), selector, replacement)
+                         : textOfReplacedMethod(cls, selector, replacement);
+  if (method != nullptr) {
+    *previous = method;
+    cls->methods[selector] = replacement;
+  }
+  lock.unlock();
+  traceHook(std::move(text));
 }
 
 }  // namespace platform

@@ -3,27 +3,14 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
-#include <string>
 
+#include "platform/linux/views/objc_class.h"
 #include "platform/objc_runtime.h"
 
-struct objc_object {
-  objc_class* isa = nullptr;
-};
-
-struct objc_ivar {
-  std::ptrdiff_t offset = 0;
-};
-
-struct objc_class : objc_object {
-  std::string name;
-  objc_class* superclass = nullptr;
-  std::map<platform::SEL, platform::IMP> methods;
-  std::map<std::string, objc_ivar> instanceVariables;
-};
-
 namespace platform::backend {
+
+// Defines a method without a trace.
+void defineMethod(Class cls, const char* name, IMP code);
 
 // Creates a class without methods of its own; superclass may be nullptr. Requires a new name.
 Class registerClass(const char* name, Class superclass);
@@ -33,7 +20,7 @@ void addInstanceVariable(Class cls, const char* name, std::ptrdiff_t offset);
 
 template <typename Result, typename... Arguments>
 void addMethod(Class cls, const char* name, Result (*code)(id, SEL, Arguments...)) {
-  class_addMethod(cls, sel_registerName(name), reinterpret_cast<IMP>(code), "");
+  defineMethod(cls, name, reinterpret_cast<IMP>(code));
 }
 
 template <typename Result, typename... Arguments>
