@@ -1,7 +1,6 @@
 #include "host/displays/window_display.h"
 
-#include <cstdio>
-#include <filesystem>
+#include <chrono>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -10,57 +9,24 @@
 #include <SDL2/SDL.h>
 #include <SDL2/SDL_syswm.h>
 #include <X11/Xlib.h>
-#include <fcntl.h>
 
+#include "host/displays/window_keys.h"
 #include "host/displays/x11_connection.h"
+#include "host/home_screen/gesture_actions.h"
+#include "host/home_screen/gesture_recognizer.h"
 #include "host/home_screen/screen_drawing.h"
 #include "host/home_screen/screen_painter.h"
-#include "platform/linux/files/file_contents.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
 namespace {
 
-using platform::UIInterfaceOrientation;
 using platform::backend::Region;
 using platform::backend::RunLoop;
 
 [[noreturn]] void fail(const std::string& reason = SDL_GetError()) {
   throw std::runtime_error("cannot open a window (" + reason +
                            "); without a display, use --display headless");
-}
-
-void saveScreenshot(SpringBoard& springBoard) {
-  std::string name;
-  for (int count = 1; name.empty() || std::filesystem::exists(name); ++count) {
-    name = "springboard-" + std::to_string(count) + ".png";
-  }
-  const platform::backend::FileDescriptor png(
-      takeScreenshot(springBoard.screen(), springBoard.options().scale));
-  const platform::backend::FileDescriptor file =
-      platform::backend::createFile(AT_FDCWD, std::filesystem::absolute(name));
-  if (png && file && platform::backend::copyFile(png, file)) {
-    std::printf("%s\n", name.c_str());
-    std::fflush(stdout);
-  } else {
-    std::fprintf(stderr, "springboard: cannot write %s here\n", name.c_str());
-  }
-}
-
-void toggleLock(SpringBoard& springBoard) {
-  if (springBoard.state() == ScreenState::Locked) {
-    springBoard.goHome();
-  } else {
-    springBoard.lock();
-  }
-}
-
-void toggleApp(SpringBoard& springBoard) {
-  if (springBoard.state() == ScreenState::App) {
-    springBoard.closeApp();
-  } else {
-    springBoard.openApp();
-  }
 }
 
 }  // namespace
@@ -79,8 +45,12 @@ struct WindowDisplay::Impl {
 
   void open();
   SDL_SysWMinfo systemInfo() const;
+  void showKeysForAWhile();
   bool handleEvents();
-  void handleKey(const SDL_KeyboardEvent& key);
+  void handleEvent(const SDL_Event& event);
+  void handlePointer(const SDL_Event& event);
+  // Returns the point of the screen at a pixel of the window.
+  artwork::Point pointAt(int x, int y) const;
   void draw(bool isAll);
   // Shows a part of what has been drawn.
   void show(SDL_Surface& pixels, SDL_Surface& shown, const Region& part);
@@ -92,6 +62,9 @@ struct WindowDisplay::Impl {
 
   SpringBoard& springBoard;
   ScreenPainter painter;
+  GestureRecognizer gestures;
+  // True while a key is held down.
+  bool isRepeating = false;
   SDL_Window* window = nullptr;
   // In pixels.
   int width = 0;
@@ -115,6 +88,7 @@ WindowDisplay::~WindowDisplay() = default;
 
 WindowDisplay::Impl::~Impl() {
   RunLoop::main().setDrawing(nullptr);
+  RunLoop::main().clearAlarm(this);
   if (window != nullptr) SDL_DestroyWindow(window);
   SDL_Quit();
 }
@@ -144,6 +118,14 @@ void WindowDisplay::Impl::open() {
   XFlush(x11.display);
   RunLoop::main().addSource(XConnectionNumber(x11.display), [this] { return handleEvents(); });
   RunLoop::main().setDrawing([this](bool isAll) { draw(isAll); });
+  if (springBoard.options().showsKeys.value_or(false)) showKeysForAWhile();
+}
+
+void WindowDisplay::Impl::showKeysForAWhile() {
+  constexpr std::chrono::seconds enoughToRead{20};
+  springBoard.screen().showKeyHelp(true);
+  RunLoop::main().setAlarm(this, RunLoop::Clock::now() + enoughToRead,
+                           [this] { springBoard.screen().showKeyHelp(false); });
 }
 
 SDL_SysWMinfo WindowDisplay::Impl::systemInfo() const {
@@ -158,44 +140,48 @@ bool WindowDisplay::Impl::handleEvents() {
   bool handled = false;
   while (SDL_PollEvent(&event) != 0) {
     handled = true;
-    if (event.type == SDL_QUIT) RunLoop::main().stop();
-    if (event.type == SDL_KEYDOWN && event.key.repeat == 0) handleKey(event.key);
-    if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
-      mustShowAll = true;
-      RunLoop::main().setNeedsPartialDisplay();
-    }
+    handleEvent(event);
   }
   return handled;
 }
 
-void WindowDisplay::Impl::handleKey(const SDL_KeyboardEvent& key) {
-  switch (key.keysym.sym) {
-    case SDLK_l:
-      return toggleLock(springBoard);
-    case SDLK_h:
-      return springBoard.goHome();
-    case SDLK_a:
-      return toggleApp(springBoard);
-    case SDLK_LEFT:
-      return springBoard.rotate(UIInterfaceOrientation::LandscapeRight);
-    case SDLK_RIGHT:
-      return springBoard.rotate(UIInterfaceOrientation::LandscapeLeft);
-    case SDLK_UP:
-      return springBoard.rotate(UIInterfaceOrientation::Portrait);
-    case SDLK_DOWN:
-      return springBoard.rotate(UIInterfaceOrientation::PortraitUpsideDown);
-    case SDLK_s:
-      return saveScreenshot(springBoard);
-    case SDLK_p:
-      return springBoard.turnDisplay(springBoard.state() == ScreenState::Off);
-    case SDLK_q:
+void WindowDisplay::Impl::handleEvent(const SDL_Event& event) {
+  switch (event.type) {
+    case SDL_QUIT:
       return RunLoop::main().stop();
-    case SDLK_QUESTION:
-    case SDLK_SLASH:
-      return springBoard.screen().toggleKeyHelp();
+    case SDL_KEYDOWN:
+      isRepeating = event.key.repeat != 0;
+      if (!isRepeating) handleKey(event.key.keysym, springBoard);
+      return;
+    case SDL_TEXTINPUT:
+      if (!isRepeating) handleText(event.text.text, springBoard);
+      return;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+    case SDL_MOUSEMOTION:
+      return handlePointer(event);
+    case SDL_WINDOWEVENT:
+      if (event.window.event != SDL_WINDOWEVENT_EXPOSED) return;
+      mustShowAll = true;
+      return RunLoop::main().setNeedsPartialDisplay();
     default:
       return;
   }
+}
+
+// SDL makes mouse events of what happens on a touch screen.
+void WindowDisplay::Impl::handlePointer(const SDL_Event& event) {
+  const std::chrono::milliseconds now(event.common.timestamp);
+  if (event.type == SDL_MOUSEMOTION) return gestures.move(pointAt(event.motion.x, event.motion.y));
+  if (event.button.button != SDL_BUTTON_LEFT) return;
+  const artwork::Point at = pointAt(event.button.x, event.button.y);
+  if (event.type == SDL_MOUSEBUTTONDOWN) return gestures.press(at, now);
+  if (const auto gesture = gestures.release(at, now)) perform(*gesture, springBoard);
+}
+
+artwork::Point WindowDisplay::Impl::pointAt(int x, int y) const {
+  const double scale = springBoard.options().scale;
+  return {x / scale, y / scale};
 }
 
 bool WindowDisplay::Impl::fitToScreen() {

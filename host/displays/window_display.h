@@ -1,4 +1,4 @@
-// Shows the screen in an X11 window that takes keys. Main thread.
+// Shows the screen in an X11 window that takes keys and gestures. Main thread.
 #pragma once
 
 #include <memory>

@@ -101,8 +101,13 @@ platform::backend::Region Screen::takeRedrawnPart() {
   return part;
 }
 
-void Screen::toggleKeyHelp() {
-  keyHelp_->setHidden(!keyHelp_->hidden());
+void Screen::showKeyHelp(bool isShown) {
+  if (isShown != showsKeyHelp()) keyHelp_->setHidden(!isShown);
+}
+
+const artwork::App* Screen::appAt(artwork::Point point) const {
+  const artwork::App* app = icons_->appAt(point);
+  return app == nullptr ? dock_->appAt(point) : app;
 }
 
 }  // namespace host

@@ -101,7 +101,8 @@ void SpringBoard::goHome() {
   show(ScreenState::Home);
 }
 
-void SpringBoard::openApp() {
+void SpringBoard::openApp(const artwork::App& app) {
+  screen_->showApp(app);
   show(ScreenState::App);
 }
 

@@ -31,8 +31,9 @@ class SpringBoard {
   void lock();
   // Goes to the home screen, from the lock screen or from an app. Switches the display on.
   void goHome();
-  // Opens the app from any screen, also from the lock screen. Switches the display on.
-  void openApp();
+  // Opens an app from any screen, also from the lock screen. Switches the display on. app must
+  // outlive this object.
+  void openApp(const artwork::App& app = artwork::usualApp());
   // Goes to the home screen if the app is open.
   void closeApp();
   // Switches the display on or off. It comes on with the lock screen.

@@ -184,6 +184,12 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
       namesOf(idioms))
       ->group(group);
   command.add_flag("--locked", options.startsLocked, "start on the lock screen")->group(group);
+  acceptOneOf(
+      command.add_option_function<std::string>(
+          "--keys", [&options](const std::string& choice) { options.showsKeys = choice == "on"; },
+          "whether a window explains its keys at the start (default: only the first one)"),
+      {"off", "on"})
+      ->group(group);
   command.add_option("--scale", options.scale, "pixels per point, from 1 to 4")
       ->check(CLI::Range(1, maxScale))
       ->type_name("N")
@@ -299,6 +305,7 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   const auto add = [&arguments](const char* option, const std::vector<std::string>& values) {
     for (const std::string& value : values) arguments.insert(arguments.end(), {option, value});
   };
+  if (options.showsKeys) add("--keys", {*options.showsKeys ? "on" : "off"});
   add("--output", options.desktop.outputs);
   add("--except", options.desktop.exceptedOutputs);
   arguments.emplace_back("--transition");

@@ -1,6 +1,7 @@
 // The options with which the home screen starts, for springboard and for `lumora run`.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,9 @@ struct HostOptions {
   Idiom idiom = Idiom::Phone;
   bool startsLocked = false;
   bool hasManualClock = false;
+  // True if a window shows at the start what its keys do. Nothing: only the first window of the
+  // device does.
+  std::optional<bool> showsKeys;
   DesktopOptions desktop;
 };
 

@@ -14,20 +14,18 @@ import socket
 import struct
 import subprocess
 import sys
-import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 import device
 from bus_service import Service, start_bus
-from device import LUMORA, Device
+from device import LUMORA
 from gif_writer import gif, image, lzw
+from session import NO_BUSES, Desktop, X11Session, needs_x11
 
 RED, BLUE, WHITE, BLACK = (255, 0, 0), (0, 0, 255), (255, 255, 255), (0, 0, 0)
 # What the compositor shows on an output without a wallpaper.
 EMPTY = (62, 62, 62)
-NO_BUSES = {'DBUS_SESSION_BUS_ADDRESS': 'unix:path=/nowhere',
-            'DBUS_SYSTEM_BUS_ADDRESS': 'unix:path=/nowhere'}
 
 
 def two_colors(size, one, other, choose):
@@ -51,103 +49,9 @@ def is_like(color, expected, tolerance):
                                    for one, other in zip(color, expected))
 
 
-class Desktop(Device):
-    """A device whose programs run in a session of its own; show() starts them."""
-
-    def setUp(self):
-        super().setUp()
-        self.programs = []
-        self.servers = []
-        self.environment = dict(os.environ, HOME=self.folder, **NO_BUSES)
-        for name in ('DISPLAY', 'WAYLAND_DISPLAY', 'SWAYSOCK', 'XDG_CONFIG_HOME'):
-            self.environment.pop(name, None)
-
-    def tearDown(self):
-        # A connection that outlives its server ends the process.
-        for server in self.servers:
-            server.close()
-        for program in reversed(self.programs):
-            program.terminate()
-            program.wait(20)
-        super().tearDown()
-
-    def show(self, *words, **options):
-        self.programs.append(subprocess.Popen(words, env=self.environment, stdout=subprocess.DEVNULL,
-                                              stderr=subprocess.DEVNULL, **options))
-        return self.programs[-1]
-
-    def show_desktop(self, *words, **options):
-        desktop = self.show(LUMORA, 'run', '--root', self.root, '--display', 'desktop', *words,
-                            **options)
-        self.ok('wait', '--timeout', '30')
-        return desktop
-
-    def becomes(self, playing, why):
-        self.eventually(lambda: (self.shared()['playing'], self.shared()['why']) == (playing, why),
-                        self.shared)
-
-
-class XServer:
-    """A connection to an X server, which keeps it from resetting itself."""
-
-    def __init__(self, name):
-        self.xlib = ctypes.CDLL('libX11.so.6')
-        for function in ('XOpenDisplay', 'XGetImage'):
-            getattr(self.xlib, function).restype = ctypes.c_void_p
-        self.xlib.XDefaultRootWindow.restype = self.xlib.XInternAtom.restype = ctypes.c_ulong
-        self.xlib.XGetSelectionOwner.argtypes = [ctypes.c_void_p, ctypes.c_ulong]
-        self.xlib.XGetPixel.restype = ctypes.c_ulong
-        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(name.encode()))
-
-    def close(self):
-        self.xlib.XCloseDisplay(self.display)
-
-    def has_window_manager(self):
-        selection = self.xlib.XInternAtom(self.display, b'WM_S0', 0)
-        return self.xlib.XGetSelectionOwner(self.display, selection) != 0
-
-    def pixel(self, x, y):
-        """The pixel in the format of the screen."""
-        root = ctypes.c_ulong(self.xlib.XDefaultRootWindow(self.display))
-        all_planes, as_pixels = ctypes.c_ulong(2**32 - 1), 2
-        part = ctypes.c_void_p(self.xlib.XGetImage(self.display, root, x, y, 1, 1, all_planes,
-                                                   as_pixels))
-        pixel = self.xlib.XGetPixel(part, 0, 0)
-        self.xlib.XDestroyImage(part)
-        return pixel
-
-    def set_saver(self, on):
-        self.xlib.XForceScreenSaver(self.display, on)
-        self.xlib.XSync(self.display, 0)
-
-
-@unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox') and shutil.which('xrandr') and
-                     shutil.which('Xephyr'), 'needs Xvfb, Xephyr, xrandr and openbox')
-class X11Desktop(Desktop):
-    """A desktop with its own X servers and a window manager."""
-
-    def start_server(self, *command):
-        reading, writing = os.pipe()
-        self.show(command[0], '-displayfd', str(writing), '-nolisten', 'tcp', *command[1:],
-                  pass_fds=[writing])
-        os.close(writing)
-        with os.fdopen(reading) as file:
-            self.environment['DISPLAY'] = ':' + file.readline().strip()
-        self.servers.append(XServer(self.environment['DISPLAY']))
-        return self.servers[-1]
-
-    def start_window_manager(self, server):
-        manager = self.show('openbox')
-        while not server.has_window_manager():
-            # It sometimes gives up if the X server has only just started.
-            if manager.poll() is not None:
-                manager = self.show('openbox')
-            time.sleep(0.02)
-        return manager
-
-    def in_session(self, *words):
-        return subprocess.run(words, env=self.environment, capture_output=True, text=True, check=True,
-                              timeout=20).stdout
+@needs_x11
+class X11Desktop(X11Session):
+    """A desktop on X11."""
 
     def test_pauses_while_it_cannot_be_seen(self):
         server = self.start_server('Xvfb', '-screen', '0', '640x480x24')

@@ -59,6 +59,9 @@ int runHost(const DeviceFolder& device, const RunOptions& options,
 
 constexpr auto scalingKey = "_SCALING_MODE";
 
+// Remembers that the device has had a window.
+constexpr auto windowNote = "window";
+
 // The home screen from its start to its end. The arguments must outlive the object.
 class HostRun {
  public:
@@ -75,6 +78,7 @@ class HostRun {
     if (hasOutputs) ownWallpapers_ = chosenOwnWallpapers();
     host::HostOptions host = options.host;
     host.desktop.exceptedOutputs = exceptedOutputs();
+    if (!host.showsKeys) host.showsKeys = isFirstWindow();
     process_.emplace(device, host);
     if (hasOutputs) startOutputs();
   }
@@ -115,9 +119,15 @@ class HostRun {
     std::printf("home screen running (%s, files in %s); %s`lumora stop` stops it\n",
                 host::nameOf(options_.host.display).c_str(), device_.path().c_str(),
                 options_.isInBackground ? "" : "Ctrl-C or ");
-    if (options_.host.display == host::DisplayKind::Window)
+    if (options_.host.display == host::DisplayKind::Window) {
       std::printf("in the window, ? lists the keys\n");
+      device_.setNote(windowNote, "opened\n");
+    }
     std::fflush(stdout);
+  }
+
+  bool isFirstWindow() const {
+    return options_.host.display == host::DisplayKind::Window && !device_.note(windowNote);
   }
 
   // Runs in a separate process, because importing a large GIF takes long.
