@@ -96,7 +96,8 @@ host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
             }};
   }
   return {[springBoard] {
-            return host::takeScreenshot(springBoard->screen(), springBoard->options().scale);
+            return host::takeScreenshot(springBoard->screen(),
+                                        springBoard->options().scaleOfScreenshots());
           },
           nullptr};
 }

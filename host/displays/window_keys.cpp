@@ -24,7 +24,7 @@ void saveScreenshot(SpringBoard& springBoard) {
     name = "springboard-" + std::to_string(count) + ".png";
   }
   const platform::backend::FileDescriptor png(
-      takeScreenshot(springBoard.screen(), springBoard.options().scale));
+      takeScreenshot(springBoard.screen(), springBoard.options().scaleOfScreenshots()));
   const platform::backend::FileDescriptor file =
       platform::backend::createFile(AT_FDCWD, std::filesystem::absolute(name));
   if (png && file && platform::backend::copyFile(png, file)) {

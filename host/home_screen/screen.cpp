@@ -95,9 +95,9 @@ void Screen::showTime() {
   lockScreen_->setTime(time);
 }
 
-platform::backend::Region Screen::takeRedrawnPart() {
-  platform::backend::Region part = statusBar_->takeRedrawnPart();
-  part.add(lockScreen_->takeRedrawnPart());
+platform::backend::Region Screen::takeRedrawnPart(double scale) {
+  platform::backend::Region part = statusBar_->takeRedrawnPart(scale);
+  part.add(lockScreen_->takeRedrawnPart(scale));
   return part;
 }
 

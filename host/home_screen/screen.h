@@ -26,8 +26,9 @@ class Screen {
   void turn(platform::UIInterfaceOrientation orientation);
   // Updates the clocks.
   void showTime();
-  // Returns the pixels in which the clocks have changed since the last call.
-  platform::backend::Region takeRedrawnPart();
+  // Returns the pixels in which the clocks have changed since the last call. scale: pixels per
+  // point.
+  platform::backend::Region takeRedrawnPart(double scale);
   // Shows this app in the state App.
   void showApp(const artwork::App& app) { app_->show(app); }
   void showKeyHelp(bool isShown);

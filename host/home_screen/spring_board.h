@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -40,7 +41,7 @@ class SpringBoard {
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
   // Tells the home screen that something outside of it covers all of it, or no longer does. The
-  // wallpapers are hidden then.
+  // wallpapers are hidden then, and the clock stands still.
   void setCovered(bool isCovered);
   // Hides the wallpapers of a desktop, which keeps what it has painted, until this is called again
   // with false.
@@ -51,6 +52,9 @@ class SpringBoard {
   void noteNewWallpaper();
   // Returns how often that has been.
   unsigned wallpaperNumber() const { return wallpaperNumber_; }
+  // Sets the name of what the wallpaper shows, for the window's title; "" if there is none.
+  void setWallpaperName(std::string name);
+  const std::string& wallpaperName() const { return wallpaperName_; }
   // Records the outputs of a desktop, for the status report.
   void setOutputs(std::vector<Output> outputs) { outputs_ = std::move(outputs); }
 
@@ -78,6 +82,7 @@ class SpringBoard {
   bool isPaused_ = false;
   bool isSavingPower_ = false;
   unsigned wallpaperNumber_ = 0;
+  std::string wallpaperName_;
   std::vector<Output> outputs_;
 };
 

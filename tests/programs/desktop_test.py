@@ -73,7 +73,7 @@ class X11Desktop(X11Session):
                 manager.terminate()
                 manager.wait(20)
             window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
-                               '--screen', size)
+                               '--screen', size, '--scale', '1')
             subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
             self.becomes(playing, why)
             # The state is also right at the start.

@@ -10,10 +10,14 @@ import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+import device
 from device import LUMORA
 from session import X11Session, needs_x11
 
 PHONE = (390, 844)
+# The thickness of the frame around the screen.
+FRAME = 16
+SURROUNDINGS = 0x2b2d34
 # The codes of keys by their place; the characters are those of a US layout.
 KEYS = {'Escape': 9, 'F1': 67, 'Shift': 50, 'l': 46, '-': 20, '/': 61, '7': 16, 'Left': 113, 'Up': 111}
 
@@ -55,16 +59,23 @@ class Window(X11Session):
         self.ok('wait', '--timeout', '30')
         return window
 
+    def window(self):
+        """The X11 number of the window."""
+        tree = self.in_session('xwininfo', '-root', '-tree')
+        return re.search('(0x[0-9a-f]+) "[^"]*": \\("lumora" "lumora"\\)', tree)[1]
+
     def geometry(self):
         """The window's corner and size."""
-        text = self.in_session('xwininfo', '-name', 'Lumora')
+        text = self.in_session('xwininfo', '-id', self.window())
         return [int(re.search(name + r': +(-?\d+)', text)[1])
                 for name in ('Absolute upper-left X', 'Absolute upper-left Y', 'Width', 'Height')]
 
     def pixel_of(self, x, y, size=PHONE):
         """Where a point of the screen is shown."""
         left, top, width, height = self.geometry()
-        return left + width / 2 + x - size[0] / 2, top + height / 2 + y - size[1] / 2
+        scale = min(width / (size[0] + 2 * FRAME), height / (size[1] + 2 * FRAME))
+        return (left + width / 2 + (x - size[0] / 2) * scale,
+                top + height / 2 + (y - size[1] / 2) * scale)
 
     def becomes_screen(self, state):
         self.eventually(lambda: self.status()['screen'] == state, self.status)
@@ -118,6 +129,59 @@ class Window(X11Session):
             for state in ('locked', 'home'):
                 hand.press('l')
                 self.becomes_screen(state)
+
+
+    def test_fits_the_monitor_and_follows_it(self):
+        server = self.start_server('Xvfb', '-screen', '0', '900x600x24')
+        manager = self.start_window_manager(server)
+        hand = Hand(server)
+        color = self.file('red.gif', device.gif((255, 0, 0), (255, 0, 0)))
+        self.show_window('--scaling', 'FULLSCREEN', '--keys', 'off', color)
+
+        def shows(point, pixel, size=PHONE):
+            self.eventually(lambda: is_near(server.pixel(*map(round, self.pixel_of(*point, size))),
+                                            pixel), lambda: (point, self.geometry()))
+
+        left, top, width, height = self.geometry()
+        self.assertGreater(min(left, top), 0)
+        self.assertLess(top + height, 600)
+        self.assertAlmostEqual(width / height, (390 + 2 * FRAME) / (844 + 2 * FRAME), delta=0.01)
+        shows((20, 600), 0xff0000)
+        hand.drag(self.pixel_of(75, 796), self.pixel_of(75, 796))
+        self.becomes_screen('app')
+        self.ok('home')
+        # It turns, and then gets another size.
+        self.ok('rotate', 'left')
+        self.eventually(lambda: self.geometry()[2] > self.geometry()[3], self.geometry)
+        shows((20, 300), 0xff0000, PHONE[::-1])
+        window = ctypes.c_ulong(int(self.window(), 16))
+        server.xlib.XMoveResizeWindow(server.display, window, 20, 40, 840, 500)
+        server.xlib.XSync(server.display, 0)
+        self.eventually(lambda: self.geometry()[2:] == [840, 500], self.geometry)
+        shows((20, 300), 0xff0000, PHONE[::-1])
+        shows((420, -60), SURROUNDINGS, PHONE[::-1])
+        self.assertIn('"red.gif - Lumora"', self.in_session('xprop', '-id', self.window(), 'WM_NAME'))
+        self.assertIn('128', self.in_session('xprop', '-id', self.window(), '_NET_WM_ICON'))
+        # Nobody sees it.
+        self.becomes(True, 'shown')
+        server.xlib.XIconifyWindow(server.display, window, 0)
+        server.xlib.XSync(server.display, 0)
+        self.becomes(False, 'covered')
+        server.xlib.XMapWindow(server.display, window)
+        server.xlib.XSync(server.display, 0)
+        self.becomes(True, 'shown')
+        shows((20, 300), 0xff0000, PHONE[::-1])
+        self.ok('stop')
+        manager.terminate()
+        manager.wait(20)
+        for scale, width in (((), 844), (('--scale', '1'), 422)):
+            server = self.start_server('Xvfb', '-screen', '0', '1000x2000x24')
+            self.in_session('xprop', '-root', '-f', 'RESOURCE_MANAGER', '8s',
+                            '-set', 'RESOURCE_MANAGER', 'Xft.dpi:\t192\n')
+            self.show_window(*scale)
+            self.assertEqual(self.geometry()[2], width)
+            self.assertEqual(self.status()['scale'], 1)
+            self.ok('stop')
 
 
 def is_near(pixel, color):

@@ -8,6 +8,7 @@
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/stored_settings.h"
+#include "tool/device/wallpaper_names.h"
 
 namespace tool {
 namespace {
@@ -79,6 +80,7 @@ void addModeCommand(CLI::App& lumora, Context& context) {
         const auto chosen = isShared ? WallpaperMode::Shared : WallpaperMode::Separate;
         storeSetting("MODE_INDEX", std::to_string(static_cast<int>(chosen)));
         notify(device, {lumora::removeUnneededViewNotification, lumora::control::updateAnimating});
+        if (auto host = HostConnection::find(device)) tellWallpaperName(*host, device);
       });
   addChoice(command, "MODE", *mode,
             {nameOf(WallpaperMode::Shared), nameOf(WallpaperMode::Separate)},

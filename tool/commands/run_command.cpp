@@ -30,6 +30,7 @@
 #include "tool/device/output_report.h"
 #include "tool/device/stored_settings.h"
 #include "tool/device/wallpaper_import.h"
+#include "tool/device/wallpaper_names.h"
 #include "tool/support/background.h"
 #include "tool/support/child_process.h"
 #include "tool/support/failure.h"
@@ -122,6 +123,7 @@ class HostRun {
     if (options_.host.display == host::DisplayKind::Window) {
       std::printf("in the window, ? lists the keys\n");
       device_.setNote(windowNote, "opened\n");
+      tellWallpaperName(host, device_);
     }
     std::fflush(stdout);
   }
