@@ -113,7 +113,7 @@ def players(program, root, gif, display):
     width, height = SIZES[display]
     lumora = [program, '--root', root, 'run', '--display', display]
     if display == 'window':
-        lumora += ['--screen', f'{width}x{height}']
+        lumora += ['--screen', f'{width}x{height}', '--keys', 'off']
     return {
         'Lumora': lumora,
         'mpv': ['mpv', '--no-config', '--loop=inf', '--vo=x11', '--hwdec=no', '--no-border',

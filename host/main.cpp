@@ -119,7 +119,8 @@ host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
             [desktop](const host::BackdropOptions& backdrop) { desktop->setBackdrop(backdrop); }};
   }
   return {[springBoard] {
-            return host::takeScreenshot(springBoard->screen(), springBoard->options().scale);
+            return host::takeScreenshot(springBoard->screen(),
+                                        springBoard->options().scaleOfScreenshots());
           },
           nullptr, nullptr};
 }

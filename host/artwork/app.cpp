@@ -62,12 +62,12 @@ constexpr double padScale = 1.3;
 // The shorter side of a pad is at least this long.
 constexpr double minPadSide = 600;
 
-void drawHeader(cairo_t* context, Size size, double height) {
+void drawHeader(cairo_t* context, Size size, double height, const App& app) {
   setLinearSource(context, {0, 0}, {size.width, height},
                   {{0, rgb(0x2b2a63)}, {0.6, rgb(0x5a3d7c)}, {1, rgb(0x9a5580)}});
   cairo_rectangle(context, 0, 0, size.width, height);
   cairo_fill(context);
-  drawText(context, "Journal", {margin, height - 42}, {32, Weight::SemiBold, white});
+  drawText(context, app.name, {margin, height - 42}, {32, Weight::SemiBold, white});
   drawText(context, "Twelve entries this autumn", {margin, height - 18},
            {14, Weight::Medium, white.withAlpha(0.72)});
 }
@@ -131,7 +131,7 @@ void drawAddButton(cairo_t* context, Size size) {
 
 }  // namespace
 
-void drawApp(cairo_t* context, Size size) {
+void drawApp(cairo_t* context, Size size, const App& app) {
   const SavedState saved(context);
   cairo_rectangle(context, 0, 0, size.width, size.height);
   cairo_clip(context);
@@ -141,7 +141,7 @@ void drawApp(cairo_t* context, Size size) {
   cairo_scale(context, scale, scale);
   const Size scaled{size.width / scale, size.height / scale};
   const double header = scaled.width > scaled.height ? wideHeaderHeight : uprightHeaderHeight;
-  drawHeader(context, scaled, header);
+  drawHeader(context, scaled, header, app);
   drawCards(context, scaled, header + margin);
   drawAddButton(context, scaled);
 }

@@ -3,12 +3,13 @@
 
 #include <cairo.h>
 
+#include "host/artwork/apps.h"
 #include "host/artwork/geometry.h"
 
 namespace artwork {
 
-// Fills the screen {0, 0, size} with a journal: a heading and a list of short entries. The top is
-// dark and empty, so that a white status bar is readable there.
-void drawApp(cairo_t* context, Size size);
+// Fills the screen {0, 0, size} with the app: its name and a list of short entries. The top is dark
+// and empty, so that a white status bar is readable there.
+void drawApp(cairo_t* context, Size size, const App& app);
 
 }  // namespace artwork

@@ -22,7 +22,7 @@ constexpr App apps[] = {
     {"Weather", Glyph::SunAndCloud, rgb(0x74b8ea), rgb(0x3b6cc4)},
     {"Clock", Glyph::Clock, rgb(0x3a3560), rgb(0x1c1a38), rgb(0xffdca8)},
     {"Maps", Glyph::Map, rgb(0x8cc98a), rgb(0x3f8f6f)},
-    {"Notes", Glyph::Pencil, paperTop, paperBottom, rgb(0xb8663a)},
+    {"Journal", Glyph::Pencil, paperTop, paperBottom, rgb(0xb8663a)},
     {"Books", Glyph::Book, rgb(0xd98558), rgb(0x9c4538)},
     {"Podcasts", Glyph::Microphone, rgb(0xb679d6), rgb(0x7a3d9e)},
     {"Health", Glyph::Pulse, paperTop, paperBottom, rgb(0xcf4a6a)},
@@ -32,11 +32,17 @@ constexpr App apps[] = {
     {"Settings", Glyph::Sliders, rgb(0x9aa3b8), rgb(0x5d667f)},
 };
 
+constexpr std::size_t usualIndex = 12;
+
 constexpr std::size_t dockCount(host::Idiom idiom) {
   return idiom == host::Idiom::Pad ? padDockCount : phoneDockCount;
 }
 
 }  // namespace
+
+const App& usualApp() {
+  return apps[usualIndex];
+}
 
 std::span<const App> dockApps(host::Idiom idiom) {
   return std::span(apps).first(dockCount(idiom));

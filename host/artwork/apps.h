@@ -19,6 +19,9 @@ struct App {
   Color glyphColor = white;
 };
 
+// Returns the app that opens where none is chosen.
+const App& usualApp();
+
 // Return the apps of the dock, of which a pad has more, and all other apps. The apps are constants.
 std::span<const App> dockApps(host::Idiom idiom);
 std::span<const App> gridApps(host::Idiom idiom);

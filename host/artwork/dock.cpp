@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "host/artwork/icon.h"
-
 namespace artwork {
 namespace {
 
@@ -42,10 +40,12 @@ double plateLength(const Strip& strip, int count, DockEdge edge, host::Idiom idi
   return std::min(room, count * (iconSide(idiom) + padGap) + padGap);
 }
 
-}  // namespace
+struct Layout {
+  Rect plate;
+  std::vector<PlacedIcon> icons;
+};
 
-void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
-  const SavedState saved(context);
+Layout layOut(Size size, DockEdge edge, host::Idiom idiom) {
   const bool isColumn = edge == DockEdge::Right;
   const Strip strip = isColumn ? Strip{size.height, size.width} : Strip{size.width, size.height};
   const std::span<const App> apps = dockApps(idiom);
@@ -53,8 +53,9 @@ void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
   const double length = plateLength(strip, count, edge, idiom);
   const double start = (strip.length - length) / 2;
   const double thickness = strip.thickness - 2 * plateMargin;
-  drawPlate(context, isColumn ? Rect{plateMargin, start, thickness, length}
-                              : Rect{start, plateMargin, length, thickness});
+  Layout layout{isColumn ? Rect{plateMargin, start, thickness, length}
+                         : Rect{start, plateMargin, length, thickness},
+                {}};
   const double side = std::min(iconSide(idiom), length / (count * (1 + minGapShare)));
   const double across = (strip.thickness - side) / 2;
   // On a phone the icons spread over the whole strip, to line up with the grid's columns.
@@ -62,8 +63,24 @@ void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
   for (int index = 0; index < count; ++index) {
     const double along = isAligned ? spreadOffset(index, count, side, strip.length)
                                    : start + spreadOffset(index, count, side, length);
-    drawIcon(context, apps[index], isColumn ? Point{across, along} : Point{along, across}, side);
+    layout.icons.push_back(
+        {&apps[static_cast<std::size_t>(index)],
+         isColumn ? Rect{across, along, side, side} : Rect{along, across, side, side}});
   }
+  return layout;
+}
+
+}  // namespace
+
+std::vector<PlacedIcon> dockIcons(Size size, DockEdge edge, host::Idiom idiom) {
+  return layOut(size, edge, idiom).icons;
+}
+
+void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
+  const SavedState saved(context);
+  const Layout layout = layOut(size, edge, idiom);
+  drawPlate(context, layout.plate);
+  for (const PlacedIcon& icon : layout.icons) drawIcon(context, icon);
 }
 
 }  // namespace artwork

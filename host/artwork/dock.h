@@ -1,16 +1,22 @@
-// Draws the dock: the favorite apps on a translucent plate. Units are points; the background is
-// transparent.
+// Places and draws the dock: the favorite apps on a translucent plate. Units are points; the
+// background is transparent.
 #pragma once
+
+#include <vector>
 
 #include <cairo.h>
 
 #include "host/artwork/geometry.h"
+#include "host/artwork/icon.h"
 #include "host/options/idiom.h"
 
 namespace artwork {
 
 // The edge of the screen along which the dock is.
 enum class DockEdge { Bottom, Right };
+
+// Returns the icons that drawDock draws.
+std::vector<PlacedIcon> dockIcons(Size size, DockEdge edge, host::Idiom idiom);
 
 // Draws four icons on a phone or six on a pad, in a row at the bottom or in a column at the right.
 // size: the whole strip along the edge, including the plate's margins. It is designed for a strip

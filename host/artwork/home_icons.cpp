@@ -1,9 +1,6 @@
 #include "host/artwork/home_icons.h"
 
 #include <algorithm>
-
-#include "host/artwork/icon.h"
-
 namespace artwork {
 namespace {
 
@@ -35,6 +32,10 @@ struct Grid {
   double pitch;
 };
 
+const GridStyle& styleOf(host::Idiom idiom) {
+  return idiom == host::Idiom::Pad ? padGrid : phoneGrid;
+}
+
 Grid layOut(Size area, const GridStyle& style, double side, int count) {
   const double height = area.height - dotsHeight;
   const bool isWide = area.width > area.height;
@@ -59,21 +60,30 @@ void drawPageDots(cairo_t* context, Size area) {
 
 }  // namespace
 
-void drawHomeIcons(cairo_t* context, Size area, host::Idiom idiom) {
-  const SavedState saved(context);
-  const GridStyle& style = idiom == host::Idiom::Pad ? padGrid : phoneGrid;
+std::vector<PlacedIcon> homeIcons(Size area, host::Idiom idiom) {
   const std::span<const App> apps = gridApps(idiom);
   const double side = iconSide(idiom);
-  const Grid grid = layOut(area, style, side, static_cast<int>(apps.size()));
-  const TextStyle label{style.labelSize, Weight::Medium, white, Align::Center};
+  const Grid grid = layOut(area, styleOf(idiom), side, static_cast<int>(apps.size()));
   const int count = std::min(static_cast<int>(apps.size()), grid.columns * grid.rows);
+  std::vector<PlacedIcon> icons;
   for (int index = 0; index < count; ++index) {
-    const int row = index / grid.columns;
     const double x = spreadOffset(index % grid.columns, grid.columns, side, area.width);
-    const double y = grid.top + row * grid.pitch;
-    drawIcon(context, apps[index], {x, y}, side);
-    drawShadowedText(context, apps[index].name,
-                     {x + side / 2, y + side + labelDrop * style.labelSize}, label);
+    const double y = grid.top + index / grid.columns * grid.pitch;
+    icons.push_back({&apps[static_cast<std::size_t>(index)], {x, y, side, side}});
+  }
+  return icons;
+}
+
+void drawHomeIcons(cairo_t* context, Size area, host::Idiom idiom) {
+  const SavedState saved(context);
+  const double labelSize = styleOf(idiom).labelSize;
+  const TextStyle label{labelSize, Weight::Medium, white, Align::Center};
+  for (const PlacedIcon& icon : homeIcons(area, idiom)) {
+    const Rect& plate = icon.plate;
+    drawIcon(context, icon);
+    drawShadowedText(context, icon.app->name,
+                     {plate.x + plate.width / 2, plate.y + plate.height + labelDrop * labelSize},
+                     label);
   }
   drawPageDots(context, area);
 }

@@ -1,5 +1,7 @@
 #include "host/artwork/icon.h"
 
+#include <algorithm>
+
 namespace artwork {
 namespace {
 
@@ -9,6 +11,8 @@ constexpr double cornerShare = 0.25;
 constexpr double glyphShare = 0.54;
 constexpr double shadowShare = 0.1;
 constexpr double rimWidth = 0.75;
+// How far beside an icon a finger may be.
+constexpr double touchMargin = 8;
 
 void strokeRim(cairo_t* context, const Rect& plate, double radius) {
   const double inset = rimWidth / 2;
@@ -32,18 +36,26 @@ double spreadOffset(int index, int count, double side, double length) {
   return gap + index * (side + gap);
 }
 
-void drawIcon(cairo_t* context, const App& app, Point topLeft, double side) {
+const App* appAt(std::span<const PlacedIcon> icons, Point point) {
+  const auto at = std::ranges::find_if(
+      icons, [point](const PlacedIcon& icon) { return icon.plate.contains(point, touchMargin); });
+  return at == icons.end() ? nullptr : at->app;
+}
+
+void drawIcon(cairo_t* context, const PlacedIcon& icon) {
   const SavedState saved(context);
-  const Rect plate{topLeft.x, topLeft.y, side, side};
+  const auto& [app, plate] = icon;
+  const double side = plate.width;
+  const Point topLeft{plate.x, plate.y};
   const double radius = side * cornerShare;
   drawPlateShadow(context, plate, radius, side * shadowShare);
   setLinearSource(context, topLeft, {topLeft.x + side * 0.3, topLeft.y + side},
-                  {{0, app.top}, {1, app.bottom}});
+                  {{0, app->top}, {1, app->bottom}});
   addRoundedRect(context, plate, radius);
   cairo_fill(context);
   strokeRim(context, plate, radius);
-  drawGlyph(context, app.glyph, {topLeft.x + side / 2, topLeft.y + side / 2}, side * glyphShare,
-            app.glyphColor);
+  drawGlyph(context, app->glyph, {topLeft.x + side / 2, topLeft.y + side / 2}, side * glyphShare,
+            app->glyphColor);
 }
 
 }  // namespace artwork

@@ -1,4 +1,5 @@
-// Draws the list of the window's keys. Units are points; the background is transparent.
+// Draws the card that explains the window's keys and gestures. Units are points; the background is
+// transparent.
 #pragma once
 
 #include <cairo.h>
@@ -7,8 +8,7 @@
 
 namespace artwork {
 
-// Draws the list on a dark plate in the middle of the screen {0, 0, size}. The plate's size is
-// fixed.
+// Draws the card in the middle of the screen {0, 0, size}. It is smaller if the screen is.
 void drawKeyHelp(cairo_t* context, Size size);
 
 }  // namespace artwork

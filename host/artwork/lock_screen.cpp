@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/artwork/glyphs.h"
+#include "host/artwork/home_bar.h"
 #include "host/artwork/painting.h"
 
 namespace artwork {
@@ -26,9 +27,6 @@ constexpr double buttonGlyph = 25;
 
 constexpr double shadeHeight = 0.34;
 constexpr double shadeAlpha = 0.34;
-
-constexpr Size homeBar{134, 5};
-constexpr double homeBarBottom = 8;
 
 void drawShade(cairo_t* context, Size size, double edge, double inner) {
   setLinearSource(context, {0, edge}, {0, inner},
@@ -56,13 +54,6 @@ void drawButton(cairo_t* context, Point center, Glyph glyph) {
   drawGlyph(context, glyph, center, buttonGlyph, white);
 }
 
-void drawHomeBar(cairo_t* context, Size size) {
-  const Rect bar{(size.width - homeBar.width) / 2, size.height - homeBarBottom - homeBar.height,
-                 homeBar.width, homeBar.height};
-  drawPlateShadow(context, bar, homeBar.height / 2, 4);
-  fillRoundedRect(context, bar, homeBar.height / 2, white);
-}
-
 }  // namespace
 
 void drawLockScreen(cairo_t* context, Size size, const std::string& time, const std::string& date) {
@@ -76,7 +67,7 @@ void drawLockScreen(cairo_t* context, Size size, const std::string& time, const 
   drawButton(context, {size.width - left, low}, Glyph::Camera);
   drawShadowedText(context, "swipe up to open", {size.width / 2, size.height - 30},
                    {14, Weight::Medium, white.withAlpha(0.92), Align::Center});
-  drawHomeBar(context, size);
+  drawHomeBar(context, size, white);
 }
 
 }  // namespace artwork

@@ -12,11 +12,6 @@
 
 namespace artwork {
 
-struct Point {
-  double x;
-  double y;
-};
-
 // Components from 0 to 1, not premultiplied.
 struct Color {
   double red;

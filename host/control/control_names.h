@@ -21,6 +21,8 @@ constexpr auto displayOff = "DisplayOff";
 constexpr auto rotate = "Rotate";
 // Tells that another GIF has been imported. A desktop fades to it and adapts its backdrop.
 constexpr auto noteNewWallpaper = "NoteNewWallpaper";
+// (name of the GIF or GIFs that are set). Shows it in the title of a window.
+constexpr auto setWallpaperName = "SetWallpaperName";
 // (names of outputs). Replaces the outputs on which a desktop's wallpaper is not shown, although
 // they may be chosen. Fails on other displays.
 constexpr auto setExceptedOutputs = "SetExceptedOutputs";

@@ -96,6 +96,8 @@ void ControlService::registerOtherMethods() {
     rotate(std::move(result), orientation);
   });
   add(service::method::noteNewWallpaper, [this] { springBoard_.noteNewWallpaper(); });
+  add(service::method::setWallpaperName,
+      [this](const std::string& name) { springBoard_.setWallpaperName(name); });
   add(service::method::setExceptedOutputs,
       [this](sdbus::Result<>&& result, std::vector<std::string> names) {
         setExceptedOutputs(std::move(result), std::move(names));

@@ -125,7 +125,7 @@ std::string statusReport(SpringBoard& springBoard) {
       {status::orientation, orientationName(springBoard.orientation())},
       {status::idiom, nameOf(options.idiom)},
       {status::size, {options.width, options.height}},
-      {status::scale, options.scale},
+      {status::scale, options.scaleOfScreenshots()},
       {status::outOfMemory, platform::backend::timesOutOfMemory()},
       {status::changesOffMainThread, platform::backend::timesOffMainThread()},
       {status::views, json::array()},

@@ -1,4 +1,5 @@
-// Shows the screen in an X11 window that takes keys. Main thread.
+// Shows the device in an X11 window that takes keys and gestures. While none of the window can be
+// seen, the home screen counts as covered and nothing is drawn. Main thread.
 #pragma once
 
 #include <memory>

@@ -39,6 +39,14 @@ cairo_rectangle_int_t differingPart(cairo_surface_t* one, cairo_surface_t* other
   return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
 }
 
+// Returns all pixels that are partly in the rectangle, but for rounding errors.
+cairo_rectangle_int_t wholePixels(double left, double top, double right, double bottom) {
+  constexpr double error = 1e-6;
+  const auto first = [](double edge) { return static_cast<int>(std::floor(edge + error)); };
+  const auto end = [](double edge) { return static_cast<int>(std::ceil(edge - error)); };
+  return {first(left), first(top), end(right) - first(left), end(bottom) - first(top)};
+}
+
 // Pixels per point.
 double scaleOf(cairo_t* context) {
   double x = 1;
@@ -50,24 +58,32 @@ double scaleOf(cairo_t* context) {
 }  // namespace
 
 DrawnSurface CachedView::painted() {
+  const auto& [size, scale, x, y] = place_;
   DrawnSurface painting(cairo_image_surface_create(
-      CAIRO_FORMAT_ARGB32, static_cast<int>(std::ceil(paintedSize_.width * paintedScale_)),
-      static_cast<int>(std::ceil(paintedSize_.height * paintedScale_))));
-  cairo_surface_set_device_scale(painting.get(), paintedScale_, paintedScale_);
+      CAIRO_FORMAT_ARGB32, static_cast<int>(std::ceil(size.width * scale + x)),
+      static_cast<int>(std::ceil(size.height * scale + y))));
   const DrawingContext painter(cairo_create(painting.get()));
-  paint(painter.get(), {paintedSize_.width, paintedSize_.height});
+  cairo_translate(painter.get(), x, y);
+  cairo_scale(painter.get(), scale, scale);
+  paint(painter.get(), {size.width, size.height});
   cairo_surface_flush(painting.get());
   return painting;
 }
 
 void CachedView::draw(cairo_t* context, platform::CGSize size) {
-  const double scale = scaleOf(context);
-  if (!painting_ || !(size == paintedSize_) || scale != paintedScale_) {
-    paintedSize_ = size;
-    paintedScale_ = scale;
+  double x = 0;
+  double y = 0;
+  cairo_user_to_device(context, &x, &y);
+  const double left = std::floor(x);
+  const double top = std::floor(y);
+  const Place place{size, scaleOf(context), x - left, y - top};
+  if (!painting_ || !(place == place_)) {
+    place_ = place;
     painting_ = painted();
   }
-  cairo_set_source_surface(context, painting_.get(), 0, 0);
+  // Pixel by pixel, also where the view begins within one.
+  cairo_identity_matrix(context);
+  cairo_set_source_surface(context, painting_.get(), left, top);
   cairo_paint(context);
 }
 
@@ -80,15 +96,33 @@ void CachedView::repaint() {
   // A view that is not shown yet will be drawn when it is.
   if (hidden() || !painting_) return painting_.reset();
   const DrawnSurface before = std::exchange(painting_, painted());
-  Region changed(differingPart(before.get(), painting_.get()));
-  changed.move(static_cast<int>(std::lround(frame().x * paintedScale_)),
-               static_cast<int>(std::lround(frame().y * paintedScale_)));
-  redrawn_.add(changed);
+  const cairo_rectangle_int_t changed = differingPart(before.get(), painting_.get());
+  if (changed.width > 0) include(changed);
   RunLoop::main().setNeedsPartialDisplay();
 }
 
-Region CachedView::takeRedrawnPart() {
-  return std::exchange(redrawn_, Region());
+void CachedView::include(const cairo_rectangle_int_t& pixels) {
+  const platform::CGRect part{(pixels.x - place_.x) / place_.scale,
+                              (pixels.y - place_.y) / place_.scale, pixels.width / place_.scale,
+                              pixels.height / place_.scale};
+  if (!(redrawn_.width > 0)) {
+    redrawn_ = part;
+    return;
+  }
+  const double right = std::max(redrawn_.x + redrawn_.width, part.x + part.width);
+  const double bottom = std::max(redrawn_.y + redrawn_.height, part.y + part.height);
+  redrawn_.x = std::min(redrawn_.x, part.x);
+  redrawn_.y = std::min(redrawn_.y, part.y);
+  redrawn_.width = right - redrawn_.x;
+  redrawn_.height = bottom - redrawn_.y;
+}
+
+Region CachedView::takeRedrawnPart(double scale) {
+  const platform::CGRect part = std::exchange(redrawn_, platform::CGRect());
+  if (!(part.width > 0)) return {};
+  const double left = (frame().x + part.x) * scale;
+  const double top = (frame().y + part.y) * scale;
+  return Region(wholePixels(left, top, left + part.width * scale, top + part.height * scale));
 }
 
 }  // namespace host

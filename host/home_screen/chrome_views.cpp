@@ -1,5 +1,7 @@
 #include "host/home_screen/chrome_views.h"
 
+#include <utility>
+
 #include "host/artwork/app.h"
 #include "host/artwork/home_icons.h"
 #include "host/artwork/key_help.h"
@@ -22,12 +24,22 @@ void HomeIconsView::paint(cairo_t* context, artwork::Size size) {
   artwork::drawHomeIcons(context, size, idiom_);
 }
 
+const artwork::App* HomeIconsView::appAt(artwork::Point point) const {
+  const platform::CGRect area = frame();
+  return artwork::appAt(artwork::homeIcons({area.width, area.height}, idiom_),
+                        {point.x - area.x, point.y - area.y});
+}
+
 void LockScreenView::paint(cairo_t* context, artwork::Size size) {
   artwork::drawLockScreen(context, size, time().time, time().date);
 }
 
+void AppView::show(const artwork::App& app) {
+  if (std::exchange(app_, &app) != &app) forgetPainting();
+}
+
 void AppView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawApp(context, size);
+  artwork::drawApp(context, size, *app_);
 }
 
 void KeyHelpView::paint(cairo_t* context, artwork::Size size) {

@@ -1,6 +1,7 @@
 // The views above the wallpaper: status bar, icons, lock screen and an open app. Main thread.
 #pragma once
 
+#include "host/artwork/apps.h"
 #include "host/home_screen/cached_view.h"
 #include "host/home_screen/wall_clock.h"
 #include "host/options/idiom.h"
@@ -33,6 +34,9 @@ class HomeIconsView : public CachedView {
  public:
   explicit HomeIconsView(Idiom idiom) : idiom_(idiom) {}
 
+  // Returns the app whose icon is at this point of the screen, or nullptr.
+  const artwork::App* appAt(artwork::Point point) const;
+
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
 
@@ -41,11 +45,18 @@ class HomeIconsView : public CachedView {
 };
 
 class AppView : public CachedView {
+ public:
+  // app must outlive this object.
+  void show(const artwork::App& app);
+
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
+
+ private:
+  const artwork::App* app_ = &artwork::usualApp();
 };
 
-// The keys of the window, shown on demand.
+// The keys and gestures of the window, shown on demand.
 class KeyHelpView : public CachedView {
  protected:
   void paint(cairo_t* context, artwork::Size size) override;

@@ -36,6 +36,12 @@ void DockView::layOut(platform::CGSize screen, artwork::DockEdge edge) {
                : platform::CGRect{0, screen.height - height, screen.width, height});
 }
 
+const artwork::App* DockView::appAt(artwork::Point point) const {
+  const platform::CGRect area = frame();
+  return artwork::appAt(artwork::dockIcons({area.width, area.height}, edge_, idiom_),
+                        {point.x - area.x, point.y - area.y});
+}
+
 void DockView::paint(cairo_t* context, artwork::Size size) {
   artwork::drawDock(context, size, edge_, idiom_);
 }

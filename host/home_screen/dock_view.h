@@ -24,6 +24,9 @@ class DockView : public CachedView {
   // Puts the dock along an edge of a screen of this size in points.
   void layOut(platform::CGSize screen, artwork::DockEdge edge);
 
+  // Returns the app whose icon is at this point of the screen, or nullptr.
+  const artwork::App* appAt(artwork::Point point) const;
+
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
 

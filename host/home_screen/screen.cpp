@@ -95,14 +95,19 @@ void Screen::showTime() {
   lockScreen_->setTime(time);
 }
 
-platform::backend::Region Screen::takeRedrawnPart() {
-  platform::backend::Region part = statusBar_->takeRedrawnPart();
-  part.add(lockScreen_->takeRedrawnPart());
+platform::backend::Region Screen::takeRedrawnPart(double scale) {
+  platform::backend::Region part = statusBar_->takeRedrawnPart(scale);
+  part.add(lockScreen_->takeRedrawnPart(scale));
   return part;
 }
 
-void Screen::toggleKeyHelp() {
-  keyHelp_->setHidden(!keyHelp_->hidden());
+void Screen::showKeyHelp(bool isShown) {
+  if (isShown != showsKeyHelp()) keyHelp_->setHidden(!isShown);
+}
+
+const artwork::App* Screen::appAt(artwork::Point point) const {
+  const artwork::App* app = icons_->appAt(point);
+  return app == nullptr ? dock_->appAt(point) : app;
 }
 
 }  // namespace host

@@ -26,9 +26,16 @@ class Screen {
   void turn(platform::UIInterfaceOrientation orientation);
   // Updates the clocks.
   void showTime();
-  // Returns the pixels in which the clocks have changed since the last call.
-  platform::backend::Region takeRedrawnPart();
-  void toggleKeyHelp();
+  // Returns the pixels in which the clocks have changed since the last call. scale: pixels per
+  // point.
+  platform::backend::Region takeRedrawnPart(double scale);
+  // Shows this app in the state App.
+  void showApp(const artwork::App& app) { app_->show(app); }
+  void showKeyHelp(bool isShown);
+  bool showsKeyHelp() const { return !keyHelp_->hidden(); }
+
+  // Returns the app whose icon is at this point of the home screen, or nullptr.
+  const artwork::App* appAt(artwork::Point point) const;
 
   platform::UIInterfaceOrientation orientation() const { return orientation_; }
   // Returns the size in points in the current orientation.

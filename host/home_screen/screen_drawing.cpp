@@ -19,22 +19,24 @@ cairo_status_t append(void* closure, const unsigned char* data, unsigned int len
 
 }  // namespace
 
-void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
+void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, double scale,
                       const platform::backend::Region& part) {
   const DrawingContext context(cairo_create(surface));
   clipTo(context.get(), part);
+  // The last row and column may be covered only partly.
+  if (scale != std::round(scale)) cairo_paint(context.get());
   cairo_scale(context.get(), scale, scale);
   platform::backend::renderView(screen.root(), context.get());
   cairo_surface_flush(surface);
 }
 
-cairo_rectangle_int_t pixelsOf(const Screen& screen, int scale) {
+cairo_rectangle_int_t pixelsOf(const Screen& screen, double scale) {
   const platform::CGSize size = screen.size();
-  return {0, 0, static_cast<int>(std::lround(size.width)) * scale,
-          static_cast<int>(std::lround(size.height)) * scale};
+  return {0, 0, static_cast<int>(std::lround(size.width * scale)),
+          static_cast<int>(std::lround(size.height * scale))};
 }
 
-int takeScreenshot(Screen& screen, int scale) {
+int takeScreenshot(Screen& screen, double scale) {
   screen.showTime();
   const cairo_rectangle_int_t all = pixelsOf(screen, scale);
   const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));

@@ -9,15 +9,15 @@
 namespace host {
 
 // Returns all pixels of the screen in its current orientation. scale: pixels per point.
-cairo_rectangle_int_t pixelsOf(const Screen& screen, int scale);
+cairo_rectangle_int_t pixelsOf(const Screen& screen, double scale);
 
 // Draws a part of the screen, in pixels, on an image surface. scale: pixels per point.
-void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, int scale,
+void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, double scale,
                       const platform::backend::Region& part);
 
 // Return a descriptor, owned by the caller, of an unnamed PNG file with an image of the screen,
 // with the clocks updated, or of a surface's contents. Return -1 if it cannot be made.
-int takeScreenshot(Screen& screen, int scale);
+int takeScreenshot(Screen& screen, double scale);
 int pngOf(cairo_surface_t* surface);
 
 }  // namespace host

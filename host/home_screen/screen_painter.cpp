@@ -8,7 +8,7 @@ namespace host {
 
 using platform::backend::Region;
 
-ScreenPainter::ScreenPainter(Screen& screen, int scale, std::size_t maxKeptBytes)
+ScreenPainter::ScreenPainter(Screen& screen, double scale, std::size_t maxKeptBytes)
     : screen_(screen), scale_(scale), replay_(maxKeptBytes) {}
 
 Region ScreenPainter::all() const {
@@ -16,7 +16,7 @@ Region ScreenPainter::all() const {
 }
 
 Region ScreenPainter::takeChangedPart(bool isAll) {
-  const Region redrawn = screen_.takeRedrawnPart();
+  const Region redrawn = screen_.takeRedrawnPart(scale_);
   replay_.forget(redrawn);
   const auto views = platform::backend::takeChangedViews(screen_.root());
   const auto view = views.size() == 1 ? views.front() : nullptr;

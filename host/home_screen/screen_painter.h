@@ -18,7 +18,10 @@ class ScreenPainter {
  public:
   // scale: pixels per point. maxKeptBytes: the memory for painted frames. screen must outlive this
   // object.
-  ScreenPainter(Screen& screen, int scale, std::size_t maxKeptBytes);
+  ScreenPainter(Screen& screen, double scale, std::size_t maxKeptBytes);
+
+  // Call takeChangedPart(true) after it.
+  void setScale(double scale) { scale_ = scale; }
 
   // Returns the pixels that must be painted because the screen has changed. isAll: true if more may
   // have changed than the images of views, or the surface is another one.
@@ -32,7 +35,7 @@ class ScreenPainter {
 
  private:
   Screen& screen_;
-  const int scale_;
+  double scale_;
   platform::backend::FrameReplay replay_;
   // The view of the animation. While it is the only one that changes, its frames are kept.
   std::weak_ptr<platform::UIImageView> animated_;

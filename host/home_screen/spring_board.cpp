@@ -84,7 +84,8 @@ void SpringBoard::show(ScreenState state) {
 void SpringBoard::keepTime() {
   if (options_.display != DisplayKind::Window) return;
   auto& runLoop = platform::backend::RunLoop::main();
-  const bool showsClock = state_ == ScreenState::Home || state_ == ScreenState::Locked;
+  const bool showsClock =
+      !isCovered_ && (state_ == ScreenState::Home || state_ == ScreenState::Locked);
   runLoop.clearAlarm(this);
   if (!showsClock) return;
   runLoop.setAlarm(this, platform::backend::RunLoop::Clock::now() + untilNextMinute(), [this] {
@@ -101,7 +102,8 @@ void SpringBoard::goHome() {
   show(ScreenState::Home);
 }
 
-void SpringBoard::openApp() {
+void SpringBoard::openApp(const artwork::App& app) {
+  screen_->showApp(app);
   show(ScreenState::App);
 }
 
@@ -116,7 +118,12 @@ void SpringBoard::turnDisplay(bool on) {
 
 void SpringBoard::setCovered(bool isCovered) {
   isCovered_ = isCovered;
-  screen_->show(state_, hidesWallpapers());
+  show(state_);
+}
+
+void SpringBoard::setWallpaperName(std::string name) {
+  wallpaperName_ = std::move(name);
+  platform::backend::RunLoop::main().setNeedsPartialDisplay();
 }
 
 void SpringBoard::noteNewWallpaper() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -31,15 +32,16 @@ class SpringBoard {
   void lock();
   // Goes to the home screen, from the lock screen or from an app. Switches the display on.
   void goHome();
-  // Opens the app from any screen, also from the lock screen. Switches the display on.
-  void openApp();
+  // Opens an app from any screen, also from the lock screen. Switches the display on. app must
+  // outlive this object.
+  void openApp(const artwork::App& app = artwork::usualApp());
   // Goes to the home screen if the app is open.
   void closeApp();
   // Switches the display on or off. It comes on with the lock screen.
   void turnDisplay(bool on);
   void rotate(platform::UIInterfaceOrientation orientation);
   // Tells the home screen that something outside of it covers all of it, or no longer does. The
-  // wallpapers are hidden then.
+  // wallpapers are hidden then, and the clock stands still.
   void setCovered(bool isCovered);
   // Hides the wallpapers of a desktop, which keeps what it has painted, until this is called again
   // with false.
@@ -50,6 +52,9 @@ class SpringBoard {
   void noteNewWallpaper();
   // Returns how often that has been.
   unsigned wallpaperNumber() const { return wallpaperNumber_; }
+  // Sets the name of what the wallpaper shows, for the window's title; "" if there is none.
+  void setWallpaperName(std::string name);
+  const std::string& wallpaperName() const { return wallpaperName_; }
   // Records the outputs of a desktop, for the status report.
   void setOutputs(std::vector<Output> outputs) { outputs_ = std::move(outputs); }
 
@@ -77,6 +82,7 @@ class SpringBoard {
   bool isPaused_ = false;
   bool isSavingPower_ = false;
   unsigned wallpaperNumber_ = 0;
+  std::string wallpaperName_;
   std::vector<Output> outputs_;
 };
 

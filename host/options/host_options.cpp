@@ -184,7 +184,16 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
       namesOf(idioms))
       ->group(group);
   command.add_flag("--locked", options.startsLocked, "start on the lock screen")->group(group);
-  command.add_option("--scale", options.scale, "pixels per point, from 1 to 4")
+  acceptOneOf(
+      command.add_option_function<std::string>(
+          "--keys", [&options](const std::string& choice) { options.showsKeys = choice == "on"; },
+          "whether a window explains its keys at the start (default: only the first one)"),
+      {"off", "on"})
+      ->group(group);
+  command
+      .add_option(
+          "--scale", options.scale,
+          "pixels per point, from 1 to 4 (default: 1; in a window, what the monitor suggests)")
       ->check(CLI::Range(1, maxScale))
       ->type_name("N")
       ->group(group);
@@ -282,7 +291,6 @@ void addHostOptions(CLI::App& command, HostOptions& options) {
 std::vector<std::string> hostArguments(const HostOptions& options) {
   std::vector<std::string> arguments{
       "--display",      nameOf(options.display),
-      "--scale",        std::to_string(options.scale),
       "--refresh",      std::to_string(options.refreshRate),
       "--idiom",        nameOf(options.idiom),
       "--clock",        options.hasManualClock ? "manual" : "real",
@@ -298,6 +306,8 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   const auto add = [&arguments](const char* option, const std::vector<std::string>& values) {
     for (const std::string& value : values) arguments.insert(arguments.end(), {option, value});
   };
+  if (options.scale) add("--scale", {std::to_string(*options.scale)});
+  if (options.showsKeys) add("--keys", {*options.showsKeys ? "on" : "off"});
   add("--output", options.desktop.outputs);
   add("--except", options.desktop.exceptedOutputs);
   arguments.emplace_back("--transition");

@@ -29,12 +29,17 @@ struct HostOptions {
   // a desktop the host replaces it by the size of an output.
   int width = 0;
   int height = 0;
-  // Pixels per point.
-  int scale = 1;
+  // Pixels per point. Nothing: 1, and in a window as many as the monitor suggests.
+  std::optional<int> scale;
+  // Returns the pixels per point of screenshots.
+  int scaleOfScreenshots() const { return scale.value_or(1); }
   int refreshRate = 60;
   Idiom idiom = Idiom::Phone;
   bool startsLocked = false;
   bool hasManualClock = false;
+  // True if a window shows at the start what its keys do. Nothing: only the first window of the
+  // device does.
+  std::optional<bool> showsKeys;
   DesktopOptions desktop;
 };
 

@@ -19,9 +19,9 @@ import unittest
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 import device
 from bus_service import Service, start_bus
-from desktop import Desktop, X11Session
 from device import LUMORA
 from gif_writer import gif, image, lzw
+from session import NO_BUSES, Desktop, X11Session, needs_x11
 
 RED, BLUE, WHITE, BLACK = (255, 0, 0), (0, 0, 255), (255, 255, 255), (0, 0, 0)
 # What the compositor shows on an output without a wallpaper.
@@ -49,10 +49,9 @@ def is_like(color, expected, tolerance):
                                    for one, other in zip(color, expected))
 
 
-@unittest.skipUnless(shutil.which('Xvfb') and shutil.which('openbox') and shutil.which('xrandr') and
-                     shutil.which('Xephyr'), 'needs Xvfb, Xephyr, xrandr and openbox')
+@needs_x11
 class X11Desktop(X11Session):
-    """A desktop with its own X servers and a window manager."""
+    """A desktop on X11."""
 
     def test_pauses_while_it_cannot_be_seen(self):
         server = self.start_server('Xvfb', '-screen', '0', '640x480x24')
@@ -74,7 +73,7 @@ class X11Desktop(X11Session):
                 manager.terminate()
                 manager.wait(20)
             window = self.show(LUMORA, 'run', '--root', other, '--display', 'window',
-                               '--screen', size)
+                               '--screen', size, '--scale', '1')
             subprocess.run([LUMORA, '--root', other, 'wait'], check=True, timeout=60)
             self.becomes(playing, why)
             # The state is also right at the start.

@@ -67,7 +67,8 @@ DrawnSurface surfaceOf(int width, int height) {
 // A screen as a window shows it.
 class PaintedScreen {
  public:
-  explicit PaintedScreen(host::Screen& screen) : screen_(screen), painter_(screen, 1, budget) {}
+  PaintedScreen(host::Screen& screen, double scale)
+      : screen_(screen), scale_(scale), painter_(screen, scale, budget) {}
 
   void draw(bool isAll) {
     const auto size = painter_.all().bounds();
@@ -79,12 +80,14 @@ class PaintedScreen {
   void compare() {
     const auto size = painter_.all().bounds();
     const DrawnSurface fresh = surfaceOf(size.width, size.height);
-    host::drawPartOfScreen(screen_, fresh.get(), 1, painter_.all());
-    EXPECT_LE(largestDifference(shown_.get(), fresh.get()), 1) << "in the window";
+    host::drawPartOfScreen(screen_, fresh.get(), scale_, painter_.all());
+    // The rounding of positions within a pixel depends on the part that is drawn.
+    EXPECT_LE(largestDifference(shown_.get(), fresh.get()), scale_ == 1 ? 1 : 3) << "in the window";
   }
 
  private:
   host::Screen& screen_;
+  const double scale_;
   host::ScreenPainter painter_;
   DrawnSurface shown_;
 };
@@ -139,7 +142,8 @@ class PaintedOutput {
 
 // A device that is painted whenever it needs display.
 struct PaintedStage : Stage {
-  PaintedStage(StageOptions options, const std::vector<Frame>& frames) : Stage(options) {
+  PaintedStage(StageOptions options, const std::vector<Frame>& frames, double scale = 1)
+      : Stage(options), screen(springBoard().screen(), scale) {
     launch();
     choose("SHARED", makeGif(frames, pictureWidth, pictureHeight));
     RunLoop::main().setDrawing([this](bool isAll) {
@@ -194,7 +198,7 @@ struct PaintedStage : Stage {
     }
   }
 
-  PaintedScreen screen{springBoard().screen()};
+  PaintedScreen screen;
   host::WallpaperPicture picture;
   PaintedOutput output{springBoard()};
   // This one misses some frames, and its size changes.
@@ -233,6 +237,20 @@ TEST(Painters, ShowKeptFramesAsIfDrawnAnew) {
   stage.play("a blur");
   stage.choose("SHARED", makeGif({{blue, 3}, {white, 3}}, 30, 10));
   stage.play("another GIF");
+}
+
+TEST(Painters, ShowWindowsOfAnyScaleAsIfDrawnAnew) {
+  PaintedStage stage({}, {{red, 3}, {green, 3}, {blue, 3}, {white, 3}, {red, 3}}, 1.3);
+  stage.rewriteFrames(255);
+  stage.letFilesAge();
+  stage.play("the frames are kept");
+  // A screenshot has another scale.
+  stage.colorAt(195, 100);
+  stage.passMinute();
+  stage.springBoard().lock();
+  stage.play("the lock screen");
+  stage.colorAt(195, 100);
+  stage.passMinute();
 }
 
 TEST(Painters, ShowADayOfFramesWithoutDrift) {

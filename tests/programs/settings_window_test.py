@@ -5,15 +5,14 @@ usage: settings_window_test.py SettingsWindow.TEST DIRECTORY-OF-THE-PROGRAMS
 """
 import json
 import os
-import shutil
 import subprocess
 import sys
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 from bus_service import start_bus
-from desktop import X11Session
 from device import LUMORA, PROGRAMS, RED_GREEN, gif
+from session import X11Session, needs_x11
 
 PROGRAM = os.path.join(PROGRAMS, 'lumora-settings')
 BLUE = gif((0, 0, 255))
@@ -46,8 +45,8 @@ class Screen:
         return [node.get_name() for node in self.all()]
 
 
-@unittest.skipUnless(os.path.exists(PROGRAM) and shutil.which('Xvfb') and shutil.which('openbox'),
-                     'needs lumora-settings, Xvfb and openbox')
+@needs_x11
+@unittest.skipUnless(os.path.exists(PROGRAM), 'needs lumora-settings')
 class SettingsWindow(X11Session):
     """The window beside the desktop that it controls."""
 

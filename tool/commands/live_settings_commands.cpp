@@ -7,6 +7,7 @@
 #include "tool/commands/scaling_choice.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
+#include "tool/device/wallpaper_names.h"
 
 namespace tool {
 namespace {
@@ -75,6 +76,7 @@ void addModeCommand(CLI::App& lumora, Context& context) {
         const bool isShared = *mode == nameOf(WallpaperMode::Shared);
         const auto chosen = isShared ? WallpaperMode::Shared : WallpaperMode::Separate;
         make(device, preferences::changeOfMode(chosen));
+        if (auto host = HostConnection::find(device)) tellWallpaperName(*host, device);
       });
   addChoice(command, "MODE", *mode,
             {nameOf(WallpaperMode::Shared), nameOf(WallpaperMode::Separate)},

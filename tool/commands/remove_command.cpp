@@ -9,6 +9,7 @@
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/output_devices.h"
+#include "tool/device/wallpaper_names.h"
 #include "tool/support/failure.h"
 
 namespace tool {
@@ -21,7 +22,7 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location, bo
   host->post(isAll ? lumora::control::removeGIFFromAllWallpapers
                    : locationNamed(location).removalNotification);
   host->settle();
-  if (!isAll) return;
+  if (!isAll) return tellWallpaperName(*host, device);
   if (!forgets) {
     std::printf(
         "all wallpapers hidden; their files stay, and they come back when a screen is shown "
@@ -30,6 +31,7 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location, bo
   }
   for (const lumora::Location& each : lumora::locations) host->post(each.removalNotification);
   host->settle();
+  tellWallpaperName(*host, device);
 }
 
 // The output shows the wallpaper of the desktop again.

@@ -32,6 +32,7 @@
 #include "tool/device/last_desktop.h"
 #include "tool/device/output_report.h"
 #include "tool/device/wallpaper_import.h"
+#include "tool/device/wallpaper_names.h"
 #include "tool/support/background.h"
 #include "tool/support/child_process.h"
 #include "tool/support/failure.h"
@@ -61,6 +62,9 @@ struct RunOptions {
 int runHost(const DeviceFolder& device, const RunOptions& options,
             const std::optional<ChosenGif>& gif, const std::function<void()>& launched);
 
+// Remembers that the device has had a window.
+constexpr auto windowNote = "window";
+
 // The home screen from its start to its end. The arguments must outlive the object.
 class HostRun {
  public:
@@ -77,6 +81,7 @@ class HostRun {
     if (hasOutputs) ownWallpapers_ = chosenOwnWallpapers();
     host::HostOptions host = options.host;
     host.desktop.exceptedOutputs = exceptedOutputs();
+    if (!host.showsKeys) host.showsKeys = isFirstWindow();
     process_.emplace(device, host, librariesFor(options.libraries));
     if (hasOutputs) startOutputs();
   }
@@ -130,9 +135,16 @@ class HostRun {
     std::printf("home screen running (%s, files in %s); %s`lumora stop` stops it\n",
                 host::nameOf(options_.host.display).c_str(), device_.path().c_str(),
                 options_.isInBackground ? "" : "Ctrl-C or ");
-    if (options_.host.display == host::DisplayKind::Window)
+    if (options_.host.display == host::DisplayKind::Window) {
       std::printf("in the window, ? lists the keys\n");
+      device_.setNote(windowNote, "opened\n");
+      tellWallpaperName(host, device_);
+    }
     std::fflush(stdout);
+  }
+
+  bool isFirstWindow() const {
+    return options_.host.display == host::DisplayKind::Window && !device_.note(windowNote);
   }
 
   // Runs in a separate process, because importing a large GIF takes long.

@@ -1,10 +1,12 @@
 #include "tool/device/host_connection.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 #include <poll.h>
+#include <utf8cpp/utf8.h>
 
 #include "host/control/control_names.h"
 #include "host/control/status_keys.h"
@@ -105,6 +107,14 @@ void HostConnection::call(const std::string& method, Seconds timeout) {
 void HostConnection::rotate(const std::string& orientation) {
   ask(usualTimeout, service::method::rotate,
       [&](auto& invoker) { invoker.withArguments(orientation); });
+}
+
+// The name of a file may be any bytes, a text of the bus may not.
+void HostConnection::setWallpaperName(const std::string& name) {
+  std::string valid;
+  utf8::replace_invalid(name.begin(), name.end(), std::back_inserter(valid));
+  ask(usualTimeout, service::method::setWallpaperName,
+      [&](auto& invoker) { invoker.withArguments(valid); });
 }
 
 void HostConnection::setExceptedOutputs(const std::vector<std::string>& names) {

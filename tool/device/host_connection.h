@@ -29,6 +29,7 @@ class HostConnection {
   // Failure if the home screen does not answer before the timeout or refuses.
   void call(const std::string& method, Seconds timeout = usualTimeout);
   void rotate(const std::string& orientation);
+  void setWallpaperName(const std::string& name);
   void setExceptedOutputs(const std::vector<std::string>& names);
   void setBackdrop(const host::BackdropOptions& backdrop);
   void advance(std::chrono::nanoseconds span, Seconds timeout);

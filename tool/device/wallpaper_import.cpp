@@ -121,6 +121,7 @@ void WallpaperImport::handOver() {
   // A GIF that is reported as set must survive a power failure. Frames can be made again.
   platform::backend::makeDurable(location_.gifPath);
   nameWallpaper(device_, location_, gif_.name);
+  tellWallpaperName(host_, device_);
   progress_.isHandedOver = true;
   reach("the new GIF is in place, but not all of its frames are made yet");
 }

@@ -1,5 +1,6 @@
 #include "tool/device/wallpaper_names.h"
 
+#include <filesystem>
 #include <sstream>
 
 #include <sys/stat.h>
@@ -49,6 +50,17 @@ std::optional<std::string> nameOfWallpaper(const DeviceFolder& device,
   const auto note = stamp.empty() ? std::nullopt : device.note(noteOf(location));
   if (!note || !note->starts_with(stamp + '\n')) return std::nullopt;
   return note->substr(stamp.size() + 1);
+}
+
+void tellWallpaperName(HostConnection& host, const DeviceFolder& device) {
+  std::string names;
+  for (const lumora::Location& location : lumora::locations) {
+    const bool isUsed = lumora::isUsed(location, lumora::wallpaperMode());
+    const auto path = isUsed ? nameOfWallpaper(device, location) : std::nullopt;
+    const std::string name = std::filesystem::path(path.value_or("")).filename();
+    if (!name.empty() && name != names) names += (names.empty() ? "" : ", ") + name;
+  }
+  host.setWallpaperName(names);
 }
 
 std::uint64_t sizeOfWallpaper(const lumora::Location& location) {

@@ -30,7 +30,7 @@ CGRect scaled(const CGRect& rectangle, CGFloat scale) {
 
 // Returns the pixels that may look different in a view with this frame.
 Region damageOfView(UIImageView& view, const CGRect& frame, const cairo_rectangle_int_t& screen,
-                    int scale) {
+                    CGFloat scale) {
   const ImageRef image = view.image();
   PictureSurface& surface = view.impl().surface;
   surface.update(*image);
@@ -58,7 +58,7 @@ ImageViews takeChangedViews(const UIView& root) {
   return views;
 }
 
-Region damageOf(const ImageViews& views, const UIView& root, int scale) {
+Region damageOf(const ImageViews& views, const UIView& root, CGFloat scale) {
   const CGRect size = scaled(root.frame(), scale);
   const cairo_rectangle_int_t screen{0, 0, static_cast<int>(std::lround(size.width)),
                                      static_cast<int>(std::lround(size.height))};

@@ -18,6 +18,6 @@ ImageViews takeChangedViews(const UIView& root);
 
 // Returns the pixels of the screen in which these visible views may look different since they were
 // drawn last. Decodes their images. scale: pixels per point.
-Region damageOf(const ImageViews& views, const UIView& root, int scale);
+Region damageOf(const ImageViews& views, const UIView& root, CGFloat scale);
 
 }  // namespace platform::backend
