@@ -3,11 +3,11 @@
 
 #include <sstream>
 
+#include "command_line/failure.h"
 #include "fuzz/device.h"
 #include "tool/command_line.h"
 #include "tool/commands/expectation.h"
 #include "tool/commands/script_line.h"
-#include "tool/support/failure.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const nlohmann::ordered_json status = {
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       } else {
         tool::parseLine(words);
       }
-    } catch (const tool::Failure&) {
+    } catch (const command_line::Failure&) {
       // A wrong line is a normal result.
     }
   }

@@ -1,10 +1,13 @@
 #include "preferences/gif_handover.h"
 
+#include "command_line/failure.h"
 #include "platform/file_manager.h"
-#include "preferences/failure.h"
 #include "preferences/stored_settings.h"
 
 namespace preferences {
+
+using command_line::Failure;
+
 namespace {
 
 using lumora::Location;

@@ -4,11 +4,14 @@
 
 #include <utf8cpp/utf8.h>
 
+#include "command_line/failure.h"
 #include "platform/property_list.h"
-#include "preferences/failure.h"
 #include "settings/device_paths.h"
 
 namespace preferences {
+
+using command_line::ExitCode;
+using command_line::Failure;
 
 namespace {
 

@@ -5,11 +5,11 @@
 
 #include <cairo.h>
 
+#include "command_line/failure.h"
 #include "gifview/gif_frame_delay.h"
 #include "platform/image_source.h"
 #include "platform/linux/views/cairo_objects.h"
 #include "platform/linux/views/picture_surface.h"
-#include "tool/support/failure.h"
 #include "tool/support/user_file.h"
 
 namespace settings_window {
@@ -69,7 +69,7 @@ std::vector<PreviewFrame> previewFrames(const std::string& path, int count) {
       const double delay = lumora::CGImageSourceGetGifFrameDelay(*source, index);
       frames.push_back({std::move(texture), std::chrono::duration<double>(delay)});
     }
-  } catch (const tool::Failure&) {
+  } catch (const command_line::Failure&) {
     // A file that cannot be read has no preview.
   }
   return frames;

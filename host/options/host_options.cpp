@@ -12,7 +12,7 @@
 
 #include <X11/Xlib.h>
 
-#include "host/options/one_of.h"
+#include "command_line/one_of.h"
 
 namespace host {
 namespace {
@@ -148,7 +148,7 @@ void chooseDisplay(HostOptions& options) {
 }
 
 void addDisplayOptions(CLI::App& command, HostOptions& options) {
-  acceptOneOf(
+  command_line::acceptOneOf(
       command.add_option_function<std::string>(
           "--display", [&options](const std::string& name) { options.display = displays.at(name); },
           "where to show it; desktop: behind all windows; auto: in a window, or headless where "
@@ -177,14 +177,14 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
           "size of the upright device in points")
       ->type_name("WxH")
       ->group(group);
-  acceptOneOf(
+  command_line::acceptOneOf(
       command.add_option_function<std::string>(
           "--idiom", [&options](const std::string& name) { options.idiom = idioms.at(name); },
           "kind of device; pad is a tablet"),
       namesOf(idioms))
       ->group(group);
   command.add_flag("--locked", options.startsLocked, "start on the lock screen")->group(group);
-  acceptOneOf(
+  command_line::acceptOneOf(
       command.add_option_function<std::string>(
           "--keys", [&options](const std::string& choice) { options.showsKeys = choice == "on"; },
           "whether a window explains its keys at the start (default: only the first one)"),
@@ -201,7 +201,7 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
       ->check(CLI::Range(1, maxRefreshRate))
       ->type_name("HZ")
       ->group(group);
-  acceptOneOf(
+  command_line::acceptOneOf(
       command.add_option_function<std::string>(
           "--clock",
           [&options](const std::string& clock) { options.hasManualClock = clock == "manual"; },
@@ -212,7 +212,7 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
 
 void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
   constexpr auto group = "Desktop";
-  acceptOneOf(
+  command_line::acceptOneOf(
       command.add_option_function<std::string>(
           "--filter", [&desktop](const std::string& name) { desktop.filter = filters.at(name); },
           "how to draw enlarged pixels; auto: nearest for pixel art, otherwise smooth"),
@@ -254,7 +254,7 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
           "how long to fade to a new GIF (default: 0.5)")
       ->type_name("SECONDS|none")
       ->group(group);
-  acceptOneOf(
+  command_line::acceptOneOf(
       command.add_option_function<std::string>(
           "--on-battery",
           [&desktop](const std::string& choice) { desktop.pausesOnBattery = choice == "pause"; },

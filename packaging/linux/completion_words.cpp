@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "tool/option_words.h"
+#include "command_line/option_words.h"
 
 namespace completions {
 namespace {
@@ -36,17 +36,17 @@ bool Offer::isEmpty() const {
 }
 
 Offer offerFor(const CLI::Option& option) {
-  const std::string value = tool::valueName(option);
-  return {tool::choicesOf(option), commandFor(value), namesFile(value), value == "DIR"};
+  const std::string value = command_line::valueName(option);
+  return {command_line::choicesOf(option), commandFor(value), namesFile(value), value == "DIR"};
 }
 
 std::vector<Offer> offersByPlace(const CLI::App& command) {
-  const auto arguments = tool::argumentsOf(command);
+  const auto arguments = command_line::argumentsOf(command);
   std::vector<Offer> offers;
   for (std::size_t place = 0; place < arguments.size(); ++place) {
     offers.push_back(offerFor(*arguments[place]));
     const bool hasNext = place + 1 < arguments.size();
-    if (hasNext && !tool::isRequired(*arguments[place])) {
+    if (hasNext && !command_line::isRequired(*arguments[place])) {
       add(offers.back(), offerFor(*arguments[place + 1]));
     }
   }

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "command_line/option_words.h"
 #include "packaging/linux/completion_words.h"
-#include "tool/option_words.h"
 
 namespace completions {
 namespace {
 
-using tool::longName;
-using tool::optionsOf;
-using tool::takesValue;
+using command_line::longName;
+using command_line::optionsOf;
+using command_line::takesValue;
 
 std::string joined(const std::vector<std::string>& words, const std::string& separator = " ") {
   return CLI::detail::join(words, separator);
@@ -155,7 +155,8 @@ std::string zshOption(const CLI::Option& option) {
   const std::string entry =
       repeats + longName(option) + "[" + zshText(option.get_description()) + "]";
   if (!takesValue(option)) return quoted(entry);
-  return quoted(entry + ":" + zshText(tool::valueName(option)) + ":" + zshAction(offerFor(option)));
+  return quoted(entry + ":" + zshText(command_line::valueName(option)) + ":" +
+                zshAction(offerFor(option)));
 }
 
 std::string zshOptions(const CLI::App& app) {
@@ -167,7 +168,7 @@ std::string zshOptions(const CLI::App& app) {
 void writeZshCommand(const CLI::App& command) {
   std::printf("      %s) _arguments $anywhere%s", command.get_name().c_str(),
               zshOptions(command).c_str());
-  const auto arguments = tool::argumentsOf(command);
+  const auto arguments = command_line::argumentsOf(command);
   const auto offers = offersByPlace(command);
   for (std::size_t place = 0; place < arguments.size(); ++place) {
     const std::string entry =

@@ -8,21 +8,21 @@
 
 #include <CLI/CLI.hpp>
 
+#include "command_line/command_groups.h"
+#include "command_line/option_words.h"
 #include "host/options/host_options.h"
 #include "packaging/linux/completions.h"
-#include "tool/command_groups.h"
 #include "tool/command_line.h"
-#include "tool/examples.h"
-#include "tool/option_words.h"
+#include "tool/program.h"
 
 namespace {
 
-using tool::argumentsOf;
-using tool::descriptionOf;
-using tool::longName;
-using tool::optionsOf;
-using tool::takesValue;
-using tool::valueName;
+using command_line::argumentsOf;
+using command_line::descriptionOf;
+using command_line::longName;
+using command_line::optionsOf;
+using command_line::takesValue;
+using command_line::valueName;
 
 std::string roff(const std::string& text) {
   std::string result;
@@ -63,18 +63,19 @@ void describeExamples(const std::vector<std::string>& examples) {
 }
 
 void describeCommands(const CLI::App& lumora) {
-  for (const tool::CommandGroup& group : tool::groupsOf(lumora)) {
+  for (const command_line::CommandGroup& group :
+       command_line::groupsOf(lumora, tool::theProgram().groups)) {
     for (const CLI::App* command : group.commands) {
-      std::printf(".SS %s\n%s\n", roff(tool::synopsisOf(*command)).c_str(),
-                  roff(tool::sentence(command->get_description())).c_str());
+      std::printf(".SS %s\n%s\n", roff(command_line::synopsisOf(*command)).c_str(),
+                  roff(command_line::sentence(command->get_description())).c_str());
       describeOptions(*command);
-      describeExamples(tool::examplesOf(command->get_name()));
+      describeExamples(tool::theProgram().examplesOf(command->get_name()));
     }
   }
 }
 
 void writeExamples(const CLI::App& /*lumora*/) {
-  describeExamples(tool::examplesOf(""));
+  describeExamples(tool::theProgram().examplesOf(""));
 }
 
 }  // namespace

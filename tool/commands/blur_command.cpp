@@ -6,17 +6,23 @@
 
 #include <nlohmann/json.hpp>
 
+#include "command_line/count.h"
+#include "command_line/failure.h"
+#include "command_line/progress_bar.h"
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
 #include "preferences/changes.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/count.h"
-#include "tool/support/failure.h"
-#include "tool/support/progress_bar.h"
 
 namespace tool {
+
+using command_line::countOfFrames;
+using command_line::Failure;
+using command_line::ProgressBar;
+using command_line::ProgressStyle;
+
 namespace {
 
 struct BlurOptions {

@@ -1,32 +1,26 @@
-// Helpers for declaring commands on the command line.
+// Helpers for declaring the commands of lumora.
 #pragma once
 
-#include <charconv>
 #include <functional>
 #include <string>
-#include <system_error>
-#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
-#include "host/options/one_of.h"
+#include "command_line/command.h"
+#include "command_line/progress_bar.h"
 #include "preferences/location_names.h"
 #include "tool/device/device_folder.h"
 #include "tool/device/output_devices.h"
-#include "tool/support/progress_bar.h"
 
 namespace tool {
 
-// What the parser and the commands of one line share. Lives until the line has been performed.
-struct Context {
+// What the parser and the commands of one line share.
+struct Context : command_line::Context {
   // The value of --root, or "".
   std::string root;
   // The value of --output, or "".
   std::string output;
-  // Performs the command and returns the exit code. Set by parsing, and called after the whole line
-  // has been parsed, so that a wrong line has no effect. May throw Failure.
-  std::function<int()> action;
   // performLine of command_line.h, for commands that perform other lines.
   std::function<int(std::vector<std::string>)> performLine;
 
@@ -42,56 +36,10 @@ struct Context {
   }
 };
 
-// Declares a command. perform does its work; it may throw Failure, otherwise the exit code is 0.
-// context must outlive the parsing and the performing. Returns the command, owned by parent.
-inline CLI::App* addCommand(CLI::App& parent, Context& context, const std::string& name,
-                            const std::string& description, std::function<void()> perform) {
-  CLI::App* command = parent.add_subcommand(name, description);
-  command->callback([&context, perform = std::move(perform)] {
-    context.action = [perform] {
-      perform();
-      return 0;
-    };
-  });
-  return command;
-}
-
-// Adds a required positional argument that must be one of the given words, in any case; value gets
-// it as given here.
-inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::string& value,
-                              const std::vector<std::string>& words,
-                              const std::string& description) {
-  return host::acceptOneOf(command->add_option(name, value, description)->required(), words);
-}
-
-// Returns a check that accepts decimal numbers from 0 to max.
-inline CLI::Validator numberUpTo(long max) {
-  const std::string limits = "must be a number from 0 to " + std::to_string(max);
-  return CLI::Validator(
-      [max, limits](const std::string& text) {
-        double value = -1;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        // NaN fails, too, because every comparison with it is false.
-        const bool fits = error == std::errc() && end == text.data() + text.size() && value >= 0 &&
-                          value <= static_cast<double>(max);
-        return fits ? std::string() : limits + ", not " + text;
-      },
-      "");
-}
-
-// Adds the option --timeout.
-inline void addTimeout(CLI::App* command, double& seconds) {
-  constexpr long maxTimeout = 1'000'000;
-  command->add_option("--timeout", seconds, "longest time to wait")
-      ->check(numberUpTo(maxTimeout))
-      ->type_name("SECONDS")
-      ->capture_default_str();
-}
-
 // Adds the option --progress.
-inline void addProgress(CLI::App* command, ProgressStyle& style) {
+inline void addProgress(CLI::App* command, command_line::ProgressStyle& style) {
   command->add_flag_callback(
-      "--progress", [&style] { style = ProgressStyle::Lines; },
+      "--progress", [&style] { style = command_line::ProgressStyle::Lines; },
       "print each step as a JSON object, for other programs");
 }
 
@@ -105,6 +53,10 @@ inline CLI::Option* addOutput(CLI::App* command, std::string& output) {
       ->type_name("OUTPUT");
 }
 
+using command_line::addChoice;
+using command_line::addCommand;
+using command_line::addTimeout;
+using command_line::numberUpTo;
 using preferences::locationNamed;
 using preferences::locationNames;
 

@@ -2,10 +2,14 @@
 
 #include <sstream>
 
-#include "tool/support/failure.h"
-#include "tool/support/json_text.h"
+#include "command_line/failure.h"
+#include "command_line/json_text.h"
 
 namespace tool {
+
+using command_line::dumped;
+using command_line::Failure;
+
 namespace {
 
 using nlohmann::ordered_json;

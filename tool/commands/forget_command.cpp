@@ -6,6 +6,7 @@
 #include <system_error>
 #include <vector>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/device_root.h"
 #include "preferences/gif_handover.h"
 #include "settings/device_paths.h"
@@ -14,9 +15,11 @@
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/support/disk_use.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 namespace fs = std::filesystem;

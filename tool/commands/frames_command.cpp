@@ -9,6 +9,9 @@
 #include <memory>
 #include <vector>
 
+#include "command_line/count.h"
+#include "command_line/failure.h"
+#include "command_line/progress_bar.h"
 #include "gifview/frame_cache.h"
 #include "gifview/gif_frame_delay.h"
 #include "platform/file_manager.h"
@@ -17,12 +20,14 @@
 #include "platform/linux/helper_thread.h"
 #include "platform/linux/images/picture/picture.h"
 #include "tool/device/cache_contents.h"
-#include "tool/support/count.h"
-#include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
-#include "tool/support/progress_bar.h"
 
 namespace tool {
+
+using command_line::countOfFrames;
+using command_line::Failure;
+using command_line::ProgressBar;
+
 namespace {
 
 namespace fs = std::filesystem;

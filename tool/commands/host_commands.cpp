@@ -3,12 +3,15 @@
 #include <memory>
 #include <thread>
 
+#include "command_line/failure.h"
 #include "host/control/control_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 struct AdvanceOptions {

@@ -7,11 +7,15 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
+#include "command_line/terminal.h"
 #include "platform/linux/files/signal_descriptor.h"
-#include "tool/support/failure.h"
-#include "tool/support/terminal.h"
 
 namespace tool {
+
+using command_line::Failure;
+using command_line::printable;
+
 namespace {
 
 using std::chrono::system_clock;

@@ -9,11 +9,14 @@
 
 #include <fnmatch.h>
 
+#include "command_line/json_text.h"
 #include "tool/commands/live_output.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/json_text.h"
 
 namespace tool {
+
+using command_line::dumped;
+
 namespace {
 
 struct WatchOptions {

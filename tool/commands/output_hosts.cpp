@@ -12,10 +12,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "tool/support/child_process.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
 
 using platform::backend::FileDescriptor;
 

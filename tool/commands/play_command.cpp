@@ -7,15 +7,19 @@
 #include <sstream>
 #include <thread>
 
+#include "command_line/count.h"
+#include "command_line/failure.h"
 #include "tool/commands/expectation.h"
 #include "tool/commands/script_line.h"
 #include "tool/commands/script_status.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/count.h"
-#include "tool/support/failure.h"
 #include "tool/support/user_file.h"
 
 namespace tool {
+
+using command_line::countOf;
+using command_line::Failure;
+
 namespace {
 
 using Words = std::vector<std::string>;

@@ -5,14 +5,17 @@
 #include <memory>
 #include <system_error>
 
+#include "command_line/failure.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/output_devices.h"
 #include "tool/device/wallpaper_names.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 void removeWallpaper(const DeviceFolder& device, const std::string& location, bool forgets) {

@@ -17,14 +17,17 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
+#include "command_line/progress_bar.h"
+#include "command_line/terminal.h"
 #include "host/control/control_names.h"
 #include "host/control/status_keys.h"
 #include "host/options/host_options.h"
 #include "platform/linux/files/signal_descriptor.h"
 #include "preferences/changes.h"
+#include "preferences/commands/scaling_choice.h"
 #include "preferences/stored_settings.h"
 #include "tool/commands/output_hosts.h"
-#include "tool/commands/scaling_choice.h"
 #include "tool/device/extension_libraries.h"
 #include "tool/device/host_connection.h"
 #include "tool/device/host_process.h"
@@ -35,11 +38,14 @@
 #include "tool/device/wallpaper_names.h"
 #include "tool/support/background.h"
 #include "tool/support/child_process.h"
-#include "tool/support/failure.h"
-#include "tool/support/progress_bar.h"
-#include "tool/support/terminal.h"
 
 namespace tool {
+
+using command_line::ExitCode;
+using command_line::Failure;
+using command_line::printable;
+using command_line::ProgressBar;
+
 namespace {
 
 using std::chrono::steady_clock;
@@ -411,9 +417,10 @@ void addRunCommand(CLI::App& lumora, Context& context) {
   CLI::App* command =
       lumora.add_subcommand("run", "show a GIF as the wallpaper until it is stopped");
   command->add_option("GIF", options->gif, "GIF file; without it, the wallpaper that was set last");
-  acceptScaling(command->add_option("--scaling", options->scaling,
-                                    "how the GIF fills the screen (default: FIT, on a desktop "
-                                    "FILL)"));
+  preferences::acceptScaling(
+      command->add_option("--scaling", options->scaling,
+                          "how the GIF fills the screen (default: FIT, on a desktop "
+                          "FILL)"));
   host::addHostOptions(*command, options->host);
   constexpr long maxRunTime = 100'000'000;
   command->add_option("--for", options->seconds, "time to run; then it stops")

@@ -2,12 +2,15 @@
 
 #include <memory>
 
+#include "command_line/failure.h"
 #include "host/control/control_names.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/failure.h"
 #include "tool/support/user_file.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 namespace method = host::service::method;

@@ -1,8 +1,12 @@
 #include "tool/commands/script_line.h"
 
-#include "tool/support/failure.h"
+#include "command_line/failure.h"
 
 namespace tool {
+
+using command_line::ExitCode;
+using command_line::Failure;
+
 namespace {
 
 constexpr auto space = " \t\r";

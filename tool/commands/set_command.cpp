@@ -13,6 +13,8 @@
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
 
+#include "command_line/count.h"
+#include "command_line/failure.h"
 #include "host/control/status_keys.h"
 #include "host/options/host_options.h"
 #include "platform/data.h"
@@ -25,12 +27,15 @@
 #include "tool/device/import_process.h"
 #include "tool/device/output_devices.h"
 #include "tool/device/output_report.h"
-#include "tool/support/count.h"
-#include "tool/support/failure.h"
 #include "tool/support/gif_file.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {
+
+using command_line::countOfFrames;
+using command_line::Failure;
+using command_line::ProgressStyle;
+
 namespace {
 
 // Indexed by Location::id.
@@ -180,7 +185,7 @@ void setOfOutput(const DeviceFolder& desktop, const ChosenGif& gif, const SetOpt
 
 // Returns what is wrong with the name of a location, or nothing.
 std::string problemWithLocation(std::string name) {
-  return host::takeWord(locationNames, name);
+  return command_line::takeWord(locationNames, name);
 }
 
 // A single argument is the GIF.

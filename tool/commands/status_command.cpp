@@ -8,6 +8,8 @@
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
+#include "command_line/json_text.h"
+#include "command_line/terminal.h"
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
 #include "settings/scaling.h"
@@ -17,10 +19,12 @@
 #include "tool/device/output_report.h"
 #include "tool/device/wallpaper_names.h"
 #include "tool/support/disk_use.h"
-#include "tool/support/json_text.h"
-#include "tool/support/terminal.h"
 
 namespace tool {
+
+using command_line::dumped;
+using command_line::printable;
+
 namespace {
 
 using lumora::Location;

@@ -9,13 +9,17 @@
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
+#include "command_line/json_text.h"
+#include "command_line/terminal.h"
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/json_text.h"
-#include "tool/support/terminal.h"
 
 namespace tool {
+
+using command_line::dumped;
+using command_line::printable;
+
 namespace {
 
 using nlohmann::ordered_json;

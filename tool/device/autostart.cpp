@@ -9,12 +9,15 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/file_descriptor.h"
 #include "tool/support/child_process.h"
-#include "tool/support/failure.h"
 #include "tool/support/user_directories.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 namespace fs = std::filesystem;

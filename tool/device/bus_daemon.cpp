@@ -14,11 +14,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/file_contents.h"
 #include "tool/support/child_process.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -9,13 +9,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "platform/file_manager.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
-#include "tool/support/failure.h"
 #include "tool/support/user_directories.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 namespace fs = std::filesystem;

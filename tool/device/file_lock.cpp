@@ -8,11 +8,13 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/device_root.h"
-#include "tool/support/failure.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {
+
+using command_line::Failure;
 
 FileLock::FileLock(const DeviceFolder& device, const char* name, bool isInherited) {
   // Opened for reading, so that a lock can be taken on a full or read-only disk.

@@ -8,14 +8,18 @@
 #include <poll.h>
 #include <utf8cpp/utf8.h>
 
+#include "command_line/failure.h"
 #include "host/control/control_names.h"
 #include "host/control/status_keys.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/bus/darwin_bus_names.h"
 #include "tool/device/bus_address.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::ExitCode;
+using command_line::Failure;
+
 namespace {
 
 namespace darwin = platform::backend::darwin;

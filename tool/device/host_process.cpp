@@ -18,6 +18,10 @@
 #include "tool/support/own_program.h"
 
 namespace tool {
+
+using command_line::ExitCode;
+using command_line::Failure;
+
 namespace {
 
 constexpr auto busLogName = "bus.log";

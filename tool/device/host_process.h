@@ -7,18 +7,18 @@
 
 #include <sys/types.h>
 
+#include "command_line/failure.h"
 #include "host/options/host_options.h"
 #include "platform/linux/files/file_descriptor.h"
 #include "tool/device/bus_daemon.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
-#include "tool/support/failure.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {
 
 // A home screen is already running for the device.
-class AlreadyRunning : public Failure {
+class AlreadyRunning : public command_line::Failure {
  public:
   explicit AlreadyRunning(const DeviceFolder& device);
 };

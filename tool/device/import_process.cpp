@@ -14,11 +14,17 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/files/signal_descriptor.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::ExitCode;
+using command_line::Failure;
+using command_line::ProgressBar;
+using command_line::ProgressStyle;
+
 namespace {
 
 // Sends lines from the importing process to the waiting one: its progress ("progress"), the end

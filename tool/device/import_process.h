@@ -1,8 +1,8 @@
 // An import that is completed even if the command is interrupted.
 #pragma once
 
+#include "command_line/progress_bar.h"
 #include "tool/device/wallpaper_import.h"
-#include "tool/support/progress_bar.h"
 
 namespace tool {
 
@@ -16,6 +16,6 @@ enum class WaitFor { Handover, Frames };
 // prints that state and ends this process by the signal. Requires that this process has no other
 // threads.
 void importInOwnProcess(const DeviceFolder& device, const Import& import, WaitFor end,
-                        ProgressStyle style = ProgressStyle::Bar);
+                        command_line::ProgressStyle style = command_line::ProgressStyle::Bar);
 
 }  // namespace tool

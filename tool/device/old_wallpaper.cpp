@@ -5,13 +5,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "platform/file_manager.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/files/file_contents.h"
 #include "preferences/stored_settings.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 constexpr auto linkName = "previous.gif";

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <system_error>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/device_root.h"
-#include "tool/support/failure.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "command_line/failure.h"
 #include "gifview/frame_cache.h"
 #include "host/control/control_names.h"
 #include "host/control/status_keys.h"
@@ -20,9 +21,11 @@
 #include "tool/device/host_connection.h"
 #include "tool/device/old_wallpaper.h"
 #include "tool/device/wallpaper_names.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 using lumora::Location;

@@ -5,10 +5,13 @@
 
 #include <sys/stat.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/device_root.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 std::string noteOf(const lumora::Location& location) {

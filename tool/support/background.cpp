@@ -9,10 +9,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/file_descriptor.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::ExitCode;
+using command_line::Failure;
+
 namespace {
 
 using platform::backend::FileDescriptor;

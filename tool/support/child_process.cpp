@@ -11,9 +11,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "tool/support/failure.h"
+#include "command_line/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 // Prepares the new process to end with its parent, and resets its signals.

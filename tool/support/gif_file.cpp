@@ -8,17 +8,22 @@
 
 #include <unistd.h>
 
+#include "command_line/count.h"
+#include "command_line/terminal.h"
 #include "platform/image_source.h"
 #include "platform/linux/files/byte_reader.h"
 #include "platform/linux/images/gif/file.h"
 #include "platform/linux/images/gif/inspection.h"
 #include "platform/linux/images/picture/picture.h"
 #include "platform/linux/out_of_memory.h"
-#include "tool/support/count.h"
-#include "tool/support/terminal.h"
 #include "tool/support/user_file.h"
 
 namespace tool {
+
+using command_line::countOfFrames;
+using command_line::Failure;
+using command_line::printable;
+
 namespace {
 
 bool gives(platform::CGImageSource& source, Wanted wanted) {

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
+#include "command_line/failure.h"
 #include "platform/data.h"
 #include "platform/image_source.h"
-#include "tool/support/failure.h"
 
 namespace tool {
 

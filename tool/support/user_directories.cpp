@@ -2,9 +2,11 @@
 
 #include <cstdlib>
 
-#include "tool/support/failure.h"
+#include "command_line/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
 
 std::filesystem::path userDirectory(const char* variable, const char* belowHome) {
   const char* named = std::getenv(variable);

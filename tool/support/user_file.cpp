@@ -10,11 +10,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "command_line/failure.h"
 #include "platform/linux/files/byte_reader.h"
 #include "platform/linux/files/data.h"
-#include "tool/support/failure.h"
 
 namespace tool {
+
+using command_line::Failure;
+
 namespace {
 
 [[noreturn]] void fail(const char* verb, const std::string& path) {

@@ -1,4 +1,4 @@
-#include "tool/commands/settings_commands.h"
+#include "preferences/commands/settings_commands.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -9,14 +9,21 @@
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
+#include "command_line/failure.h"
+#include "command_line/json_text.h"
+#include "command_line/terminal.h"
 #include "preferences/changes.h"
 #include "preferences/stored_settings.h"
 #include "settings/settings_store.h"
-#include "tool/support/failure.h"
-#include "tool/support/json_text.h"
-#include "tool/support/terminal.h"
 
-namespace tool {
+namespace preferences {
+
+using command_line::addCommand;
+using command_line::Context;
+using command_line::dumped;
+using command_line::Failure;
+using command_line::printable;
+
 namespace {
 
 using nlohmann::ordered_json;
@@ -53,7 +60,7 @@ void printSettings(bool asJson) {
 }
 
 void printSetting(const std::string& key) {
-  const auto value = preferences::storedSetting(key);
+  const auto value = storedSetting(key);
   if (!value) throw Failure(key + " is not set; `lumora settings` prints the value that applies");
   std::printf("%s\n", printable(*value, STDOUT_FILENO).c_str());
 }
@@ -63,53 +70,56 @@ struct RawSetting {
   std::string value;
 };
 
-void addRawCommands(CLI::App& lumora, Context& context) {
+void addRawCommands(CLI::App& lumora, Context& context, const DeviceActions& device) {
   auto setting = std::make_shared<RawSetting>();
-  auto* get =
-      addCommand(lumora, context, "get", "print one setting as stored", [&context, setting] {
-        const DeviceFolder device = context.device();
-        printSetting(setting->key);
-      });
+  auto* get = addCommand(lumora, context, "get", "print one setting as stored", [device, setting] {
+    device.open();
+    printSetting(setting->key);
+  });
   get->add_option("KEY", setting->key, "key as `lumora settings` lists it")->required();
-  auto* put = addCommand(lumora, context, "put", "store a setting without checking it",
-                         [&context, setting] {
-                           const DeviceFolder device = context.madeDevice();
-                           preferences::storeSetting(setting->key, setting->value);
-                         });
+  auto* put =
+      addCommand(lumora, context, "put", "store a setting without checking it", [device, setting] {
+        device.openToChange();
+        storeSetting(setting->key, setting->value);
+      });
   put->add_option("KEY", setting->key, "key as `lumora settings` lists it")
       ->required()
       ->check([](const std::string& key) {
         return key.empty() ? std::string("must not be empty") : std::string();
       });
   put->add_option("VALUE", setting->value, "text to store")->required();
+}
+
+CLI::App* addListCommand(CLI::App& lumora, Context& context, const DeviceActions& device) {
   auto asJson = std::make_shared<bool>(false);
   auto* all =
       addCommand(lumora, context, "settings",
-                 "print all settings, with defaults for those not stored", [&context, asJson] {
-                   const DeviceFolder device = context.device();
+                 "print all settings, with defaults for those not stored", [device, asJson] {
+                   device.open();
                    printSettings(*asJson);
                  });
   all->add_flag("--json", *asJson, "print one JSON object");
-  addOutput(all, context.output);
+  return all;
 }
 
-void addSwitches(CLI::App& lumora, Context& context) {
-  addCommand(lumora, context, "enable", "let wallpapers be animated", [&context] {
-    const DeviceFolder device = context.madeDevice();
-    store(preferences::changeOfEnabled(true));
+void addSwitches(CLI::App& lumora, Context& context, const DeviceActions& device) {
+  addCommand(lumora, context, "enable", "let wallpapers be animated", [device] {
+    device.openToChange();
+    store(changeOfEnabled(true));
   });
-  addCommand(lumora, context, "disable", "do not animate wallpapers from now on", [&context] {
-    const DeviceFolder device = context.madeDevice();
-    store(preferences::changeOfEnabled(false));
+  addCommand(lumora, context, "disable", "do not animate wallpapers from now on", [device] {
+    device.openToChange();
+    store(changeOfEnabled(false));
     std::printf("disabled; a wallpaper that is playing continues\n");
   });
 }
 
 }  // namespace
 
-void addSettingsCommands(CLI::App& lumora, Context& context) {
-  addRawCommands(lumora, context);
-  addSwitches(lumora, context);
+CLI::App* addSettingsCommands(CLI::App& lumora, Context& context, const DeviceActions& device) {
+  addRawCommands(lumora, context, device);
+  addSwitches(lumora, context, device);
+  return addListCommand(lumora, context, device);
 }
 
-}  // namespace tool
+}  // namespace preferences

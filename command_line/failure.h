@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-namespace preferences {
+namespace command_line {
 
 enum ExitCode { Done = 0, Failed = 1, WrongUse = 2, NoHost = 3 };
 
@@ -24,4 +24,4 @@ class Failure : public std::runtime_error {
   std::string help_;
 };
 
-}  // namespace preferences
+}  // namespace command_line

@@ -6,10 +6,10 @@
 
 #include <CLI/CLI.hpp>
 
-#include "host/options/one_of.h"
+#include "command_line/one_of.h"
 #include "settings/scaling.h"
 
-namespace tool {
+namespace preferences {
 
 // Makes an option accept FIT, FILL and FULLSCREEN, in any case, and the words of other wallpaper
 // programs for them. Returns the option.
@@ -18,10 +18,10 @@ inline CLI::Option* acceptScaling(CLI::Option* option) {
   std::vector<std::string> names;
   names.reserve(lumora::scalings.size());
   for (const lumora::Scaling& scaling : lumora::scalings) names.emplace_back(scaling.name);
-  return host::acceptOneOf(option, names,
-                           {{"contain", lumora::nameOf(UIViewContentMode::ScaleAspectFit)},
-                            {"cover", lumora::nameOf(UIViewContentMode::ScaleAspectFill)},
-                            {"stretch", lumora::nameOf(UIViewContentMode::ScaleToFill)}});
+  return command_line::acceptOneOf(option, names,
+                                   {{"contain", lumora::nameOf(UIViewContentMode::ScaleAspectFit)},
+                                    {"cover", lumora::nameOf(UIViewContentMode::ScaleAspectFill)},
+                                    {"stretch", lumora::nameOf(UIViewContentMode::ScaleToFill)}});
 }
 
-}  // namespace tool
+}  // namespace preferences

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace tool {
+namespace command_line {
 
 enum class ProgressStyle {
   // A bar; nothing if stdout is not a terminal or if NO_COLOR is set.
@@ -30,4 +30,4 @@ class ProgressBar {
   const bool isDrawn_;
 };
 
-}  // namespace tool
+}  // namespace command_line

@@ -5,11 +5,11 @@
 
 #include <nlohmann/json.hpp>
 
-namespace tool {
+namespace command_line {
 
 // Returns the text, on one line if indent is negative. Invalid UTF-8 becomes U+FFFD.
 inline std::string dumped(const nlohmann::ordered_json& json, int indent = -1) {
   return json.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-}  // namespace tool
+}  // namespace command_line

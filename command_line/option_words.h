@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace tool {
+namespace command_line {
 
 using Options = std::vector<const CLI::Option*>;
 
@@ -39,4 +39,4 @@ std::string synopsisOf(const CLI::App& command);
 // Returns the text with a capital and a full stop.
 std::string sentence(std::string text);
 
-}  // namespace tool
+}  // namespace command_line

@@ -1,10 +1,10 @@
-#include "tool/option_words.h"
+#include "command_line/option_words.h"
 
 #include <algorithm>
 #include <cctype>
 #include <sstream>
 
-namespace tool {
+namespace command_line {
 namespace {
 
 std::vector<std::string> splitAt(char separator, const std::string& text) {
@@ -96,4 +96,4 @@ std::string sentence(std::string text) {
   return text + ".";
 }
 
-}  // namespace tool
+}  // namespace command_line

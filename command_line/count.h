@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace tool {
+namespace command_line {
 
 // Returns "1 frame" or "2 frames" for the noun "frame".
 inline std::string countOf(int count, const std::string& noun) {
@@ -14,4 +14,4 @@ inline std::string countOfFrames(int count) {
   return countOf(count, "frame");
 }
 
-}  // namespace tool
+}  // namespace command_line

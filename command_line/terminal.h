@@ -3,10 +3,10 @@
 
 #include <string>
 
-namespace tool {
+namespace command_line {
 
 // Returns the text to print to this descriptor. If that is a terminal, control characters other
 // than newline and tab become escapes such as \x1b, and invalid UTF-8 becomes U+FFFD.
 std::string printable(const std::string& text, int descriptor);
 
-}  // namespace tool
+}  // namespace command_line

@@ -9,7 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace host {
+namespace command_line {
 
 // Replaces the text by the word that it is in any case. Returns "", or what is wrong if it is none
 // of them.
@@ -37,4 +37,4 @@ inline CLI::Option* acceptOneOf(CLI::Option* option, std::vector<std::string> wo
   return option->transform(CLI::Validator(std::move(take), ""))->type_name(type);
 }
 
-}  // namespace host
+}  // namespace command_line

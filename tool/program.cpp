@@ -1,8 +1,11 @@
-#include "tool/examples.h"
+#include "tool/program.h"
 
 #include <map>
+#include <string>
+#include <vector>
 
 namespace tool {
+namespace {
 
 std::vector<std::string> examplesOf(const std::string& name) {
   static const std::map<std::string, std::vector<std::string>> examples{
@@ -52,6 +55,31 @@ std::vector<std::string> examplesOf(const std::string& name) {
   };
   const auto found = examples.find(name);
   return found == examples.end() ? std::vector<std::string>() : found->second;
+}
+
+}  // namespace
+
+const command_line::Program& theProgram() {
+  static const command_line::Program program{
+      .name = "lumora",
+      .purpose = "Plays an animated GIF as the wallpaper of a desktop or of a simulated phone.",
+      .version = "lumora " LUMORA_VERSION,
+      .more = "More: lumora COMMAND --help, man lumora",
+      // What a newcomer needs comes first.
+      .groups =
+          {
+              {"Wallpaper", {"run", "set", "remove", "status", "stop", "forget", "help"}},
+              {"Look", {"scaling", "speed", "alpha", "blur"}},
+              {"Desktop", {"pause", "resume", "toggle", "backdrop", "outputs", "autostart"}},
+              {"Simulated phone",
+               {"mode", "dock", "lock", "unlock", "home", "app", "screen", "rotate", "screenshot"}},
+              {"Settings", {"settings", "get", "put", "enable", "disable"}},
+              {"For developers",
+               {"wait", "play", "advance", "views", "trace", "watch", "post", "frames", "bus"}},
+          },
+      .examplesOf = examplesOf,
+  };
+  return program;
 }
 
 }  // namespace tool

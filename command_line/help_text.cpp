@@ -1,15 +1,15 @@
-#include "tool/help_text.h"
+#include "command_line/help_text.h"
 
 #include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "tool/command_groups.h"
-#include "tool/examples.h"
-#include "tool/option_words.h"
+#include "command_line/command_groups.h"
+#include "command_line/option_words.h"
+#include "command_line/program.h"
 
-namespace tool {
+namespace command_line {
 namespace {
 
 constexpr std::size_t lineWidth = 80;
@@ -73,9 +73,9 @@ std::string usage(const CLI::App& command, const std::string& program) {
   return "Usage: " + program + " [OPTION ...]" + rest + "\n";
 }
 
-std::string listOfCommands(const CLI::App& lumora) {
+std::string listOfCommands(const CLI::App& app, const Program& program) {
   std::string text;
-  for (const CommandGroup& group : groupsOf(lumora)) {
+  for (const CommandGroup& group : groupsOf(app, program.groups)) {
     std::vector<Row> rows;
     for (const CLI::App* command : group.commands) {
       rows.push_back({command->get_name(), command->get_description()});
@@ -107,30 +107,33 @@ std::string listOfOptions(const CLI::App& command) {
   return text;
 }
 
-std::string listOfExamples(const std::string& command) {
-  const auto examples = examplesOf(command);
+std::string listOfExamples(const std::vector<std::string>& examples) {
   if (examples.empty()) return "";
   std::string text = examples.size() == 1 ? "\nExample:\n" : "\nExamples:\n";
   for (const std::string& example : examples) text += std::string(indent, ' ') + example + "\n";
   return text;
 }
 
-std::string makeHelp(const CLI::App* command, const std::string& program) {
-  const bool isWhole = command->get_parent() == nullptr;
-  const std::string description = command->get_description();
-  return (isWhole ? description : sentence(description)) + "\n\n" + usage(*command, program) +
-         listOfCommands(*command) + listOfArguments(*command) + listOfOptions(*command) +
-         listOfExamples(isWhole ? "" : command->get_name()) +
-         (isWhole ? "\nMore: lumora COMMAND --help, man lumora\n" : "");
+std::string makeHelp(const CLI::App& command, const Program& program) {
+  const bool isWhole = command.get_parent() == nullptr;
+  const std::string description = command.get_description();
+  const std::string help =
+      (isWhole ? description : sentence(description)) + "\n\n" + usage(command, program.name);
+  if (isWhole) {
+    return help + listOfCommands(command, program) + listOfArguments(command) +
+           listOfOptions(command) + (program.more.empty() ? "" : "\n" + program.more + "\n");
+  }
+  return help + listOfArguments(command) + listOfOptions(command) +
+         listOfExamples(program.examplesOf(command.get_name()));
 }
 
 }  // namespace
 
-std::shared_ptr<CLI::FormatterBase> helpFormatter() {
+std::shared_ptr<CLI::FormatterBase> helpFormatter(const Program& program) {
   return std::make_shared<CLI::FormatterLambda>(
-      [](const CLI::App* command, const std::string& program, CLI::AppFormatMode) {
-        return makeHelp(command, program);
+      [&program](const CLI::App* command, const std::string&, CLI::AppFormatMode) {
+        return makeHelp(*command, program);
       });
 }
 
-}  // namespace tool
+}  // namespace command_line

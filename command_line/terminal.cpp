@@ -1,4 +1,4 @@
-#include "tool/support/terminal.h"
+#include "command_line/terminal.h"
 
 #include <cstdio>
 #include <iterator>
@@ -6,7 +6,7 @@
 #include <unistd.h>
 #include <utf8cpp/utf8.h>
 
-namespace tool {
+namespace command_line {
 namespace {
 
 bool isControl(std::uint32_t character) {
@@ -38,4 +38,4 @@ std::string printable(const std::string& text, int descriptor) {
   return result;
 }
 
-}  // namespace tool
+}  // namespace command_line

@@ -1,4 +1,4 @@
-#include "tool/support/progress_bar.h"
+#include "command_line/progress_bar.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-namespace tool {
+namespace command_line {
 namespace {
 
 // See https://no-color.org: set, and not empty.
@@ -46,4 +46,4 @@ void ProgressBar::show(int done) const {
   std::fflush(stdout);
 }
 
-}  // namespace tool
+}  // namespace command_line
