@@ -41,8 +41,10 @@ Options argumentsOf(const CLI::App& command) {
 
 Options optionsOf(const CLI::App& command) {
   Options options = optionsThat(command, false);
-  std::stable_partition(options.begin(), options.end(),
-                        [](const CLI::Option* option) { return option->get_name() != "--help"; });
+  const auto help = std::find_if(options.begin(), options.end(), [](const CLI::Option* option) {
+    return option->get_name() == "--help";
+  });
+  if (help != options.end()) std::rotate(help, help + 1, options.end());
   return options;
 }
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <utility>
 
@@ -20,6 +21,7 @@ struct Observation {
 std::mutex mutex;
 std::vector<Observation> observations;
 std::vector<std::string> posted;
+std::atomic<int> delivered = 0;
 std::vector<std::string> hooks;
 
 struct Target {
@@ -64,11 +66,26 @@ void CFNotificationCenterPostNotification(CFNotificationCenterRef, CFStringRef n
                                           CFDictionaryRef, Boolean) {
   std::lock_guard lock(mutex);
   posted.push_back([(NSString*)name UTF8String]);
+  if (stand_ins::onPost) stand_ins::onPost(posted.back());
+}
+
+const CFStringRef kCFRunLoopDefaultMode = nullptr;
+
+// On the device the notify center is a source of the main run loop.
+SInt32 CFRunLoopRunInMode(CFStringRef, CFTimeInterval seconds, Boolean) {
+  constexpr double moment = 0.01;
+  const int before = delivered;
+  NSDate* end = [NSDate dateWithTimeIntervalSinceNow:seconds];
+  while (delivered == before && [end timeIntervalSinceNow] > 0) {
+    [[NSRunLoop mainRunLoop] runUntilDate:[NSDate dateWithTimeIntervalSinceNow:moment]];
+  }
+  return delivered == before ? kCFRunLoopRunTimedOut : kCFRunLoopRunHandledSource;
 }
 
 namespace stand_ins {
 
 bool raisesAtRegistration = false;
+std::function<void(const std::string& name)> onPost;
 
 std::vector<std::string> takePosted() {
   std::lock_guard lock(mutex);
@@ -83,6 +100,7 @@ void postFromOutside(const std::string& name) {
                  [&](const Observation& entry) { return entry.name == name; });
   }
   for (const Observation& entry : called) {
+    ++delivered;
     entry.callback(nullptr, const_cast<void*>(entry.observer),
                    (CFStringRef)[NSString stringWithUTF8String:name.c_str()], nullptr, nullptr);
   }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
@@ -62,6 +63,8 @@ extern NSInteger orientation;
 // If true, the next registration at the Darwin notify center raises an exception.
 extern bool raisesAtRegistration;
 
+// Called with each name that is posted to the Darwin notify center.
+extern std::function<void(const std::string& name)> onPost;
 // Returns the names posted to the Darwin notify center since the last call.
 std::vector<std::string> takePosted();
 // Delivers a name as if another process had posted it.

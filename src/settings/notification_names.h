@@ -33,6 +33,24 @@ constexpr auto didStartAnimatingNotification = "kLWGIFViewDidStartAnimatingNotif
 // The rewriting of the frames with another blur has ended.
 constexpr auto blurDidFinishNotification = "kLWGIFViewGIFBlurDidFinish";
 
+// All of the above, for programs that show what is posted.
+constexpr const char* allNotifications[] = {
+    control::wallpaperNeedsUpdating,
+    control::updateWallpaper,
+    control::updateAnimating,
+    control::removeGIFFromAllWallpapers,
+    control::removeSharedGIFView,
+    control::removeLockscreenGIFView,
+    control::removeHomescreenGIFView,
+    speedNeedsUpdatingNotification,
+    alphaNeedsUpdatingNotification,
+    blurNeedsUpdatingNotification,
+    removeUnneededViewNotification,
+    frameFoundNotification,
+    didStartAnimatingNotification,
+    blurDidFinishNotification,
+};
+
 // Messages to a view. Its messaging center's name is the prefix followed by the view's identifier.
 constexpr auto messagingCenterPrefix = "com.brightfen.lumora.gifview.";
 constexpr auto shouldResumeMessage = "kLWGIFViewShouldResumeNotification";

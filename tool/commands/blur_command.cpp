@@ -12,6 +12,7 @@
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
 #include "preferences/changes.h"
+#include "preferences/commands/blur_arguments.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
@@ -114,14 +115,8 @@ void addBlurCommand(CLI::App& lumora, Context& context) {
   auto options = std::make_shared<BlurOptions>();
   auto* command = addCommand(lumora, context, "blur", "blur the GIF",
                              [&context, options] { changeBlur(context.madeDevice(), *options); });
-  constexpr long maxRadius = 1000;
-  addChoice(command, "LOCATION", options->location, locationNames, "wallpaper to blur");
+  preferences::addBlurArguments(command, options->location, options->radius);
   addOutput(command, context.output);
-  command
-      ->add_option("RADIUS", options->radius,
-                   "strength, up to 1000: the standard deviation in pixels of the GIF; 0 is sharp")
-      ->required()
-      ->check(numberUpTo(maxRadius));
   addTimeout(command, options->timeout);
   addProgress(command, options->progress);
 }

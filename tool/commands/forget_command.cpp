@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "command_line/failure.h"
+#include "command_line/size_text.h"
 #include "platform/linux/files/device_root.h"
 #include "preferences/gif_handover.h"
 #include "settings/device_paths.h"
@@ -19,6 +20,7 @@
 namespace tool {
 
 using command_line::Failure;
+using command_line::textOfSize;
 
 namespace {
 

@@ -1,20 +1,9 @@
-// Prints what happens in a home screen until the user interrupts.
+// Follows a home screen until the user interrupts.
 #pragma once
-
-#include <chrono>
-#include <string>
 
 #include "tool/device/host_connection.h"
 
 namespace tool {
-
-// Returns the local time in milliseconds, such as "09:41:00.123".
-std::string timeOfDay(std::chrono::system_clock::time_point time);
-// Returns date and time in UTC, such as "2026-11-22T09:41:00.123Z".
-std::string timestamp(std::chrono::system_clock::time_point time);
-
-// Prints the time of day and the text as a line, at once.
-void printEvent(std::chrono::system_clock::time_point time, const std::string& text);
 
 // Handles what arrives at the connection until SIGINT, SIGTERM or SIGHUP. Throws Failure if the
 // home screen ends.

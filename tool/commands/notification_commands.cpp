@@ -9,6 +9,7 @@
 
 #include <fnmatch.h>
 
+#include "command_line/event_line.h"
 #include "command_line/json_text.h"
 #include "tool/commands/live_output.h"
 #include "tool/device/host_connection.h"
@@ -16,6 +17,8 @@
 namespace tool {
 
 using command_line::dumped;
+using command_line::printEvent;
+using command_line::timestamp;
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "command_line/failure.h"
+#include "preferences/commands/removal_arguments.h"
 #include "settings/notification_names.h"
 #include "tool/device/file_lock.h"
 #include "tool/device/host_connection.h"
@@ -27,9 +28,7 @@ void removeWallpaper(const DeviceFolder& device, const std::string& location, bo
   host->settle();
   if (!isAll) return tellWallpaperName(*host, device);
   if (!forgets) {
-    std::printf(
-        "all wallpapers hidden; their files stay, and they come back when a screen is shown "
-        "anew\n");
+    std::printf("%s\n", preferences::allHidden);
     return;
   }
   for (const lumora::Location& each : lumora::locations) host->post(each.removalNotification);
@@ -67,10 +66,7 @@ void addRemoveCommand(CLI::App& lumora, Context& context) {
       removeOfOutput(context.device(), *output);
     }
   });
-  addChoice(command, "LOCATION", *location, {"shared", "lockscreen", "homescreen", "all"},
-            "wallpaper whose GIF is deleted; all hides them and keeps the files")
-      ->required(false);
-  command->add_flag("--forget", *forgets, "with all: delete the GIFs and their frames, too");
+  preferences::addRemovalArguments(command, *location, *forgets)->required(false);
   addOutput(command, *output)
       ->description("the output with this name, which loses its own wallpaper");
   command->parse_complete_callback([=] {

@@ -18,8 +18,9 @@
 #include "host/control/status_keys.h"
 #include "host/options/host_options.h"
 #include "platform/data.h"
+#include "preferences/commands/gif_arguments.h"
+#include "preferences/separation.h"
 #include "settings/locations.h"
-#include "settings/settings_store.h"
 #include "tool/device/device_folder.h"
 #include "tool/device/extension_libraries.h"
 #include "tool/device/host_connection.h"
@@ -37,9 +38,6 @@ using command_line::Failure;
 using command_line::ProgressStyle;
 
 namespace {
-
-// Indexed by Location::id.
-constexpr const char* placeNames[] = {"shared", "lock screen", "home screen"};
 
 struct SetOptions {
   // Or the GIF, if path is empty.
@@ -80,41 +78,25 @@ void importAt(const DeviceFolder& device, const lumora::Location& location, cons
                      noWait ? WaitFor::Handover : WaitFor::Frames, options.progress);
   if (noWait) return;
   const std::string place =
-      options.output.empty() ? placeNames[static_cast<std::size_t>(location.id)] : options.output;
+      options.output.empty() ? preferences::placeName(location) : options.output;
   std::printf("%s wallpaper set: %s%s\n", place.c_str(), countOfFrames(found.shown).c_str(),
               host && options.output.empty() ? "; `lumora run` shows it" : "");
 }
 
-// Returns the other location of the separate mode. Requires one of the two.
-const lumora::Location& otherLocation(const lumora::Location& location) {
-  const bool isLockScreen = location.id == lumora::ScreenLocation::LockScreen;
-  return lumora::locationOf(isLockScreen ? lumora::ScreenLocation::HomeScreen
-                                         : lumora::ScreenLocation::LockScreen);
-}
-
-const lumora::Location& sharedLocation() {
-  return lumora::locationOf(lumora::ScreenLocation::Shared);
-}
-
 // Returns the GIF of the shared wallpaper. Throws Failure if it cannot be read.
 ChosenGif sharedGif() {
-  auto data = platform::NSData::dataWithContentsOfFile(sharedLocation().gifPath);
+  auto data = platform::NSData::dataWithContentsOfFile(
+      lumora::locationOf(lumora::ScreenLocation::Shared).gifPath);
   if (!data) throw Failure("cannot read the shared wallpaper");
   return checkGif("the shared wallpaper", std::move(data));
 }
 
 void set(const DeviceFolder& device, const ChosenGif& gif, const SetOptions& options) {
   const lumora::Location& location = locationNamed(options.location);
-  const bool endsSharedMode = location.mode == lumora::WallpaperMode::Separate &&
-                              lumora::wallpaperMode() == lumora::WallpaperMode::Shared &&
-                              sharedLocation().getWallpaperSet();
-  if (!endsSharedMode) return importAt(device, location, gif, options);
-  const lumora::Location& other = otherLocation(location);
-  if (options.keepsOther) importAt(device, other, sharedGif(), options);
+  const lumora::Location* other = preferences::otherLocationThatLoses(location);
+  if (other != nullptr && options.keepsOther) importAt(device, *other, sharedGif(), options);
   importAt(device, location, gif, options);
-  if (options.keepsOther) return;
-  std::printf("the shared wallpaper is no longer shown on the %s; --keep-other keeps it there\n",
-              placeNames[static_cast<std::size_t>(other.id)]);
+  if (other != nullptr && !options.keepsOther) preferences::printLossOf(*other);
 }
 
 // Returns the output of a running home screen. Throws Failure if there is no such output.
@@ -183,19 +165,6 @@ void setOfOutput(const DeviceFolder& desktop, const ChosenGif& gif, const SetOpt
   }
 }
 
-// Returns what is wrong with the name of a location, or nothing.
-std::string problemWithLocation(std::string name) {
-  return command_line::takeWord(locationNames, name);
-}
-
-// A single argument is the GIF.
-void readArguments(SetOptions& options) {
-  if (options.path.empty()) options.path = std::exchange(options.location, "shared");
-  const std::string problem = problemWithLocation(options.location);
-  if (!problem.empty()) throw CLI::ValidationError("LOCATION", problem);
-  if (problemWithLocation(options.path).empty()) throw CLI::RequiredError("GIF");
-}
-
 }  // namespace
 
 void addSetCommand(CLI::App& lumora, Context& context) {
@@ -206,16 +175,7 @@ void addSetCommand(CLI::App& lumora, Context& context) {
         const auto work = options->output.empty() ? set : setOfOutput;
         work(context.madeDevice(), gif, *options);
       });
-  command->add_option("LOCATION", options->location, "wallpaper to change")
-      ->default_str("shared")
-      ->type_name("shared|lockscreen|homescreen");
-  // Required, but the parser takes a single word for the location.
-  command->add_option("GIF", options->path, "GIF file; - is standard input")
-      ->option_text("REQUIRED");
-  command->parse_complete_callback([options] {
-    if (options->location.empty()) throw CLI::RequiredError("GIF");
-    readArguments(*options);
-  });
+  preferences::addLocationAndGif(command, options->location, options->path);
   command->add_flag("--keep-other", options->keepsOther,
                     "keep a shared wallpaper on the other screen");
   command->add_flag("--no-wait", options->noWait, "return without waiting for the frames");

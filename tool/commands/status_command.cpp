@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "command_line/json_text.h"
+#include "command_line/size_text.h"
 #include "command_line/terminal.h"
 #include "gifview/description_keys.h"
 #include "host/control/status_keys.h"
@@ -24,6 +25,7 @@ namespace tool {
 
 using command_line::dumped;
 using command_line::printable;
+using command_line::textOfSize;
 
 namespace {
 

@@ -5,11 +5,15 @@
 
 #include <nlohmann/json.hpp>
 
+#include "command_line/event_line.h"
 #include "host/control/trace_keys.h"
 #include "tool/commands/live_output.h"
 #include "tool/device/host_connection.h"
 
 namespace tool {
+
+using command_line::printEvent;
+
 namespace {
 
 using nlohmann::json;

@@ -1,7 +1,5 @@
 #include "tool/support/disk_use.h"
 
-#include <array>
-#include <cstdio>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -29,17 +27,6 @@ std::uint64_t diskUse(const std::filesystem::path& folder) {
     add(at->path());
   }
   return bytes;
-}
-
-std::string textOfSize(std::uint64_t bytes) {
-  constexpr std::array units = {"bytes", "kB", "MB", "GB", "TB"};
-  constexpr double step = 1000;
-  auto size = static_cast<double>(bytes);
-  std::size_t unit = 0;
-  for (; size >= step && unit + 1 < units.size(); ++unit) size /= step;
-  char text[32];
-  std::snprintf(text, sizeof text, unit == 0 ? "%.0f %s" : "%.1f %s", size, units[unit]);
-  return text;
 }
 
 }  // namespace tool

@@ -11,7 +11,4 @@ namespace tool {
 // once. What cannot be read counts nothing.
 std::uint64_t diskUse(const std::filesystem::path& folder);
 
-// Returns a size such as "12.3 MB".
-std::string textOfSize(std::uint64_t bytes);
-
 }  // namespace tool

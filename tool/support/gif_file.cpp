@@ -16,6 +16,7 @@
 #include "platform/linux/images/gif/inspection.h"
 #include "platform/linux/images/picture/picture.h"
 #include "platform/linux/out_of_memory.h"
+#include "preferences/other_files.h"
 #include "tool/support/user_file.h"
 
 namespace tool {
@@ -44,53 +45,12 @@ std::string lossIn(const platform::backend::gif::Inspection& gif) {
   return loss;
 }
 
-// A kind of file that users may take for a GIF, and how it begins.
-struct Format {
-  std::size_t offset;
-  std::string_view bytes;
-  std::string_view name;
-};
-
-constexpr std::string_view webPage = "a web page";
-
-// The first one that fits counts.
-constexpr Format formats[] = {
-    {8, "WEBP", "WebP"},
-    {0, "\xff\xd8\xff", "JPEG"},
-    {0, "\x89PNG", "a damaged PNG"},
-    {4, "ftypavi", "AVIF"},
-    {4, "ftyphei", "HEIC"},
-    {4, "ftypmif", "HEIC"},
-    {4, "ftyp", "MP4"},
-    {0, "\x1a\x45\xdf\xa3", "WebM or Matroska"},
-    {8, "AVI ", "AVI"},
-    {0, "BM", "BMP"},
-    {0, "<svg", "SVG"},
-    {0, "<?xml", "SVG or other XML"},
-    {0, "<!DOCTYPE", webPage},
-    {0, "<!doctype", webPage},
-    {0, "<html", webPage},
-    {0, "PK\x03\x04", "a ZIP archive"},
-};
-
-constexpr std::size_t maxStart = 12;
-
-// Returns the file's first bytes, at most maxStart.
+// Returns the file's first bytes, at most preferences::neededStart.
 std::string startOf(const platform::NSData& data) {
-  std::array<std::uint8_t, maxStart> bytes{};
+  std::array<std::uint8_t, preferences::neededStart> bytes{};
   platform::backend::ByteReader reader(data.impl());
   const std::size_t count = reader.read(bytes);
   return {reinterpret_cast<const char*>(bytes.data()), count};
-}
-
-std::string problemOfOtherFile(std::string_view start) {
-  const auto* format = std::ranges::find_if(formats, [start](const Format& each) {
-    return start.size() > each.offset && start.substr(each.offset).starts_with(each.bytes);
-  });
-  if (format == std::end(formats)) return "it is not a GIF";
-  const std::string problem = "it is " + std::string(format->name) + ", not a GIF or PNG; ";
-  if (format->name == webPage) return problem + "download the picture itself";
-  return problem + "convert it, for example with ffmpeg";
 }
 
 // Returns "" if the size that the header states can be used.
@@ -116,7 +76,7 @@ std::string problemOfFrames(const platform::NSData& data) {
 std::string problemOf(const platform::NSData& data) {
   if (data.length() == 0) return "it is empty";
   const std::string start = startOf(data);
-  if (!start.starts_with("GIF8")) return problemOfOtherFile(start);
+  if (!start.starts_with("GIF8")) return preferences::problemOfOtherFile(start);
   const std::string problem = problemOfSize(start);
   return problem.empty() ? problemOfFrames(data) : problem;
 }

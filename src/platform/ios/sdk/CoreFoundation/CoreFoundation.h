@@ -12,6 +12,8 @@ typedef const struct __CFData* CFDataRef;
 typedef struct __CFNotificationCenter* CFNotificationCenterRef;
 typedef unsigned char Boolean;
 typedef long CFIndex;
+typedef int SInt32;
+typedef double CFTimeInterval;
 
 typedef void (*CFNotificationCallback)(CFNotificationCenterRef center, void* observer,
                                        CFStringRef name, const void* object,
@@ -29,6 +31,11 @@ void CFNotificationCenterRemoveEveryObserver(CFNotificationCenterRef center, con
 void CFNotificationCenterPostNotification(CFNotificationCenterRef center, CFStringRef name,
                                           const void* object, CFDictionaryRef userInfo,
                                           Boolean deliverImmediately);
+
+// Results of CFRunLoopRunInMode.
+enum { kCFRunLoopRunFinished = 1, kCFRunLoopRunTimedOut = 3, kCFRunLoopRunHandledSource = 4 };
+extern const CFStringRef kCFRunLoopDefaultMode;
+SInt32 CFRunLoopRunInMode(CFStringRef mode, CFTimeInterval seconds, Boolean returnAfterSourceHandled);
 
 #ifdef __cplusplus
 }

@@ -122,6 +122,10 @@ extern "C"
 + (NSRunLoop*)mainRunLoop;
 @end
 
+@interface NSThread : NSObject
++ (void)sleepForTimeInterval:(NSTimeInterval)seconds;
+@end
+
 @interface NSNotificationCenter : NSObject
 + (NSNotificationCenter*)defaultCenter;
 - (void)addObserver:(id)observer selector:(SEL)selector name:(NSString*)name object:(id)object;
