@@ -13,6 +13,7 @@
 #include "gifview/frame_cache.h"
 #include "phone/file_owner.h"
 #include "platform/data.h"
+#include "platform/file_manager.h"
 #include "preferences/location_names.h"
 #include "settings/settings_store.h"
 
@@ -31,6 +32,7 @@ struct WallpaperFiles {
 
 WallpaperFiles filesOf(const Location& location) {
   WallpaperFiles files;
+  if (!platform::fileExistsAtPath(location.gifPath)) return files;
   const auto gif = platform::NSData::dataWithContentsOfFile(location.gifPath);
   if (!gif) return files;
   files.gifBytes = gif->length();

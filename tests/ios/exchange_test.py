@@ -1,6 +1,6 @@
 """Exchanges files between the device's own backend and the Linux programs.
 
-usage: exchange_test.py EXCHANGE FOLDER-OF-THE-LINUX-PROGRAMS SAMPLE.gif
+usage: exchange_test.py EXCHANGE LUMORA-OF-THE-PHONE FOLDER-OF-THE-LINUX-PROGRAMS SAMPLE.gif
 """
 import os
 import plistlib
@@ -9,7 +9,7 @@ import sys
 import tempfile
 import unittest
 
-EXCHANGE, PROGRAMS, SAMPLE = sys.argv[1:]
+EXCHANGE, PHONE, PROGRAMS, SAMPLE = sys.argv[1:]
 IN_DEVICE = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'in_device.sh')
 LIST = 'mobile/Library/Lumora/Wallpaper_both/Wallpaper_both_durations.plist'
 SETTINGS = 'mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
@@ -25,8 +25,9 @@ class Exchange(unittest.TestCase):
         self.folder.cleanup()
 
     def device(self, *words):
+        program = EXCHANGE if 'delays' in words[0] else PHONE
         environment = dict(os.environ, DEVICE_VAR=self.var)
-        return subprocess.run([IN_DEVICE, EXCHANGE, *words], capture_output=True, text=True,
+        return subprocess.run([IN_DEVICE, program, *words], capture_output=True, text=True,
                               check=True, env=environment).stdout
 
     def linux(self, *words):
