@@ -22,8 +22,8 @@ def data_labels(text):
     labels = set()
     is_code = False
     for line in text.splitlines():
-        if section := re.match(r'\t\.section\t(\S+),', line):
-            is_code = section[1].startswith('__TEXT,__text')
+        if line.startswith('\t.section\t'):
+            is_code = 'pure_instructions' in line
         elif (label := re.match(r'L([\w$.]+):', line)) and not is_code:
             labels.add(label[1])
     return labels

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Links the library for 32-bit processors. The only available linker that supports them cannot read
+"""Links the library or the program for 32-bit processors. The only available linker that supports them cannot read
 text stubs or one of the sections. So the stubs are turned into libraries without code, and the
 section, which armv7_assembly.py has renamed, gets its original name back.
 
-usage: link_armv7.py INSTALL-NAME LIBRARY OBJECT.obj... STUB.tbd...
+usage: link_armv7.py LINKER-OPTION... -o FILE OBJECT.obj... STUB.tbd...
 """
 import os
 import re
@@ -15,7 +15,7 @@ from armv7_assembly import SECTION_NAME, SECTION_NAME_FOR_LINKER
 from macho import MachO
 
 LINKER = ['ld64.lld.darwinold-13', '-arch', 'armv7', '-ios_version_min', '8.0', '-sdk_version',
-          '8.0', '-dylib']
+          '8.0', '-dead_strip_dylibs']
 ASSEMBLER = ['clang++-19', '-target', 'armv7-apple-ios8.0', '-c']
 
 
@@ -49,7 +49,7 @@ def make_library(stub, folder, others):
         for symbol in symbols:
             file.write(f'\t.globl\t{symbol}\n{symbol}:\n\t.long\t0\n')
     subprocess.run([*ASSEMBLER, base + '.s', '-o', base + '.o'], check=True)
-    run_linker('-install_name', install_name, '-o', base + '.dylib', base + '.o', *others)
+    run_linker('-dylib', '-install_name', install_name, '-o', base + '.dylib', base + '.o', *others)
     return base + '.dylib'
 
 
@@ -62,7 +62,8 @@ def restore_section_name(data):
 
 
 def main():
-    install_name, library, *inputs = sys.argv[1:]
+    at = sys.argv.index('-o')
+    options, linked, inputs = sys.argv[1:at], sys.argv[at + 1], sys.argv[at + 2:]
     objects = [path for path in inputs if not path.endswith('.tbd')]
     # The system library comes first, because all others need it.
     stubs = sorted((path for path in inputs if path.endswith('.tbd')),
@@ -71,12 +72,12 @@ def main():
         libraries = []
         for stub in stubs:
             libraries.append(make_library(stub, folder, libraries[:1]))
-        # Exports nothing, because the loader only maps the library.
-        run_linker('-install_name', install_name, '-exported_symbols_list', os.devnull, '-o',
-                   library, *objects, *libraries)
-    with open(library, 'rb') as file:
+        # Exports nothing: the library is only mapped by the loader, and the program only run.
+        run_linker(*options, '-exported_symbols_list', os.devnull, '-o', linked, *objects,
+                   *libraries)
+    with open(linked, 'rb') as file:
         restored = restore_section_name(file.read())
-    with open(library, 'wb') as file:
+    with open(linked, 'wb') as file:
         file.write(restored)
 
 
