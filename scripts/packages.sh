@@ -19,7 +19,10 @@ bench_packages=(
   python3 python3-pil time xvfb
 )
 fuzz_packages=(clang python3)
-device_packages=(binutils clang-19 cmake libc++-19-dev libc++abi-19-dev lld-13 lld-19 llvm-19 ninja-build python3)
+device_packages=(
+  binutils clang-19 cmake libc++-19-dev libc++abi-19-dev libcli11-dev libutfcpp-dev lld-13 lld-19
+  llvm-19 ninja-build nlohmann-json3-dev python3
+)
 device_test_packages=(
   g++-aarch64-linux-gnu g++-arm-linux-gnueabi gobjc++ libblocksruntime-dev libgif-dev libgnustep-base-dev libgtest-dev
   libpng-dev qemu-user util-linux

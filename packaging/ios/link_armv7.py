@@ -15,7 +15,7 @@ from armv7_assembly import SECTION_NAME, SECTION_NAME_FOR_LINKER
 from macho import MachO
 
 LINKER = ['ld64.lld.darwinold-13', '-arch', 'armv7', '-ios_version_min', '8.0', '-sdk_version',
-          '8.0', '-dead_strip_dylibs']
+          '8.0']
 ASSEMBLER = ['clang++-19', '-target', 'armv7-apple-ios8.0', '-c']
 
 

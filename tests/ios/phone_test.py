@@ -18,6 +18,8 @@ PHONE = sys.argv.pop(1)
 from device import LUMORA, RED_GREEN, Device, gif
 
 IN_DEVICE = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'in_device.sh')
+PAGE = os.path.join(os.path.dirname(os.path.abspath(__file__)),
+                    '../../packaging/ios/preference_page.py')
 SETTINGS = 'var/mobile/Library/Preferences/com.brightfen.lumorapreferences.plist'
 NEEDS_UPDATING = 'com.brightfen.lumora.wallpaperNeedsUpdating'
 
@@ -143,6 +145,44 @@ class Phone(Device):
                       ('mode', 'both'), ('put', 'KEY', 'a\x01'), ('help', 'sped')):
             with self.subTest(words):
                 self.assertEqual(self.phone(*words), self.linux(*words))
+
+    def test_page_stores_and_posts_what_the_commands_do(self):
+        """Every control has a key of the settings, its default, values that the command for the key takes,
+        and the first notification that the command posts."""
+        posted = self.pipes['NAMES_POSTED'] = os.path.join(self.folder, 'posted')
+        del self.pipes['NAMES_ARRIVING']
+        path = os.path.join(self.folder, 'page.plist')
+        subprocess.run([sys.executable, '-B', PAGE, path], check=True)
+        with open(path, 'rb') as file:
+            items = [item for item in plistlib.load(file)['items'] if 'key' in item]
+        defaults = json.loads(self.phone('settings', '--json')[1])
+        switches = {('ENABLED', 'TRUE'): 'enable', ('ENABLED', 'FALSE'): 'disable',
+                    ('DOCK_ENABLED', 'TRUE'): 'dock on', ('DOCK_ENABLED', 'FALSE'): 'dock off',
+                    ('MODE_INDEX', '1'): 'mode shared', ('MODE_INDEX', '0'): 'mode separate'}
+        words = {'SCALING_MODE': 'scaling', 'GIF_SPEED': 'speed', 'GIF_ALPHA': 'alpha',
+                 'GIF_BLUR': 'blur'}
+        self.assertEqual(len(items), 15)
+        for item in items:
+            key = item['key']
+            self.assertEqual(item['defaults'] + '.plist', os.path.basename(SETTINGS))
+            default = defaults[key]
+            text = str(default).upper() if isinstance(default, bool) else default
+            self.assertEqual(item['default'], text if isinstance(text, str) else f'{text:g}')
+            values = item.get('validValues', [item.get('trueValue'), item.get('falseValue')])
+            self.assertIn(item['default'], values)
+            self.assertEqual(len(values), len(item.get('validTitles', values)))
+            for value in values:
+                with open(posted, 'w', encoding='utf-8'):
+                    pass
+                location, ending = key.split('_', 1) if '_' in key else (key, '')
+                line = (switches[key, value] if (key, value) in switches else
+                        f'{words[ending]} {location.lower()} {value}').split()
+                self.assertEqual(self.phone(*line)[0], 0, line)
+                self.assertEqual(self.phone('get', key)[1], value + '\n')
+                with open(posted, encoding='utf-8') as file:
+                    names = file.read().split()
+                self.assertEqual(names[:1], [item['PostNotification']] if 'PostNotification' in item
+                                 else [])
 
     def test_says_that_no_home_screen_answers(self):
         self.file('cat.gif', RED_GREEN)

@@ -20,9 +20,9 @@ PROJECT = sys.argv.pop()
 sys.path.insert(0, os.path.join(PROJECT, 'packaging/ios'))
 from link_armv7 import read_stub
 from macho import MachO
-LIBRARIES = {'arm64': os.path.join(PROJECT, 'build/ios/bin/Lumora8.dylib'),
-             'armv7': os.path.join(PROJECT, 'build/ios-armv7/bin/Lumora8.dylib')}
+BUILDS = {'arm64': 'build/ios/bin', 'armv7': 'build/ios-armv7/bin'}
 INSTALLED = 'Library/MobileSubstrate/DynamicLibraries/'
+PAGE = 'Library/PreferenceLoader/Preferences/'
 
 
 def output(*words):
@@ -51,8 +51,12 @@ def leb(data, at):
             return number, at
 
 
+def built(processor, name):
+    return os.path.join(PROJECT, BUILDS[processor], name)
+
+
 class FirstCalls:
-    """The library's lazily bound calls: each goes through a stub to a pointer, which at first leads to a
+    """A file's lazily bound calls: each goes through a stub to a pointer, which at first leads to a
     helper that makes the loader bind the pointer according to an entry of a table."""
 
     def __init__(self, library):
@@ -80,6 +84,10 @@ class FirstCalls:
         inside = next(each for each in self.segments if 0 <= address - each.address < each.file_size)
         place = inside.file_offset + address - inside.address
         return struct.unpack_from(f'<{words}I', self.file.data, place)
+
+    def pointer_at(self, address):
+        low, *high = self.at(address, 2 if self.file.is_64_bit else 1)
+        return low + sum(word << 32 for word in high)
 
     def pointer_of_stub(self, stub):
         if self.file.is_64_bit:
@@ -116,7 +124,7 @@ class FirstCalls:
         return name, place
 
 
-def check_signature(data):
+def check_signature(data, identifier):
     """Checks every hash of every code directory. Returns the hash algorithms in their order."""
     command = data.find(struct.pack('<II', 0x1d, 16))
     start = struct.unpack_from('<I', data, command + 8)[0]
@@ -130,7 +138,7 @@ def check_signature(data):
          page_bits) = struct.unpack_from('>IIIIIIIIIBBBB', data, at)
         assert (magic, flags, limit) == (0xfade0c02, 2, start), (hex(magic), flags, limit)
         algorithms.append({1: 'sha1', 2: 'sha256'}[kind])
-        assert data[at + name:].startswith(b'com.brightfen.lumora\0')
+        assert data[at + name:].startswith(identifier.encode() + b'\0')
         page = 1 << page_bits
         parts = [data[offset:min(offset + page, limit)] for offset in range(0, limit, page)]
         assert pages == len(parts)
@@ -146,10 +154,11 @@ def check_signature(data):
 
 
 class Arm64Library(unittest.TestCase):
-    processor = 'arm64'
+    processor, name, initializers, other_libraries = 'arm64', 'Lumora8.dylib', 1, set()
+    identifier = 'com.brightfen.lumora'
 
     def setUp(self):
-        self.library = LIBRARIES[self.processor]
+        self.library = built(self.processor, self.name)
         self.headers = output('llvm-objdump-19', '--macho', '--private-headers', self.library)
 
     def test_loads_on_the_oldest_supported_system(self):
@@ -164,12 +173,16 @@ class Arm64Library(unittest.TestCase):
         for (address, size), (following, _) in zip(segments, segments[1:]):
             self.assertEqual(address + size, following)
         self.assertRegex(self.headers, r'LC_VERSION_MIN_IPHONEOS\n.*\n *version 8\.0\n')
+        self.check_kind()
+
+    def check_kind(self):
         self.assertRegex(self.headers, r'LC_ID_DYLIB\n.*\n *name /' + INSTALLED + 'Lumora8.dylib ')
 
     def test_needs_only_libraries_and_symbols_in_the_stubs(self):
         known = dict(stubs(self.processor))
         loaded = re.findall(r'LC_LOAD_DYLIB\n.*\n *name (\S+) ', self.headers)
-        self.assertEqual(set(loaded), set(known))
+        self.assertEqual({re.sub('.*/', '', name) for name in set(known) - set(loaded)},
+                         self.other_libraries)
         needed = set(output('llvm-nm-19', '--undefined-only', '--just-symbol-name',
                             self.library).split())
         self.assertEqual(needed - set().union(*known.values()), set())
@@ -183,14 +196,15 @@ class Arm64Library(unittest.TestCase):
             name = calls.named[pointer]
             self.assertEqual(calls.named[stubs[pointer]], name)
             self.assertIn(pointer, calls.rebased)
-            self.assertEqual(calls.entry_of_helper(calls.at(pointer)[0]), (name, pointer))
+            self.assertEqual(calls.entry_of_helper(calls.pointer_at(pointer)), (name, pointer))
 
-    def test_has_one_initializer_and_no_exports(self):
+    def test_has_its_initializers_and_no_exports(self):
         section = output('llvm-objdump-19', '--macho', '--section=__DATA,__mod_init_func',
                          self.library)
-        self.assertEqual(len(re.findall(r'^0x', section, re.MULTILINE)), 1, section)
+        self.assertEqual(len(re.findall(r'^0x', section, re.MULTILINE)), self.initializers, section)
         symbols = output('llvm-nm-19', '--extern-only', '--defined-only', self.library)
-        self.assertEqual(symbols, '')
+        # The linker exports the start of every program.
+        self.assertEqual(set(symbols.split()[2::3]) - {'__mh_execute_header'}, set())
 
     def test_contains_no_build_path(self):
         self.assertNotIn(PROJECT.encode(), bytes_of(self.library))
@@ -214,11 +228,11 @@ class Arm64Library(unittest.TestCase):
 
     def test_is_signed_for_old_and_new_systems(self):
         signed = bytes_of(self.library)
-        self.assertEqual(check_signature(signed), ['sha1', 'sha256'])
+        self.assertEqual(check_signature(signed, self.identifier), ['sha1', 'sha256'])
         changed = bytearray(signed)
         changed[0x5000] ^= 1
         with self.assertRaises(AssertionError):
-            check_signature(bytes(changed))
+            check_signature(bytes(changed), self.identifier)
 
 
 class Armv7Library(Arm64Library):
@@ -234,6 +248,22 @@ class Armv7Library(Arm64Library):
         self.assertNotRegex(symbols, r'\) (weak )?external ')
 
 
+class Arm64Program(Arm64Library):
+    name, other_libraries = 'lumora', {'AppSupport', 'CoreImage', 'QuartzCore', 'CydiaSubstrate'}
+    identifier = 'com.brightfen.lumora.command'
+    # The command-line parser has constants in each file that uses it.
+    initializers = 20
+
+    def check_kind(self):
+        self.assertRegex(self.headers, r'EXECUTE .*\bPIE\b')
+        self.assertRegex(self.headers, r'LC_LOAD_DYLINKER\n.*\n *name /usr/lib/dyld ')
+        self.assertEqual(self.headers.count('cmd LC_MAIN'), 1)
+
+
+class Armv7Program(Arm64Program):
+    processor = 'armv7'
+
+
 class Package(unittest.TestCase):
     path, = glob.glob(os.path.join(PROJECT, 'build/device-package/*.deb'))
 
@@ -242,11 +272,12 @@ class Package(unittest.TestCase):
                       if not line.startswith(' '))
         self.assertEqual(fields['Package'], 'com.brightfen.lumora')
         self.assertEqual(fields['Architecture'], 'iphoneos-arm')
+        self.assertEqual(fields['Recommends'], 'preferenceloader')
         self.assertEqual(fields['Depends'], 'mobilesubstrate, firmware (>= 8.0), firmware (<< 14.0)')
         name = f'com.brightfen.lumora_{fields["Version"]}_iphoneos-arm.deb'
         self.assertEqual(os.path.basename(self.path), name)
 
-    def test_contains_only_the_home_screen_library(self):
+    def test_contains_library_command_page_and_help(self):
         files = {}
         archive = subprocess.run(['dpkg-deb', '--fsys-tarfile', self.path], capture_output=True,
                                  check=True).stdout
@@ -255,19 +286,41 @@ class Package(unittest.TestCase):
                 self.assertEqual((member.uid, member.gid, member.mtime), (0, 0, 0), member.name)
                 if member.isfile():
                     files[member.name.removeprefix('./')] = tar.extractfile(member).read()
-        self.assertEqual(set(files), {INSTALLED + 'Lumora8.dylib', INSTALLED + 'Lumora8.plist'})
-        with tempfile.TemporaryDirectory() as folder:
-            both = os.path.join(folder, 'both')
-            with open(both, 'wb') as file:
-                file.write(files[INSTALLED + 'Lumora8.dylib'])
-            self.assertEqual(set(output('llvm-lipo-19', '-archs', both).split()), set(LIBRARIES))
-            for processor, library in LIBRARIES.items():
-                one = os.path.join(folder, processor)
-                output('llvm-lipo-19', '-thin', processor, both, '-output', one)
-                self.assertEqual(bytes_of(one), bytes_of(library))
+                    self.assertNotIn(PROJECT.encode(), files[member.name.removeprefix('./')])
+        documents = 'usr/share/doc/com.brightfen.lumora/'
+        self.assertEqual(set(files), {
+            INSTALLED + 'Lumora8.dylib', INSTALLED + 'Lumora8.plist', 'usr/bin/lumora',
+            PAGE + 'Lumora.plist', documents + 'help.txt', documents + 'copyright'})
+        for name in (INSTALLED + 'Lumora8.dylib', 'usr/bin/lumora'):
+            self.check_processors(os.path.basename(name), files[name])
         self.assertEqual(plistlib.loads(files[INSTALLED + 'Lumora8.plist']),
                          {'Filter': {'Bundles': ['com.apple.springboard'],
                                      'CoreFoundationVersion': [1140.1, 1740]}})
+
+    def check_processors(self, name, data):
+        with tempfile.TemporaryDirectory() as folder:
+            both = os.path.join(folder, 'both')
+            with open(both, 'wb') as file:
+                file.write(data)
+            self.assertEqual(set(output('llvm-lipo-19', '-archs', both).split()), set(BUILDS))
+            for processor in BUILDS:
+                one = os.path.join(folder, processor)
+                output('llvm-lipo-19', '-thin', processor, both, '-output', one)
+                self.assertEqual(bytes_of(one), bytes_of(built(processor, name)))
+
+    def test_offers_to_restart_the_home_screen(self):
+        with tempfile.TemporaryDirectory() as folder:
+            output('dpkg-deb', '--control', self.path, folder)
+            for script, action in (('postinst', 'configure'), ('postrm', 'remove')):
+                path = os.path.join(folder, script)
+                self.assertIn('killall SpringBoard', output('sh', path, action))
+                reading, writing = os.pipe()
+                subprocess.run(['sh', path, action], check=True, pass_fds=[writing],
+                               stdout=subprocess.DEVNULL,
+                               env={'CYDIA': f'{writing} 1', 'PATH': os.environ['PATH']})
+                os.close(writing)
+                with os.fdopen(reading) as file:
+                    self.assertEqual(file.read(), 'finish:restart\n')
 
     def test_is_readable_by_old_package_managers(self):
         self.assertEqual(output('ar', 't', self.path).split(),
