@@ -11,6 +11,13 @@
 
 namespace command_line {
 
+// Returns the words with the separator between them.
+inline std::string joined(const std::vector<std::string>& words, const std::string& separator) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : separator) + word;
+  return text;
+}
+
 // Replaces the text by the word that it is in any case. Returns "", or what is wrong if it is none
 // of them.
 inline std::string takeWord(const std::vector<std::string>& words, std::string& text) {
@@ -20,14 +27,14 @@ inline std::string takeWord(const std::vector<std::string>& words, std::string& 
     return "";
   }
   const std::vector<std::string> others(words.begin(), words.end() - 1);
-  return "must be " + CLI::detail::join(others, ", ") + " or " + words.back() + ", not " + text;
+  return "must be " + joined(others, ", ") + " or " + words.back() + ", not " + text;
 }
 
 // Makes an option accept these words, in any case, and other names for some of them. It gets the
 // word as it is given here. Returns the option.
 inline CLI::Option* acceptOneOf(CLI::Option* option, std::vector<std::string> words,
                                 std::map<std::string, std::string> otherNames = {}) {
-  const std::string type = CLI::detail::join(words, "|");
+  const std::string type = joined(words, "|");
   auto take = [words = std::move(words), otherNames = std::move(otherNames)](std::string& text) {
     const auto other = otherNames.find(CLI::detail::to_lower(text));
     if (other != otherNames.end()) text = other->second;

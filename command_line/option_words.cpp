@@ -4,6 +4,8 @@
 #include <cctype>
 #include <sstream>
 
+#include "command_line/one_of.h"
+
 namespace command_line {
 namespace {
 
@@ -78,9 +80,9 @@ std::string descriptionOf(const CLI::Option& option) {
   const auto choices = choicesOf(option);
   const std::string usual = option.get_default_str();
   std::vector<std::string> notes;
-  if (!areChoicesKnown(option, choices)) notes.push_back(CLI::detail::join(choices, ", "));
+  if (!areChoicesKnown(option, choices)) notes.push_back(joined(choices, ", "));
   if (!usual.empty()) notes.push_back("default: " + usual);
-  const std::string note = CLI::detail::join(notes, "; ");
+  const std::string note = joined(notes, "; ");
   return option.get_description() + (note.empty() ? "" : " (" + note + ")");
 }
 

@@ -240,8 +240,7 @@ class Armv7Library(Arm64Library):
 
     def test_links_only_objects_with_private_symbols(self):
         """The linker resolves pointers to wrong symbols if only some are private to the library."""
-        objects = glob.glob(os.path.join(PROJECT, 'build/ios-armv7/src/**/*.o*'), recursive=True)
-        objects = [path for path in objects if not path.endswith('.s')]
+        objects = glob.glob(os.path.join(PROJECT, 'build/ios-armv7/[a-z]*/**/*.obj'), recursive=True)
         self.assertGreater(len(objects), 40)
         symbols = output('llvm-nm-19', '--format=darwin', '--defined-only', *objects)
         self.assertRegex(symbols, r'\) (weak )?private external ')
