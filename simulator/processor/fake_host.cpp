@@ -351,6 +351,12 @@ void* resolve(const std::string& name) {
       {"_dispatch_semaphore_wait", address(wait)},
       {"_dispatch_time", address(dispatchTime)},
       {"_dispatch_release", address(nothing)},
+      {"_objc_autoreleasePoolPush", address(nil)},
+      {"_objc_autoreleasePoolPop", address(nothing)},
+      {"_geteuid", address(+[] { return 501u; })},
+      {"_umask", address(nothing)},
+      {"_fflush", address(nil)},
+      {"_ferror", address(nil)},
   };
   if (const auto at = known.find(name); at != known.end()) return at->second;
   if (void* function = cxxFunction(name)) return function;
@@ -367,7 +373,8 @@ void* resolve(const std::string& name) {
                       name.find("__ZSt7nothrow") == 0 || name.find("___stack_chk_guard") == 0 ||
                       name.find("__NSConcrete") == 0 || name.find("___CFConstant") == 0 ||
                       name.find("__objc_empty_cache") == 0 || name.find("_k") == 0 ||
-                      name.find("_NSRunLoop") == 0;
+                      name.find("_NSRunLoop") == 0 || name.find("idE") != std::string::npos ||
+                      name == "___stdoutp";
   if (place == nullptr) place = isData ? std::calloc(1, room) : address(unexpected);
   return place;
 }

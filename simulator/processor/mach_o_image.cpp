@@ -18,6 +18,7 @@ constexpr bool is64Bit = sizeof(void*) == 8;
 constexpr std::uint32_t magic = is64Bit ? 0xfeedfacf : 0xfeedface;
 constexpr std::uint32_t segmentCommand = is64Bit ? 0x19 : 0x1;
 constexpr std::uint32_t dyldInfoOnlyCommand = 0x80000022;
+constexpr std::uint32_t mainCommand = 0x80000028;
 constexpr std::size_t headerSize = is64Bit ? 32 : 28;
 // Offsets in a segment command and in a section's description.
 constexpr std::size_t word = sizeof(void*);
@@ -82,6 +83,9 @@ MachOImage::MachOImage(const std::string& path, const Resolve& resolve) {
       // Normal bindings, weak ones, and lazy ones, which the device makes at their first use.
       for (const int table : {1, 2, 3}) bind(start(table), end(table), resolve);
     }
+    if (read<std::uint32_t>(command) == mainCommand) {
+      main_ = segment("__TEXT") + read<std::uint64_t>(command + 8);
+    }
     command += read<std::uint32_t>(command + 4);
   }
 }
@@ -99,8 +103,9 @@ void MachOImage::map(const std::vector<std::uint8_t>& file) {
     size = std::max(size, read<std::uintptr_t>(command + segmentAddress) +
                               read<std::uintptr_t>(command + segmentSize));
   });
-  void* room =
-      mmap(nullptr, size, PROT_READ | PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  // The first segment of a program takes 4 GiB of addresses.
+  void* room = mmap(nullptr, size, PROT_READ | PROT_WRITE | PROT_EXEC,
+                    MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
   if (room == MAP_FAILED) fail("no room");
   auto* const base = static_cast<std::uint8_t*>(room);
   base_ = base;
@@ -236,4 +241,15 @@ int MachOImage::initialize() const {
 MachOImage::Section MachOImage::section(const std::string& name) const {
   const auto at = sections_.find(name);
   return at == sections_.end() ? Section() : at->second;
+}
+
+const std::uint8_t* MachOImage::segment(const std::string& name) const {
+  for (const Segment& each : segments_) {
+    if (each.name == name) return each.start;
+  }
+  return nullptr;
+}
+
+MachOImage::Main* MachOImage::mainFunction() const {
+  return reinterpret_cast<Main*>(const_cast<std::uint8_t*>(main_));
 }

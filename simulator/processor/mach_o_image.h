@@ -1,5 +1,5 @@
-// Loads a Mach-O library for this processor into a process of another system: maps, rebases and
-// binds it as the device's dynamic loader does.
+// Loads a Mach-O library or program for this processor into a process of another system: maps,
+// rebases and binds it as the device's dynamic loader does.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +26,9 @@ class MachOImage {
   };
   // Returns a section in memory, or an empty one if there is none of this name.
   Section section(const std::string& name) const;
+  // Returns the main function of a program, or nullptr if the file is a library.
+  using Main = int(int count, char** words);
+  Main* mainFunction() const;
   // Returns the address of the file's first byte, to which offsets in its tables are relative.
   const std::uint8_t* base() const { return base_; }
 
@@ -35,6 +38,7 @@ class MachOImage {
     std::uint8_t* start;
   };
 
+  const std::uint8_t* segment(const std::string& name) const;
   void map(const std::vector<std::uint8_t>& file);
   void rebase(const std::uint8_t* at, const std::uint8_t* end);
   void bind(const std::uint8_t* at, const std::uint8_t* end, const Resolve& resolve);
@@ -42,4 +46,5 @@ class MachOImage {
   std::vector<Segment> segments_;
   std::map<std::string, Section> sections_;
   const std::uint8_t* base_ = nullptr;
+  const std::uint8_t* main_ = nullptr;
 };

@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "expectation.h"
 #include "fake_host.h"
 #include "unwinding.h"
 
@@ -18,14 +19,7 @@ int failures = 0;
 
 void expect(const char* what, const std::vector<std::string>& found,
             const std::vector<std::string>& expected) {
-  if (found == expected) {
-    std::printf("%s: right\n", what);
-    return;
-  }
-  ++failures;
-  std::printf("%s: wrong\n", what);
-  for (const std::string& each : found) std::printf("  found    %s\n", each.c_str());
-  for (const std::string& each : expected) std::printf("  expected %s\n", each.c_str());
+  if (!isAsExpected(what, found, expected)) ++failures;
 }
 
 template <typename Function>
