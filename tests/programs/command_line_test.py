@@ -69,6 +69,9 @@ class Installation(Device):
                              capture_output=True, text=True, timeout=60)
         self.assertEqual((ran.returncode, ran.stderr), (0, ''))
         self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
+        self.assertEqual(subprocess.run([LUMORA, '--root', 'here', 'run', '--for', '0', '--display',
+                                         'headless'], cwd=self.folder, stdout=subprocess.DEVNULL,
+                                        timeout=60).returncode, 0)
         self.assertEqual(self.ok('help'), self.ok('--help'))
         self.assertEqual(self.ok('help', 'set'), self.ok('set', '--help'))
         commands = re.findall(r'^  ([a-z]+)  ', self.ok('help').split('\nOptions:')[0], re.M)
