@@ -112,15 +112,15 @@ void announce(host::ControlService& control, const Arguments& arguments) {
 host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
                                                host::SpringBoard* springBoard) {
   if (desktop != nullptr) {
-    return {[desktop] { return desktop->takeScreenshot(); },
+    return {[desktop] { return desktop->drawnOutput(); },
             [desktop](std::vector<std::string> names) {
               desktop->setExceptedOutputs(std::move(names));
             },
             [desktop](const host::BackdropOptions& backdrop) { desktop->setBackdrop(backdrop); }};
   }
   return {[springBoard] {
-            return host::takeScreenshot(springBoard->screen(),
-                                        springBoard->options().scaleOfScreenshots());
+            return host::drawnScreen(springBoard->screen(),
+                                     springBoard->options().scaleOfScreenshots());
           },
           nullptr, nullptr};
 }

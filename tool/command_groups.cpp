@@ -18,7 +18,7 @@ const std::array<Names, 6> groups{{
     {"Look", {"scaling", "speed", "alpha", "blur"}},
     {"Desktop", {"pause", "resume", "toggle", "backdrop", "outputs", "autostart"}},
     {"Simulated phone",
-     {"mode", "dock", "lock", "unlock", "home", "app", "screen", "rotate", "screenshot"}},
+     {"mode", "dock", "lock", "unlock", "home", "app", "screen", "rotate", "screenshot", "record"}},
     {"Settings", {"settings", "get", "put", "enable", "disable"}},
     {"For developers",
      {"wait", "play", "advance", "views", "trace", "watch", "post", "frames", "bus"}},

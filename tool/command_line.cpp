@@ -20,6 +20,7 @@
 #include "tool/commands/live_settings_commands.h"
 #include "tool/commands/notification_commands.h"
 #include "tool/commands/play_command.h"
+#include "tool/commands/record_command.h"
 #include "tool/commands/remove_command.h"
 #include "tool/commands/run_command.h"
 #include "tool/commands/screen_commands.h"
@@ -104,6 +105,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addSetCommand(lumora, context);
   addRemoveCommand(lumora, context);
   addScreenCommands(lumora, context);
+  addRecordCommand(lumora, context);
   addHostCommands(lumora, context);
   addSettingsCommands(lumora, context);
   addLiveSettingsCommands(lumora, context);
