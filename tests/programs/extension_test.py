@@ -56,7 +56,7 @@ class Extension(Device):
         self.start('--library', EXTENSION, '--library', 'lumora')
         own = ' (test-extension.so)'
         hooks = self.hooks()
-        self.assertEqual(hooks[:8], [
+        self.assertEqual(hooks[:9], [
             'hook missed: no method dockHeight in SBDockView; it has: dealloc; '
             'class methods: defaultHeight' + own,
             'hook missed: no class method dockHeight in SBDockView; it has: defaultHeight; '
@@ -67,9 +67,11 @@ class Extension(Device):
             'hook missed: defaultHeight of no class' + own,
             'no variable _view in SBWallpaperController; it has: _homescreenWallpaperView, '
             '_lockscreenWallpaperView, _sharedWallpaperView' + own,
+            'message missed: no class method height in SBDockView; it has: defaultHeight; '
+            'methods: dealloc' + own,
             'hook missed: defaultHeight of no class' + own,
             'method added: added to SBDockView' + own])
-        self.assertEqual(hooks[8], 'method not added: SBDockView has added' + own)
+        self.assertEqual(hooks[9], 'method not added: SBDockView has added' + own)
         self.ok('set', 'shared', self.gif)
         with subprocess.Popen([LUMORA, '--root', self.root, 'trace'], stdout=subprocess.PIPE,
                               text=True) as trace:
@@ -95,7 +97,8 @@ class Extension(Device):
                 ('abort', signal.SIGABRT, 'Aborted'),
                 ('throw', signal.SIGABRT, 'uncaught exception'),
                 ('at', signal.SIGABRT, 'uncaught exception'),
-                ('throwLater', signal.SIGABRT, 'uncaught exception')):
+                ('throwLater', signal.SIGABRT, 'uncaught exception'),
+                ('exit', signal.SIGABRT, 'exit')):
             self.start('--library', EXTENSION)
             self.lumora('post', 'test.' + name)
             _, errors = self.host.communicate(timeout=30)
