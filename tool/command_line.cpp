@@ -123,18 +123,34 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addHelpCommand(lumora, context);
 }
 
-std::string problem(const CLI::App& lumora, const CLI::ParseError& error) {
-  if (!lumora.get_subcommands().empty()) return error.what();
-  const auto unknown = lumora.remaining();
-  if (unknown.empty() && lumora.count_all() == 0) return "a command is required";
-  if (unknown.empty()) return error.what();
-  return noSuchCommand(lumora, unknown.front());
+// Returns the first word that is neither --root nor its value.
+std::string firstWord(const std::vector<std::string>& words) {
+  for (std::size_t at = 0; at < words.size(); at += words[at] == "--root" ? 2 : 1) {
+    if (words[at] != "--root" && !words[at].starts_with("--root=")) return words[at];
+  }
+  return "";
 }
 
-[[noreturn]] void refuse(const CLI::App& lumora, const CLI::ParseError& error) {
+bool isCommand(const CLI::App& lumora, const std::string& word) {
+  return std::ranges::any_of(lumora.get_subcommands({}), [&word](const CLI::App* command) {
+    return command->get_name() == word;
+  });
+}
+
+// first: the first word, which may be no command although there is one among the others.
+std::string problem(const CLI::App& lumora, const std::string& first,
+                    const CLI::ParseError& error) {
+  const bool isWord = !first.empty() && !first.starts_with('-');
+  if (isWord && !isCommand(lumora, first)) return noSuchCommand(lumora, first);
+  const bool isEmpty = lumora.remaining().empty() && lumora.count_all() == 0;
+  return lumora.get_subcommands().empty() && isEmpty ? "a command is required" : error.what();
+}
+
+[[noreturn]] void refuse(const CLI::App& lumora, const std::string& first,
+                         const CLI::ParseError& error) {
   const auto commands = lumora.get_subcommands();
   const std::string command = commands.empty() ? "" : " " + commands.front()->get_name();
-  throw Failure(problem(lumora, error), ExitCode::WrongUse,
+  throw Failure(problem(lumora, first, error), ExitCode::WrongUse,
                 "For usage, run: lumora" + command + " --help\n");
 }
 
@@ -148,6 +164,7 @@ std::function<int()> parseLine(std::vector<std::string> words) {
   const auto context = std::make_shared<Context>();
   context->performLine = performLine;
   declareCommands(lumora, *context);
+  const std::string first = firstWord(words);
   try {
     // The parser expects the words in reverse order.
     std::reverse(words.begin(), words.end());
@@ -161,7 +178,7 @@ std::function<int()> parseLine(std::vector<std::string> words) {
       return code;
     };
   } catch (const CLI::ParseError& error) {
-    refuse(lumora, error);
+    refuse(lumora, first, error);
   }
 }
 
