@@ -196,9 +196,10 @@ void addRecordCommand(CLI::App& lumora, Context& context) {
                              "make a GIF or a video of the screen; advances a manual clock",
                              [&context, options] { record(context.device(), *options); });
   command
-      ->add_option("FILE", options->path,
-                   "GIF or WebM file to write, which needs ffmpeg; DIR/: new folder for PNG files")
-      ->type_name("FILE.gif|FILE.webm|DIR/")
+      ->add_option(
+          "FILE", options->path,
+          "file to write, which ends in .gif or .webm and needs ffmpeg; or a new folder for "
+          "PNG files, whose name ends in /")
       ->required();
   constexpr long maxTime = 3600;
   command->add_option("--seconds", options->seconds, "time to record; Ctrl-C ends it earlier")
