@@ -154,7 +154,8 @@ void runHomeScreen(const Arguments& arguments) {
     try {
       RunLoop::main().turn(std::nullopt);
       control->runJobs();
-    } catch (const std::bad_alloc&) {
+    } catch (const std::bad_alloc& error) {
+      host::abortIfFromLibrary(error);
       // The work that ran out of memory is dropped.
       platform::backend::noteOutOfMemory();
     }

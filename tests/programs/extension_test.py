@@ -4,6 +4,7 @@ usage: extension_test.py DIRECTORY-OF-THE-PROGRAMS
 """
 import json
 import os
+import re
 import signal
 import subprocess
 import sys
@@ -14,6 +15,7 @@ from bus_service import start_bus
 from device import LUMORA, PROGRAMS, Device
 
 EXTENSION = os.path.join(PROGRAMS, 'test-extension.so')
+PROJECT = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../..')
 SPRINGBOARD = os.path.join(PROGRAMS, 'springboard')
 LOADED = subprocess.run(['readelf', '-dW', LUMORA], capture_output=True, text=True, check=True).stdout
 
@@ -97,6 +99,7 @@ class Extension(Device):
                 ('abort', signal.SIGABRT, 'Aborted'),
                 ('throw', signal.SIGABRT, 'uncaught exception'),
                 ('at', signal.SIGABRT, 'uncaught exception'),
+                ('allocate', signal.SIGABRT, 'uncaught exception'),
                 ('throwLater', signal.SIGABRT, 'uncaught exception'),
                 ('exit', signal.SIGABRT, 'exit')):
             self.start('--library', EXTENSION)
@@ -146,6 +149,26 @@ class Example(Device):
         self.run_command('c++', '-shared', '-fPIC', os.path.join(source, 'badge.cpp'), *flags, '-o',
                          'badge.so')
         self.checks(prefix, os.path.join(self.folder, 'badge.so'))
+
+
+class Guide(Device):
+    def test_shows_lines_that_work(self):
+        """Runs all command lines of docs/extensions.md in their order, in a folder like the project's."""
+        with open(os.path.join(PROJECT, 'docs/extensions.md'), encoding='utf-8') as file:
+            lines = re.findall(r'^    ((?:cmake|export|c\+\+|~|lumora) ?.*)', file.read(), re.M)
+        self.assertGreater(len(lines), 8)
+        os.mkdir(os.path.join(self.folder, 'build'))
+        os.symlink(os.path.dirname(PROGRAMS), os.path.join(self.folder, 'build/release'))
+        os.symlink(os.path.join(PROJECT, 'examples'), os.path.join(self.folder, 'examples'))
+        script = '\n'.join(line if '--background' in line else
+                           line.replace(' run ', ' run --display headless --for 1 ') for line in lines)
+        path = os.path.join(self.folder, '.local/bin') + ':' + os.environ['PATH']
+        done = subprocess.run(['bash', '-ec', script], cwd=self.folder, capture_output=True, text=True,
+                              timeout=120, env=dict(os.environ, HOME=self.folder, PATH=path,
+                                                    LUMORA_ROOT=self.root))
+        self.assertEqual((done.returncode, done.stderr), (0, ''), done)
+        self.assertIn('\n4 expectations held\n', done.stdout)
+        self.assertTrue(os.path.exists(os.path.join(self.folder, 'badge.so')))
 
 
 class HomeScreenAlone(Device):
