@@ -170,6 +170,9 @@ void runHomeScreen(const Arguments& arguments) {
 
 int parseAndRun(int argc, char** argv) {
   CLI::App command("Simulates a phone's home screen. `lumora run` starts it.", "springboard");
+  command.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return std::string("springboard: ") + error.what() + "\nFor usage, run: springboard --help\n";
+  });
   Arguments arguments;
   declareArguments(command, arguments);
   try {

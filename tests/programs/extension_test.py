@@ -175,6 +175,9 @@ class HomeScreenAlone(Device):
     def test_says_its_version_and_when_it_is_ready(self):
         version = subprocess.run([SPRINGBOARD, '--version'], capture_output=True, text=True, check=True)
         self.assertEqual(version.stdout, self.ok('--version').replace('lumora', 'springboard'))
+        refused = subprocess.run([SPRINGBOARD], capture_output=True, text=True)
+        self.assertEqual((refused.returncode, refused.stderr), (
+            2, 'springboard: --root is required\nFor usage, run: springboard --help\n'))
         os.mkdir(self.root)
         bus, address = start_bus(self.folder)
         with bus:

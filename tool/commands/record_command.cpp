@@ -141,7 +141,7 @@ std::optional<Failure> problemOfTaking(HostConnection& host, const Plan& plan, R
 
 void writeVideo(Recording& recording, VideoFormat format, const ScratchFolder& scratch,
                 Interruption& interruption, const std::string& path) {
-  const ProgressBar bar("making the video", recording.count());
+  const ProgressBar bar("encoding", recording.count());
   const fs::path made = encode(
       recording, format, scratch.path(), [&bar](int done) { bar.show(done); },
       [&interruption] { return interruption.hasCome(); });
