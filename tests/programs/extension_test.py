@@ -36,6 +36,12 @@ class Extension(Device):
             self.ok('stop')
             self.assertEqual(self.host.wait(20), 0)
             self.host.communicate()
+        # Only Lumora's library takes a GIF.
+        self.start('--library', EXTENSION)
+        self.assertIn('add `--library lumora`', self.fails(1, 'set', 'shared', self.gif))
+        self.assertFalse(self.shared()['set'])
+        self.ok('stop')
+        self.host.communicate(timeout=20)
         for words in (['none', 'lumora'], ['none', None]):
             options = [each for word in words if word for each in ('--library', word)]
             self.fails(2, 'run', *options, self.gif)
