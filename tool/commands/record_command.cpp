@@ -54,7 +54,7 @@ Format formatOf(const std::string& path) {
 
 // Returns the path without the slash at its end.
 fs::path newFolder(const std::string& name) {
-  const fs::path folder = fs::absolute(name).parent_path();
+  fs::path folder = fs::absolute(name).parent_path();
   std::error_code error;
   if (!fs::exists(folder, error)) return folder;
   if (!fs::is_directory(folder, error)) throw Failure("cannot use " + name + ": Not a directory");

@@ -119,7 +119,7 @@ Words joined(std::initializer_list<Words> parts) {
 
 fs::path encodeGif(const Recording& recording, const Encoder& encoder, const fs::path& folder) {
   const fs::path palette = folder / "palette.png";
-  const fs::path file = folder / "recording.gif";
+  fs::path file = folder / "recording.gif";
   constexpr std::chrono::milliseconds centisecond{10};
   encoder.run(joined({inputOf(recording), {"-vf", "palettegen", "-y", palette}}));
   encoder.run(joined({inputOf(recording),
@@ -130,7 +130,7 @@ fs::path encodeGif(const Recording& recording, const Encoder& encoder, const fs:
 }
 
 fs::path encodeWebM(const Recording& recording, const Encoder& encoder, const fs::path& folder) {
-  const fs::path file = folder / "recording.webm";
+  fs::path file = folder / "recording.webm";
   const std::string length = std::to_string(recording.lengthOfLast().count());
   encoder.run(
       joined({inputOf(recording),
