@@ -8,6 +8,7 @@
 
 #include "command_line/failure.h"
 #include "command_line/help_text.h"
+#include "command_line/option_words.h"
 
 namespace command_line {
 namespace {
@@ -67,18 +68,37 @@ void addHelpCommand(CLI::App& app, Context& context) {
   });
 }
 
-std::string problem(const CLI::App& app, const CLI::ParseError& error) {
-  if (!app.get_subcommands().empty()) return error.what();
-  const auto unknown = app.remaining();
-  if (unknown.empty() && app.count_all() == 0) return "a command is required";
-  if (unknown.empty()) return error.what();
-  return noSuchCommand(app, unknown.front());
+// Returns the first word that is neither an option of the program with a value nor that value.
+std::string firstWord(const CLI::App& app, const std::vector<std::string>& words) {
+  for (std::size_t at = 0; at < words.size(); ++at) {
+    const CLI::Option* option = app.get_option_no_throw(words[at]);
+    const bool takesNext = option != nullptr && takesValue(*option);
+    const bool hasValue = words[at].starts_with("--") && words[at].find('=') != std::string::npos;
+    if (takesNext) ++at;
+    if (!takesNext && !hasValue) return words[at];
+  }
+  return "";
 }
 
-[[noreturn]] void refuse(const CLI::App& app, const CLI::ParseError& error) {
+bool isCommand(const CLI::App& app, const std::string& word) {
+  const auto commands = app.get_subcommands({});
+  return std::any_of(commands.begin(), commands.end(),
+                     [&word](const CLI::App* command) { return command->get_name() == word; });
+}
+
+// first: the first word, which may be no command although there is one among the others.
+std::string problem(const CLI::App& app, const std::string& first, const CLI::ParseError& error) {
+  const bool isWord = !first.empty() && !first.starts_with('-');
+  if (isWord && !isCommand(app, first)) return noSuchCommand(app, first);
+  const bool isEmpty = app.remaining().empty() && app.count_all() == 0;
+  return app.get_subcommands().empty() && isEmpty ? "a command is required" : error.what();
+}
+
+[[noreturn]] void refuse(const CLI::App& app, const std::string& first,
+                         const CLI::ParseError& error) {
   const auto commands = app.get_subcommands();
   const std::string command = commands.empty() ? "" : " " + commands.front()->get_name();
-  throw Failure(problem(app, error), ExitCode::WrongUse,
+  throw Failure(problem(app, first, error), ExitCode::WrongUse,
                 "For usage, run: " + app.get_name() + command + " --help\n");
 }
 
@@ -97,6 +117,7 @@ void declare(CLI::App& app, Context& context, const Program& program) {
 
 std::function<int()> parse(CLI::App& app, std::shared_ptr<Context> context,
                            std::vector<std::string> words) {
+  const std::string first = firstWord(app, words);
   try {
     // The parser expects the words in reverse order.
     std::reverse(words.begin(), words.end());
@@ -110,7 +131,7 @@ std::function<int()> parse(CLI::App& app, std::shared_ptr<Context> context,
       return code;
     };
   } catch (const CLI::ParseError& error) {
-    refuse(app, error);
+    refuse(app, first, error);
   }
 }
 

@@ -19,11 +19,19 @@ namespace service = host::service;
 namespace darwin = platform::backend::darwin;
 
 // All methods except stop.
-constexpr const char* methods[] = {
-    service::method::lock,     service::method::home,       service::method::openApp,
-    service::method::closeApp, service::method::displayOn,  service::method::displayOff,
-    service::method::rotate,   service::method::advance,    service::method::settle,
-    service::method::status,   service::method::screenshot, "Nothing"};
+constexpr const char* methods[] = {service::method::lock,
+                                   service::method::home,
+                                   service::method::openApp,
+                                   service::method::closeApp,
+                                   service::method::displayOn,
+                                   service::method::displayOff,
+                                   service::method::rotate,
+                                   service::method::advance,
+                                   service::method::settle,
+                                   service::method::status,
+                                   service::method::screenshot,
+                                   service::method::pixels,
+                                   "Nothing"};
 
 // Reads the input from front to back. After its end, reads zeros.
 class Source {

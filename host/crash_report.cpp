@@ -3,6 +3,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 #include <utility>
@@ -63,6 +64,14 @@ void reportSignal(int signal) {
   std::abort();
 }
 
+// Nothing but the main function should end the process.
+void reportExit() {
+  const Backtrace trace = Backtrace::here();
+  if (libraryIn(trace) == nullptr) return;
+  report("exit", "", trace);
+  std::abort();
+}
+
 void handle(int signal) {
   struct sigaction present {};
   sigaction(signal, nullptr, &present);
@@ -85,6 +94,7 @@ void reportCrashes(std::vector<std::string> libraries) {
   sigaltstack(&stack, nullptr);
   for (const int signal : crashSignals) handle(signal);
   previousTerminate = std::set_terminate(reportTermination);
+  std::atexit(reportExit);
 }
 
 void abortIfFromLibrary(const std::exception& exception) {

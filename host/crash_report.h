@@ -7,9 +7,10 @@
 
 namespace host {
 
-// From now on the process writes a report before a crash ends it; the signal stays the same. A
-// signal that has a handler, such as a sanitizer's, keeps it. libraries: the paths by which they
-// will be loaded. Call it once, on the main thread.
+// From now on the process writes a report before a crash ends it; the signal stays the same. It
+// also writes one, and aborts, if a library calls exit. A signal that has a handler, such as a
+// sanitizer's, keeps it. libraries: the paths by which they will be loaded. Call it once, on the
+// main thread.
 void reportCrashes(std::vector<std::string> libraries);
 
 // Writes a report and aborts if the exception, which this thread has thrown last, was thrown by one

@@ -112,15 +112,15 @@ void announce(host::ControlService& control, const Arguments& arguments) {
 host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
                                                host::SpringBoard* springBoard) {
   if (desktop != nullptr) {
-    return {[desktop] { return desktop->takeScreenshot(); },
+    return {[desktop] { return desktop->drawnOutput(); },
             [desktop](std::vector<std::string> names) {
               desktop->setExceptedOutputs(std::move(names));
             },
             [desktop](const host::BackdropOptions& backdrop) { desktop->setBackdrop(backdrop); }};
   }
   return {[springBoard] {
-            return host::takeScreenshot(springBoard->screen(),
-                                        springBoard->options().scaleOfScreenshots());
+            return host::drawnScreen(springBoard->screen(),
+                                     springBoard->options().scaleOfScreenshots());
           },
           nullptr, nullptr};
 }
@@ -154,7 +154,8 @@ void runHomeScreen(const Arguments& arguments) {
     try {
       RunLoop::main().turn(std::nullopt);
       control->runJobs();
-    } catch (const std::bad_alloc&) {
+    } catch (const std::bad_alloc& error) {
+      host::abortIfFromLibrary(error);
       // The work that ran out of memory is dropped.
       platform::backend::noteOutOfMemory();
     }
@@ -169,6 +170,9 @@ void runHomeScreen(const Arguments& arguments) {
 
 int parseAndRun(int argc, char** argv) {
   CLI::App command("Simulates a phone's home screen. `lumora run` starts it.", "springboard");
+  command.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return std::string("springboard: ") + error.what() + "\nFor usage, run: springboard --help\n";
+  });
   Arguments arguments;
   declareArguments(command, arguments);
   try {

@@ -9,7 +9,7 @@ build_packages=(
 )
 run_packages=(dbus fontconfig fonts-inter)
 test_packages=(
-  at-spi2-core fish foot gir1.2-atspi-2.0 grim libgtest-dev openbox python3 python3-gi sway swaybg x11-utils x11-xserver-utils xserver-xephyr
+  at-spi2-core ffmpeg fish foot gir1.2-atspi-2.0 grim libgtest-dev openbox python3 python3-gi sway swaybg x11-utils x11-xserver-utils xserver-xephyr
   xvfb zsh
 )
 # For the settings window, which is built if the first of them is installed.

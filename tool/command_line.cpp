@@ -16,6 +16,7 @@
 #include "tool/commands/host_commands.h"
 #include "tool/commands/notification_commands.h"
 #include "tool/commands/play_command.h"
+#include "tool/commands/record_command.h"
 #include "tool/commands/remove_command.h"
 #include "tool/commands/run_command.h"
 #include "tool/commands/screen_commands.h"
@@ -41,6 +42,7 @@ void declareCommands(CLI::App& lumora, Context& context) {
   addSetCommand(lumora, context);
   addRemoveCommand(lumora, context);
   addScreenCommands(lumora, context);
+  addRecordCommand(lumora, context);
   addHostCommands(lumora, context);
   addSharedCommands(lumora, context);
   addBackdropCommand(lumora, context);

@@ -44,6 +44,10 @@ constexpr auto status = "Status";
 constexpr auto trace = "Trace";
 // Returns a descriptor of an unnamed PNG file with a picture of the screen.
 constexpr auto screenshot = "Screenshot";
+// Returns a descriptor of an unnamed file with the pixels of such a picture, its width and its
+// height: rows from the top without padding, 4 bytes per pixel, which are blue, green, red and one
+// without meaning (on a processor that stores the lowest byte first).
+constexpr auto pixels = "Pixels";
 // Answers and ends the home screen.
 constexpr auto stop = "Stop";
 }  // namespace method

@@ -8,6 +8,7 @@
 #include "host/control/settling.h"
 #include "host/control/status_report.h"
 #include "host/control/trace_report.h"
+#include "host/home_screen/screen_drawing.h"
 #include "platform/linux/bus/bus.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
@@ -36,6 +37,12 @@ auto reportingOutOfMemory(Work work) {
   } catch (const std::bad_alloc&) {
     throw refusal("out of memory");
   }
+}
+
+// Takes the descriptor of a file, because a picture may be larger than the largest message.
+sdbus::UnixFd answerOf(int picture) {
+  if (picture < 0) throw refusal("there is no screen, or not enough memory for a picture of it");
+  return {picture, sdbus::adopt_fd};
 }
 
 // A call that changes the state answers when its effects are there, or after this time.
@@ -124,14 +131,21 @@ void ControlService::registerOtherMethods() {
   });
   add(service::method::screenshot,
       [this] { return reportingOutOfMemory([this] { return screenshot(); }); });
+  add(service::method::pixels,
+      [this] { return reportingOutOfMemory([this] { return pixels(); }); });
   add(service::method::stop, [] { RunLoop::main().perform([] { RunLoop::main().stop(); }); });
 }
 
-// Returns a file, because a screenshot may be larger than the largest message.
 sdbus::UnixFd ControlService::screenshot() {
-  const int file = display_.takeScreenshot();
-  if (file < 0) throw refusal("not enough memory for a screenshot");
-  return sdbus::UnixFd(file, sdbus::adopt_fd);
+  const DrawnSurface picture = display_.draw();
+  return answerOf(picture ? pngOf(picture.get()) : -1);
+}
+
+std::tuple<sdbus::UnixFd, std::int32_t, std::int32_t> ControlService::pixels() {
+  const DrawnSurface picture = display_.draw();
+  return {answerOf(picture ? pixelFileOf(picture.get()) : -1),
+          cairo_image_surface_get_width(picture.get()),
+          cairo_image_surface_get_height(picture.get())};
 }
 
 void ControlService::addJob(std::function<void()> job) {

@@ -5,10 +5,12 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/spring_board.h"
 
 namespace host {
@@ -17,9 +19,8 @@ class ControlService {
  public:
   // What the display does for clients.
   struct DisplayActions {
-    // Returns a descriptor, owned by the caller, of a PNG file with an image of the screen, or -1
-    // if it cannot be made.
-    std::function<int()> takeScreenshot;
+    // Returns an image surface with a picture of the screen, or nullptr if there is no screen.
+    std::function<DrawnSurface()> draw;
     // Takes the names of the outputs that do not show the wallpaper. Empty if there are no outputs.
     std::function<void(std::vector<std::string>)> setExceptedOutputs;
     // Takes what is shown beside the wallpaper. Empty if it is not on a desktop.
@@ -42,6 +43,7 @@ class ControlService {
   void registerStates();
   void registerOtherMethods();
   sdbus::UnixFd screenshot();
+  std::tuple<sdbus::UnixFd, std::int32_t, std::int32_t> pixels();
   void addJob(std::function<void()> job);
   bool refusesOnDesktop(const sdbus::Result<>& result) const;
   void whenSettled(sdbus::Result<>&& result);

@@ -21,6 +21,10 @@ constexpr auto idiom = "idiom";
 constexpr auto size = "size";
 // Pixels per point.
 constexpr auto scale = "scale";
+// Refreshes of the display per second.
+constexpr auto refreshRate = "refresh_rate";
+// True if only the method Advance moves the clock.
+constexpr auto isClockManual = "is_clock_manual";
 // How often the process has run out of memory.
 constexpr auto outOfMemory = "out_of_memory";
 // How often the view tree was changed on another thread than the main thread.

@@ -126,6 +126,8 @@ std::string statusReport(SpringBoard& springBoard) {
       {status::idiom, nameOf(options.idiom)},
       {status::size, {options.width, options.height}},
       {status::scale, options.scaleOfScreenshots()},
+      {status::refreshRate, options.refreshRate},
+      {status::isClockManual, options.hasManualClock},
       {status::outOfMemory, platform::backend::timesOutOfMemory()},
       {status::changesOffMainThread, platform::backend::timesOffMainThread()},
       {status::views, json::array()},

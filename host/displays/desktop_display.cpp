@@ -9,8 +9,6 @@
 #include "host/desktop/output_painter.h"
 #include "host/displays/wayland/wayland_desktop.h"
 #include "host/displays/x11_desktop.h"
-#include "host/home_screen/drawn_surface.h"
-#include "host/home_screen/screen_drawing.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
@@ -92,20 +90,20 @@ void DesktopDisplay::draw() {
                            [] { RunLoop::main().setNeedsPartialDisplay(); });
 }
 
-int DesktopDisplay::takeScreenshot() {
+DrawnSurface DesktopDisplay::drawnOutput() {
   // What is due must be drawn first, because drawing takes the picture's changes.
   draw();
   const auto outputs = chosenOutputs();
-  if (outputs.empty()) return -1;
+  if (outputs.empty()) return nullptr;
   const auto pixels = [&outputs](int length) {
     return static_cast<int>(std::lround(length * outputs.front().scale));
   };
   const cairo_rectangle_int_t all{0, 0, pixels(outputs.front().width),
                                   pixels(outputs.front().height)};
-  const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
+  DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
   OutputPainter(options_).paint(picture_, areaOf(outputs.front(), outputs, options_), surface.get(),
                                 platform::backend::Region(all));
-  return pngOf(surface.get());
+  return surface;
 }
 
 // A new wallpaper is shown first. Its picture stays while the wallpapers are hidden.

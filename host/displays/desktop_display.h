@@ -10,6 +10,7 @@
 #include "host/desktop/wallpaper_picture.h"
 #include "host/displays/power_watch.h"
 #include "host/displays/session_watch.h"
+#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/spring_board.h"
 #include "host/options/desktop_options.h"
 
@@ -29,9 +30,9 @@ class DesktopDisplay {
   // none at the moment.
   platform::CGSize size() const;
 
-  // Returns a descriptor, owned by the caller, of a PNG file with an image of the first output as
-  // it is shown, without windows. Returns -1 if it cannot be made.
-  int takeScreenshot();
+  // Returns an image surface with the first output as it is shown, without windows; nullptr if
+  // there is no output.
+  DrawnSurface drawnOutput();
 
   // Call it when the libraries have launched: only then is a desktop without a wallpaper painted.
   void noteLaunched();

@@ -23,8 +23,9 @@ void saveScreenshot(SpringBoard& springBoard) {
   for (int count = 1; name.empty() || std::filesystem::exists(name); ++count) {
     name = "springboard-" + std::to_string(count) + ".png";
   }
-  const platform::backend::FileDescriptor png(
-      takeScreenshot(springBoard.screen(), springBoard.options().scaleOfScreenshots()));
+  const DrawnSurface screen =
+      drawnScreen(springBoard.screen(), springBoard.options().scaleOfScreenshots());
+  const platform::backend::FileDescriptor png(pngOf(screen.get()));
   const platform::backend::FileDescriptor file =
       platform::backend::createFile(AT_FDCWD, std::filesystem::absolute(name));
   if (png && file && platform::backend::copyFile(png, file)) {

@@ -4,7 +4,6 @@
 
 #include <sys/mman.h>
 
-#include "host/home_screen/drawn_surface.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/views/view_renderer.h"
 
@@ -36,12 +35,12 @@ cairo_rectangle_int_t pixelsOf(const Screen& screen, double scale) {
           static_cast<int>(std::lround(size.height * scale))};
 }
 
-int takeScreenshot(Screen& screen, double scale) {
+DrawnSurface drawnScreen(Screen& screen, double scale) {
   screen.showTime();
   const cairo_rectangle_int_t all = pixelsOf(screen, scale);
-  const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
+  DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
   drawPartOfScreen(screen, surface.get(), scale, platform::backend::Region(all));
-  return pngOf(surface.get());
+  return surface;
 }
 
 int pngOf(cairo_surface_t* surface) {
@@ -49,6 +48,16 @@ int pngOf(cairo_surface_t* surface) {
   const cairo_status_t status =
       png ? cairo_surface_write_to_png_stream(surface, append, &png) : CAIRO_STATUS_NO_MEMORY;
   return status == CAIRO_STATUS_SUCCESS ? png.release() : -1;
+}
+
+int pixelFileOf(cairo_surface_t* surface) {
+  if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) return -1;
+  platform::backend::FileDescriptor file(memfd_create("pixels", MFD_CLOEXEC));
+  const auto size = static_cast<std::size_t>(cairo_image_surface_get_stride(surface)) *
+                    static_cast<std::size_t>(cairo_image_surface_get_height(surface));
+  const bool isWritten =
+      file && platform::backend::writeAll(file, {cairo_image_surface_get_data(surface), size});
+  return isWritten ? file.release() : -1;
 }
 
 }  // namespace host

@@ -3,6 +3,7 @@
 
 #include <cairo.h>
 
+#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/screen.h"
 #include "platform/linux/views/region.h"
 
@@ -15,9 +16,13 @@ cairo_rectangle_int_t pixelsOf(const Screen& screen, double scale);
 void drawPartOfScreen(Screen& screen, cairo_surface_t* surface, double scale,
                       const platform::backend::Region& part);
 
-// Return a descriptor, owned by the caller, of an unnamed PNG file with an image of the screen,
-// with the clocks updated, or of a surface's contents. Return -1 if it cannot be made.
-int takeScreenshot(Screen& screen, double scale);
+// Returns an image surface with all of the screen, with the clocks updated.
+DrawnSurface drawnScreen(Screen& screen, double scale);
+
+// Return a descriptor, owned by the caller, of an unnamed file with an image surface's contents:
+// a PNG, or rows of 4 bytes per pixel, as CAIRO_FORMAT_RGB24 has them. Return -1 if it cannot be
+// made.
 int pngOf(cairo_surface_t* surface);
+int pixelFileOf(cairo_surface_t* surface);
 
 }  // namespace host

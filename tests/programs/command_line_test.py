@@ -69,6 +69,9 @@ class Installation(Device):
                              capture_output=True, text=True, timeout=60)
         self.assertEqual((ran.returncode, ran.stderr), (0, ''))
         self.assertTrue(os.path.exists(self.on_device(LIBRARY + '/Wallpaper_both.gif')))
+        self.assertEqual(subprocess.run([LUMORA, '--root', 'here', 'run', '--for', '0', '--display',
+                                         'headless'], cwd=moved, stdout=subprocess.DEVNULL,
+                                        timeout=60).returncode, 0)
         self.assertEqual(self.ok('help'), self.ok('--help'))
         self.assertEqual(self.ok('help', 'set'), self.ok('set', '--help'))
         commands = re.findall(r'^  ([a-z]+)  ', self.ok('help').split('\nOptions:')[0], re.M)
@@ -424,11 +427,13 @@ class CommandWithHomeScreen(Device):
             'expect locations.shared.playing true': 'found false',
             'expect locations.shared.frame [0, 0]': 'found null',
             'expect screen "lock screen"': 'found "home"',
-            'expect locations.moon true': 'no such field',
+            'expect locations.moon true': 'no field moon; it has: shared, lockscreen, homescreen',
+            'expect screen.moon true': 'no field moon\n',
             'expect screen': 'a path and a value',
             'set shared "no file.gif"': 'No such file',
             'put "unfinished': 'unterminated quote',
-            'dance': 'no command',
+            'dance': "there is no command 'dance'",
+            'expct screen on': "there is no command 'expct'",
             'play other.txt': 'cannot play',
             'wait until screen app --timeout 0.1': 'found "home" until the timeout',
             'wait until screen app --timeout never': 'must be a number',
@@ -538,7 +543,7 @@ class CommandWithHomeScreen(Device):
         self.ok('put', 'SHARED_GIF_BLUR', '10')
         colors = [(each * 5, 99, 255 - each * 5) for each in range(40)]
         # Large enough to exceed the shortest timeout, but not by much.
-        side = 200 if IS_SANITIZED else 600
+        side = 200 if IS_SANITIZED else 1000
         long = self.file('long.gif', gif(*colors, size=(side, side)))
         short = self.file('short.gif', gif(*colors[:30], size=(side, side)))
         for first in (['--no-wait'], ['--timeout', '0.05']):

@@ -91,7 +91,11 @@ class X11Desktop(X11Session):
         picture = os.path.join(self.folder, 'picture.png')
         self.ok('screenshot', picture)
         with open(picture, 'rb') as file:
-            self.assertEqual(struct.unpack('>II', file.read(24)[16:]), (640, 480))
+            screenshot = file.read()
+        self.assertEqual(struct.unpack('>II', screenshot[16:24]), (640, 480))
+        self.ok('record', os.path.join(self.folder, 'frames/'), '--seconds', '0.1')
+        with open(os.path.join(self.folder, 'frames/frame-00001.png'), 'rb') as file:
+            self.assertEqual(file.read(24), screenshot[:24])
 
     def test_fills_each_monitor_and_follows_changes(self):
         self.start_server('Xvfb', '-screen', '0', '1200x900x24')

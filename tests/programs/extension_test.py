@@ -4,6 +4,7 @@ usage: extension_test.py DIRECTORY-OF-THE-PROGRAMS
 """
 import json
 import os
+import re
 import signal
 import subprocess
 import sys
@@ -14,6 +15,7 @@ from bus_service import start_bus
 from device import LUMORA, PROGRAMS, Device
 
 EXTENSION = os.path.join(PROGRAMS, 'test-extension.so')
+PROJECT = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../..')
 SPRINGBOARD = os.path.join(PROGRAMS, 'springboard')
 LOADED = subprocess.run(['readelf', '-dW', LUMORA], capture_output=True, text=True, check=True).stdout
 
@@ -34,6 +36,12 @@ class Extension(Device):
             self.ok('stop')
             self.assertEqual(self.host.wait(20), 0)
             self.host.communicate()
+        # Only Lumora's library takes a GIF.
+        self.start('--library', EXTENSION)
+        self.assertIn('add `--library lumora`', self.fails(1, 'set', 'shared', self.gif))
+        self.assertFalse(self.shared()['set'])
+        self.ok('stop')
+        self.host.communicate(timeout=20)
         for words in (['none', 'lumora'], ['none', None]):
             options = [each for word in words if word for each in ('--library', word)]
             self.fails(2, 'run', *options, self.gif)
@@ -56,7 +64,7 @@ class Extension(Device):
         self.start('--library', EXTENSION, '--library', 'lumora')
         own = ' (test-extension.so)'
         hooks = self.hooks()
-        self.assertEqual(hooks[:8], [
+        self.assertEqual(hooks[:9], [
             'hook missed: no method dockHeight in SBDockView; it has: dealloc; '
             'class methods: defaultHeight' + own,
             'hook missed: no class method dockHeight in SBDockView; it has: defaultHeight; '
@@ -67,9 +75,11 @@ class Extension(Device):
             'hook missed: defaultHeight of no class' + own,
             'no variable _view in SBWallpaperController; it has: _homescreenWallpaperView, '
             '_lockscreenWallpaperView, _sharedWallpaperView' + own,
+            'message missed: no class method height in SBDockView; it has: defaultHeight; '
+            'methods: dealloc' + own,
             'hook missed: defaultHeight of no class' + own,
             'method added: added to SBDockView' + own])
-        self.assertEqual(hooks[8], 'method not added: SBDockView has added' + own)
+        self.assertEqual(hooks[9], 'method not added: SBDockView has added' + own)
         self.ok('set', 'shared', self.gif)
         with subprocess.Popen([LUMORA, '--root', self.root, 'trace'], stdout=subprocess.PIPE,
                               text=True) as trace:
@@ -95,7 +105,9 @@ class Extension(Device):
                 ('abort', signal.SIGABRT, 'Aborted'),
                 ('throw', signal.SIGABRT, 'uncaught exception'),
                 ('at', signal.SIGABRT, 'uncaught exception'),
-                ('throwLater', signal.SIGABRT, 'uncaught exception')):
+                ('allocate', signal.SIGABRT, 'uncaught exception'),
+                ('throwLater', signal.SIGABRT, 'uncaught exception'),
+                ('exit', signal.SIGABRT, 'exit')):
             self.start('--library', EXTENSION)
             self.lumora('post', 'test.' + name)
             _, errors = self.host.communicate(timeout=30)
@@ -145,10 +157,33 @@ class Example(Device):
         self.checks(prefix, os.path.join(self.folder, 'badge.so'))
 
 
+class Guide(Device):
+    def test_shows_lines_that_work(self):
+        """Runs all command lines of docs/extensions.md in their order, in a folder like the project's."""
+        with open(os.path.join(PROJECT, 'docs/extensions.md'), encoding='utf-8') as file:
+            lines = re.findall(r'^    ((?:cmake|export|c\+\+|~|lumora) ?.*)', file.read(), re.M)
+        self.assertGreater(len(lines), 8)
+        os.mkdir(os.path.join(self.folder, 'build'))
+        os.symlink(os.path.dirname(PROGRAMS), os.path.join(self.folder, 'build/release'))
+        os.symlink(os.path.join(PROJECT, 'examples'), os.path.join(self.folder, 'examples'))
+        script = '\n'.join(line if '--background' in line else
+                           line.replace(' run ', ' run --display headless --for 1 ') for line in lines)
+        path = os.path.join(self.folder, '.local/bin') + ':' + os.environ['PATH']
+        done = subprocess.run(['bash', '-ec', script], cwd=self.folder, capture_output=True, text=True,
+                              timeout=120, env=dict(os.environ, HOME=self.folder, PATH=path,
+                                                    LUMORA_ROOT=self.root))
+        self.assertEqual((done.returncode, done.stderr), (0, ''), done)
+        self.assertIn('\n4 expectations held\n', done.stdout)
+        self.assertTrue(os.path.exists(os.path.join(self.folder, 'badge.so')))
+
+
 class HomeScreenAlone(Device):
     def test_says_its_version_and_when_it_is_ready(self):
         version = subprocess.run([SPRINGBOARD, '--version'], capture_output=True, text=True, check=True)
         self.assertEqual(version.stdout, self.ok('--version').replace('lumora', 'springboard'))
+        refused = subprocess.run([SPRINGBOARD], capture_output=True, text=True)
+        self.assertEqual((refused.returncode, refused.stderr), (
+            2, 'springboard: --root is required\nFor usage, run: springboard --help\n'))
         os.mkdir(self.root)
         bus, address = start_bus(self.folder)
         with bus:

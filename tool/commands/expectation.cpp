@@ -26,11 +26,19 @@ bool isSame(const ordered_json& found, const ordered_json& expected) {
   return found.get<float>() == expected.get<float>();
 }
 
-ordered_json::json_pointer pointerFor(const std::string& path) {
-  ordered_json::json_pointer pointer;
-  std::istringstream names(path);
-  for (std::string name; std::getline(names, name, '.');) pointer /= name;
-  return pointer;
+std::vector<std::string> namesIn(const std::string& path) {
+  std::vector<std::string> names;
+  std::istringstream text(path);
+  for (std::string name; std::getline(text, name, '.');) names.push_back(name);
+  return names;
+}
+
+// Returns "; it has: playing, frame" or, if the value is no object, "".
+std::string fieldsOf(const ordered_json& value) {
+  if (!value.is_object()) return "";
+  std::string text;
+  for (const auto& [name, field] : value.items()) text += (text.empty() ? "" : ", ") + name;
+  return "; it has: " + (text.empty() ? "nothing" : text);
 }
 
 }  // namespace
@@ -43,10 +51,14 @@ Expectation expectationIn(const std::vector<std::string>& words, std::size_t fir
 }
 
 std::string problemWith(const ordered_json& status, const Expectation& expectation) {
-  const auto pointer = pointerFor(expectation.path);
-  if (!status.contains(pointer)) return "the status has no such field";
-  const ordered_json& found = status.at(pointer);
-  return isSame(found, expectation.value) ? "" : "found " + dumped(found);
+  ordered_json::json_pointer found;
+  for (const std::string& name : namesIn(expectation.path)) {
+    const ordered_json& above = status.at(found);
+    found /= name;
+    if (!status.contains(found)) return "there is no field " + name + fieldsOf(above);
+  }
+  const ordered_json& value = status.at(found);
+  return isSame(value, expectation.value) ? "" : "found " + dumped(value);
 }
 
 }  // namespace tool

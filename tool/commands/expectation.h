@@ -18,7 +18,7 @@ struct Expectation {
 // may be several words. Throws Failure if one is missing.
 Expectation expectationIn(const std::vector<std::string>& words, std::size_t first);
 
-// Returns "" if the status is as expected, otherwise what was found.
+// Returns "" if the status is as expected, otherwise what was found, or which fields there are.
 std::string problemWith(const nlohmann::ordered_json& status, const Expectation& expectation);
 
 }  // namespace tool

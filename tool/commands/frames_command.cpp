@@ -1,10 +1,7 @@
 #include "tool/commands/frames_command.h"
 
-#include <cerrno>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -21,6 +18,7 @@
 #include "platform/linux/images/picture/picture.h"
 #include "tool/device/cache_contents.h"
 #include "tool/support/gif_file.h"
+#include "tool/support/scratch_folder.h"
 
 namespace tool {
 
@@ -42,29 +40,6 @@ fs::path emptyFolder(const std::string& name) {
   if (!fs::is_empty(folder, error)) throw Failure(name + " is not empty; name a new folder");
   return folder;
 }
-
-// A temporary folder in another one. The destructor deletes it with its contents.
-class ScratchFolder {
- public:
-  explicit ScratchFolder(const fs::path& parent) {
-    std::string name = (parent / ".frames-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      throw Failure("cannot write to " + parent.string() + ": " + std::strerror(errno));
-    }
-    path_ = name;
-  }
-  ~ScratchFolder() {
-    std::error_code error;
-    fs::remove_all(path_, error);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
 
 // Making a cache replaces its whole folder. The user's folder must stay, so the cache is made in a
 // scratch folder and its files are moved.

@@ -126,6 +126,8 @@ void play(const Context& context, const std::string& script) {
       player.play(number, line);
     } catch (const Failure& failure) {
       std::printf("%s before line %d\n", player.summary().c_str(), number);
+      // Before the failure, which goes to another stream.
+      std::fflush(stdout);
       std::ostringstream where;
       where << script << ":" << number << ": " << line << ": " << failure.what();
       throw Failure(where.str());

@@ -40,7 +40,7 @@ DeviceFolder::DeviceFolder(const std::string& given, IfMissing ifMissing) {
   const fs::path folder = chosenFolder(given);
   std::error_code error;
   if (ifMissing == IfMissing::Make) {
-    fs::create_directories(folder.parent_path(), error);
+    fs::create_directories(fs::absolute(folder).parent_path(), error);
     // An existing folder keeps its mode.
     if (!error && mkdir(folder.c_str(), mineAlone) != 0 && errno != EEXIST) {
       error = std::error_code(errno, std::generic_category());

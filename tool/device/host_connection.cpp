@@ -174,6 +174,15 @@ platform::backend::FileDescriptor HostConnection::screenshot() {
   return platform::backend::FileDescriptor(png.release());
 }
 
+ScreenPixels HostConnection::pixels() {
+  sdbus::UnixFd file;
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  ask(usualTimeout, service::method::pixels,
+      [&](auto& invoker) { invoker.storeResultsTo(file, width, height); });
+  return {platform::backend::FileDescriptor(file.release()), width, height};
+}
+
 void HostConnection::post(const std::string& name, Seconds timeout) {
   try {
     auto signal = notifier_->createSignal(darwin::interface, darwin::signal);

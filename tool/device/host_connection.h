@@ -11,6 +11,7 @@
 
 #include "host/options/host_options.h"
 #include "tool/device/device_folder.h"
+#include "tool/support/screen_pixels.h"
 #include "tool/support/time_limit.h"
 
 namespace tool {
@@ -39,6 +40,8 @@ class HostConnection {
   void requirePhone();
   // Returns a PNG file without a name, which the caller owns.
   platform::backend::FileDescriptor screenshot();
+  // Returns the pixels of such a picture.
+  ScreenPixels pixels();
 
   // Returns true if a process owns this name on the bus, for example that of a messaging center.
   // Throws sdbus::Error if the bus does not answer.

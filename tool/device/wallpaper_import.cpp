@@ -34,7 +34,7 @@ using preferences::incomingPath;
 using std::chrono::steady_clock;
 
 std::string adviceOnFolder() {
-  return std::string(": check that ") + lumora::libraryDirectory +
+  return std::string(" check that ") + lumora::libraryDirectory +
          " in the device folder exists, is writable and has free space";
 }
 
@@ -119,8 +119,12 @@ void WallpaperImport::handOver() {
   storeFile();
   preferences::storeChoice(location_);
   announce();
-  if (!hasTaken(location_, *gif_.data))
-    giveUp("the home screen could not import the GIF" + adviceOnFolder());
+  if (!hasTaken(location_, *gif_.data)) {
+    giveUp(
+        "the home screen could not import the GIF; if it runs with --library, add `--library "
+        "lumora`; otherwise" +
+        adviceOnFolder());
+  }
   // A GIF that is reported as set must survive a power failure. Frames can be made again.
   platform::backend::makeDurable(location_.gifPath);
   nameWallpaper(device_, location_, gif_.name);
@@ -150,7 +154,7 @@ void WallpaperImport::finish() {
     const CacheContents cache = cacheOf(location_, gif_);
     if (timesOutOfMemory() > timesOutOfMemory_) giveUp("the home screen ran out of memory");
     if (cache.written < cache.listed) {
-      giveUp("the home screen could not store all frames" + adviceOnFolder());
+      giveUp("the home screen could not store all frames:" + adviceOnFolder());
     }
     if (cache.listed == frames_) break;
     // Another program's request, such as a rotation of the screen, has ended the extraction early.

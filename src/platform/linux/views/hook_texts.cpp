@@ -59,6 +59,14 @@ std::string variablesOf(Class cls) {
   return joined(names);
 }
 
+// Tells that the class does not have the method, and what it has. other: see the header.
+std::string absence(Class cls, Class other, SEL selector) {
+  // A class method is easily taken for a method of the instances.
+  return "no " + kindOf(cls) + nameOf(selector) + " in " + cls->name +
+         "; it has: " + methodsOf(cls) + (isMetaclass(cls) ? "; methods: " : "; class methods: ") +
+         methodsOf(other);
+}
+
 }  // namespace
 
 std::string textOfReplacedMethod(Class cls, SEL selector, IMP code) {
@@ -67,10 +75,11 @@ std::string textOfReplacedMethod(Class cls, SEL selector, IMP code) {
 
 std::string textOfMissingMethod(Class cls, Class other, SEL selector, IMP code) {
   if (cls == nullptr) return "hook missed: " + nameOf(selector) + " of no class" + origin(code);
-  // A class method is easily taken for a method of the instances.
-  return "hook missed: no " + kindOf(cls) + nameOf(selector) + " in " + cls->name +
-         "; it has: " + methodsOf(cls) + (isMetaclass(cls) ? "; methods: " : "; class methods: ") +
-         methodsOf(other) + origin(code);
+  return "hook missed: " + absence(cls, other, selector) + origin(code);
+}
+
+std::string textOfMissingMessage(Class cls, Class other, SEL selector, const void* caller) {
+  return "message missed: " + absence(cls, other, selector) + origin(caller);
 }
 
 std::string textOfAddedMethod(Class cls, SEL selector, IMP code) {

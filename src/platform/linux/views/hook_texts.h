@@ -14,6 +14,8 @@ std::string textOfReplacedMethod(Class cls, SEL selector, IMP code);
 // cls may be nullptr. Tells also which methods the class has. other: the metaclass of a class, or
 // the class of a metaclass.
 std::string textOfMissingMethod(Class cls, Class other, SEL selector, IMP code);
+// For a message to an object of a class that does not have it. caller: an address in the extension.
+std::string textOfMissingMessage(Class cls, Class other, SEL selector, const void* caller);
 std::string textOfAddedMethod(Class cls, SEL selector, IMP code);
 // For a method that is not added, because the class has it.
 std::string textOfPresentMethod(Class cls, SEL selector, IMP code);

@@ -130,8 +130,14 @@ std::shared_ptr<UIView> viewAtOffset(id object, std::ptrdiff_t offset) {
 }
 
 IMP class_getMethodImplementation(Class cls, SEL selector) {
-  std::lock_guard lock(runtime().mutex);
-  return findMethod(cls, selector);
+  std::unique_lock lock(runtime().mutex);
+  const IMP code = findMethod(cls, selector);
+  if (code != nullptr || cls == nullptr) return code;
+  std::string text =
+      textOfMissingMessage(cls, counterpartOf(cls), selector, __builtin_return_address(0));
+  lock.unlock();
+  traceMiss(std::move(text));
+  return nullptr;
 }
 
 void class_addMethod(Class cls, SEL selector, IMP implementation, const char* /*types*/) {
