@@ -47,14 +47,14 @@ Grid layOut(Size area, const GridStyle& style, double side, int count) {
   return {columns, rows, std::min(style.top, (pitch - block) / 2), pitch};
 }
 
-void drawPageDots(cairo_t* context, Size area) {
+void drawPageDots(cairo_t* context, Size area, const Ink& ink) {
   const double y = area.height - dotsHeight / 2;
   for (int page = 0; page < pageCount; ++page) {
     const double x = area.width / 2 + (page - (pageCount - 1) / 2.0) * dotPitch;
-    setGlowSource(context, {x, y}, 2.4 * dotRadius, black.withAlpha(0.3));
+    setGlowSource(context, {x, y}, 2.4 * dotRadius, ink.shade.withAlpha(0.3));
     addCircle(context, {x, y}, 2.4 * dotRadius);
     cairo_fill(context);
-    fillCircle(context, {x, y}, dotRadius, white.withAlpha(page == 0 ? 1 : 0.5));
+    fillCircle(context, {x, y}, dotRadius, ink.text.withAlpha(page == 0 ? 1 : 0.5));
   }
 }
 
@@ -74,18 +74,18 @@ std::vector<PlacedIcon> homeIcons(Size area, host::Idiom idiom) {
   return icons;
 }
 
-void drawHomeIcons(cairo_t* context, Size area, host::Idiom idiom) {
+void drawHomeIcons(cairo_t* context, Size area, host::Idiom idiom, const Ink& ink) {
   const SavedState saved(context);
   const double labelSize = styleOf(idiom).labelSize;
-  const TextStyle label{labelSize, Weight::Medium, white, Align::Center};
+  const TextStyle label{labelSize, Weight::Medium, ink.text, Align::Center};
   for (const PlacedIcon& icon : homeIcons(area, idiom)) {
     const Rect& plate = icon.plate;
     drawIcon(context, icon);
     drawShadowedText(context, icon.app->name,
                      {plate.x + plate.width / 2, plate.y + plate.height + labelDrop * labelSize},
-                     label);
+                     label, ink.shade);
   }
-  drawPageDots(context, area);
+  drawPageDots(context, area, ink);
 }
 
 }  // namespace artwork

@@ -22,7 +22,7 @@ class ControlService {
     std::function<int()> takeScreenshot;
     // Takes the names of the outputs that do not show the wallpaper. Empty if there are no outputs.
     std::function<void(std::vector<std::string>)> setExceptedOutputs;
-    // Takes what is shown beside the wallpaper. Empty if it is not on a desktop.
+    // Takes what is shown beside the wallpaper's picture.
     std::function<void(const BackdropOptions&)> setBackdrop;
   };
 

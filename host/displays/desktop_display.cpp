@@ -9,8 +9,8 @@
 #include "host/desktop/output_painter.h"
 #include "host/displays/wayland/wayland_desktop.h"
 #include "host/displays/x11_desktop.h"
-#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/screen_drawing.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host {

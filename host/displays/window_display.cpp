@@ -22,10 +22,10 @@
 #include "host/displays/window_keys.h"
 #include "host/displays/window_layout.h"
 #include "host/displays/x11_connection.h"
-#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/gesture_actions.h"
 #include "host/home_screen/gesture_recognizer.h"
 #include "host/home_screen/screen_painter.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host {

@@ -4,7 +4,7 @@
 
 #include <sys/mman.h>
 
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/files/file_contents.h"
 #include "platform/linux/views/view_renderer.h"
 
@@ -38,6 +38,7 @@ cairo_rectangle_int_t pixelsOf(const Screen& screen, double scale) {
 
 int takeScreenshot(Screen& screen, double scale) {
   screen.showTime();
+  screen.followWallpaper(scale);
   const cairo_rectangle_int_t all = pixelsOf(screen, scale);
   const DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
   drawPartOfScreen(screen, surface.get(), scale, platform::backend::Region(all));

@@ -46,10 +46,15 @@ struct HostOptions {
 // Declares the options. Parsing checks them and fills in options, which must outlive command.
 void addHostOptions(CLI::App& command, HostOptions& options);
 
-// Returns nothing if the text is none of "blur", a color and the path of a file, which may be
-// missing.
+// Returns nothing if the text is none of "blur", "still", a color and the path of a file, which may
+// be missing.
 std::optional<BackdropOptions> parsedBackdrop(const std::string& text);
-constexpr auto backdropProblem = "must be blur, a color such as #203040, or a PNG or GIF file";
+constexpr auto backdropProblem =
+    "must be blur, still, a color such as #203040, or a PNG or GIF file";
+constexpr auto backdropValues = "blur|still|COLOR|FILE";
+constexpr auto backdropHelp =
+    "what to show beside the GIF: a blurred copy of it (the default), the still wallpaper, a color "
+    "such as #203040, or a PNG or GIF file";
 // Returns the text that gives this backdrop.
 std::string textOf(const BackdropOptions& backdrop);
 
