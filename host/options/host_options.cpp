@@ -204,6 +204,12 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
           "whether a window explains its keys at the start (default: only the first one)"),
       {"off", "on"})
       ->group(group);
+  acceptOneOf(command.add_option_function<std::string>(
+                  "--motion",
+                  [&options](const std::string& choice) { options.hasMotion = choice == "full"; },
+                  "whether a window shows transitions from screen to screen (default: full)"),
+              {"full", "none"})
+      ->group(group);
   command
       .add_option(
           "--scale", options.scale,
@@ -310,6 +316,7 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   };
   if (options.scale) add("--scale", {std::to_string(*options.scale)});
   if (options.showsKeys) add("--keys", {*options.showsKeys ? "on" : "off"});
+  add("--motion", {options.hasMotion ? "full" : "none"});
   add("--output", options.desktop.outputs);
   add("--except", options.desktop.exceptedOutputs);
   arguments.emplace_back("--transition");

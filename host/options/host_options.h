@@ -40,6 +40,8 @@ struct HostOptions {
   // True if a window shows at the start what its keys do. Nothing: only the first window of the
   // device does.
   std::optional<bool> showsKeys;
+  // True if a window shows short transitions from one screen to another.
+  bool hasMotion = true;
   DesktopOptions desktop;
 };
 
