@@ -59,8 +59,9 @@ void drawEntries(cairo_t* context, Page page, const Rect& area, const Color& acc
   const double width = (area.width - (columns - 1) * gap) / columns;
   int index = 0;
   for (const Entry& entry : entriesOf(page)) {
+    const int row = index / columns;
     const double x = area.x + index % columns * (width + gap);
-    const double y = area.y + index / columns * (cardHeight + gap);
+    const double y = area.y + row * (cardHeight + gap);
     drawCard(context, entry, {x, y, width, cardHeight}, accent);
     ++index;
   }
@@ -76,9 +77,10 @@ void drawPictures(cairo_t* context, const Rect& area) {
   for (int index = 0; index < count; ++index) {
     // Neighbors differ, also from row to row.
     const Entry& entry = entries[static_cast<std::size_t>(index * 5 % 12)];
+    const int row = index / columns;
     drawSwatch(context, entry,
-               {area.x + index % columns * (side + pictureGap),
-                area.y + index / columns * (side + pictureGap), side, side});
+               {area.x + index % columns * (side + pictureGap), area.y + row * (side + pictureGap),
+                side, side});
   }
 }
 
@@ -121,8 +123,9 @@ void drawMonth(cairo_t* context, const Rect& area, const Color& accent) {
   const double height = std::min(pitch, 62.0);
   drawPlate(context, {area.x, area.y, area.width, 5 * height + gap});
   for (int day = 1; day <= daysOfMonth; ++day) {
+    const int week = (day - 1) / daysOfWeek;
     const Point center{area.x + ((day - 1) % daysOfWeek + 0.5) * pitch,
-                       area.y + gap / 2 + ((day - 1) / daysOfWeek + 0.5) * height};
+                       area.y + gap / 2 + (week + 0.5) * height};
     const bool isBusy = std::ranges::find(busyDays, day) != std::end(busyDays);
     if (isBusy) fillCircle(context, center, 17, accent);
     drawText(context, std::to_string(day), {center.x, center.y + 5.5},

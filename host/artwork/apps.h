@@ -27,10 +27,10 @@ enum class Page {
 struct App {
   const char* name;
   Glyph glyph;
+  Page page;
   // The colors at the top and the bottom of the icon's plate.
   Color top;
   Color bottom;
-  Page page;
   Color glyphColor = white;
 };
 

@@ -72,8 +72,9 @@ std::vector<PlacedIcon> homeIcons(Size area, host::Idiom idiom) {
   std::vector<PlacedIcon> icons;
   for (const App& app : gridApps(idiom)) {
     const int index = static_cast<int>(icons.size());
+    const int row = index / columns;
     const double x = spreadOffset(index % columns, columns, side, area.width);
-    icons.push_back({&app, {x, top + index / columns * pitch, side, side}});
+    icons.push_back({&app, {x, top + row * pitch, side, side}});
   }
   return icons;
 }
