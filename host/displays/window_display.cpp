@@ -84,7 +84,8 @@ artwork::DeviceTop topOf(UIInterfaceOrientation orientation) {
 DrawnSurface surfaceOn(const SDL_Surface& pixels, const cairo_rectangle_int_t& part) {
   constexpr int pixelSize = 4;
   auto* first = static_cast<unsigned char*>(pixels.pixels) +
-                static_cast<std::ptrdiff_t>(part.y) * pixels.pitch + part.x * pixelSize;
+                static_cast<std::ptrdiff_t>(part.y) * pixels.pitch +
+                static_cast<std::ptrdiff_t>(part.x) * pixelSize;
   return DrawnSurface(cairo_image_surface_create_for_data(first, CAIRO_FORMAT_RGB24, part.width,
                                                           part.height, pixels.pitch));
 }
