@@ -118,11 +118,13 @@ host::ControlService::DisplayActions actionsOf(host::DesktopDisplay* desktop,
             },
             [desktop](const host::BackdropOptions& backdrop) { desktop->setBackdrop(backdrop); }};
   }
-  return {[springBoard] {
-            return host::drawnScreen(springBoard->screen(),
-                                     springBoard->options().scaleOfScreenshots());
-          },
-          nullptr, nullptr};
+  return {
+      [springBoard] {
+        return host::drawnScreen(springBoard->screen(),
+                                 springBoard->options().scaleOfScreenshots());
+      },
+      nullptr,
+      [springBoard](const host::BackdropOptions& backdrop) { springBoard->setBackdrop(backdrop); }};
 }
 
 void runHomeScreen(const Arguments& arguments) {

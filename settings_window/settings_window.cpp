@@ -24,7 +24,7 @@ constexpr int previewHeightInPoints = 80;
 constexpr const char* scalings[] = {"FILL", "FIT", "FULLSCREEN"};
 
 // In the same way.
-enum class BackdropItem { Blur, Color, Picture };
+enum class BackdropItem { Blur, Still, Color, Picture };
 
 json parsed(const CommandResult& result) {
   json value = json::parse(result.output, nullptr, false);
@@ -324,6 +324,7 @@ void SettingsWindow::connectBackdrop() {
     if (isShowing_) return;
     const auto selected = static_cast<BackdropItem>(adw_combo_row_get_selected(kind));
     if (selected == BackdropItem::Blur) perform({"backdrop", "blur"});
+    if (selected == BackdropItem::Still) perform({"backdrop", "still"});
     if (selected == BackdropItem::Color) useColor();
     if (selected != BackdropItem::Picture) return;
     askForFile("Choose a picture", {"image/png", "image/gif"}, [this](const std::string& path) {
@@ -339,9 +340,10 @@ void SettingsWindow::showBackdrop() {
   const std::string backdrop = state_.backdrop();
   GdkRGBA color;
   const bool isColor = backdrop.starts_with('#') && gdk_rgba_parse(&color, backdrop.c_str());
-  const BackdropItem item = isColor              ? BackdropItem::Color
-                            : backdrop == "blur" ? BackdropItem::Blur
-                                                 : BackdropItem::Picture;
+  const BackdropItem item = isColor               ? BackdropItem::Color
+                            : backdrop == "blur"  ? BackdropItem::Blur
+                            : backdrop == "still" ? BackdropItem::Still
+                                                  : BackdropItem::Picture;
   isShowing_ = true;
   adw_combo_row_set_selected(find<AdwComboRow>("backdrop"), static_cast<guint>(item));
   if (isColor) gtk_color_chooser_set_rgba(find<GtkColorChooser>("color"), &color);

@@ -8,7 +8,7 @@
 
 namespace artwork {
 
-// Fills the screen {0, 0, size} with the app: its name and a list of short entries. The top is dark
+// Fills the screen {0, 0, size} with the app: its name, its page and the home bar. The top is dark
 // and empty, so that a white status bar is readable there.
 void drawApp(cairo_t* context, Size size, const App& app);
 

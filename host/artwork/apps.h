@@ -1,4 +1,4 @@
-// The invented apps of the home screen: their names, symbols and colors.
+// The invented apps of the home screen: their names, symbols, colors and pages.
 #pragma once
 
 #include <span>
@@ -9,10 +9,25 @@
 
 namespace artwork {
 
+// What an open app shows.
+enum class Page {
+  Journal,
+  Messages,
+  Recordings,
+  Papers,
+  Alarms,
+  Pictures,
+  Weather,
+  Month,
+  Chart,
+  Switches
+};
+
 // An app as the home screen shows it.
 struct App {
   const char* name;
   Glyph glyph;
+  Page page;
   // The colors at the top and the bottom of the icon's plate.
   Color top;
   Color bottom;

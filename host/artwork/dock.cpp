@@ -8,7 +8,7 @@ namespace {
 constexpr double plateMargin = 8;
 // As a part of the plate's thickness.
 constexpr double cornerShare = 0.3;
-constexpr double plateAlpha = 0.24;
+constexpr double plateAlpha = 0.18;
 constexpr double rimWidth = 0.75;
 constexpr double padGap = 22;
 // As a part of an icon's side. Icons shrink if there is no room for such gaps.
@@ -21,14 +21,21 @@ struct Strip {
   double thickness;
 };
 
-void drawPlate(cairo_t* context, const Rect& plate) {
+void drawPlate(cairo_t* context, const Rect& plate, const Color& tint,
+               const std::function<void()>& drawBehind) {
   const double radius = std::min(plate.width, plate.height) * cornerShare;
-  fillRoundedRect(context, plate, radius, white.withAlpha(plateAlpha));
+  {
+    const SavedState saved(context);
+    addRoundedRect(context, plate, radius);
+    cairo_clip(context);
+    drawBehind();
+  }
+  fillRoundedRect(context, plate, radius, tint.withAlpha(plateAlpha));
   const double inset = rimWidth / 2;
   addRoundedRect(
       context, {plate.x + inset, plate.y + inset, plate.width - rimWidth, plate.height - rimWidth},
       radius - inset);
-  setSource(context, white.withAlpha(plateAlpha));
+  setSource(context, tint.withAlpha(plateAlpha));
   cairo_set_line_width(context, rimWidth);
   cairo_stroke(context);
 }
@@ -76,10 +83,11 @@ std::vector<PlacedIcon> dockIcons(Size size, DockEdge edge, host::Idiom idiom) {
   return layOut(size, edge, idiom).icons;
 }
 
-void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom) {
+void drawDock(cairo_t* context, Size size, DockEdge edge, host::Idiom idiom, const Color& tint,
+              const std::function<void()>& drawBehind) {
   const SavedState saved(context);
   const Layout layout = layOut(size, edge, idiom);
-  drawPlate(context, layout.plate);
+  drawPlate(context, layout.plate, tint, drawBehind);
   for (const PlacedIcon& icon : layout.icons) drawIcon(context, icon);
 }
 

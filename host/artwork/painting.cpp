@@ -156,10 +156,10 @@ void drawText(cairo_t* context, const std::string& text, Point origin, const Tex
 }
 
 void drawShadowedText(cairo_t* context, const std::string& text, Point origin,
-                      const TextStyle& style) {
+                      const TextStyle& style, const Color& shade) {
   const double reach = std::min(style.size * textShadowShare, maxTextShadow);
-  drawShadowCopies(context, reach, [&](const Color& shade) {
-    drawText(context, text, origin, {style.size, style.weight, shade, style.align});
+  drawShadowCopies(context, reach, shade, [&](const Color& faint) {
+    drawText(context, text, origin, {style.size, style.weight, faint, style.align});
   });
   drawText(context, text, origin, style);
 }
@@ -177,15 +177,15 @@ std::string fittedText(cairo_t* context, const std::string& text, const TextStyl
   return shortened + "…";
 }
 
-void drawShadowCopies(cairo_t* context, double reach,
-                      const std::function<void(const Color& shade)>& draw) {
+void drawShadowCopies(cairo_t* context, double reach, const Color& shade,
+                      const std::function<void(const Color& faint)>& draw) {
   for (const double ring : {0.5, 1.0}) {
     for (int copy = 0; copy < shadowCopyCount; ++copy) {
       const SavedState saved(context);
       const double angle = 2 * std::numbers::pi * copy / shadowCopyCount;
       cairo_translate(context, std::cos(angle) * reach * ring,
                       std::sin(angle) * reach * ring + reach * 0.4);
-      draw(black.withAlpha(shadowAlpha));
+      draw(shade.withAlpha(shadowAlpha));
     }
   }
 }

@@ -20,6 +20,7 @@ struct Color {
   double alpha = 1;
 
   constexpr Color withAlpha(double value) const { return {red, green, blue, value}; }
+  bool operator==(const Color&) const = default;
 };
 
 // Returns the opaque color 0xRRGGBB.
@@ -29,6 +30,22 @@ constexpr Color rgb(unsigned hex) {
 
 inline constexpr Color white{1, 1, 1};
 inline constexpr Color black{0, 0, 0};
+
+// The colors of a text and of the soft shadow around it, which makes it readable on any picture.
+struct Ink {
+  Color text;
+  Color shade;
+
+  bool operator==(const Ink&) const = default;
+};
+
+inline constexpr Ink lightInk{white, black};
+inline constexpr Ink darkInk{rgb(0x17161f), white};
+// Returns the one that is readable on something of this brightness, from 0 to 1.
+constexpr const Ink& inkOn(double brightness) {
+  constexpr double brightest = 0.64;
+  return brightness > brightest ? darkInk : lightInk;
+}
 
 // Saves the context's state and restores it at the end of the scope.
 class SavedState {
@@ -75,16 +92,16 @@ struct TextStyle {
 
 // Draws one line of text. origin: on the baseline, at the side that the style aligns to.
 void drawText(cairo_t* context, const std::string& text, Point origin, const TextStyle& style);
-// Draws the same with a soft dark shadow, so that it is readable on any image.
+// Draws the same with a soft shadow.
 void drawShadowedText(cairo_t* context, const std::string& text, Point origin,
-                      const TextStyle& style);
+                      const TextStyle& style, const Color& shade = black);
 // Returns the text, shortened with an ellipsis if it is wider than width.
 std::string fittedText(cairo_t* context, const std::string& text, const TextStyle& style,
                        double width);
 
 // Draws a soft shadow of many faint copies: calls draw for each, with the context moved by up to
-// reach and the color to draw in.
-void drawShadowCopies(cairo_t* context, double reach,
-                      const std::function<void(const Color& shade)>& draw);
+// reach and the color to draw in, which is a faint shade.
+void drawShadowCopies(cairo_t* context, double reach, const Color& shade,
+                      const std::function<void(const Color& faint)>& draw);
 
 }  // namespace artwork

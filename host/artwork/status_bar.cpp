@@ -73,17 +73,18 @@ void drawSymbols(cairo_t* context, Point corner, double unit, const Color& color
 
 }  // namespace
 
-void drawStatusBar(cairo_t* context, Size size, const std::string& time) {
+void drawStatusBar(cairo_t* context, Size size, const std::string& text, const Ink& ink) {
   const SavedState saved(context);
   const double type = std::clamp(size.height * typeShare, minType, maxType);
   const double margin = std::max(size.height * marginShare, minMargin);
   const double unit = type * capHeight;
   const double top = (size.height - unit) / 2;
-  drawShadowedText(context, time, {margin, top + unit}, {type, Weight::SemiBold, white});
+  drawShadowedText(context, text, {margin, top + unit}, {type, Weight::SemiBold, ink.text},
+                   ink.shade);
   const Point corner{size.width - margin, top};
-  drawShadowCopies(context, type * shadowShare,
-                   [&](const Color& shade) { drawSymbols(context, corner, unit, shade); });
-  drawSymbols(context, corner, unit, white);
+  drawShadowCopies(context, type * shadowShare, ink.shade,
+                   [&](const Color& faint) { drawSymbols(context, corner, unit, faint); });
+  drawSymbols(context, corner, unit, ink.text);
 }
 
 }  // namespace artwork

@@ -8,11 +8,12 @@
 #include <cairo.h>
 
 #include "host/artwork/geometry.h"
+#include "host/artwork/painting.h"
 
 namespace artwork {
 
-// Draws in white the time at the left and the signal, wireless and battery symbols at the right.
-// Their size adapts to the height.
-void drawStatusBar(cairo_t* context, Size size, const std::string& time);
+// Draws a text, usually the time, at the left and the signal, wireless and battery symbols at the
+// right. Their size adapts to the height.
+void drawStatusBar(cairo_t* context, Size size, const std::string& text, const Ink& ink);
 
 }  // namespace artwork

@@ -191,8 +191,8 @@ void ControlService::setExceptedOutputs(sdbus::Result<>&& result, std::vector<st
 
 void ControlService::setBackdrop(sdbus::Result<>&& result, const std::string& text) {
   const auto backdrop = parsedBackdrop(text);
-  if (!display_.setBackdrop || !backdrop) {
-    result.returnError(refusal(backdrop ? "it is not on a desktop" : "no such backdrop"));
+  if (!backdrop) {
+    result.returnError(refusal("no such backdrop"));
     return;
   }
   display_.setBackdrop(*backdrop);

@@ -10,7 +10,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "host/home_screen/spring_board.h"
 
 namespace host {
@@ -23,7 +23,7 @@ class ControlService {
     std::function<DrawnSurface()> draw;
     // Takes the names of the outputs that do not show the wallpaper. Empty if there are no outputs.
     std::function<void(std::vector<std::string>)> setExceptedOutputs;
-    // Takes what is shown beside the wallpaper. Empty if it is not on a desktop.
+    // Takes what is shown beside the wallpaper's picture.
     std::function<void(const BackdropOptions&)> setBackdrop;
   };
 

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "host/desktop/wallpaper_picture.h"
 #include "host/home_screen/output.h"
+#include "host/wallpaper/wallpaper_picture.h"
 
 namespace host {
 

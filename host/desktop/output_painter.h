@@ -7,9 +7,9 @@
 
 #include <cairo.h>
 
-#include "host/desktop/backdrop.h"
-#include "host/desktop/wallpaper_picture.h"
 #include "host/options/desktop_options.h"
+#include "host/wallpaper/backdrop.h"
+#include "host/wallpaper/wallpaper_picture.h"
 #include "platform/geometry.h"
 #include "platform/linux/views/frame_replay.h"
 #include "platform/linux/views/picture_drawing.h"

@@ -7,12 +7,12 @@
 #include <optional>
 
 #include "host/desktop/desktop_outputs.h"
-#include "host/desktop/wallpaper_picture.h"
 #include "host/displays/power_watch.h"
 #include "host/displays/session_watch.h"
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "host/home_screen/spring_board.h"
 #include "host/options/desktop_options.h"
+#include "host/wallpaper/wallpaper_picture.h"
 
 namespace host {
 

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <functional>
 
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/views/region.h"
 
 struct _XDisplay;

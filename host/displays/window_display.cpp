@@ -19,13 +19,14 @@
 #include "host/artwork/device_frame.h"
 #include "host/artwork/painting.h"
 #include "host/displays/desktop_cover.h"
+#include "host/displays/screen_transition.h"
 #include "host/displays/window_keys.h"
 #include "host/displays/window_layout.h"
 #include "host/displays/x11_connection.h"
-#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/gesture_actions.h"
 #include "host/home_screen/gesture_recognizer.h"
 #include "host/home_screen/screen_painter.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/main_loop/run_loop.h"
 
 namespace host {
@@ -34,6 +35,8 @@ namespace {
 using platform::UIInterfaceOrientation;
 using platform::backend::Region;
 using platform::backend::RunLoop;
+
+constexpr ScreenTransition::Duration transitionTime{0.25};
 
 // Around the device.
 constexpr artwork::Color surroundings = artwork::rgb(0x2b2d34);
@@ -81,7 +84,8 @@ artwork::DeviceTop topOf(UIInterfaceOrientation orientation) {
 DrawnSurface surfaceOn(const SDL_Surface& pixels, const cairo_rectangle_int_t& part) {
   constexpr int pixelSize = 4;
   auto* first = static_cast<unsigned char*>(pixels.pixels) +
-                static_cast<std::ptrdiff_t>(part.y) * pixels.pitch + part.x * pixelSize;
+                static_cast<std::ptrdiff_t>(part.y) * pixels.pitch +
+                static_cast<std::ptrdiff_t>(part.x) * pixelSize;
   return DrawnSurface(cairo_image_surface_create_for_data(first, CAIRO_FORMAT_RGB24, part.width,
                                                           part.height, pixels.pitch));
 }
@@ -94,7 +98,9 @@ struct FreeSurface {
 
 struct WindowDisplay::Impl {
   explicit Impl(SpringBoard& board)
-      : springBoard(board), painter(board.screen(), 1, board.options().desktop.maxKeptBytes) {}
+      : springBoard(board),
+        painter(board.screen(), 1, board.options().desktop.maxKeptBytes),
+        transition(board.options().hasMotion ? transitionTime : ScreenTransition::Duration(0)) {}
   ~Impl();
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
@@ -123,6 +129,8 @@ struct WindowDisplay::Impl {
   void layOut(const SDL_Surface& pixels);
   void drawBody(const SDL_Surface& pixels);
   void drawScreen(const SDL_Surface& pixels, const Region& part);
+  // Begins a transition if the screen is another one than what the surface of the window shows.
+  void followScene();
   // Returns the pixels of the screen over which the body is drawn.
   std::array<cairo_rectangle_int_t, 4> screenCorners() const;
   // Shows a part of what has been drawn.
@@ -133,6 +141,7 @@ struct WindowDisplay::Impl {
 
   SpringBoard& springBoard;
   ScreenPainter painter;
+  ScreenTransition transition;
   GestureRecognizer gestures;
   // True while a key is held down.
   bool isRepeating = false;
@@ -360,9 +369,11 @@ void WindowDisplay::Impl::draw(bool isAll) {
   // The window keeps what was drawn last until it can be seen again.
   if (springBoard.isCovered()) {
     mustPaintAll = true;
+    transition.jumpTo({springBoard.state(), springBoard.orientation()});
     return;
   }
   updateTitle();
+  followScene();
   followTurn();
   SDL_Surface* shown = SDL_GetWindowSurface(window);
   SDL_Surface* pixels = shown == nullptr ? nullptr : canvas(*shown);
@@ -370,11 +381,22 @@ void WindowDisplay::Impl::draw(bool isAll) {
   // A new surface of the window is empty.
   if (std::exchange(drawnPixels, shown->pixels) != shown->pixels) mustLayOut = true;
   if (std::exchange(mustLayOut, false)) layOut(*pixels);
-  Region part = painter.takeChangedPart(std::exchange(mustPaintAll, false));
+  // What is composed with a transition must be painted again.
+  const bool isAllPainted = std::exchange(mustPaintAll, transition.isRunning());
+  Region part = painter.takeChangedPart(isAllPainted || transition.isRunning());
   if (!part.isEmpty()) drawScreen(*pixels, part);
   part.move(place.screen.x, place.screen.y);
   if (std::exchange(mustShowAll, false)) part.add({0, 0, pixels->w, pixels->h});
   show(*pixels, *shown, part);
+}
+
+void WindowDisplay::Impl::followScene() {
+  const Scene scene{springBoard.state(), springBoard.orientation()};
+  SDL_Surface* shown = SDL_GetWindowSurface(window);
+  const bool isKnown = shown != nullptr && shown->pixels == drawnPixels;
+  SDL_Surface* pixels = isKnown ? canvas(*shown) : nullptr;
+  const DrawnSurface surface = pixels == nullptr ? nullptr : surfaceOn(*pixels, place.screen);
+  transition.show(scene, surface.get());
 }
 
 void WindowDisplay::Impl::layOut(const SDL_Surface& pixels) {
@@ -399,6 +421,7 @@ void WindowDisplay::Impl::drawBody(const SDL_Surface& pixels) {
 void WindowDisplay::Impl::drawScreen(const SDL_Surface& pixels, const Region& part) {
   const DrawnSurface surface = surfaceOn(pixels, place.screen);
   painter.paint(surface.get(), part);
+  transition.compose(surface.get());
   for (const cairo_rectangle_int_t& corner : screenCorners()) {
     if (!part.overlaps(corner)) continue;
     const DrawingContext context(cairo_create(surface.get()));

@@ -17,7 +17,7 @@
 #include "host/displays/desktop_cover.h"
 #include "host/displays/root_pixmap.h"
 #include "host/displays/x11_connection.h"
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/main_loop/run_loop.h"
 #include "platform/linux/views/region.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/artwork/geometry.h"
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/views/drawn_view.h"
 #include "platform/linux/views/region.h"
 

@@ -9,6 +9,14 @@
 #include "host/artwork/status_bar.h"
 
 namespace host {
+namespace {
+
+// Several elements may be adapted to one glimpse, each to the part that is behind it.
+const artwork::Ink& inkOn(const Glimpse& behind, const artwork::Rect& area) {
+  return artwork::inkOn(behind.brightness(area));
+}
+
+}  // namespace
 
 void ClockView::setTime(const TimeOfDay& time) {
   if (time == time_) return;
@@ -16,12 +24,25 @@ void ClockView::setTime(const TimeOfDay& time) {
   repaint();
 }
 
+void StatusBarView::setLook(bool showsTime, const artwork::Ink& ink) {
+  const bool isSame = showsTime == showsTime_ && ink == ink_;
+  showsTime_ = showsTime;
+  ink_ = ink;
+  if (!isSame) repaint();
+}
+
 void StatusBarView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawStatusBar(context, size, time().time);
+  artwork::drawStatusBar(context, size, showsTime_ ? time().time : "Lumora", ink_);
+}
+
+void HomeIconsView::adaptTo(const Glimpse& behind) {
+  const platform::CGRect area = frame();
+  const auto& ink = inkOn(behind, {area.x, area.y, area.width, area.height});
+  if (!(std::exchange(ink_, ink) == ink)) repaint();
 }
 
 void HomeIconsView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawHomeIcons(context, size, idiom_);
+  artwork::drawHomeIcons(context, size, idiom_, ink_);
 }
 
 const artwork::App* HomeIconsView::appAt(artwork::Point point) const {
@@ -30,8 +51,18 @@ const artwork::App* HomeIconsView::appAt(artwork::Point point) const {
                         {point.x - area.x, point.y - area.y});
 }
 
+void LockScreenView::adaptTo(const Glimpse& behind) {
+  const artwork::Size size{frame().width, frame().height};
+  const auto& top = inkOn(behind, artwork::lockScreenTop(size));
+  const auto& bottom = inkOn(behind, artwork::lockScreenBottom(size));
+  const bool isSame = top == top_ && bottom == bottom_;
+  top_ = top;
+  bottom_ = bottom;
+  if (!isSame) repaint();
+}
+
 void LockScreenView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawLockScreen(context, size, time().time, time().date);
+  artwork::drawLockScreen(context, size, time().time, time().date, top_, bottom_);
 }
 
 void AppView::show(const artwork::App& app) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "host/artwork/apps.h"
+#include "host/artwork/painting.h"
 #include "host/home_screen/cached_view.h"
 #include "host/home_screen/wall_clock.h"
 #include "host/options/idiom.h"
+#include "host/wallpaper/glimpse.h"
 
 namespace host {
 
@@ -21,18 +23,37 @@ class ClockView : public CachedView {
 };
 
 class StatusBarView : public ClockView {
+ public:
+  // The lock screen shows the time itself.
+  void setLook(bool showsTime, const artwork::Ink& ink);
+
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
+
+ private:
+  bool showsTime_ = true;
+  artwork::Ink ink_ = artwork::lightInk;
 };
 
 class LockScreenView : public ClockView {
+ public:
+  // Adapts the colors to what is behind it.
+  void adaptTo(const Glimpse& behind);
+
  protected:
   void paint(cairo_t* context, artwork::Size size) override;
+
+ private:
+  artwork::Ink top_ = artwork::lightInk;
+  artwork::Ink bottom_ = artwork::lightInk;
 };
 
 class HomeIconsView : public CachedView {
  public:
   explicit HomeIconsView(Idiom idiom) : idiom_(idiom) {}
+
+  // Adapts the colors to what is behind it.
+  void adaptTo(const Glimpse& behind);
 
   // Returns the app whose icon is at this point of the screen, or nullptr.
   const artwork::App* appAt(artwork::Point point) const;
@@ -42,6 +63,7 @@ class HomeIconsView : public CachedView {
 
  private:
   const Idiom idiom_;
+  artwork::Ink ink_ = artwork::lightInk;
 };
 
 class AppView : public CachedView {

@@ -1,5 +1,7 @@
 #include "host/home_screen/dock_view.h"
 
+#include <utility>
+
 namespace host {
 namespace {
 
@@ -36,6 +38,11 @@ void DockView::layOut(platform::CGSize screen, artwork::DockEdge edge) {
                : platform::CGRect{0, screen.height - height, screen.width, height});
 }
 
+void DockView::setGlimpse(std::shared_ptr<const Glimpse> behind) {
+  behind_ = std::move(behind);
+  forgetPainting();
+}
+
 const artwork::App* DockView::appAt(artwork::Point point) const {
   const platform::CGRect area = frame();
   return artwork::appAt(artwork::dockIcons({area.width, area.height}, edge_, idiom_),
@@ -43,7 +50,14 @@ const artwork::App* DockView::appAt(artwork::Point point) const {
 }
 
 void DockView::paint(cairo_t* context, artwork::Size size) {
-  artwork::drawDock(context, size, edge_, idiom_);
+  const platform::CGRect area = frame();
+  const double brightness =
+      behind_ ? behind_->brightness({area.x, area.y, area.width, area.height}) : 0;
+  artwork::drawDock(context, size, edge_, idiom_, artwork::inkOn(brightness).text, [&] {
+    if (!behind_) return;
+    cairo_translate(context, -area.x, -area.y);
+    behind_->paint(context);
+  });
 }
 
 }  // namespace host

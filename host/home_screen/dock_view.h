@@ -6,6 +6,7 @@
 #include "host/artwork/dock.h"
 #include "host/home_screen/cached_view.h"
 #include "host/options/idiom.h"
+#include "host/wallpaper/glimpse.h"
 #include "platform/linux/views/view_class.h"
 
 namespace host {
@@ -24,6 +25,9 @@ class DockView : public CachedView {
   // Puts the dock along an edge of a screen of this size in points.
   void layOut(platform::CGSize screen, artwork::DockEdge edge);
 
+  // Sets what the plate lets through.
+  void setGlimpse(std::shared_ptr<const Glimpse> behind);
+
   // Returns the app whose icon is at this point of the screen, or nullptr.
   const artwork::App* appAt(artwork::Point point) const;
 
@@ -36,6 +40,7 @@ class DockView : public CachedView {
   explicit DockView(Idiom idiom) : idiom_(idiom) {}
 
   const Idiom idiom_;
+  std::shared_ptr<const Glimpse> behind_;
   artwork::DockEdge edge_ = artwork::DockEdge::Bottom;
 };
 

@@ -1,6 +1,7 @@
 #include "host/home_screen/screen.h"
 
 #include <initializer_list>
+#include <utility>
 
 #include "host/home_screen/wallpaper_controller.h"
 
@@ -35,7 +36,7 @@ Screen::Screen(CGSize size, Idiom idiom, bool hasChrome)
   root_->setBackgroundColor(black);
   keyHelp_->setHidden(true);
   const std::initializer_list<std::shared_ptr<platform::UIView>> backToFront = {
-      wallpapers_, icons_, dock_, lockScreen_, statusBar_, app_, keyHelp_};
+      wallpapers_, icons_, dock_, lockScreen_, app_, statusBar_, keyHelp_};
   for (const auto& view : backToFront) root_->addSubview(view);
 }
 
@@ -79,14 +80,37 @@ void Screen::layOut() {
 }
 
 void Screen::show(ScreenState state, bool isCovered) {
+  state_ = state;
   const bool isHome = state == ScreenState::Home;
   const bool isLocked = state == ScreenState::Locked;
   icons_->setHidden(!hasChrome_ || !isHome);
   dock_->setHidden(!hasChrome_ || !isHome);
   lockScreen_->setHidden(!hasChrome_ || !isLocked);
-  statusBar_->setHidden(!hasChrome_ || (!isHome && !isLocked));
+  statusBar_->setHidden(!hasChrome_ || state == ScreenState::Off);
   app_->setHidden(!hasChrome_ || state != ScreenState::App);
   WallpaperController::instance().setVisibility({isLocked && !isCovered, isHome && !isCovered});
+  adaptStatusBar();
+}
+
+bool Screen::followWallpaper(double scale) {
+  if (!hasChrome_) return false;
+  auto seen = WallpaperController::instance().follow(wallpaper_, scale);
+  if (!seen || seen == behind_) return false;
+  behind_ = std::move(seen);
+  icons_->adaptTo(*behind_);
+  lockScreen_->adaptTo(*behind_);
+  dock_->setGlimpse(behind_);
+  adaptStatusBar();
+  return true;
+}
+
+// An app has a dark top.
+void Screen::adaptStatusBar() {
+  const CGRect area = statusBar_->frame();
+  const bool isOnWallpaper = behind_ && state_ != ScreenState::App;
+  const double brightness =
+      isOnWallpaper ? behind_->brightness({area.x, area.y, area.width, area.height}) : 0;
+  statusBar_->setLook(state_ != ScreenState::Locked, artwork::inkOn(brightness));
 }
 
 void Screen::showTime() {

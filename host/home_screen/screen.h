@@ -5,6 +5,7 @@
 
 #include "host/home_screen/chrome_views.h"
 #include "host/home_screen/dock_view.h"
+#include "host/home_screen/wallpaper_view.h"
 #include "host/options/idiom.h"
 #include "platform/device.h"
 #include "platform/linux/views/region.h"
@@ -24,6 +25,11 @@ class Screen {
   // Shows the views of this state. The wallpapers of a covered screen are hidden in every state.
   void show(ScreenState state, bool isCovered);
   void turn(platform::UIInterfaceOrientation orientation);
+  // Chooses how the wallpaper is shown. Without chrome it has no effect.
+  void setWallpaper(const WallpaperView::Choice& choice) { wallpaper_ = choice; }
+  // Adapts what is around and above the animation to it. Call it before the screen is drawn.
+  // Returns true if more than the next frame must be drawn. scale: pixels per point.
+  bool followWallpaper(double scale);
   // Updates the clocks.
   void showTime();
   // Returns the pixels in which the clocks have changed since the last call. scale: pixels per
@@ -45,11 +51,16 @@ class Screen {
  private:
   bool isSideways() const;
   void layOut();
+  void adaptStatusBar();
 
   const platform::CGSize uprightSize_;
   const Idiom idiom_;
   const bool hasChrome_;
   platform::UIInterfaceOrientation orientation_ = platform::UIInterfaceOrientation::Portrait;
+  ScreenState state_ = ScreenState::Home;
+  WallpaperView::Choice wallpaper_;
+  // What is behind the chrome, if that has been seen.
+  std::shared_ptr<const Glimpse> behind_;
   std::shared_ptr<platform::UIView> root_;
   std::shared_ptr<platform::UIView> wallpapers_;
   std::shared_ptr<HomeIconsView> icons_;

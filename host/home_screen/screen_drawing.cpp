@@ -37,6 +37,7 @@ cairo_rectangle_int_t pixelsOf(const Screen& screen, double scale) {
 
 DrawnSurface drawnScreen(Screen& screen, double scale) {
   screen.showTime();
+  screen.followWallpaper(scale);
   const cairo_rectangle_int_t all = pixelsOf(screen, scale);
   DrawnSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, all.width, all.height));
   drawPartOfScreen(screen, surface.get(), scale, platform::backend::Region(all));

@@ -3,7 +3,7 @@
 
 #include <cairo.h>
 
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "host/home_screen/screen.h"
 #include "platform/linux/views/region.h"
 

@@ -16,6 +16,7 @@ Region ScreenPainter::all() const {
 }
 
 Region ScreenPainter::takeChangedPart(bool isAll) {
+  isAll = screen_.followWallpaper(scale_) || isAll;
   const Region redrawn = screen_.takeRedrawnPart(scale_);
   replay_.forget(redrawn);
   const auto views = platform::backend::takeChangedViews(screen_.root());

@@ -38,7 +38,9 @@ struct SpringBoard::Object : objc_object {
 };
 
 SpringBoard::SpringBoard(const HostOptions& options)
-    : options_(options), object_(std::make_unique<Object>(*this)) {
+    : options_(options),
+      object_(std::make_unique<Object>(*this)),
+      backdrop_(options.desktop.backdrop) {
   const auto width = static_cast<platform::CGFloat>(options.width);
   const auto height = static_cast<platform::CGFloat>(options.height);
   platform::backend::setMainScreenBounds({0, 0, width, height});
@@ -55,6 +57,7 @@ SpringBoard::SpringBoard(const HostOptions& options)
   WallpaperController::registerClasses();
   screen_ =
       std::make_unique<Screen>(platform::CGSize{width, height}, options.idiom, hasChrome(options));
+  showWallpaperChoice();
 }
 
 SpringBoard::~SpringBoard() = default;
@@ -84,8 +87,7 @@ void SpringBoard::show(ScreenState state) {
 void SpringBoard::keepTime() {
   if (options_.display != DisplayKind::Window) return;
   auto& runLoop = platform::backend::RunLoop::main();
-  const bool showsClock =
-      !isCovered_ && (state_ == ScreenState::Home || state_ == ScreenState::Locked);
+  const bool showsClock = !isCovered_ && state_ != ScreenState::Off;
   runLoop.clearAlarm(this);
   if (!showsClock) return;
   runLoop.setAlarm(this, platform::backend::RunLoop::Clock::now() + untilNextMinute(), [this] {
@@ -128,6 +130,16 @@ void SpringBoard::setWallpaperName(std::string name) {
 
 void SpringBoard::noteNewWallpaper() {
   ++wallpaperNumber_;
+  showWallpaperChoice();
+}
+
+void SpringBoard::setBackdrop(const BackdropOptions& backdrop) {
+  backdrop_ = backdrop;
+  showWallpaperChoice();
+}
+
+void SpringBoard::showWallpaperChoice() {
+  screen_->setWallpaper({wallpaperNumber_, backdrop_});
   platform::backend::RunLoop::main().setNeedsDisplay();
 }
 

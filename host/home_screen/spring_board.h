@@ -48,10 +48,12 @@ class SpringBoard {
   void setPaused(bool isPaused);
   // Hides the wallpapers of a desktop likewise, to save power.
   void setSavingPower(bool isSavingPower);
-  // Tells a desktop that another wallpaper has been chosen.
+  // Tells that another wallpaper has been chosen.
   void noteNewWallpaper();
   // Returns how often that has been.
   unsigned wallpaperNumber() const { return wallpaperNumber_; }
+  // Replaces what a phone shows beside the wallpaper's picture.
+  void setBackdrop(const BackdropOptions& backdrop);
   // Sets the name of what the wallpaper shows, for the window's title; "" if there is none.
   void setWallpaperName(std::string name);
   const std::string& wallpaperName() const { return wallpaperName_; }
@@ -73,6 +75,7 @@ class SpringBoard {
   void show(ScreenState state);
   bool hidesWallpapers() const { return isCovered_ || isPaused_ || isSavingPower_; }
   void keepTime();
+  void showWallpaperChoice();
 
   const HostOptions options_;
   std::unique_ptr<Object> object_;
@@ -82,6 +85,7 @@ class SpringBoard {
   bool isPaused_ = false;
   bool isSavingPower_ = false;
   unsigned wallpaperNumber_ = 0;
+  BackdropOptions backdrop_;
   std::string wallpaperName_;
   std::vector<Output> outputs_;
 };

@@ -2,6 +2,7 @@
 
 #include <ctime>
 
+#include "host/home_screen/time_format.h"
 #include "platform/linux/main_loop/display_clock.h"
 
 namespace host {
@@ -11,11 +12,6 @@ using std::chrono::system_clock;
 
 // 9 January 2024, 9:41, counted as if local time were UTC.
 constexpr std::time_t manualStart = 1704793260;
-
-std::string formatted(const std::tm& moment, const char* format) {
-  char text[64];
-  return std::string(text, std::strftime(text, sizeof text, format, &moment));
-}
 
 std::tm brokenDown() {
   const auto& clock = platform::backend::DisplayClock::main();
@@ -35,7 +31,7 @@ std::tm brokenDown() {
 
 TimeOfDay timeOfDay() {
   const std::tm moment = brokenDown();
-  return {formatted(moment, "%-H:%M"), formatted(moment, "%A, %-d %B")};
+  return {timeText(moment), dateText(moment)};
 }
 
 std::chrono::steady_clock::duration untilNextMinute() {

@@ -7,9 +7,8 @@
 namespace host {
 
 struct TimeOfDay {
-  // "9:41"
+  // As time_format.h writes them.
   std::string time;
-  // "Tuesday, 9 January"
   std::string date;
 
   bool operator==(const TimeOfDay&) const = default;

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "host/home_screen/cached_view.h"
 #include "platform/linux/views/view_class.h"
 
 namespace host {
@@ -12,19 +11,6 @@ using platform::id;
 using platform::SEL;
 using platform::UIView;
 using platform::backend::StrongIvar;
-
-class StillWallpaperView : public CachedView {
- public:
-  explicit StillWallpaperView(artwork::Still still) : still_(still) {}
-
- protected:
-  void paint(cairo_t* context, artwork::Size size) override {
-    artwork::drawStillWallpaper(context, size, still_);
-  }
-
- private:
-  const artwork::Still still_;
-};
 
 }  // namespace
 
@@ -99,8 +85,17 @@ void WallpaperController::applyVisibility(StrongIvar& variable, bool isVisible) 
   if (view && view->hidden() == isVisible) view->setHidden(!isVisible);
 }
 
+std::shared_ptr<const Glimpse> WallpaperController::follow(const WallpaperView::Choice& choice,
+                                                           double scale) const {
+  for (StrongIvar* variable : object_->views()) {
+    const auto view = std::dynamic_pointer_cast<WallpaperView>(variable->load());
+    if (view && !view->hidden()) return view->follow(choice, scale);
+  }
+  return nullptr;
+}
+
 std::shared_ptr<UIView> WallpaperController::makeView(artwork::Still still, bool isVisible) {
-  auto view = platform::backend::makeViewOfClass<StillWallpaperView>(
+  auto view = platform::backend::makeViewOfClass<WallpaperView>(
       platform::objc_getClass("SBFWallpaperView"), still);
   view->setFrame({0, 0, screen_.width, screen_.height});
   view->setHidden(!isVisible);

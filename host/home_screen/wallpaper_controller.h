@@ -1,10 +1,10 @@
-// The still wallpapers: the class "SBWallpaperController" with its one instance, and the class
+// The wallpapers: the class "SBWallpaperController" with its one instance, and the class
 // "SBFWallpaperView" of its views. Main thread.
 #pragma once
 
 #include <memory>
 
-#include "host/artwork/still_wallpaper.h"
+#include "host/home_screen/wallpaper_view.h"
 #include "platform/linux/views/strong_ivar.h"
 
 namespace host {
@@ -28,6 +28,10 @@ class WallpaperController {
   void setVisibility(WallpaperVisibility visibility);
   // Sets "hidden" of every wallpaper to its value again, which notifies the observers.
   void reportVisibility();
+
+  // Makes the wallpaper that is shown follow its animation, and returns a glimpse of it; nullptr if
+  // none is shown. See WallpaperView::follow.
+  std::shared_ptr<const Glimpse> follow(const WallpaperView::Choice& choice, double scale) const;
 
   // Switch to one wallpaper for both screens, or one for each. They make new views and release the
   // old ones, or do nothing if that is the case already.

@@ -13,8 +13,10 @@ namespace host {
 // a whole number, otherwise Smooth.
 enum class Filter { Auto, Nearest, Smooth };
 
-// Blur: a blurred and darkened copy of the picture. File: another picture, which fills the output.
-enum class BackdropKind { Blur, Color, File };
+// What a screen shows beside the wallpaper's picture. Blur: a blurred and darkened copy of it.
+// Still: the landscape that is shown without a picture. File: another picture, which fills the
+// screen.
+enum class BackdropKind { Blur, Still, Color, File };
 
 struct BackdropOptions {
   BackdropKind kind = BackdropKind::Blur;
@@ -48,6 +50,7 @@ struct DesktopOptions {
   // True if the wallpaper pauses while power is to be saved.
   bool pausesOnBattery = false;
   Filter filter = Filter::Auto;
+  // Also on another display.
   BackdropOptions backdrop;
   // How many bytes of drawn frames each output may keep, and the window on another display.
   std::size_t maxKeptBytes = std::size_t{16} << 20;

@@ -57,6 +57,8 @@ std::string nameIn(const std::map<std::string, Value>& values, Value value) {
 }
 
 constexpr double maxChannel = 255;
+constexpr auto blurWord = "blur";
+constexpr auto stillWord = "still";
 
 // Returns false if the text is not "#" with six hexadecimal digits.
 bool parseColor(const std::string& text, BackdropOptions& backdrop) {
@@ -100,9 +102,10 @@ std::string sizeProblem() {
 std::optional<BackdropOptions> parsedBackdrop(const std::string& text) {
   BackdropOptions backdrop;
   const bool isColor = text.starts_with('#');
-  backdrop.kind = text == "blur" ? BackdropKind::Blur
-                  : isColor      ? BackdropKind::Color
-                                 : BackdropKind::File;
+  backdrop.kind = text == blurWord    ? BackdropKind::Blur
+                  : text == stillWord ? BackdropKind::Still
+                  : isColor           ? BackdropKind::Color
+                                      : BackdropKind::File;
   if (isColor && !parseColor(text, backdrop)) return std::nullopt;
   if (backdrop.kind != BackdropKind::File) return backdrop;
   std::error_code error;
@@ -111,7 +114,8 @@ std::optional<BackdropOptions> parsedBackdrop(const std::string& text) {
 }
 
 std::string textOf(const BackdropOptions& backdrop) {
-  if (backdrop.kind == BackdropKind::Blur) return "blur";
+  if (backdrop.kind == BackdropKind::Blur) return blurWord;
+  if (backdrop.kind == BackdropKind::Still) return stillWord;
   if (backdrop.kind == BackdropKind::File) return backdrop.file;
   const auto channel = [](double value) {
     return static_cast<unsigned>(std::lround(value * maxChannel));
@@ -155,6 +159,16 @@ void addDisplayOptions(CLI::App& command, HostOptions& options) {
           "there is no display"),
       namesOf(displays));
   command
+      .add_option_function<std::string>(
+          "--backdrop",
+          [&options](const std::string& text) {
+            const auto backdrop = parsedBackdrop(text);
+            if (!backdrop) throw CLI::ValidationError("--backdrop", backdropProblem);
+            options.desktop.backdrop = *backdrop;
+          },
+          backdropHelp)
+      ->type_name(backdropValues);
+  command
       .add_option_function<int>(
           "--frame-memory",
           [&options](int mebibytes) {
@@ -190,6 +204,12 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
           "whether a window explains its keys at the start (default: only the first one)"),
       {"off", "on"})
       ->group(group);
+  command_line::acceptOneOf(command.add_option_function<std::string>(
+                  "--motion",
+                  [&options](const std::string& choice) { options.hasMotion = choice == "full"; },
+                  "whether a window shows transitions from screen to screen (default: full)"),
+              {"full", "none"})
+      ->group(group);
   command
       .add_option(
           "--scale", options.scale,
@@ -217,18 +237,6 @@ void addDesktopOptions(CLI::App& command, DesktopOptions& desktop) {
           "--filter", [&desktop](const std::string& name) { desktop.filter = filters.at(name); },
           "how to draw enlarged pixels; auto: nearest for pixel art, otherwise smooth"),
       namesOf(filters))
-      ->group(group);
-  command
-      .add_option_function<std::string>(
-          "--backdrop",
-          [&desktop](const std::string& text) {
-            const auto backdrop = parsedBackdrop(text);
-            if (!backdrop) throw CLI::ValidationError("--backdrop", backdropProblem);
-            desktop.backdrop = *backdrop;
-          },
-          "what to show beside the GIF: a blurred copy of it, a color such as #203040, or a PNG or "
-          "GIF file")
-      ->type_name("blur|COLOR|FILE")
       ->group(group);
   command
       .add_option("--output", desktop.outputs,
@@ -308,6 +316,7 @@ std::vector<std::string> hostArguments(const HostOptions& options) {
   };
   if (options.scale) add("--scale", {std::to_string(*options.scale)});
   if (options.showsKeys) add("--keys", {*options.showsKeys ? "on" : "off"});
+  add("--motion", {options.hasMotion ? "full" : "none"});
   add("--output", options.desktop.outputs);
   add("--except", options.desktop.exceptedOutputs);
   arguments.emplace_back("--transition");

@@ -40,16 +40,23 @@ struct HostOptions {
   // True if a window shows at the start what its keys do. Nothing: only the first window of the
   // device does.
   std::optional<bool> showsKeys;
+  // True if a window shows short transitions from one screen to another.
+  bool hasMotion = true;
   DesktopOptions desktop;
 };
 
 // Declares the options. Parsing checks them and fills in options, which must outlive command.
 void addHostOptions(CLI::App& command, HostOptions& options);
 
-// Returns nothing if the text is none of "blur", a color and the path of a file, which may be
-// missing.
+// Returns nothing if the text is none of "blur", "still", a color and the path of a file, which may
+// be missing.
 std::optional<BackdropOptions> parsedBackdrop(const std::string& text);
-constexpr auto backdropProblem = "must be blur, a color such as #203040, or a PNG or GIF file";
+constexpr auto backdropProblem =
+    "must be blur, still, a color such as #203040, or a PNG or GIF file";
+constexpr auto backdropValues = "blur|still|COLOR|FILE";
+constexpr auto backdropHelp =
+    "what to show beside the GIF: a blurred copy of it (the default), the still wallpaper, a color "
+    "such as #203040, or a PNG or GIF file";
 // Returns the text that gives this backdrop.
 std::string textOf(const BackdropOptions& backdrop);
 

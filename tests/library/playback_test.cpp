@@ -136,6 +136,7 @@ TEST(Playback, AppliesTheSpeedFromTheNextRefresh) {
 TEST(Playback, AppliesTheOpacityToTheImageViewOnly) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_GIF_ALPHA", "0.5");
+  stage.springBoard().setBackdrop(*host::parsedBackdrop("still"));
   stage.launch();
   const Color still = stage.colorAt(pictureX, pictureY);
   stage.choose("SHARED", threeFrames);
@@ -153,6 +154,7 @@ TEST(Playback, AppliesTheOpacityToTheImageViewOnly) {
 TEST(Playback, ClipsAFillingImageToItsView) {
   Stage stage(exactRefresh);
   Stage::put("SHARED_SCALING_MODE", "FILL");
+  stage.springBoard().setBackdrop(*host::parsedBackdrop("still"));
   stage.launch();
   const Color besideTheDock = stage.colorAt(2, 840);
   stage.choose("SHARED", makeGif({{red, 25}}, 39, 300));

@@ -59,7 +59,7 @@ class Documentation(Device):
             done = self.bash(line.replace('run', 'run --for 1', 1), LUMORA_ROOT=self.root + '-2')
         else:
             done = self.bash(line)
-        if re.search('--display desktop|toggle|--output|forget|backdrop', line):
+        if re.search('--display desktop|toggle|--output|forget', line):
             self.assertEqual((done.returncode, done.stderr.count('\n')), (1, 1), (line, done))
             self.assertRegex(done.stderr, 'DISPLAY|desktop|output|lumora stop')
         else:

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/artwork/apps.h"
+#include "host/artwork/home_icons.h"
 #include "host/home_screen/gesture_recognizer.h"
 #include "tests/fixture/stage.h"
 
@@ -54,6 +55,21 @@ TEST(HomeScreen, FindsTheIconUnderAFinger) {
   stage.rotate(platform::UIInterfaceOrientation::LandscapeLeft);
   EXPECT_STREQ(nameAt({796, 75}), "Phone");
   EXPECT_STREQ(nameAt({64, 796}), "");
+}
+
+TEST(HomeScreen, ShowsEveryAppOnSmallScreens) {
+  // Beside the dock of a small phone on its side, and of a tiny one.
+  for (const artwork::Size area : {artwork::Size{472, 292}, {224, 150}, {120, 90}}) {
+    const auto icons = artwork::homeIcons(area, host::Idiom::Phone);
+    EXPECT_EQ(icons.size(), artwork::gridApps(host::Idiom::Phone).size());
+    for (const auto& icon : icons) {
+      const artwork::Rect& plate = icon.plate;
+      EXPECT_EQ(artwork::appAt(icons, {plate.x + plate.width / 2, plate.y + plate.height / 2}),
+                icon.app);
+      EXPECT_LE(plate.x + plate.width, area.width) << icon.app->name;
+      EXPECT_LE(plate.y + plate.height, area.height) << icon.app->name;
+    }
+  }
 }
 
 }  // namespace

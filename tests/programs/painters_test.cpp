@@ -12,9 +12,9 @@
 #include <malloc.h>
 
 #include "host/desktop/output_painter.h"
-#include "host/home_screen/drawn_surface.h"
 #include "host/home_screen/screen_drawing.h"
 #include "host/home_screen/screen_painter.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/main_loop/run_loop.h"
 #include "settings/notification_names.h"

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "host/displays/wayland/wayland_objects.h"
-#include "host/home_screen/drawn_surface.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/views/region.h"
 
 namespace host::wayland {

@@ -1,4 +1,4 @@
-#include "host/desktop/backdrop.h"
+#include "host/wallpaper/backdrop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 
 #include <fcntl.h>
 
-#include "host/artwork/still_wallpaper.h"
+#include "host/wallpaper/blurred_copy.h"
 #include "platform/image_source.h"
 #include "platform/linux/files/data.h"
 #include "platform/linux/views/picture_surface.h"
@@ -34,19 +34,6 @@ void fillWith(cairo_surface_t* surface, const CGRect& area, cairo_filter_t filte
   cairo_restore(context);
 }
 
-// Returns an opaque surface of this width that shows all of the source.
-cairo_surface_t* resized(cairo_surface_t* source, double sourceWidth, double sourceHeight,
-                         int width, int height) {
-  cairo_surface_t* result = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
-  cairo_t* context = cairo_create(result);
-  cairo_scale(context, width / sourceWidth, height / sourceHeight);
-  cairo_set_source_surface(context, source, 0, 0);
-  cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
-  cairo_paint(context);
-  cairo_destroy(context);
-  return result;
-}
-
 // Returns the first image of the file, or nullptr.
 platform::ImageRef imageInFile(const std::string& path) {
   // The file is the user's, not one of the device.
@@ -60,32 +47,43 @@ platform::ImageRef imageInFile(const std::string& path) {
 }  // namespace
 
 void Backdrop::paint(const WallpaperPicture& picture, const CGRect& area, cairo_t* context) {
-  if (picture.surface() == nullptr) {
-    cairo_save(context);
-    cairo_translate(context, area.x, area.y);
-    artwork::drawStillWallpaper(context, {area.width, area.height}, artwork::Still::Shared);
-    cairo_restore(context);
-    return;
+  if (options_.kind == BackdropKind::Still || picture.surface() == nullptr) {
+    return paintStill(area, context);
   }
   if (options_.kind == BackdropKind::Color) {
     cairo_set_source_rgb(context, options_.red, options_.green, options_.blue);
     cairo_paint(context);
     return;
   }
-  if (options_.kind == BackdropKind::File) {
-    makeFilled(area);
-    cairo_set_source_surface(context, filled_.get(), area.x, area.y);
-    cairo_paint(context);
-    return;
-  }
+  if (options_.kind == BackdropKind::File) return paintFile(area, context);
   if (!blurred_ || generation_ != picture.generation()) makeBlur(picture);
   fillWith(blurred_.get(), area, CAIRO_FILTER_BILINEAR, context);
 }
 
+void Backdrop::paintStill(const CGRect& area, cairo_t* context) const {
+  cairo_save(context);
+  cairo_translate(context, area.x, area.y);
+  artwork::drawStillWallpaper(context, {area.width, area.height}, still_);
+  cairo_restore(context);
+}
+
+void Backdrop::paintFile(const CGRect& area, cairo_t* context) {
+  double scale = 1;
+  double across = 0;
+  cairo_user_to_device_distance(context, &scale, &across);
+  makeFilled({0, 0, area.width * scale, area.height * scale});
+  cairo_save(context);
+  cairo_translate(context, area.x, area.y);
+  cairo_scale(context, 1 / scale, 1 / scale);
+  cairo_set_source_surface(context, filled_.get(), 0, 0);
+  cairo_paint(context);
+  cairo_restore(context);
+}
+
 // A transparent GIF is painted on it at every frame, which should not scale it again.
-void Backdrop::makeFilled(const CGRect& area) {
-  const int width = static_cast<int>(std::ceil(area.width));
-  const int height = static_cast<int>(std::ceil(area.height));
+void Backdrop::makeFilled(const CGRect& pixels) {
+  const int width = static_cast<int>(std::ceil(pixels.width));
+  const int height = static_cast<int>(std::ceil(pixels.height));
   const bool fits = filled_ && cairo_image_surface_get_width(filled_.get()) == width &&
                     cairo_image_surface_get_height(filled_.get()) == height;
   if (fits) return;
@@ -94,33 +92,18 @@ void Backdrop::makeFilled(const CGRect& area) {
   platform::backend::PictureSurface picture;
   if (image) picture.update(*image);
   if (picture.surface() == nullptr) return;
-  cairo_t* context = cairo_create(filled_.get());
-  fillWith(picture.surface(), {0, 0, area.width, area.height}, CAIRO_FILTER_GOOD, context);
-  cairo_destroy(context);
+  const DrawingContext context(cairo_create(filled_.get()));
+  fillWith(picture.surface(), pixels, CAIRO_FILTER_GOOD, context.get());
 }
 
-// Shrinking averages; the steps of two on the way back smooth the result.
 void Backdrop::makeBlur(const WallpaperPicture& picture) {
-  generation_ = picture.generation();
-  constexpr int longSideOfBlur = 12;
-  constexpr int timesDoubled = 4;
+  constexpr int details = 12;
   constexpr double darkness = 0.45;
-  const double longSide = std::max(picture.width(), picture.height());
-  const auto side = [longSide](int length) {
-    return std::max(static_cast<int>(std::lround(length * longSideOfBlur / longSide)), 2);
-  };
-  int width = side(picture.width());
-  int height = side(picture.height());
-  blurred_.reset(resized(picture.surface(), picture.width(), picture.height(), width, height));
-  for (int times = 0; times < timesDoubled; ++times) {
-    blurred_.reset(resized(blurred_.get(), width, height, width * 2, height * 2));
-    width *= 2;
-    height *= 2;
-  }
-  cairo_t* context = cairo_create(blurred_.get());
-  cairo_set_source_rgba(context, 0, 0, 0, darkness);
-  cairo_paint(context);
-  cairo_destroy(context);
+  generation_ = picture.generation();
+  blurred_ = blurredCopy(picture.surface(), details);
+  const DrawingContext context(cairo_create(blurred_.get()));
+  cairo_set_source_rgba(context.get(), 0, 0, 0, darkness);
+  cairo_paint(context.get());
 }
 
 }  // namespace host

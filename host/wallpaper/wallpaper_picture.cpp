@@ -1,4 +1,4 @@
-#include "host/desktop/wallpaper_picture.h"
+#include "host/wallpaper/wallpaper_picture.h"
 
 #include <utility>
 

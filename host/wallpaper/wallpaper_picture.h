@@ -1,4 +1,4 @@
-// The picture that the wallpaper shows, for painting it on every output of a desktop. Main thread.
+// The picture that the wallpaper shows, found in a tree of views. Main thread.
 #pragma once
 
 #include <optional>
