@@ -3,7 +3,7 @@
 Both have one device folder. Names that the phone's program posts are posted to the home screen, and
 those that the home screen's bus carries arrive at the phone's program.
 
-usage: phone_test.py LUMORA-OF-THE-PHONE FOLDER-OF-THE-LINUX-PROGRAMS
+usage: phone_test.py [Phone.TEST] LUMORA-OF-THE-PHONE FOLDER-OF-THE-LINUX-PROGRAMS
 """
 import json
 import os
@@ -14,7 +14,7 @@ import threading
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
-PHONE = sys.argv.pop(1)
+PHONE = sys.argv.pop(-2)
 from device import LUMORA, RED_GREEN, Device, gif
 
 IN_DEVICE = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'in_device.sh')
@@ -184,6 +184,29 @@ class Phone(Device):
                 self.assertEqual(names[:1], [item['PostNotification']] if 'PostNotification' in item
                                  else [])
 
+    @unittest.skipIf(os.geteuid(), 'needs root')
+    def test_works_as_the_owner_of_the_home_screens_files(self):
+        self.pipes.clear()
+        folder = os.path.join(self.var, 'mobile/Library/Preferences')
+        os.makedirs(folder)
+        owner = 4321
+        for place, _, _ in os.walk(self.var):
+            os.chown(place, owner, owner)
+        # With all user ids, unlike in_device.sh.
+        as_root = ['unshare', '-m', 'sh', '-c', 'umask 077; mount --bind "$0" /var && exec "$@"',
+                   self.var, PHONE]
+        if subprocess.run(['unshare', '-m', 'true'], check=False).returncode:
+            self.skipTest('cannot mount file systems here')
+        subprocess.run([*as_root, 'put', 'DOCK_HEIGHT', '96'], check=True)
+        stored = os.stat(os.path.join(self.root, SETTINGS))
+        self.assertEqual((stored.st_uid, stored.st_gid, oct(stored.st_mode)),
+                         (owner, owner, '0o100644'))
+        # A file that only root may read is read before.
+        gif_of_root = self.file('root.gif', RED_GREEN)
+        os.chmod(gif_of_root, 0o600)
+        done = subprocess.run([*as_root, 'set', gif_of_root], capture_output=True, text=True)
+        self.assertIn('no home screen', done.stderr)
+
     def test_says_that_no_home_screen_answers(self):
         self.file('cat.gif', RED_GREEN)
         del self.pipes['NAMES_POSTED'], self.pipes['NAMES_ARRIVING']
@@ -196,4 +219,4 @@ class Phone(Device):
 if __name__ == '__main__':
     if subprocess.run([IN_DEVICE, 'true']).returncode == 77:
         sys.exit(77)
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main(verbosity=2)
