@@ -42,10 +42,10 @@ inline CLI::Option* addChoice(CLI::App* command, const std::string& name, std::s
   return acceptOneOf(command->add_option(name, value, description)->required(), words);
 }
 
-// Adds the option --timeout. seconds: the default, a whole number.
-inline void addTimeout(CLI::App* command, double& seconds) {
+// Adds the option --timeout and returns it. seconds: the default, a whole number.
+inline CLI::Option* addTimeout(CLI::App* command, double& seconds) {
   constexpr long maxTimeout = 1'000'000;
-  command->add_option("--timeout", seconds, "longest time to wait")
+  return command->add_option("--timeout", seconds, "longest time to wait")
       ->check(numberUpTo(maxTimeout))
       ->type_name("SECONDS")
       ->default_str(std::to_string(static_cast<int>(seconds)));

@@ -8,12 +8,14 @@
 #include "command_line/failure.h"
 #include "command_line/progress_bar.h"
 #include "gifview/frame_cache.h"
+#include "phone/command_lock.h"
 #include "phone/file_owner.h"
 #include "phone/home_screen.h"
 #include "phone/stopwatch.h"
 #include "preferences/changes.h"
 #include "preferences/commands/blur_arguments.h"
 #include "preferences/location_names.h"
+#include "settings/settings_store.h"
 
 namespace phone {
 namespace {
@@ -24,46 +26,42 @@ struct BlurOptions {
   double timeout = 60;
 };
 
-// The views that the home screen can have, and all of their frames. Each view rewrites its frames,
+// Returns the number of frames of all wallpapers that are shown. Each view rewrites its frames,
 // whichever location's blur has changed.
-struct Views {
-  int count = 0;
+int framesInUse() {
   int frames = 0;
-};
-
-Views viewsInUse() {
-  Views views;
   for (const lumora::Location& location : lumora::locations) {
     const bool isUsed = lumora::isUsed(location, lumora::wallpaperMode());
     if (!isUsed || !location.getWallpaperSet()) continue;
     const auto durations = lumora::loadFrameDurations(lumora::FrameCacheLayout(location.gifPath));
-    if (!durations) continue;
-    ++views.count;
-    views.frames += static_cast<int>(durations->size());
+    if (durations) frames += static_cast<int>(durations->size());
   }
-  return views;
+  return frames;
 }
 
 void changeBlur(const BlurOptions& options) {
   workAsOwner();
-  HomeScreen home;
-  const Views views = viewsInUse();
-  home.make(preferences::changeOf(preferences::LiveSetting::Blur,
-                                  preferences::locationNamed(options.location), options.radius));
-  if (views.count == 0) return;
-  const command_line::ProgressBar bar("blurring frames", views.frames);
-  Stopwatch sinceLast;
-  while (home.timesBlurred() < views.count) {
-    if (home.hears()) sinceLast = Stopwatch();
-    bar.show(home.framesFound());
-    const bool isSilent = home.framesFound() + home.timesBlurred() == 0;
+  const CommandLock lock(options.timeout);
+  Views views;
+  const int frames = framesInUse();
+  make(preferences::changeOf(preferences::LiveSetting::Blur,
+                             preferences::locationNamed(options.location), options.radius));
+  // A home screen for which Lumora is disabled may have no views.
+  if (frames == 0 || !lumora::getEnabled()) return;
+  const command_line::ProgressBar bar("blurring frames", frames);
+  // Every view posts its end, but the system may deliver two as one.
+  constexpr double rest = 2;
+  for (Stopwatch sinceLast; !views.haveBlurred() || sinceLast.seconds() < rest;) {
+    if (views.hear()) sinceLast = Stopwatch();
+    bar.show(views.framesFound());
+    const bool isSilent = views.framesFound() == 0 && !views.haveBlurred();
     if (isSilent && sinceLast.seconds() > patience) reportSilence("the setting is stored");
-    if (sinceLast.seconds() > options.timeout) {
+    if (sinceLast.seconds() > options.timeout + rest) {
       throw command_line::Failure(
           "the home screen is still blurring after the timeout; the setting is stored");
     }
   }
-  std::printf("%s blurred\n", command_line::countOfFrames(home.framesFound()).c_str());
+  std::printf("%s blurred\n", command_line::countOfFrames(frames).c_str());
 }
 
 }  // namespace

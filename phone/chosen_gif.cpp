@@ -9,8 +9,11 @@
 #include <memory>
 #include <utility>
 
+#include <unistd.h>
+
 #include "command_line/count.h"
 #include "command_line/failure.h"
+#include "command_line/terminal.h"
 #include "platform/autorelease_pool.h"
 #include "platform/image_source.h"
 #include "preferences/other_files.h"
@@ -35,7 +38,8 @@ platform::Bytes contentsOf(std::FILE* file, const std::string& name) {
   std::uint8_t part[1 << 16];
   while (const std::size_t count = std::fread(part, 1, sizeof part, file)) {
     bytes.insert(bytes.end(), part, part + count);
-    if (bytes.size() > maxSize) throw Failure("cannot read " + name + ": it is larger than 256 MiB");
+    if (bytes.size() > maxSize)
+      throw Failure("cannot read " + name + ": it is larger than 256 MiB");
   }
   if (std::ferror(file) != 0) failToRead(name);
   return bytes;
@@ -68,8 +72,9 @@ ChosenGif checkGif(const std::string& name, platform::DataRef data, const std::s
   countFrames(gif);
   if (gif.frames == 0) throw Failure("cannot decode " + name + ": " + problemOf(start));
   if (gif.frames < gif.images) {
-    std::fprintf(stderr, "lumora: %s is damaged: %d of %s can be shown\n", name.c_str(), gif.frames,
-                 command_line::countOfFrames(gif.images).c_str());
+    const std::string problem = name + " is damaged: " + std::to_string(gif.frames) + " of " +
+                                command_line::countOfFrames(gif.images) + " can be shown";
+    std::fprintf(stderr, "lumora: %s\n", command_line::printable(problem, STDERR_FILENO).c_str());
   }
   return gif;
 }

@@ -1,5 +1,6 @@
 #include "phone/file_owner.h"
 
+#include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,7 +13,7 @@ void workAsOwner() {
   umask(S_IWGRP | S_IWOTH);
   struct stat home {};
   if (geteuid() != 0 || stat("/var/mobile", &home) != 0 || home.st_uid == 0) return;
-  if (setgid(home.st_gid) != 0 || setuid(home.st_uid) != 0) {
+  if (setgroups(1, &home.st_gid) != 0 || setgid(home.st_gid) != 0 || setuid(home.st_uid) != 0) {
     throw command_line::Failure("cannot work as the owner of /var/mobile");
   }
 }

@@ -1,35 +1,48 @@
 #include "phone/home_screen.h"
 
+#include <functional>
+
 #include "command_line/failure.h"
+#include "phone/stopwatch.h"
 #include "platform/ios/run_loop.h"
 #include "settings/notification_names.h"
 
 namespace phone {
 
-HomeScreen::HomeScreen() {
-  const auto count = [this](const char* name, int& counter) {
-    center_.addObserver(this, name, [&counter](const std::string&) { ++counter; });
-  };
-  count(lumora::frameFoundNotification, framesFound_);
-  count(lumora::didStartAnimatingNotification, timesStarted_);
-  count(lumora::blurDidFinishNotification, timesBlurred_);
-}
-
-void HomeScreen::make(const preferences::Change& change) const {
+void make(const preferences::Change& change) {
   store(change);
-  for (const char* name : change.notifications) post(name);
+  for (const char* name : change.notifications) platform::DarwinNotifyCenter::post(name);
 }
 
-bool HomeScreen::hears() {
+Views::Views() {
+  const auto onName = [this](const char* name, std::function<void()> note) {
+    center_.addObserver(this, name, [this, note](const std::string&) {
+      ++heard_;
+      note();
+    });
+  };
+  onName(lumora::frameFoundNotification, [this] { ++framesFound_; });
+  onName(lumora::didStartAnimatingNotification, [this] { haveStarted_ = true; });
+  onName(lumora::blurDidFinishNotification, [this] { haveBlurred_ = true; });
+}
+
+bool Views::hear() {
   constexpr double moment = 0.3;
-  const auto heard = [this] { return framesFound_ + timesStarted_ + timesBlurred_; };
-  const int before = heard();
+  const int before = heard_;
   platform::backend::runMainLoop(moment);
-  return heard() != before;
+  return heard_ != before;
 }
 
-void HomeScreen::listenAnew() {
-  framesFound_ = timesStarted_ = timesBlurred_ = 0;
+void Views::awaitRest(double limit) {
+  constexpr double rest = 2;
+  const Stopwatch waiting;
+  for (Stopwatch sinceLast; sinceLast.seconds() < rest;) {
+    if (hear()) sinceLast = Stopwatch();
+    if (waiting.seconds() > limit + rest) {
+      throw command_line::Failure(
+          "the home screen has not finished its work before the timeout; nothing was changed");
+    }
+  }
 }
 
 void reportSilence(const std::string& state) {

@@ -8,32 +8,33 @@
 
 namespace phone {
 
-// How long a home screen that has Lumora takes at most to begin with what it was asked.
+// How many seconds a home screen that has Lumora takes at most to begin with what it was asked.
 constexpr double patience = 10;
 
-class HomeScreen {
- public:
-  // Listens to the views from now on.
-  HomeScreen();
+// Stores the change, and posts its notifications to the home screen.
+void make(const preferences::Change& change);
 
-  void post(const std::string& name) const { platform::DarwinNotifyCenter::post(name); }
-  // Stores the change, and posts its notifications.
-  void make(const preferences::Change& change) const;
+// What the views have posted since this object was made.
+class Views {
+ public:
+  Views();
 
   // Returns true as soon as a view has posted something, false if none does within 0.3 s.
-  bool hears();
+  bool hear();
+  // Returns once no view has posted anything for two seconds: none makes frames then. Throws
+  // Failure if they do not come to rest within the limit, in seconds.
+  void awaitRest(double limit);
 
-  // How often the views have posted these since listenAnew.
   int framesFound() const { return framesFound_; }
-  int timesStarted() const { return timesStarted_; }
-  int timesBlurred() const { return timesBlurred_; }
-  void listenAnew();
+  bool haveStarted() const { return haveStarted_; }
+  bool haveBlurred() const { return haveBlurred_; }
 
  private:
   platform::DarwinNotifyCenter center_;
+  int heard_ = 0;
   int framesFound_ = 0;
-  int timesStarted_ = 0;
-  int timesBlurred_ = 0;
+  bool haveStarted_ = false;
+  bool haveBlurred_ = false;
 };
 
 // Throws Failure: no home screen has begun with what it was asked. state: what has become of the

@@ -6,5 +6,7 @@
 
 int main(int argc, char** argv) {
   const platform::NSAutoreleasePool pool;
-  return command_line::runMain("lumora", [=] { return phone::performLine({argv + 1, argv + argc}); });
+  return command_line::runMain("lumora", [=] {
+    return phone::performLine({argv + 1, argv + argc});
+  });
 }

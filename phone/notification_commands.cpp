@@ -1,6 +1,8 @@
 #include "phone/notification_commands.h"
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,7 +21,9 @@ using platform::DarwinNotifyCenter;
 [[noreturn]] void watch(const std::vector<std::string>& otherNames) {
   std::vector<std::string> names(std::begin(lumora::allNotifications),
                                  std::end(lumora::allNotifications));
-  names.insert(names.end(), otherNames.begin(), otherNames.end());
+  for (const std::string& name : otherNames) {
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+  }
   DarwinNotifyCenter center;
   for (const std::string& name : names) {
     center.addObserver(nullptr, name, [](const std::string& posted) {
@@ -38,9 +42,10 @@ void addNotificationCommands(CLI::App& lumora, command_line::Context& context) {
                           [name] { DarwinNotifyCenter::post(*name); });
   post->add_option("NAME", *name, "name, such as com.brightfen.lumora.updateAnimating")->required();
   auto names = std::make_shared<std::vector<std::string>>();
-  auto* watching = addCommand(lumora, context, "watch",
-                              "print each notification of Lumora as it is posted, until interrupted",
-                              [names] { watch(*names); });
+  auto* watching =
+      addCommand(lumora, context, "watch",
+                 "print each notification of Lumora as it is posted, until interrupted",
+                 [names] { watch(*names); });
   watching->add_option("NAME", *names, "other notifications to print, too");
 }
 

@@ -6,6 +6,7 @@
 
 #include "command_line/parser.h"
 #include "phone/blur_command.h"
+#include "phone/command_lock.h"
 #include "phone/file_owner.h"
 #include "phone/home_screen.h"
 #include "phone/notification_commands.h"
@@ -54,9 +55,16 @@ const Program& theProgram() {
   return program;
 }
 
-void make(const preferences::Change& change) {
+void makeAsOwner(const preferences::Change& change) {
   workAsOwner();
-  HomeScreen().make(change);
+  make(change);
+}
+
+// An import changes the mode, too.
+void changeMode(const preferences::Change& change) {
+  workAsOwner();
+  const CommandLock lock(patience);
+  make(change);
 }
 
 }  // namespace
@@ -71,9 +79,9 @@ int performLine(std::vector<std::string> words) {
   addBlurCommand(lumora, *context);
   const preferences::DeviceActions device{.open = workAsOwner,
                                           .openToChange = workAsOwner,
-                                          .make = make,
-                                          .makeOnPhone = make,
-                                          .changeMode = make};
+                                          .make = makeAsOwner,
+                                          .makeOnPhone = makeAsOwner,
+                                          .changeMode = changeMode};
   addLiveSettingsCommands(lumora, *context, device);
   addSettingsCommands(lumora, *context, device);
   addNotificationCommands(lumora, *context);

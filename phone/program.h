@@ -1,7 +1,6 @@
 // The command line of lumora on the phone.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 

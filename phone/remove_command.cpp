@@ -1,9 +1,11 @@
 #include "phone/remove_command.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <string>
 
+#include "phone/command_lock.h"
 #include "phone/file_owner.h"
 #include "phone/home_screen.h"
 #include "phone/stopwatch.h"
@@ -16,27 +18,45 @@ namespace phone {
 namespace {
 
 using lumora::Location;
+using platform::DarwinNotifyCenter;
 
-// Returns once the home screen has deleted the GIF. Throws Failure if it does not.
-void removeGif(HomeScreen& home, const Location& location) {
-  home.post(location.removalNotification);
-  const Stopwatch waiting;
-  while (platform::fileExistsAtPath(location.gifPath)) {
-    if (waiting.seconds() > patience) reportSilence("the wallpaper was not removed");
-    home.hears();
+// Returns once the condition holds. Throws Failure if it does not. state: what has become of the
+// wallpaper, in words.
+template <typename Condition>
+void await(Condition condition, const char* state) {
+  Views views;
+  for (const Stopwatch waiting; !condition();) {
+    if (waiting.seconds() > patience) reportSilence(state);
+    views.hear();
   }
+}
+
+void removeGif(const Location& location) {
+  DarwinNotifyCenter::post(location.removalNotification);
+  await([&] { return !platform::fileExistsAtPath(location.gifPath); },
+        "the wallpaper was not removed");
+}
+
+void hideAll() {
+  DarwinNotifyCenter::post(lumora::control::removeGIFFromAllWallpapers);
+  await(
+      [] {
+        return std::none_of(lumora::locations.begin(), lumora::locations.end(),
+                            [](const Location& location) { return location.getWallpaperSet(); });
+      },
+      "the wallpapers were not hidden");
 }
 
 void remove(const std::string& location, bool forgets) {
   workAsOwner();
-  HomeScreen home;
-  if (location != "all") return removeGif(home, preferences::locationNamed(location));
-  home.post(lumora::control::removeGIFFromAllWallpapers);
+  const CommandLock lock(patience);
+  if (location != "all") return removeGif(preferences::locationNamed(location));
+  hideAll();
   if (!forgets) {
     std::printf("%s\n", preferences::allHidden);
     return;
   }
-  for (const Location& each : lumora::locations) removeGif(home, each);
+  for (const Location& each : lumora::locations) removeGif(each);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include "command_line/count.h"
 #include "command_line/failure.h"
 #include "phone/chosen_gif.h"
+#include "phone/command_lock.h"
 #include "phone/file_owner.h"
-#include "phone/home_screen.h"
 #include "phone/wallpaper_import.h"
 #include "preferences/commands/gif_arguments.h"
 #include "preferences/location_names.h"
@@ -29,9 +29,8 @@ struct SetOptions {
   bool noWait = false;
 };
 
-void importAt(HomeScreen& home, const Location& location, const ChosenGif& gif,
-              const SetOptions& options) {
-  importWallpaper(home, location, gif, options.noWait ? WaitFor::Handover : WaitFor::Frames,
+void importAt(const Location& location, const ChosenGif& gif, const SetOptions& options) {
+  importWallpaper(location, gif, options.noWait ? WaitFor::Handover : WaitFor::Frames,
                   options.timeout);
   if (options.noWait) return;
   std::printf("%s wallpaper set: %s\n", preferences::placeName(location),
@@ -49,11 +48,11 @@ void set(const SetOptions& options) {
   // As root, if the program is run by root: the GIF may be anywhere.
   const ChosenGif gif = readGif(options.path);
   workAsOwner();
-  HomeScreen home;
+  const CommandLock lock(options.timeout);
   const Location& location = preferences::locationNamed(options.location);
   const Location* other = preferences::otherLocationThatLoses(location);
-  if (other != nullptr && options.keepsOther) importAt(home, *other, sharedGif(), options);
-  importAt(home, location, gif, options);
+  if (other != nullptr && options.keepsOther) importAt(*other, sharedGif(), options);
+  importAt(location, gif, options);
   if (other != nullptr && !options.keepsOther) preferences::printLossOf(*other);
 }
 
@@ -66,8 +65,11 @@ void addSetCommand(CLI::App& lumora, command_line::Context& context) {
   preferences::addLocationAndGif(command, options->location, options->path);
   command->add_flag("--keep-other", options->keepsOther,
                     "keep a shared wallpaper on the other screen");
-  command->add_flag("--no-wait", options->noWait, "return without waiting for the frames");
-  command_line::addTimeout(command, options->timeout);
+  command->add_flag(
+      "--no-wait", options->noWait,
+      "return once the home screen has the GIF; it moves when its screen is shown anew");
+  command_line::addTimeout(command, options->timeout)
+      ->description("longest time to wait for the home screen's next frame");
 }
 
 }  // namespace phone

@@ -44,24 +44,31 @@ WallpaperFiles filesOf(const Location& location) {
   return files;
 }
 
-std::string state(const Location& location, const WallpaperFiles& files) {
-  if (files.gifBytes == 0) return "not set";
-  std::string text = "a GIF (" + command_line::textOfSize(files.gifBytes) + "): ";
-  if (files.frames == 0) return text + "its frames are not made yet";
-  text += command_line::countOfFrames(files.frames);
-  if (!lumora::isUsed(location, lumora::wallpaperMode())) text += ", not used in this mode";
-  char settings[120];
-  std::snprintf(settings, sizeof settings, ", %s, speed %g, opacity %g, blur %g",
+std::string lookOf(const Location& location) {
+  char text[120];
+  std::snprintf(text, sizeof text, "%s, speed %g, opacity %g, blur %g",
                 location.getScalingMode().c_str(), static_cast<double>(location.getGIFSpeed()),
                 static_cast<double>(location.getGIFAlpha()),
                 static_cast<double>(location.getGIFBlur()));
-  return text + settings;
+  return text;
+}
+
+std::string stateOf(const Location& location, const WallpaperFiles& files) {
+  if (files.gifBytes == 0) return "not set";
+  const std::string gif = "a GIF (" + command_line::textOfSize(files.gifBytes) + "): ";
+  if (!lumora::isUsed(location, lumora::wallpaperMode())) return gif + "not used in this mode";
+  if (files.frames == 0) return gif + "its frames are not made yet";
+  const std::string frames = command_line::countOfFrames(files.frames) + ", ";
+  return gif + frames + (location.getWallpaperSet() ? lookOf(location) : "hidden");
 }
 
 ordered_json asJson(const Location& location, const WallpaperFiles& files) {
-  return {{"set", location.getWallpaperSet()}, {"gif_bytes", files.gifBytes},
-          {"frames", files.frames},           {"scaling", location.getScalingMode()},
-          {"speed", location.getGIFSpeed()},  {"alpha", location.getGIFAlpha()},
+  return {{"set", location.getWallpaperSet()},
+          {"gif_bytes", files.gifBytes},
+          {"frames", files.frames},
+          {"scaling", location.getScalingMode()},
+          {"speed", location.getGIFSpeed()},
+          {"alpha", location.getGIFAlpha()},
           {"blur", location.getGIFBlur()}};
 }
 
@@ -81,7 +88,7 @@ void printText() {
               lumora::getEnabled() ? "" : ", disabled");
   for (const std::string& name : preferences::locationNames) {
     const Location& location = preferences::locationNamed(name);
-    std::printf("%-11s %s\n", name.c_str(), state(location, filesOf(location)).c_str());
+    std::printf("%-11s %s\n", name.c_str(), stateOf(location, filesOf(location)).c_str());
   }
 }
 

@@ -1,11 +1,12 @@
 #include "phone/wallpaper_import.h"
 
+#include <algorithm>
 #include <string>
 
-#include "command_line/count.h"
 #include "command_line/failure.h"
 #include "command_line/progress_bar.h"
 #include "gifview/frame_cache.h"
+#include "phone/home_screen.h"
 #include "phone/stopwatch.h"
 #include "platform/file_manager.h"
 #include "preferences/gif_handover.h"
@@ -19,35 +20,34 @@ namespace {
 using command_line::Failure;
 using lumora::FrameCacheLayout;
 using lumora::Location;
+using platform::DarwinNotifyCenter;
 
-void handOver(HomeScreen& home, const Location& location, const ChosenGif& gif) {
-  preferences::storeIncomingGIF(location, *gif.data);
-  preferences::storeChoice(location);
-  home.post(lumora::control::wallpaperNeedsUpdating);
-  const Stopwatch waiting;
-  const std::string path = preferences::incomingPath(location);
-  while (platform::fileExistsAtPath(path)) {
-    if (waiting.seconds() > patience) {
-      preferences::removeIncomingGIF(location);
-      reportSilence("the wallpaper was not changed");
-    }
-    home.hears();
-  }
-  if (preferences::hasTaken(location, *gif.data)) return;
-  throw Failure(std::string("the home screen could not import the GIF: check that ") +
-                lumora::libraryDirectory + " is writable and has free space");
+[[noreturn]] void failAfterHandover(const std::string& problem) {
+  throw Failure(problem + "; the new GIF is in place, but not all of its frames are made");
 }
 
-// Returns how many of the frames that the cache lists are there, or -1 if it is not complete or not
-// for this GIF.
-int framesIn(const FrameCacheLayout& cache, const ChosenGif& gif) {
-  const auto durations = lumora::loadFrameDurations(cache);
-  if (!durations || !lumora::isFrameCacheValid(cache, *gif.data)) return -1;
-  int found = 0;
-  for (int index = 0; index < gif.images; ++index) {
-    if (platform::fileExistsAtPath(cache.framePath(index))) ++found;
+// A notification that arrives late finds neither the GIF nor the path of one.
+void takeBack(const Location& location, const ChosenGif& gif,
+              const preferences::KeptChoice& oldChoice) {
+  oldChoice.restore();
+  preferences::removeIncomingGIF(location);
+  if (!preferences::hasTaken(location, *gif.data)) reportSilence("the wallpaper was not changed");
+}
+
+void handOver(Views& views, const Location& location, const ChosenGif& gif, double limit) {
+  const preferences::KeptChoice oldChoice;
+  preferences::storeIncomingGIF(location, *gif.data);
+  preferences::storeChoice(location);
+  DarwinNotifyCenter::post(lumora::control::wallpaperNeedsUpdating);
+  const Stopwatch waiting;
+  while (platform::fileExistsAtPath(preferences::incomingPath(location))) {
+    if (waiting.seconds() > limit) return takeBack(location, gif, oldChoice);
+    views.hear();
   }
-  return found;
+  if (preferences::hasTaken(location, *gif.data)) return;
+  throw Failure(std::string("the home screen could not import the GIF, and no wallpaper is set: "
+                            "check that ") +
+                lumora::libraryDirectory + " exists, is writable and has free space");
 }
 
 void checkChoice(const Location& location, const ChosenGif& gif) {
@@ -59,45 +59,64 @@ void checkChoice(const Location& location, const ChosenGif& gif) {
   }
 }
 
-// Waits until the views post nothing any more, and the cache is there or the time is up.
-int awaitFrames(HomeScreen& home, const FrameCacheLayout& cache, const ChosenGif& gif,
-                double silence) {
+struct CacheContents {
+  // The length of the list of delays, which has one for each frame; -1 if there is no list.
+  int listed = -1;
+  // The number of files of frames.
+  int written = 0;
+};
+
+CacheContents contentsOf(const FrameCacheLayout& cache, const ChosenGif& gif) {
+  CacheContents contents;
+  const auto durations = lumora::loadFrameDurations(cache);
+  if (!durations || !lumora::isFrameCacheValid(cache, *gif.data)) return contents;
+  contents.listed = static_cast<int>(durations->size());
+  for (int index = 0; index < gif.images; ++index) {
+    if (platform::fileExistsAtPath(cache.framePath(index))) ++contents.written;
+  }
+  return contents;
+}
+
+// Waits until the views post nothing any more, and the list of delays is there.
+CacheContents awaitFrames(Views& views, const Location& location, const ChosenGif& gif,
+                          double silence) {
+  const FrameCacheLayout cache(location.gifPath);
   const command_line::ProgressBar bar("making frames", gif.frames);
-  Stopwatch sinceLast;
-  for (;;) {
-    if (home.hears()) {
+  for (Stopwatch sinceLast;;) {
+    if (views.hear()) {
       sinceLast = Stopwatch();
-      bar.show(home.framesFound());
+      bar.show(views.framesFound());
       continue;
     }
-    const int found = framesIn(cache, gif);
-    if (found >= 0) return found;
-    if (sinceLast.seconds() > silence) {
-      throw Failure("the GIF is in place, but the home screen makes no frames; " +
-                    command_line::countOfFrames(home.framesFound()) + " were made before");
-    }
+    const CacheContents found = contentsOf(cache, gif);
+    if (found.listed >= 0) return found;
+    checkChoice(location, gif);
+    if (sinceLast.seconds() > silence) failAfterHandover("the home screen makes no frames");
   }
 }
 
 }  // namespace
 
-void importWallpaper(HomeScreen& home, const Location& location, const ChosenGif& gif, WaitFor end,
-                     double silence) {
-  const FrameCacheLayout cache(location.gifPath);
+void importWallpaper(const Location& location, const ChosenGif& gif, WaitFor end, double silence) {
   // Turning the phone can end the making of frames early.
   constexpr int attempts = 3;
   for (int attempt = 0; attempt < attempts; ++attempt) {
-    home.listenAnew();
-    handOver(home, location, gif);
+    Views views;
+    views.awaitRest(silence);
+    handOver(views, location, gif, std::min(patience, silence));
     if (end == WaitFor::Handover) return;
-    if (awaitFrames(home, cache, gif, silence) == gif.frames) {
-      home.post(lumora::control::updateAnimating);
+    const CacheContents found = awaitFrames(views, location, gif, silence);
+    if (found.written < found.listed) {
+      failAfterHandover(std::string("the home screen could not store all frames: check that ") +
+                        lumora::libraryDirectory + " has free space");
+    }
+    if (found.listed == gif.frames) {
+      DarwinNotifyCenter::post(lumora::control::updateAnimating);
       return;
     }
     checkChoice(location, gif);
   }
-  throw Failure(std::string("the home screen could not store all frames: check that ") +
-                lumora::libraryDirectory + " has free space");
+  failAfterHandover("the making of frames was interrupted; do not turn the phone meanwhile");
 }
 
 }  // namespace phone

@@ -13,6 +13,8 @@ namespace {
 using lumora::Location;
 
 constexpr auto incomingDirectory = "/var/mobile/Media/Downloads";
+constexpr auto pathKey = "SAFARI_DIRECTORY";
+constexpr auto locationIndexKey = "LOCATION_INDEX";
 
 }  // namespace
 
@@ -36,13 +38,22 @@ void removeIncomingGIF(const Location& location) {
 void storeChoice(const Location& location) {
   try {
     if (location.locationIndex >= 0) {
-      storeSetting("LOCATION_INDEX", std::to_string(location.locationIndex));
+      storeSetting(locationIndexKey, std::to_string(location.locationIndex));
     }
-    storeSetting("SAFARI_DIRECTORY", incomingPath(location));
+    storeSetting(pathKey, incomingPath(location));
   } catch (const Failure&) {
     removeIncomingGIF(location);
     throw;
   }
+}
+
+KeptChoice::KeptChoice()
+    : path_(storedSetting(pathKey).value_or("")),
+      locationIndex_(storedSetting(locationIndexKey).value_or("")) {}
+
+void KeptChoice::restore() const {
+  storeSetting(pathKey, path_);
+  storeSetting(locationIndexKey, locationIndex_);
 }
 
 bool hasTaken(const Location& location, const platform::NSData& gif) {

@@ -22,6 +22,18 @@ void removeIncomingGIF(const lumora::Location& location);
 // deletes the incoming GIF, if the settings cannot be stored.
 void storeChoice(const lumora::Location& location);
 
+// The settings that storeChoice changes, as they are stored now.
+class KeptChoice {
+ public:
+  KeptChoice();
+  // Stores them again. Throws Failure if they cannot be stored.
+  void restore() const;
+
+ private:
+  std::string path_;
+  std::string locationIndex_;
+};
+
 // Returns true if the location's wallpaper is made from exactly this GIF.
 bool hasTaken(const lumora::Location& location, const platform::NSData& gif);
 

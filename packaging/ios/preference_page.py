@@ -60,7 +60,7 @@ def page():
         'title': 'Lumora',
         'items': [
             group('', 'Choose a GIF with the command lumora set, in a shell. If a change does not '
-                      'show, restart the home screen.'),
+                      'show, or after a change of Wallpapers, restart the home screen.'),
             switch('Animate Wallpapers', 'ENABLED', 'TRUE', None),
             switch('End at the Dock', 'DOCK_ENABLED', 'TRUE', UPDATE),
             choice('Wallpapers', 'MODE_INDEX', '1',

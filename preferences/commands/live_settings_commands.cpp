@@ -58,8 +58,7 @@ void addModeCommand(CLI::App& lumora, Context& context, const DeviceActions& dev
   auto* command = addCommand(
       lumora, context, "mode", "use one wallpaper for both screens, or one each", [device, mode] {
         const bool isShared = *mode == nameOf(WallpaperMode::Shared);
-        device.makeOnPhone(
-            changeOfMode(isShared ? WallpaperMode::Shared : WallpaperMode::Separate));
+        device.changeMode(changeOfMode(isShared ? WallpaperMode::Shared : WallpaperMode::Separate));
       });
   addChoice(command, "MODE", *mode,
             {nameOf(WallpaperMode::Shared), nameOf(WallpaperMode::Separate)},

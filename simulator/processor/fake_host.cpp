@@ -355,6 +355,7 @@ void* resolve(const std::string& name) {
       {"_objc_autoreleasePoolPop", address(nothing)},
       {"_geteuid", address(+[] { return 501u; })},
       {"_umask", address(nothing)},
+      {"_open", address(+[] { return -1; })},
       {"_fflush", address(nil)},
       {"_ferror", address(nil)},
   };

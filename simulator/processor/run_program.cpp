@@ -4,7 +4,6 @@
 // usage: run_program PROGRAM
 
 #include <cstdio>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,14 +23,9 @@ const Command commands[] = {
     {"put DOCK_HEIGHT 96", {"store DOCK_HEIGHT 96"}},
     {"enable", {"store ENABLED TRUE"}},
     {"post com.example.any", {"say com.example.any"}},
-    {"dock off",
-     {"hear kLWGIFViewFrameFoundNotification", "hear kLWGIFViewDidStartAnimatingNotification",
-      "hear kLWGIFViewGIFBlurDidFinish", "store DOCK_ENABLED FALSE",
-      "say com.brightfen.lumora.updateWallpaper"}},
+    {"dock off", {"store DOCK_ENABLED FALSE", "say com.brightfen.lumora.updateWallpaper"}},
     {"mode SEPARATE",
-     {"hear kLWGIFViewFrameFoundNotification", "hear kLWGIFViewDidStartAnimatingNotification",
-      "hear kLWGIFViewGIFBlurDidFinish", "store MODE_INDEX 0",
-      "say kLWGIFViewNeedsToRemoveUnneededViewNotification",
+     {"store MODE_INDEX 0", "say kLWGIFViewNeedsToRemoveUnneededViewNotification",
       "say com.brightfen.lumora.updateAnimating"}},
 };
 

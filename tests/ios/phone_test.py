@@ -107,6 +107,8 @@ class Phone(Device):
         self.assertIn('homescreen  a GIF (', self.phone('status')[1])
         self.assertEqual(self.phone('remove', 'homescreen'), (0, '', ''))
         self.assertFalse(self.location('homescreen')['set'])
+        self.assertIn('all wallpapers hidden', self.phone('remove', 'all')[1])
+        self.assertRegex(self.phone('status')[1], 'lockscreen .*hidden')
         # What Linux sets, the phone's program sees.
         self.ok('set', 'shared', self.file('three.gif', gif((0, 0, 255), (0, 255, 0), (255, 0, 0))))
         status = json.loads(self.phone('status', '--json')[1])
@@ -214,6 +216,12 @@ class Phone(Device):
         self.assertEqual(code, 3)
         self.assertIn('no home screen with Lumora answers; the wallpaper was not changed', problem)
         self.assertEqual(os.listdir(os.path.join(self.var, 'mobile/Media/Downloads')), [])
+        # If the home screen wakes up later, nothing tells it to delete the old wallpaper.
+        self.assertEqual(self.phone('get', 'SAFARI_DIRECTORY'), (0, '\n', ''))
+        self.phone('put', 'SHARED_WALLPAPER_SET', 'TRUE')
+        code, text, problem = self.phone('remove', 'all')
+        self.assertEqual((code, text), (3, ''))
+        self.assertIn('the wallpapers were not hidden', problem)
 
 
 if __name__ == '__main__':

@@ -2,6 +2,7 @@
 
 usage: command_line_test.py DIRECTORY-OF-THE-PROGRAMS
 """
+import fcntl
 import gzip
 import json
 import os
@@ -411,6 +412,20 @@ class CommandWithHomeScreen(Device):
         self.ok('mode', 'separate')
         self.ok('post', 'com.brightfen.lumora.updateWallpaper')
         self.ok('blur', 'lockscreen', '2', '--timeout', '20')
+
+    def test_changes_the_mode_only_between_imports(self):
+        self.start()
+        with open(self.on_device('.host/import.lock'), 'w', encoding='utf-8') as importing:
+            fcntl.flock(importing, fcntl.LOCK_EX)
+            with subprocess.Popen([LUMORA, '--root', self.root, 'mode', 'separate']) as changing:
+                # The dock has nothing to do with imports.
+                self.ok('dock', 'off')
+                with self.assertRaises(subprocess.TimeoutExpired):
+                    changing.wait(0.5)
+                self.assertIn('not set', self.fails(1, 'get', 'MODE_INDEX'))
+                fcntl.flock(importing, fcntl.LOCK_UN)
+                self.assertEqual(changing.wait(20), 0)
+        self.assertEqual(self.ok('get', 'MODE_INDEX'), '0\n')
 
     def test_plays_every_scenario_to_its_end(self):
         for name in sorted(os.listdir(SCENARIOS)):
