@@ -51,6 +51,11 @@ std::string textOf(const GdkRGBA& color) {
   return text;
 }
 
+std::string picturesFolder() {
+  const char* folder = g_get_user_special_dir(G_USER_DIRECTORY_PICTURES);
+  return folder == nullptr ? g_get_home_dir() : folder;
+}
+
 // A button with a preview of the GIF.
 GtkWidget* makeGridItem(const std::string& path) {
   const Text name(g_path_get_basename(path.c_str()));
@@ -126,7 +131,10 @@ void SettingsWindow::connectAll() {
   });
   connect(find<GtkButton>("play"), "clicked", [this] { playOrPause(); });
   connect(find<GtkButton>("drop_own"), "clicked", [this] { perform(withOutput({"remove"})); });
-  connect(window_, "notify::is-active", [this] { refresh(); });
+  connect(window_, "notify::is-active", [this] {
+    fillGrid();
+    refresh();
+  });
   connect(find<AdwComboRow>("place"), "notify::selected", [this] {
     const auto selected = adw_combo_row_get_selected(find<AdwComboRow>("place"));
     if (isShowing_ || selected >= places_.size()) return;
@@ -186,11 +194,15 @@ void SettingsWindow::connectDrop() {
 }
 
 void SettingsWindow::fillGrid() {
-  const char* pictures = g_get_user_special_dir(G_USER_DIRECTORY_PICTURES);
-  const auto paths = listGIFs(pictures == nullptr ? "" : pictures, samples_, maxGIFs);
-  gtk_widget_set_visible(find<GtkWidget>("pictures"), !paths.empty());
+  auto paths = listGIFs(picturesFolder(), samples_, maxGIFs);
+  if (paths == gifs_) return;
+  gifs_ = std::move(paths);
+  gtk_widget_set_visible(find<GtkWidget>("pictures"), !gifs_.empty());
   auto* grid = find<GtkFlowBox>("grid");
-  for (const std::string& path : paths) {
+  while (GtkFlowBoxChild* cell = gtk_flow_box_get_child_at_index(grid, 0)) {
+    gtk_flow_box_remove(grid, GTK_WIDGET(cell));
+  }
+  for (const std::string& path : gifs_) {
     GtkWidget* item = makeGridItem(path);
     connect(item, "clicked", [this, path] { choose(path); });
     gtk_flow_box_append(grid, item);
@@ -300,6 +312,8 @@ void SettingsWindow::askForFile(const char* title, const std::vector<const char*
   for (const char* type : mimeTypes) gtk_file_filter_add_mime_type(filter, type);
   gtk_file_chooser_add_filter(GTK_FILE_CHOOSER(dialog), filter);
   g_object_unref(filter);
+  const Object<GFile> folder(g_file_new_for_path(picturesFolder().c_str()));
+  gtk_file_chooser_set_current_folder(GTK_FILE_CHOOSER(dialog), folder.get(), nullptr);
   using Chosen = std::function<void(const std::string&)>;
   const auto answer = +[](GtkNativeDialog* asked, int response, gpointer data) {
     const std::unique_ptr<Chosen> take(static_cast<Chosen*>(data));

@@ -40,6 +40,7 @@ class SettingsWindow {
   void connectAll();
   void connectSlider(Slider& slider);
   void connectDrop();
+  // Shows the GIFs in the user's folder for pictures, if they are others than before.
   void fillGrid();
 
   // Read the state again, and show it.
@@ -67,6 +68,7 @@ class SettingsWindow {
 
   const CommandRunner& runner_;
   const std::string samples_;
+  std::vector<std::string> gifs_;
   Object<GtkBuilder> builder_;
   AdwApplicationWindow* window_;
   WallpaperState state_;

@@ -379,6 +379,13 @@ class CommandWithHomeScreen(Device):
         self.ok('app', 'close')
         self.ok('advance', '0.11')
         self.assertEqual(self.shared()['frame_shown'], 1)
+        # The screen still shows the GIF before.
+        one = self.file('one.gif', gif((0, 0, 255)))
+        subprocess.run([LUMORA, 'set', 'one.gif', '--root', self.root], cwd=self.folder,
+                       capture_output=True, check=True, timeout=60)
+        shared = self.shared()
+        self.assertEqual((shared['gif'], shared['frame_shown'], shared['frames_in_cache']),
+                         (one, None, 1))
         self.ok('scaling', 'shared', 'FULLSCREEN')
         self.assertEqual(self.shared()['scaling'], 'FULLSCREEN')
         self.ok('screen', 'off')

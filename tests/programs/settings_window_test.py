@@ -5,14 +5,14 @@ usage: settings_window_test.py SettingsWindow.TEST DIRECTORY-OF-THE-PROGRAMS
 """
 import json
 import os
-import subprocess
 import sys
+import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 from bus_service import start_bus
 from device import LUMORA, PROGRAMS, RED_GREEN, gif
-from session import X11Session, needs_x11
+from session import Hand, X11Session, needs_x11
 
 PROGRAM = os.path.join(PROGRAMS, 'lumora-settings')
 BLUE = gif((0, 0, 255))
@@ -44,6 +44,12 @@ class Screen:
     def names(self):
         return [node.get_name() for node in self.all()]
 
+    def focused(self):
+        """Role and name of what has the keyboard."""
+        state = self.atspi.StateType.FOCUSED
+        return next(((node.get_role_name(), node.get_name()) for node in self.all()
+                     if node.get_state_set().contains(state)), None)
+
 
 @needs_x11
 @unittest.skipUnless(os.path.exists(PROGRAM), 'needs lumora-settings')
@@ -67,6 +73,7 @@ class SettingsWindow(X11Session):
         self.start_window_manager(self.server)
         os.environ['DISPLAY'] = self.environment['DISPLAY']
         self.screen = Screen(address)
+        self.hand = Hand(self.server)
 
     def tearDown(self):
         # The window starts a home screen that outlives it.
@@ -83,6 +90,17 @@ class SettingsWindow(X11Session):
 
     def act(self, role, name):
         self.item(role, name).do_action(0)
+
+    def press(self, *keys):
+        """Presses keys one after the other, each when the one before has had its effect."""
+        for key in keys:
+            before = self.screen.focused()
+            self.hand.press(key)
+            self.eventually(lambda: self.screen.focused() not in (before, None), self.screen.focused)
+
+    def go_to(self, role, name):
+        while self.screen.focused() != (role, name):
+            self.press('Tab')
 
     def slide(self, name, value):
         self.item('slider', name).set_current_value(value)
@@ -137,6 +155,72 @@ class SettingsWindow(X11Session):
         self.slide('Speed', 2)
         self.eventually(lambda: self.setting('LOCKSCREEN_GIF_SPEED') == 2)
         self.assertEqual(self.setting('SHARED_GIF_SPEED'), 1)
+
+    def test_gives_an_output_a_wallpaper_of_its_own(self):
+        self.in_session('xrandr', '--setmonitor', 'LEFT', '512/100x900/100+0+0', 'screen')
+        self.in_session('xrandr', '--setmonitor', 'RIGHT', '512/100x900/100+512+0', 'none')
+        self.show_desktop(self.gif)
+
+        def shows(is_blue):
+            self.eventually(lambda: (self.server.pixel(1020, 890) == 0x0000ff) == is_blue)
+            self.assertNotEqual(self.server.pixel(4, 890), 0x0000ff)
+
+        def opacities():
+            return [json.loads(self.ok('settings', '--json', *words))['SHARED_GIF_ALPHA']
+                    for words in ([], ['--output', 'RIGHT'])]
+
+        self.open_window()
+        self.says('picture.gif')
+        self.go_to('combo box', 'Where')
+        self.hand.press('Space')
+        self.eventually(lambda: self.screen.focused()[0] == 'list item', self.screen.focused)
+        for key in ('Down', 'Down', 'Return'):
+            self.hand.press(key)
+        self.says('Shows the wallpaper of all outputs')
+        shows(is_blue=False)
+        self.act('push button', 'blue.gif')
+        shows(is_blue=True)
+        self.says('A wallpaper of its own')
+        self.says('blue.gif')
+        self.slide('Opacity', 0.25)
+        self.eventually(lambda: opacities() == [1, 0.25], opacities)
+        self.act('push button', 'Use the common one')
+        self.says('Shows the wallpaper of all outputs')
+        shows(is_blue=False)
+
+    def test_needs_no_mouse(self):
+        self.show_desktop(self.gif)
+        self.open_window()
+        self.says('picture.gif')
+        # Every control is reached once, in the order of the window.
+        self.go_to('push button', 'Pause')
+        reached = []
+        while self.screen.focused() not in reached:
+            reached.append(self.screen.focused())
+            self.press('Tab')
+        self.assertEqual(reached[:6], [
+            ('push button', 'Pause'), ('push button', 'Choose…'), ('slider', 'Speed'),
+            ('slider', 'Opacity'), ('slider', 'Blur'), ('combo box', 'Size')])
+        self.assertEqual(reached[-2:], [('check box', 'Animated wallpapers'),
+                                        ('check box', 'Start at login')])
+        self.assertNotIn('list item', [role for role, _ in reached])
+        # The dialog shows the folder for pictures; what is new there is in the window afterwards.
+        self.file('Pictures/a.gif', BLUE)
+        self.go_to('push button', 'Choose…')
+        self.hand.press('Return')
+        self.says('Choose a GIF')
+        # Its list is filled later.
+        while 'Choose a GIF' in self.screen.names():
+            self.hand.press('Down')
+            self.hand.press('Return')
+            time.sleep(0.5)
+        self.eventually(lambda: self.server.pixel(2, 2) == 0x0000ff)
+        self.item('push button', 'a.gif')
+        login = os.path.join(self.folder, 'config/autostart/lumora.desktop')
+        self.go_to('check box', 'Start at login')
+        for is_on in (True, False):
+            self.hand.press('Space')
+            self.eventually(lambda: os.path.exists(login) == is_on)
 
 
 if __name__ == '__main__':

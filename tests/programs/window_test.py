@@ -12,44 +12,12 @@ import unittest
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
 import device
 from device import LUMORA
-from session import X11Session, needs_x11
+from session import Hand, X11Session, needs_x11
 
 PHONE = (390, 844)
 # The thickness of the frame around the screen.
 FRAME = 16
 SURROUNDINGS = 0x2b2d34
-# The codes of keys by their place; the characters are those of a US layout.
-KEYS = {'Escape': 9, 'F1': 67, 'Shift': 50, 'l': 46, '-': 20, '/': 61, '7': 16, 'Left': 113, 'Up': 111}
-
-
-class Hand:
-    """The mouse and the keyboard of an X server."""
-
-    def __init__(self, server):
-        self.server = server
-        self.test = ctypes.CDLL('libXtst.so.6')
-
-    def move(self, x, y):
-        self.test.XTestFakeMotionEvent(self.server.display, -1, round(x), round(y), 0)
-
-    def button(self, is_down):
-        self.test.XTestFakeButtonEvent(self.server.display, 1, is_down, 0)
-        self.server.xlib.XSync(self.server.display, 0)
-
-    def drag(self, start, end):
-        """Presses at the start and releases at the end; a tap if both are the same."""
-        self.move(*start)
-        self.button(True)
-        for step in range(1, 6):
-            self.move(*(one + (other - one) * step / 5 for one, other in zip(start, end)))
-        self.button(False)
-
-    def press(self, *names):
-        """Presses the keys one after the other and releases them."""
-        for is_down, order in ((True, names), (False, reversed(names))):
-            for name in order:
-                self.test.XTestFakeKeyEvent(self.server.display, KEYS[name], is_down, 0)
-        self.server.xlib.XSync(self.server.display, 0)
 
 
 @needs_x11

@@ -71,10 +71,11 @@ std::string why(const ordered_json& view, const ordered_json& report, bool isSet
 
 // Returns null before the first frame. A view without frames reports one, too, because its clock
 // runs all the same.
+// Returns null also for a frame that the GIF before it had.
 ordered_json shownFrame(const ordered_json& view) {
-  const int frame =
-      view.value(description::framesInCache, 0) > 0 ? view.value(description::frameShown, -1) : -1;
-  return frame < 0 ? ordered_json() : ordered_json(frame);
+  const int frame = view.value(description::frameShown, -1);
+  const bool isOfThisGIF = frame >= 0 && frame < view.value(description::framesInCache, 0);
+  return isOfThisGIF ? ordered_json(frame) : ordered_json();
 }
 
 ordered_json scalingName(const ordered_json& view) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <sstream>
+#include <system_error>
 
 #include <sys/stat.h>
 
@@ -36,12 +37,19 @@ std::string stampOf(const lumora::Location& location) {
   return stamp.str();
 }
 
+// Returns the name so that it means the same file in every folder, if it is that of a file.
+std::string completed(const std::string& name) {
+  std::error_code error;
+  const auto path = std::filesystem::absolute(name, error);
+  return std::filesystem::exists(path, error) ? path.lexically_normal().string() : name;
+}
+
 }  // namespace
 
 void nameWallpaper(const DeviceFolder& device, const lumora::Location& location,
                    const std::string& name) {
   try {
-    device.setNote(noteOf(location), stampOf(location) + '\n' + name);
+    device.setNote(noteOf(location), stampOf(location) + '\n' + completed(name));
   } catch (const Failure&) {
     // The wallpaper is set even so.
   }
