@@ -10,8 +10,8 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
-#include "host/wallpaper/drawn_surface.h"
 #include "host/home_screen/spring_board.h"
+#include "host/wallpaper/drawn_surface.h"
 
 namespace host {
 

@@ -9,9 +9,9 @@
 #include "host/desktop/desktop_outputs.h"
 #include "host/displays/power_watch.h"
 #include "host/displays/session_watch.h"
-#include "host/wallpaper/drawn_surface.h"
 #include "host/home_screen/spring_board.h"
 #include "host/options/desktop_options.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "host/wallpaper/wallpaper_picture.h"
 
 namespace host {

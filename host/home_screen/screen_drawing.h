@@ -3,8 +3,8 @@
 
 #include <cairo.h>
 
-#include "host/wallpaper/drawn_surface.h"
 #include "host/home_screen/screen.h"
+#include "host/wallpaper/drawn_surface.h"
 #include "platform/linux/views/region.h"
 
 namespace host {

@@ -204,11 +204,12 @@ void addDeviceOptions(CLI::App& command, HostOptions& options) {
           "whether a window explains its keys at the start (default: only the first one)"),
       {"off", "on"})
       ->group(group);
-  command_line::acceptOneOf(command.add_option_function<std::string>(
-                  "--motion",
-                  [&options](const std::string& choice) { options.hasMotion = choice == "full"; },
-                  "whether a window shows transitions from screen to screen (default: full)"),
-              {"full", "none"})
+  command_line::acceptOneOf(
+      command.add_option_function<std::string>(
+          "--motion",
+          [&options](const std::string& choice) { options.hasMotion = choice == "full"; },
+          "whether a window shows transitions from screen to screen (default: full)"),
+      {"full", "none"})
       ->group(group);
   command
       .add_option(

@@ -35,20 +35,13 @@ constexpr auto blurDidFinishNotification = "kLWGIFViewGIFBlurDidFinish";
 
 // All of the above, for programs that show what is posted.
 constexpr const char* allNotifications[] = {
-    control::wallpaperNeedsUpdating,
-    control::updateWallpaper,
-    control::updateAnimating,
-    control::removeGIFFromAllWallpapers,
-    control::removeSharedGIFView,
-    control::removeLockscreenGIFView,
-    control::removeHomescreenGIFView,
-    speedNeedsUpdatingNotification,
-    alphaNeedsUpdatingNotification,
-    blurNeedsUpdatingNotification,
-    removeUnneededViewNotification,
-    frameFoundNotification,
-    didStartAnimatingNotification,
-    blurDidFinishNotification,
+    control::wallpaperNeedsUpdating,  control::updateWallpaper,
+    control::updateAnimating,         control::removeGIFFromAllWallpapers,
+    control::removeSharedGIFView,     control::removeLockscreenGIFView,
+    control::removeHomescreenGIFView, speedNeedsUpdatingNotification,
+    alphaNeedsUpdatingNotification,   blurNeedsUpdatingNotification,
+    removeUnneededViewNotification,   frameFoundNotification,
+    didStartAnimatingNotification,    blurDidFinishNotification,
 };
 
 // Messages to a view. Its messaging center's name is the prefix followed by the view's identifier.

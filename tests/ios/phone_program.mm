@@ -59,8 +59,9 @@ int main(int count, char** words) {
     // GNUstep locks nothing before the first thread of its own.
     [NSThread detachNewThreadSelector:@selector(class) toTarget:[NSObject class] withObject:nil];
     connectNotifyCenter();
-    const int code = command_line::runMain(
-        "lumora", [=] { return phone::performLine({words + 1, words + count}); });
+    const int code = command_line::runMain("lumora", [=] {
+      return phone::performLine({words + 1, words + count});
+    });
     std::fflush(stdout);
     // The thread that waits for names never ends.
     std::_Exit(code);

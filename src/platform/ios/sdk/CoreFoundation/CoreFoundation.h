@@ -35,7 +35,8 @@ void CFNotificationCenterPostNotification(CFNotificationCenterRef center, CFStri
 // Results of CFRunLoopRunInMode.
 enum { kCFRunLoopRunFinished = 1, kCFRunLoopRunTimedOut = 3, kCFRunLoopRunHandledSource = 4 };
 extern const CFStringRef kCFRunLoopDefaultMode;
-SInt32 CFRunLoopRunInMode(CFStringRef mode, CFTimeInterval seconds, Boolean returnAfterSourceHandled);
+SInt32 CFRunLoopRunInMode(CFStringRef mode, CFTimeInterval seconds,
+                          Boolean returnAfterSourceHandled);
 
 #ifdef __cplusplus
 }
