@@ -195,9 +195,9 @@ void SettingsWindow::connectDrop() {
 
 void SettingsWindow::fillGrid() {
   auto paths = listGIFs(picturesFolder(), samples_, maxGIFs);
+  gtk_widget_set_visible(find<GtkWidget>("pictures"), !paths.empty());
   if (paths == gifs_) return;
   gifs_ = std::move(paths);
-  gtk_widget_set_visible(find<GtkWidget>("pictures"), !gifs_.empty());
   auto* grid = find<GtkFlowBox>("grid");
   while (GtkFlowBoxChild* cell = gtk_flow_box_get_child_at_index(grid, 0)) {
     gtk_flow_box_remove(grid, GTK_WIDGET(cell));

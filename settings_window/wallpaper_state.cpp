@@ -13,7 +13,7 @@ using nlohmann::json;
 const std::map<std::string, std::string> descriptions = {
     {"shown", "Playing"},
     {"started", "Playing"},
-    {"covered", "Paused: a window covers it"},
+    {"covered", "Paused: it cannot be seen"},
     {"by hand", "Paused by you"},
     {"to save power", "Paused to save power"},
     {"hidden", "Paused: another screen is shown"},

@@ -3,13 +3,16 @@ name, and acts on it.
 
 usage: settings_window_test.py SettingsWindow.TEST DIRECTORY-OF-THE-PROGRAMS
 """
+import ctypes
 import json
 import os
+import re
 import sys
 import time
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture'))
+FIXTURE = os.path.join(os.path.dirname(os.path.abspath(__file__)), '../fixture')
+sys.path.insert(0, FIXTURE)
 from bus_service import start_bus
 from device import LUMORA, PROGRAMS, RED_GREEN, gif
 from session import Hand, X11Session, needs_x11
@@ -209,11 +212,15 @@ class SettingsWindow(X11Session):
         self.go_to('push button', 'Choose…')
         self.hand.press('Return')
         self.says('Choose a GIF')
-        # Its list is filled later.
-        while 'Choose a GIF' in self.screen.names():
+
+        def has_chosen():
+            # The list is filled later.
             self.hand.press('Down')
             self.hand.press('Return')
             time.sleep(0.5)
+            return 'Choose a GIF' not in self.screen.names()
+
+        self.eventually(has_chosen)
         self.eventually(lambda: self.server.pixel(2, 2) == 0x0000ff)
         self.item('push button', 'a.gif')
         login = os.path.join(self.folder, 'config/autostart/lumora.desktop')
@@ -221,6 +228,37 @@ class SettingsWindow(X11Session):
         for is_on in (True, False):
             self.hand.press('Space')
             self.eventually(lambda: os.path.exists(login) == is_on)
+
+    def place(self, pattern, x, y):
+        """Moves the window with this line in the tree of windows."""
+        def find():
+            return re.search('(0x[0-9a-f]+) ' + pattern, self.in_session('xwininfo', '-root', '-tree'))
+
+        self.eventually(find)
+        self.server.xlib.XMoveWindow(self.server.display, ctypes.c_ulong(int(find()[1], 16)), x, y)
+        self.server.xlib.XSync(self.server.display, 0)
+
+    def test_takes_dropped_files(self):
+        self.show_desktop(self.gif)
+        self.open_window()
+        self.says('picture.gif')
+        self.place('"Lumora": \\("lumora-settings"', 0, 20)
+        for name, effect in (("it's <b>.gif", lambda: 'Playing' in self.screen.names()),
+                             ('a.txt', lambda: any('it is not a GIF' in each
+                                                   for each in self.screen.names()))):
+            files = self.show('/usr/bin/python3', os.path.join(FIXTURE, 'file_window.py'),
+                              self.file(name, BLUE if name.endswith('gif') else b'nothing'))
+            self.place('"Files"', 760, 300)
+
+            def is_taken():
+                self.hand.drag((860, 400), (300, 300), pause=0.1)
+                time.sleep(1)
+                return effect() and self.server.pixel(1000, 880) == 0x0000ff
+
+            self.eventually(is_taken, self.screen.names)
+            files.terminate()
+            files.wait(20)
+        self.says("it's <b>.gif")
 
 
 if __name__ == '__main__':
