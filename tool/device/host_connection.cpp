@@ -31,9 +31,16 @@ std::chrono::microseconds microseconds(Seconds timeout) {
   return std::chrono::duration_cast<std::chrono::microseconds>(std::max(timeout, minTimeout));
 }
 
+// Returns true if the home screen has ended before it has replied. The bus daemon then sends the
+// same error as for a timeout, with another text.
+bool isAbandoned(const sdbus::Error& error) {
+  return error.getName() == "org.freedesktop.DBus.Error.NoReply" &&
+         error.getMessage().find("disconnected") != std::string::npos;
+}
+
 bool isTimeout(const sdbus::Error& error) {
   return error.getName() == "org.freedesktop.DBus.Error.Timeout" ||
-         error.getName() == "org.freedesktop.DBus.Error.NoReply";
+         (error.getName() == "org.freedesktop.DBus.Error.NoReply" && !isAbandoned(error));
 }
 
 // Returns true if the bus knows no home screen, or the bus itself has ended.
@@ -41,7 +48,8 @@ bool hasEnded(const sdbus::Error& error) {
   return error.getName() == "org.freedesktop.DBus.Error.ServiceUnknown" ||
          error.getName() == "org.freedesktop.DBus.Error.NameHasNoOwner" ||
          error.getName() == "org.freedesktop.DBus.Error.Disconnected" ||
-         error.getName() == "System.Error.ECONNRESET" || error.getName() == "System.Error.ENOTCONN";
+         error.getName() == "System.Error.ECONNRESET" ||
+         error.getName() == "System.Error.ENOTCONN" || isAbandoned(error);
 }
 
 }  // namespace
