@@ -64,6 +64,7 @@ class Exchange(unittest.TestCase):
 
     def test_gives_equal_delay_lists(self):
         cache = os.path.join(self.var, os.path.dirname(LIST))
+        os.makedirs(os.path.dirname(cache))
         self.linux('frames', SAMPLE, cache)
         with open(os.path.join(self.var, LIST), 'rb') as file:
             delays = plistlib.load(file)
