@@ -22,7 +22,7 @@ Views::Views() {
     });
   };
   onName(lumora::frameFoundNotification, [this] { ++framesFound_; });
-  onName(lumora::didStartAnimatingNotification, [this] { haveStarted_ = true; });
+  onName(lumora::didStartAnimatingNotification, [] {});
   onName(lumora::blurDidFinishNotification, [this] { haveBlurred_ = true; });
 }
 

@@ -26,14 +26,12 @@ class Views {
   void awaitRest(double limit);
 
   int framesFound() const { return framesFound_; }
-  bool haveStarted() const { return haveStarted_; }
   bool haveBlurred() const { return haveBlurred_; }
 
  private:
   platform::DarwinNotifyCenter center_;
   int heard_ = 0;
   int framesFound_ = 0;
-  bool haveStarted_ = false;
   bool haveBlurred_ = false;
 };
 
