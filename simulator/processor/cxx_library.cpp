@@ -8,6 +8,7 @@
 
 #include "cxx_streams.h"
 #include "device_string.h"
+#include "functions.h"
 #include "unwinding.h"
 
 namespace {
@@ -109,15 +110,6 @@ int acquireGuard(const char* guard) {
 }
 void releaseGuard(char* guard) {
   *guard = 1;
-}
-void* same(void* object) {
-  return object;
-}
-void nothing() {}
-
-template <typename Function>
-void* address(Function* function) {
-  return reinterpret_cast<void*>(function);
 }
 
 const std::string stringClass = "12basic_stringIcNS_11char_traitsIcEENS_9allocatorIcEEE";

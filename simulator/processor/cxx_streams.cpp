@@ -5,6 +5,8 @@
 #include <cstring>
 #include <map>
 
+#include "functions.h"
+
 namespace {
 
 // The facet of a locale that tells the kinds of letters. Its table of functions has one that is
@@ -77,16 +79,6 @@ struct Sentry {
 void* beginOutput(Sentry& sentry, void* stream) {
   sentry = {true, stream};
   return &sentry;
-}
-
-void* same(void* object) {
-  return object;
-}
-void nothing() {}
-
-template <typename Function>
-void* address(Function* function) {
-  return reinterpret_cast<void*>(function);
 }
 
 const std::string traits = "IcNS_11char_traitsIcEEE";

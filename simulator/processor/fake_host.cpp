@@ -11,6 +11,7 @@
 
 #include "byte_tables.h"
 #include "cxx_library.h"
+#include "functions.h"
 #include "unwinding.h"
 
 namespace {
@@ -209,10 +210,6 @@ std::uint64_t dispatchTime(std::uint64_t, std::int64_t) {
   return 0;
 }
 
-void* same(void* object) {
-  return object;
-}
-void nothing() {}
 void* nil() {
   return nullptr;
 }
@@ -226,11 +223,6 @@ std::ptrdiff_t offsetOfWallpaper() {
 [[noreturn]] void unexpected() {
   std::fprintf(stderr, "the library called something that this host does not have\n");
   std::abort();
-}
-
-template <typename Function>
-void* address(Function* function) {
-  return reinterpret_cast<void*>(function);
 }
 
 // Messages that return an object or a number, whatever the receiver.
