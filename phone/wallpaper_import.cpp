@@ -12,7 +12,6 @@
 #include "preferences/gif_handover.h"
 #include "settings/device_paths.h"
 #include "settings/notification_names.h"
-#include "settings/settings_store.h"
 
 namespace phone {
 namespace {
@@ -50,15 +49,6 @@ void handOver(Views& views, const Location& location, const ChosenGif& gif, doub
                 lumora::libraryDirectory + " exists, is writable and has free space");
 }
 
-void checkChoice(const Location& location, const ChosenGif& gif) {
-  if (!preferences::hasTaken(location, *gif.data)) {
-    throw Failure("another program has removed or replaced the GIF");
-  }
-  if (!lumora::isUsed(location, lumora::wallpaperMode())) {
-    throw Failure("another program has changed the mode");
-  }
-}
-
 struct CacheContents {
   // The length of the list of delays, which has one for each frame; -1 if there is no list.
   int listed = -1;
@@ -90,7 +80,7 @@ CacheContents awaitFrames(Views& views, const Location& location, const ChosenGi
     }
     const CacheContents found = contentsOf(cache, gif);
     if (found.listed >= 0) return found;
-    checkChoice(location, gif);
+    preferences::checkChoice(location, *gif.data);
     if (sinceLast.seconds() > silence) failAfterHandover("the home screen makes no frames");
   }
 }
@@ -114,7 +104,7 @@ void importWallpaper(const Location& location, const ChosenGif& gif, WaitFor end
       DarwinNotifyCenter::post(lumora::control::updateAnimating);
       return;
     }
-    checkChoice(location, gif);
+    preferences::checkChoice(location, *gif.data);
   }
   failAfterHandover("the making of frames was interrupted; do not turn the phone meanwhile");
 }

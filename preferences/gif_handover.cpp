@@ -3,6 +3,7 @@
 #include "command_line/failure.h"
 #include "platform/file_manager.h"
 #include "preferences/stored_settings.h"
+#include "settings/settings_store.h"
 
 namespace preferences {
 
@@ -59,6 +60,13 @@ void KeptChoice::restore() const {
 bool hasTaken(const Location& location, const platform::NSData& gif) {
   const auto taken = platform::NSData::dataWithContentsOfFile(location.gifPath);
   return taken && taken->isEqualToData(gif);
+}
+
+void checkChoice(const Location& location, const platform::NSData& gif) {
+  if (!hasTaken(location, gif)) throw Failure("another program has removed or replaced the GIF");
+  if (!lumora::isUsed(location, lumora::wallpaperMode())) {
+    throw Failure("another program has changed the mode");
+  }
 }
 
 }  // namespace preferences

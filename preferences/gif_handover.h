@@ -37,4 +37,8 @@ class KeptChoice {
 // Returns true if the location's wallpaper is made from exactly this GIF.
 bool hasTaken(const lumora::Location& location, const platform::NSData& gif);
 
+// Throws Failure if another program has changed the wallpaper or the mode since the home screen
+// took the GIF.
+void checkChoice(const lumora::Location& location, const platform::NSData& gif);
+
 }  // namespace preferences

@@ -65,7 +65,6 @@ class WallpaperImport {
   void awaitFrames();
   void storeFile();
   void announce();
-  void checkChoice() const;
   int timesOutOfMemory();
   void restore();
   [[noreturn]] void giveUp(const std::string& problem);
@@ -158,7 +157,8 @@ void WallpaperImport::finish() {
     }
     if (cache.listed == frames_) break;
     // Another program's request, such as a rotation of the screen, has ended the extraction early.
-    checkChoice();
+    // That must not be undone.
+    preferences::checkChoice(location_, *gif_.data);
     progress_.framesFound = 0;
     awaitRest();
     storeFile();
@@ -198,15 +198,6 @@ void WallpaperImport::announce() {
 
 int WallpaperImport::timesOutOfMemory() {
   return nlohmann::json::parse(host_.status(limit_.left())).value(host::status::outOfMemory, 0);
-}
-
-// Throws Failure if another program has changed the wallpaper, because that must not be undone.
-void WallpaperImport::checkChoice() const {
-  if (!hasTaken(location_, *gif_.data))
-    throw Failure("another program has removed or replaced the GIF");
-  if (!lumora::isUsed(location_, lumora::wallpaperMode())) {
-    throw Failure("another program has changed the mode");
-  }
 }
 
 void WallpaperImport::restore() {
