@@ -22,6 +22,7 @@ Views::Views() {
     });
   };
   onName(lumora::frameFoundNotification, [this] { ++framesFound_; });
+  // It matters to hear() alone.
   onName(lumora::didStartAnimatingNotification, [] {});
   onName(lumora::blurDidFinishNotification, [this] { haveBlurred_ = true; });
 }
