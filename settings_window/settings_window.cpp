@@ -85,7 +85,7 @@ SettingsWindow::SettingsWindow(AdwApplication* application, const CommandRunner&
                                std::string samples)
     : runner_(runner),
       samples_(std::move(samples)),
-      builder_(gtk_builder_new_from_resource("/com/brightfen/lumora/window.ui")),
+      builder_(gtk_builder_new_from_resource("/com/brightfen/lumora/Settings/window.ui")),
       window_(find<AdwApplicationWindow>("window")),
       sliders_{{find<GtkRange>("speed"), "speed", "_GIF_SPEED", nullptr},
                {find<GtkRange>("alpha"), "alpha", "_GIF_ALPHA", nullptr},
