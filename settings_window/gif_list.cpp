@@ -31,8 +31,8 @@ std::vector<std::string> gifsIn(const std::string& folder) {
     if (isGIF(*entry)) found.push_back({entry->last_write_time(unreadable), entry->path()});
   }
   std::ranges::sort(found, std::ranges::greater(), &Found::time);
-  std::vector<std::string> paths;
-  for (const Found& each : found) paths.push_back(each.path);
+  std::vector<std::string> paths(found.size());
+  std::ranges::transform(found, paths.begin(), &Found::path);
   return paths;
 }
 

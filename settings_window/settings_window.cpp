@@ -217,7 +217,7 @@ void SettingsWindow::refresh() {
               [this](const CommandResult& result) { readPlace(parsed(result)); });
 }
 
-void SettingsWindow::readPlace(json status) {
+void SettingsWindow::readPlace(const json& status) {
   const auto finish = [this, status](const json& ofPlace) {
     state_ = WallpaperState(status, ofPlace);
     showPlaces();
@@ -394,7 +394,7 @@ void SettingsWindow::playOrPause() {
   }
 }
 
-void SettingsWindow::perform(Words words) {
+void SettingsWindow::perform(const Words& words) {
   runner_.run(words, [this](const CommandResult& result) {
     report(result);
     refresh();

@@ -45,7 +45,7 @@ class SettingsWindow {
 
   // Read the state again, and show it.
   void refresh();
-  void readPlace(nlohmann::json status);
+  void readPlace(const nlohmann::json& status);
   void readSettings();
   void showState();
   void showPlaces();
@@ -61,7 +61,7 @@ class SettingsWindow {
   void setGIF(const std::string& path);
   void playOrPause();
   // Performs a command for the place that is selected, and refreshes.
-  void perform(Words words);
+  void perform(const Words& words);
   void report(const CommandResult& result);
   Words withOutput(Words words) const;
   const Place& place() const { return places_[selected_]; }
