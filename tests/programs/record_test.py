@@ -2,6 +2,7 @@
 
 usage: record_test.py DIRECTORY-OF-THE-PROGRAMS
 """
+import glob
 import os
 import re
 import shutil
@@ -61,6 +62,10 @@ class Recording(Device):
             # The first frame appears after its delay.
             self.ok('advance', '0.2')
         self.eventually(lambda: self.shared()['frames_shown'])
+
+    def await_picture(self):
+        """Waits until a recording has its first picture."""
+        self.eventually(lambda: glob.glob(self.folder + '/.lumora-*/frame-00001.png'))
 
     def frames_step_by_step(self, rate, seconds):
         """Returns what frames() should, found by advancing the clock and taking screenshots."""
@@ -126,6 +131,7 @@ class Recording(Device):
         begin = time.monotonic()
         with subprocess.Popen([LUMORA, '--root', self.root, 'record', path, '--seconds', '600'],
                               stdout=subprocess.PIPE, text=True) as recorder:
+            self.await_picture()
             time.sleep(1)
             recorder.send_signal(signal.SIGINT)
             said = recorder.communicate(timeout=60)[0]
@@ -148,7 +154,7 @@ class Recording(Device):
             with subprocess.Popen([LUMORA, '--root', self.root, 'record', path, '--seconds', '600'],
                                   stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
                                   text=True) as recorder:
-                time.sleep(0.7)
+                self.await_picture()
                 self.ok(*words)
                 errors = recorder.communicate(timeout=60)[1]
                 self.assertEqual(recorder.returncode, 1)

@@ -42,7 +42,7 @@ bool hasLinks() {
 }
 
 TEST(ScreenTransition, LeadsFromTheLastScreenToTheNextAndEnds) {
-  host::ScreenTransition transition(std::chrono::milliseconds(200));
+  host::ScreenTransition transition(std::chrono::seconds(2));
   const auto last = surfaceOf(red);
   const auto composed = [&transition] {
     auto drawn = surfaceOf(blue);
@@ -56,18 +56,18 @@ TEST(ScreenTransition, LeadsFromTheLastScreenToTheNextAndEnds) {
   transition.show(locked, last.get());
   EXPECT_TRUE(hasLinks());
   EXPECT_GT(pixel(composed(), 5, 5) >> 16, 0x80);
-  std::this_thread::sleep_for(std::chrono::milliseconds(60));
+  std::this_thread::sleep_for(std::chrono::milliseconds(600));
   const std::uint32_t mixed = pixel(composed(), 5, 5);
   EXPECT_NE(mixed, red);
   EXPECT_NE(mixed, blue);
   // Another input begins anew from what is shown.
   transition.show(home, composed().get());
   transition.show(app, last.get());
-  std::this_thread::sleep_for(std::chrono::milliseconds(30));
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
   const auto rising = composed();
   EXPECT_EQ(pixel(rising, 5, 2), red);
   EXPECT_EQ(pixel(rising, 5, height - 2), blue);
-  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  std::this_thread::sleep_for(std::chrono::seconds(2));
   EXPECT_EQ(pixel(composed(), 5, 2), blue);
   EXPECT_FALSE(transition.isRunning());
   EXPECT_FALSE(hasLinks());
