@@ -34,6 +34,7 @@ std::shared_ptr<const Glimpse> WallpaperView::makeGlimpse(double scale) {
 
 void WallpaperView::paint(cairo_t* context, artwork::Size size) {
   backdrop_.paint(picture_, {0, 0, size.width, size.height}, context);
+  picture_.forgetPixels();
 }
 
 }  // namespace host

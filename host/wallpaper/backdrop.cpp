@@ -47,16 +47,17 @@ platform::ImageRef imageInFile(const std::string& path) {
 }  // namespace
 
 void Backdrop::paint(const WallpaperPicture& picture, const CGRect& area, cairo_t* context) {
-  if (options_.kind == BackdropKind::Still || picture.surface() == nullptr) {
-    return paintStill(area, context);
-  }
+  if (options_.kind == BackdropKind::Still || !picture.exists()) return paintStill(area, context);
   if (options_.kind == BackdropKind::Color) {
     cairo_set_source_rgb(context, options_.red, options_.green, options_.blue);
     cairo_paint(context);
     return;
   }
   if (options_.kind == BackdropKind::File) return paintFile(area, context);
-  if (!blurred_ || generation_ != picture.generation()) makeBlur(picture);
+  if (!blurred_ || generation_ != picture.generation()) {
+    if (picture.surface() == nullptr) return paintStill(area, context);
+    makeBlur(picture);
+  }
   fillWith(blurred_.get(), area, CAIRO_FILTER_BILINEAR, context);
 }
 

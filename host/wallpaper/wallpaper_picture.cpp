@@ -109,4 +109,9 @@ std::optional<platform::backend::Region> WallpaperPicture::changedSince(
   return decodedBefore_ == frameNumber ? std::optional(changed_) : std::nullopt;
 }
 
+void WallpaperPicture::forgetPixels() {
+  surface_ = {};
+  decoded_ = 0;
+}
+
 }  // namespace host

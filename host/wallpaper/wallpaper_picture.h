@@ -40,6 +40,8 @@ class WallpaperPicture {
   // Returns the pixels that may differ from the frame with the number, if that is the one that was
   // decoded before this; otherwise nothing.
   std::optional<platform::backend::Region> changedSince(unsigned frameNumber) const;
+  // Frees the pixels of the decoded frame, until it is decoded again.
+  void forgetPixels();
   // Returns true if there is none because the animated view has not had an image yet, or because
   // all wallpapers have been hidden so far.
   bool isAwaited() const { return isAwaited_; }
