@@ -31,6 +31,7 @@ using platform::backend::RunLoop;
 struct PaintedOutput {
   Output output;
   OutputPainter painter;
+  // In memory that the X server reads, too, if it runs on this machine.
   DrawnSurface canvas;
   // True until the canvas has been painted.
   bool isNew = true;
@@ -227,10 +228,11 @@ void X11Desktop::Impl::update() {
       updated.back().isStale = true;
       continue;
     }
-    updated.push_back({.output = output,
-                       .painter = OutputPainter(options_),
-                       .canvas = DrawnSurface(cairo_image_surface_create(
-                           CAIRO_FORMAT_RGB24, output.width, output.height))});
+    updated.push_back(
+        {.output = output,
+         .painter = OutputPainter(options_),
+         .canvas = DrawnSurface(cairo_surface_create_similar_image(
+             windowSurface_.get(), CAIRO_FORMAT_RGB24, output.width, output.height))});
   }
   outputs_ = std::move(updated);
   showOnlyChosen();
@@ -266,10 +268,11 @@ bool X11Desktop::Impl::handleEvents() {
   while (XPending(display_) > 0) {
     XEvent event;
     XNextEvent(display_, &event);
-    handled = true;
     XRRUpdateConfiguration(&event);
     const bool isOfRoot = event.type == ConfigureNotify && event.xconfigure.window == root_;
     const bool isRandr = hasMonitors_ && event.type == randrEvents_ + RRScreenChangeNotify;
+    // The other events of extensions are those with which Cairo waits for its own requests.
+    handled = handled || isRandr || event.type < LASTEvent;
     mustUpdate = mustUpdate || isOfRoot || isRandr;
     // A program that draws the desktop's icons may have opened its window below ours.
     mustLower = mustLower || (event.type == MapNotify && event.xmap.window != window_);

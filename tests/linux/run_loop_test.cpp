@@ -7,8 +7,10 @@
 
 #include <gtest/gtest.h>
 #include <pthread.h>
+#include <sys/eventfd.h>
 
 #include "platform/display_link.h"
+#include "platform/linux/files/file_descriptor.h"
 #include "platform/linux/main_loop/activity.h"
 #include "platform/linux/main_loop/display_clock.h"
 #include "platform/linux/views/view_class.h"
@@ -189,6 +191,31 @@ TEST(RunLoop, ChecksSkippedRefreshesAfterOtherWork) {
   EXPECT_GE(skipped[1], 2);
   EXPECT_EQ(skipped[2], 0);
   link->invalidate();
+}
+
+TEST(RunLoop, ChecksNoSkippedRefreshesAfterTheEndOfADrawing) {
+  auto& clock = DisplayClock::main();
+  clock.setRefreshRate(100);
+  const FileDescriptor display(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+  for (const bool isMore : {false, true}) {
+    bool isHandled = false;
+    const auto link = CADisplayLink::displayLinkWithTarget([&](const CADisplayLink& fired) {
+      if (!isHandled) fired.skipRefreshes(1000);
+    });
+    RunLoop::main().addSource(display.get(), [&] {
+      eventfd_t count = 0;
+      isHandled = isHandled || eventfd_read(display.get(), &count) == 0;
+      return isHandled && isMore;
+    });
+    link->addToMainRunLoop();
+    clock.refreshIfDue(*clock.nextRefresh());
+    eventfd_write(display.get(), 1);
+    RunLoop::main().handleDue();
+    ASSERT_TRUE(isHandled);
+    EXPECT_EQ(*clock.nextRefresh() < RunLoop::Clock::now() + 1s, isMore);
+    RunLoop::main().removeSource(display.get());
+    link->invalidate();
+  }
 }
 
 TEST(DisplayClock, RefreshesAtExactMultiplesOfThePeriod) {

@@ -39,7 +39,10 @@ struct WaylandDesktop::Listeners {
 WaylandDesktop::WaylandDesktop(const DesktopOptions& options, std::function<void()> changed,
                                std::function<void()> ended)
     : options_(options),
-      changed_(std::move(changed)),
+      changed_([this, changed = std::move(changed)] {
+        hasChanged_ = true;
+        changed();
+      }),
       ended_(std::move(ended)),
       display_(wl_display_connect(nullptr)),
       sway_([this] { updateCovers(); }) {
@@ -185,8 +188,11 @@ void WaylandDesktop::setAlarm() {
   });
 }
 
+// Returns true if outputs or windows have changed; the messages that follow each frame do not
+// count.
 bool WaylandDesktop::handleEvents() {
   bool hasHandled = false;
+  hasChanged_ = false;
   while (wl_display_prepare_read(display_.get()) != 0) {
     wl_display_dispatch_pending(display_.get());
     hasHandled = true;
@@ -205,7 +211,7 @@ bool WaylandDesktop::handleEvents() {
   }
   if (toplevels_ && toplevels_->takeChange()) updateCovers();
   if (hasHandled) setAlarm();
-  return hasHandled;
+  return hasChanged_;
 }
 
 }  // namespace host::wayland

@@ -50,6 +50,8 @@ class WaylandDesktop final : public DesktopOutputs {
   Globals globals_;
   std::vector<std::unique_ptr<WaylandOutput>> outputs_;
   bool hasGlobals_ = false;
+  // True if changed_ has been called since events were last looked for.
+  bool hasChanged_ = false;
   SwayWindows sway_;
   // The source of the same knowledge on other compositors, which tells less.
   std::optional<Toplevels> toplevels_;

@@ -28,7 +28,8 @@ class RunLoop {
   // were any. Not within a queued block.
   bool runMainQueue();
 
-  // Handles pending events of a file descriptor without waiting. Returns true if there were any.
+  // Handles pending events of a file descriptor without waiting. Returns false if there were none,
+  // or if it has handled all and they only confirm a drawing.
   using Source = std::function<bool()>;
   // Calls the handler whenever the descriptor is readable and after any other work except
   // refreshes, because libraries read ahead. Replaces an earlier handler. Does not own the
