@@ -190,7 +190,7 @@ class OwnPng {
 
   bool readMissingStrips() {
     // Reading fewer takes less time than waking a thread.
-    constexpr std::size_t minForHelper = 2;
+    constexpr std::size_t minForHelper = 4;
     std::atomic<bool> areValid = true;
     inParallel(missing_.size(), minForHelper, [&](std::size_t at) {
       const auto& [index, deflated] = missing_[at];
