@@ -2,6 +2,7 @@
 
 import os
 import signal
+import statistics
 import subprocess
 import sys
 import tempfile
@@ -15,7 +16,8 @@ SECONDS = 12
 # Long enough for the clock of the window to move on once.
 SECONDS_OF_WINDOW = 60
 STILL_SECONDS = 5
-SHOWING_SECONDS = 0.2
+SHOWING_SECONDS = 0.1
+STARTS = 5
 SCREEN = (1920, 1080)
 SIZES = {'window': (390, 844), 'desktop': SCREEN}
 
@@ -210,6 +212,7 @@ def bench_start_and_pause(program, gif):
     with tempfile.TemporaryDirectory() as root:
         subprocess.run([program, '--root', root, 'set', gif], check=True,
                        stdout=subprocess.DEVNULL)
-        start, count = start_and_pause(program, root)
+        starts, counts = zip(*(start_and_pause(program, root) for _ in range(STARTS)))
+    start = statistics.median(starts)
     return [goal(f'at most 60 ms of CPU until the wallpaper is shown: {start:.0f}', start <= 60),
-            goal(f'no wake-ups while paused: {count} in {STILL_SECONDS} s', count == 0)]
+            goal(f'no wake-ups while paused: {max(counts)} in {STILL_SECONDS} s', max(counts) == 0)]
