@@ -154,7 +154,8 @@ class Window(X11Session):
 
 
 def is_near(pixel, color):
-    return all(abs((pixel >> shift & 0xff) - (color >> shift & 0xff)) < 20 for shift in (0, 8, 16))
+    return pixel is not None and all(
+        abs((pixel >> shift & 0xff) - (color >> shift & 0xff)) < 20 for shift in (0, 8, 16))
 
 
 if __name__ == '__main__':
