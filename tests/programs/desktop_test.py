@@ -6,6 +6,7 @@ import ctypes
 import glob
 import json
 import os
+import pathlib
 import re
 import shlex
 import shutil
@@ -304,7 +305,7 @@ class X11Desktop(X11Session):
         self.eventually(lambda: [program.poll() for program in restored].count(0) == 1)
         running = [program.pid for program in restored if program.poll() is None][0]
         with open(f'/proc/{running}/task/{running}/children', encoding='ascii') as children:
-            lines = [open(f'/proc/{child}/cmdline', 'rb').read()
+            lines = [pathlib.Path(f'/proc/{child}/cmdline').read_bytes()
                      for child in children.read().split()]
         self.assertTrue(any(b'--frame-memory\0003\0' in line for line in lines), lines)
         self.assertEqual(os.listdir(elsewhere), [])

@@ -28,30 +28,42 @@ class Screen:
         os.environ['DBUS_SESSION_BUS_ADDRESS'] = address
         import gi
         gi.require_version('Atspi', '2.0')
-        from gi.repository import Atspi
-        self.atspi = Atspi
+        from gi.repository import Atspi, GLib
+        self.atspi, self.vanished = Atspi, GLib.GError
         Atspi.init()
 
     def all(self, node=None):
-        node = node or self.atspi.get_desktop(0)
-        yield node
-        for index in range(node.get_child_count()):
-            child = node.get_child_at_index(index)
-            if child:
-                yield from self.all(child)
+        """Every node with its role and its name, without those that vanish meanwhile."""
+        try:
+            node = node or self.atspi.get_desktop(0)
+            entry = node, node.get_role_name(), node.get_name()
+            children = [node.get_child_at_index(at) for at in range(node.get_child_count())]
+        except self.vanished:
+            return
+        yield entry
+        for child in filter(None, children):
+            yield from self.all(child)
 
-    def find(self, role, name):
-        return next((node for node in self.all()
-                     if (node.get_role_name(), node.get_name()) == (role, name)), None)
+    def use(self, role, name, action=lambda node: True):
+        """What the action returns for the node with this role and this name; False if there is none."""
+        node = next((node for node, *what in self.all() if what == [role, name]), None)
+        try:
+            return node is not None and action(node)
+        except self.vanished:
+            return False
 
     def names(self):
-        return [node.get_name() for node in self.all()]
+        return [name for _, _, name in self.all()]
 
     def focused(self):
         """Role and name of what has the keyboard."""
-        state = self.atspi.StateType.FOCUSED
-        return next(((node.get_role_name(), node.get_name()) for node in self.all()
-                     if node.get_state_set().contains(state)), None)
+        return next(((role, name) for node, role, name in self.all() if self.has_focus(node)), None)
+
+    def has_focus(self, node):
+        try:
+            return node.get_state_set().contains(self.atspi.StateType.FOCUSED)
+        except self.vanished:
+            return False
 
 
 @needs_x11
@@ -85,14 +97,14 @@ class SettingsWindow(X11Session):
 
     def open_window(self):
         self.show(PROGRAM, '--root', self.root)
-        self.eventually(lambda: self.screen.find('frame', 'Lumora') is not None, self.screen.names)
+        self.item('frame', 'Lumora')
 
-    def item(self, role, name):
-        self.eventually(lambda: self.screen.find(role, name) is not None, self.screen.names)
-        return self.screen.find(role, name)
+    def item(self, role, name, *action):
+        """Waits until this is shown and the action, if any, returns something true for it."""
+        self.eventually(lambda: self.screen.use(role, name, *action), self.screen.names)
 
     def act(self, role, name):
-        self.item(role, name).do_action(0)
+        self.item(role, name, lambda node: node.do_action(0))
 
     def press(self, *keys):
         """Presses keys one after the other, each when the one before has had its effect."""
@@ -106,7 +118,7 @@ class SettingsWindow(X11Session):
             self.press('Tab')
 
     def slide(self, name, value):
-        self.item('slider', name).set_current_value(value)
+        self.item('slider', name, lambda node: node.set_current_value(value))
 
     def says(self, text):
         self.eventually(lambda: text in self.screen.names(), self.screen.names)
@@ -134,8 +146,7 @@ class SettingsWindow(X11Session):
         self.becomes(True, 'shown')
         # What the command changes is shown.
         self.ok('alpha', 'shared', '1')
-        self.eventually(
-            lambda: self.item('slider', 'Opacity').get_current_value() == 1)
+        self.item('slider', 'Opacity', lambda node: node.get_current_value() == 1)
         # A file that is none is refused, and the wallpaper stays.
         self.act('push button', 'no.gif')
         self.eventually(lambda: any('it is not a GIF' in name for name in self.screen.names()),
@@ -176,7 +187,8 @@ class SettingsWindow(X11Session):
         self.says('picture.gif')
         self.go_to('combo box', 'Where')
         self.hand.press('Space')
-        self.eventually(lambda: self.screen.focused()[0] == 'list item', self.screen.focused)
+        self.eventually(lambda: (self.screen.focused() or [None])[0] == 'list item',
+                        self.screen.focused)
         for key in ('Down', 'Down', 'Return'):
             self.hand.press(key)
         self.says('Shows the wallpaper of all outputs')
