@@ -28,8 +28,8 @@ void storeIncomingGIF(const Location& location, const platform::NSData& gif) {
   platform::createDirectoryAtPath(incomingDirectory);
   if (gif.writeToFileAtomically(path)) return;
   removeIncomingGIF(location);
-  throw Failure("cannot copy the GIF to " + path +
-                " in the device folder; check that it exists, is writable and has free space");
+  throw Failure("cannot copy the GIF to the device's " + path +
+                "; check that its folder exists, is writable and has free space");
 }
 
 void removeIncomingGIF(const Location& location) {

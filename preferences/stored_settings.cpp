@@ -35,9 +35,8 @@ void storeSetting(const std::string& key, const std::string& value) {
   if (!settings) settings.emplace();
   settings->setString(value, key);
   if (settings->writeToFile(lumora::settingsPath)) return;
-  throw Failure("cannot store " + key + " in " + lumora::settingsPath +
-                " in the device folder; check that it is writable, not larger than 2 MB, and has "
-                "free space");
+  throw Failure("cannot store " + key + " in the device's " + lumora::settingsPath +
+                "; check that it is writable, not larger than 2 MB, and has free space");
 }
 
 std::optional<std::string> storedSetting(const std::string& key) {
