@@ -13,7 +13,8 @@ def ffmpeg(*arguments):
 
 
 def film(source, seconds, target, dither='sierra2_4a', palette='full', extra=''):
-    """A lavfi source as a GIF with one palette, or with one for each frame ('single')."""
+    """A lavfi source as a GIF with one palette, or with one for each frame ('single'). A gradient
+    without colors has random ones, transparent ones among them, whatever its seed."""
     new = 1 if palette == 'single' else 0
     graph = (f'{extra}split[a][b];[a]palettegen=stats_mode={palette}[p];'
              f'[b][p]paletteuse=dither={dither}:new={new}')
@@ -36,7 +37,8 @@ def gradients(target):
 
 def moving(target):
     film('color=c=black@0:s=1170x2532:r=12,format=rgba[sky];'
-         'gradients=s=500x800:r=12:seed=5:speed=0.05,format=rgba[ball];'
+         'gradients=s=500x800:r=12:seed=5:speed=0.05:c0=orange:c1=navy:nb_colors=2,'
+         'format=rgba[ball];'
          '[sky][ball]overlay=x=t*250:y=t*500:format=auto', 2.5, target)
 
 
@@ -61,7 +63,8 @@ def colorful(target):
     count = 24
     halves = [target + '.left.gif', target + '.right.gif']
     film('mandelbrot=s=270x960:r=12:maxiter=200', count / 12, halves[0])
-    film('gradients=s=270x960:r=12:seed=9:speed=0.05', count / 12, halves[1])
+    film('gradients=s=270x960:r=12:seed=9:speed=0.05:c0=green:c1=white:nb_colors=2', count / 12,
+         halves[1])
     frames = []
     for index in range(count):
         frames += ['--delay', '0', '--position', '0,0', halves[0], f'#{index}',
