@@ -129,6 +129,11 @@ X11Desktop::Impl::Impl(const DesktopOptions& options, std::function<void()> chan
 
 X11Desktop::Impl::~Impl() {
   RunLoop::main().removeSource(ConnectionNumber(display_));
+  // Xlib frees no event that arrives while the connection is closed, and Cairo no memory that the
+  // server may still read.
+  XSelectInput(display_, root_, NoEventMask);
+  if (hasMonitors_) XRRSelectInput(display_, root_, 0);
+  XSync(display_, False);
   outputs_.clear();
   windowSurface_.reset();
   rootPixmap_.reset();
