@@ -1,10 +1,13 @@
 // Benchmarks of single components.
 
+#include <filesystem>
+
 #include <benchmark/benchmark.h>
 
 #include "bench/pictures.h"
 #include "gifview/blur.h"
 #include "gifview/playback_clock.h"
+#include "platform/file_manager.h"
 #include "platform/linux/files/device_root.h"
 #include "platform/linux/freed_memory.h"
 #include "platform/linux/images/gif/canvas.h"
@@ -12,10 +15,13 @@
 #include "platform/linux/images/picture/picture.h"
 #include "platform/linux/images/png/deflate.h"
 #include "platform/linux/views/picture_surface.h"
+#include "platform/property_list.h"
+#include "settings/device_paths.h"
 #include "settings/settings_store.h"
 
 namespace {
 
+namespace fs = std::filesystem;
 using namespace platform;
 using namespace platform::backend;
 using bench::indexedPicture;
@@ -178,13 +184,18 @@ void Blur(benchmark::State& state) {
 }
 
 void ReadASetting(benchmark::State& state) {
-  char folder[] = "/tmp/lumora-bench-XXXXXX";
-  if (mkdtemp(folder) == nullptr) return state.SkipWithError("no folder");
+  std::string folder = fs::temp_directory_path() / "lumora-bench-XXXXXX";
+  if (mkdtemp(folder.data()) == nullptr) return state.SkipWithError("no folder");
   setDeviceRoot(folder);
-  lumora::setPreferencesObjectKey("1.5", "SHARED_GIF_SPEED");
+  createDirectoryAtPath(fs::path(lumora::settingsPath).parent_path().string());
+  NSMutableDictionary settings;
+  settings.setString("1.5", "SHARED_GIF_SPEED");
+  const bool isStored = settings.writeToFile(lumora::settingsPath);
+  if (!isStored || lumora::getSharedGIFSpeed() != 1.5) state.SkipWithError("no settings");
   for (auto _ : state) {
     benchmark::DoNotOptimize(lumora::getSharedGIFSpeed());
   }
+  fs::remove_all(folder);
 }
 
 void Tick(benchmark::State& state) {
