@@ -97,16 +97,15 @@ SettingsWindow::SettingsWindow(AdwApplication* application, const CommandRunner&
   fillGrid();
   showState();
   runner_.run({"autostart", "status"}, [this](const CommandResult& result) {
-    isShowing_ = true;
-    gtk_switch_set_active(find<GtkSwitch>("autostart"), result.output.starts_with("on"));
-    isShowing_ = false;
+    showSwitch("autostart", result.output.starts_with("on"));
   });
   refresh();
   timer_ = g_timeout_add_seconds(
       secondsBetweenReadings,
       [](gpointer data) -> gboolean {
         auto* self = static_cast<SettingsWindow*>(data);
-        if (gtk_window_is_active(GTK_WINDOW(self->window_)) != FALSE) self->refresh();
+        const bool isActive = gtk_window_is_active(GTK_WINDOW(self->window_)) != FALSE;
+        if (isActive && !self->isReading_) self->refresh();
         return G_SOURCE_CONTINUE;
       },
       this);
@@ -212,6 +211,7 @@ void SettingsWindow::fillGrid() {
 }
 
 void SettingsWindow::refresh() {
+  isOutdated_ = isReading_;
   if (std::exchange(isReading_, true)) return;
   runner_.run({"status", "--json"},
               [this](const CommandResult& result) { readPlace(parsed(result)); });
@@ -232,6 +232,9 @@ void SettingsWindow::readSettings() {
   const Words words{"settings", "--json"};
   runner_.run(place().isOwn ? withOutput(words) : words, [this](const CommandResult& result) {
     isReading_ = false;
+    // What was read may be from before a change. The end of the change refreshes.
+    if (changesUnderway_ > 0) return;
+    if (isOutdated_) return refresh();
     showState();
     if (result.exitCode == 0) showSettings(parsed(result));
   });
@@ -292,9 +295,19 @@ void SettingsWindow::showSettings(const json& settings) {
       adw_combo_row_set_selected(find<AdwComboRow>("scaling"), index);
     }
   }
-  gtk_switch_set_active(find<GtkSwitch>("dock"), settings.value("DOCK_ENABLED", true));
-  gtk_switch_set_active(find<GtkSwitch>("enabled"), settings.value("ENABLED", true));
-  gtk_switch_set_active(find<GtkSwitch>("separate"), state_.isSeparate());
+  isShowing_ = false;
+  showSwitch("dock", settings.value("DOCK_ENABLED", true));
+  showSwitch("enabled", settings.value("ENABLED", true));
+  showSwitch("separate", state_.isSeparate());
+}
+
+// Leaves a switch alone that is right: to set it would cancel a change by the user, which takes
+// effect after an animation.
+void SettingsWindow::showSwitch(const char* name, bool isOn) {
+  auto* toggle = find<GtkSwitch>(name);
+  if ((gtk_switch_get_active(toggle) != FALSE) == isOn) return;
+  isShowing_ = true;
+  gtk_switch_set_active(toggle, isOn ? TRUE : FALSE);
   isShowing_ = false;
 }
 
@@ -395,7 +408,9 @@ void SettingsWindow::playOrPause() {
 }
 
 void SettingsWindow::perform(const Words& words) {
+  ++changesUnderway_;
   runner_.run(words, [this](const CommandResult& result) {
+    --changesUnderway_;
     report(result);
     refresh();
   });

@@ -50,6 +50,7 @@ class SettingsWindow {
   void showState();
   void showPlaces();
   void showSettings(const nlohmann::json& settings);
+  void showSwitch(const char* name, bool isOn);
   void showProgress(double fraction);
 
   // Lets the user choose a file of one of these types. chosen is not called if there is none.
@@ -78,7 +79,9 @@ class SettingsWindow {
   // True while widgets are set to what was read, which is not a change by the user.
   bool isShowing_ = false;
   bool isReading_ = false;
-  int commandsRunning_ = 0;
+  // True if something may have changed since the reading under way began.
+  bool isOutdated_ = false;
+  int changesUnderway_ = 0;
   guint timer_ = 0;
 };
 

@@ -164,8 +164,12 @@ class SettingsWindow(X11Session):
         self.assertTrue(self.status()['locations']['lockscreen']['set'])
         self.ok('lock')
         self.says('Playing')
-        self.act('check box', 'End at the dock')
-        self.eventually(lambda: not self.setting('DOCK_ENABLED'))
+        # The window reads the settings after each change, while the next one is made.
+        found = []
+        self.item('check box', 'End at the dock', lambda node: found.append(node) or True)
+        for is_on in (False, True) * 3:
+            self.assertTrue(found[0].do_action(0))
+            self.eventually(lambda: self.setting('DOCK_ENABLED') == is_on)
         self.slide('Speed', 2)
         self.eventually(lambda: self.setting('LOCKSCREEN_GIF_SPEED') == 2)
         self.assertEqual(self.setting('SHARED_GIF_SPEED'), 1)
