@@ -32,25 +32,26 @@ class Screen:
         self.atspi, self.vanished = Atspi, GLib.GError
         Atspi.init()
 
-    def all(self, node=None):
-        """Every node with its role and its name, without those that vanish meanwhile."""
+    def ask(self, question, *words):
+        """What a node answers; None if it has vanished."""
         try:
-            node = node or self.atspi.get_desktop(0)
-            entry = node, node.get_role_name(), node.get_name()
-            children = [node.get_child_at_index(at) for at in range(node.get_child_count())]
+            return question(*words)
         except self.vanished:
-            return
-        yield entry
-        for child in filter(None, children):
-            yield from self.all(child)
+            return None
+
+    def all(self, node=None):
+        """Every node with its role and its name."""
+        node = node or self.atspi.get_desktop(0)
+        yield node, self.ask(node.get_role_name), self.ask(node.get_name) or ''
+        for at in range(self.ask(node.get_child_count) or 0):
+            child = self.ask(node.get_child_at_index, at)
+            if child:
+                yield from self.all(child)
 
     def use(self, role, name, action=lambda node: True):
-        """What the action returns for the node with this role and this name; False if there is none."""
+        """What the action returns for the node with this role and this name; None if there is none."""
         node = next((node for node, *what in self.all() if what == [role, name]), None)
-        try:
-            return node is not None and action(node)
-        except self.vanished:
-            return False
+        return node and self.ask(action, node)
 
     def names(self):
         return [name for _, _, name in self.all()]
@@ -60,10 +61,8 @@ class Screen:
         return next(((role, name) for node, role, name in self.all() if self.has_focus(node)), None)
 
     def has_focus(self, node):
-        try:
-            return node.get_state_set().contains(self.atspi.StateType.FOCUSED)
-        except self.vanished:
-            return False
+        states = self.ask(node.get_state_set)
+        return states is not None and states.contains(self.atspi.StateType.FOCUSED)
 
 
 @needs_x11
